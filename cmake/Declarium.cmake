@@ -1,0 +1,64 @@
+# Compile options and the functions that declare the project's libraries, programs and tests.
+
+add_library(declarium_options INTERFACE)
+target_compile_options(declarium_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Wcast-qual -Werror
+  # GCC 12 reports overlapping copies inside std::string that cannot happen.
+  $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
+target_include_directories(declarium_options INTERFACE ${CMAKE_SOURCE_DIR}/src)
+if(DECLARIUM_SANITIZERS)
+  target_compile_options(declarium_options INTERFACE
+    -fsanitize=${DECLARIUM_SANITIZERS} -fno-omit-frame-pointer -fno-sanitize-recover=undefined)
+  target_link_options(declarium_options INTERFACE -fsanitize=${DECLARIUM_SANITIZERS})
+endif()
+if(WIN32)
+  target_compile_definitions(declarium_options INTERFACE
+    UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0A00)
+  # One file, nothing to install beside it.
+  target_link_options(declarium_options INTERFACE -static)
+endif()
+
+# declarium_library(NAME SOURCES ... [LINKS ...]): one layer's static library.
+function(declarium_library name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+  add_library(${name} STATIC ${ARG_SOURCES})
+  target_link_libraries(${name} PUBLIC declarium_options ${ARG_LINKS})
+endfunction()
+
+# declarium_test(NAME SOURCES ... LINKS ... [TIMEOUT seconds]): one GoogleTest program, one CTest
+# entry. Under a cross build it runs through CMAKE_CROSSCOMPILING_EMULATOR.
+function(declarium_test name)
+  cmake_parse_arguments(ARG "" "TIMEOUT" "SOURCES;LINKS" ${ARGN})
+  if(NOT ARG_TIMEOUT)
+    set(ARG_TIMEOUT 120)
+  endif()
+  add_executable(${name} ${ARG_SOURCES})
+  target_link_libraries(${name} PRIVATE declarium_options ${ARG_LINKS} GTest::gmock_main)
+  target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
+  target_compile_definitions(${name} PRIVATE DECLARIUM_SOURCE_DIR="${CMAKE_SOURCE_DIR}")
+  add_test(NAME ${name} COMMAND ${name})
+  set_tests_properties(${name} PROPERTIES TIMEOUT ${ARG_TIMEOUT})
+  foreach(source ${ARG_SOURCES})
+    get_filename_component(path ${source} ABSOLUTE)
+    set_property(GLOBAL APPEND PROPERTY DECLARIUM_TEST_SOURCES ${path})
+  endforeach()
+endfunction()
+
+# Stops the configuration when a *_test.cpp below tests/ belongs to no declared test. Files that
+# another platform's build compiles are named with declarium_test_elsewhere.
+function(declarium_test_elsewhere)
+  foreach(source ${ARGN})
+    get_filename_component(path ${source} ABSOLUTE)
+    set_property(GLOBAL APPEND PROPERTY DECLARIUM_TEST_SOURCES ${path})
+  endforeach()
+endfunction()
+
+function(declarium_require_all_tests_declared)
+  get_property(declared GLOBAL PROPERTY DECLARIUM_TEST_SOURCES)
+  file(GLOB_RECURSE on_disk CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/*_test.cpp)
+  foreach(path ${on_disk})
+    if(NOT path IN_LIST declared)
+      message(FATAL_ERROR "${path} is in no test target")
+    endif()
+  endforeach()
+endfunction()

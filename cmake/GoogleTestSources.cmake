@@ -1,0 +1,15 @@
+# GoogleTest is built from the sources of Debian's googletest package, so that the Windows builds
+# and the sanitizer builds get it with their own compiler and flags.
+set(DECLARIUM_GTEST_SOURCE /usr/src/googletest CACHE PATH "GoogleTest's source folder")
+set(INSTALL_GTEST OFF CACHE BOOL "" FORCE)
+set(gtest_disable_pthreads OFF CACHE BOOL "" FORCE)
+if(DECLARIUM_SANITIZERS)
+  add_compile_options(-fsanitize=${DECLARIUM_SANITIZERS})
+endif()
+add_subdirectory(${DECLARIUM_GTEST_SOURCE} ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL SYSTEM)
+foreach(target gtest gtest_main gmock gmock_main)
+  target_compile_options(${target} PRIVATE -w)
+  if(NOT TARGET GTest::${target})
+    add_library(GTest::${target} ALIAS ${target})
+  endif()
+endforeach()

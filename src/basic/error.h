@@ -1,0 +1,25 @@
+// The one error type of the rules: what kind of thing went wrong, with what, and what the operating
+// system said about it.
+#pragma once
+
+#include <string>
+
+namespace declarium {
+
+enum class ErrorKind {
+  kCannotRead,     // a file cannot be opened or read
+  kCannotWrite,    // a file cannot be created, written or put in place
+  kInvalidFormat,  // the bytes are not a library
+};
+
+struct Error {
+  ErrorKind kind;
+  std::string context;   // what it happened to, usually a path; UTF-8
+  std::string detail;    // the reason in words; UTF-8
+  int system_code = 0;   // errno or GetLastError at the failing call, 0 when none
+
+  // "context: detail"
+  [[nodiscard]] std::string Message() const { return context + ": " + detail; }
+};
+
+}  // namespace declarium
