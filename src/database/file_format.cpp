@@ -1,0 +1,140 @@
+#include "database/file_format.h"
+
+#include <array>
+
+#include "basic/code_page.h"
+#include "database/file_io.h"
+
+namespace declarium {
+namespace {
+
+// Cuts `text` at its first separator: returns what stands before it and leaves in `text` what
+// stands behind it, nothing when there is none.
+std::u16string_view TakeUntil(std::optional<std::u16string_view>& text, char16_t separator) {
+  const auto whole = *text;
+  const auto end = whole.find(separator);
+  text = end == whole.npos ? std::nullopt : std::optional(whole.substr(end + 1));
+  return whole.substr(0, end);
+}
+
+using ThreeLists = std::array<StringList, kKindCount>;
+
+ThreeLists SplitKinds(std::u16string_view section, const std::shared_ptr<TextArena>& arena) {
+  ThreeLists lists;
+  std::optional rest = section;
+  for (auto& list : lists) {
+    if (!rest) break;
+    list = StringList::Split(TakeUntil(rest, kKindSeparator), kEntrySeparator, arena);
+  }
+  return lists;
+}
+
+// Writes encoded text into storage of exactly the size needed.
+class Encoder {
+ public:
+  explicit Encoder(char* out) : next_(out) {}
+
+  void Write(std::u16string_view text) {
+    EncodeCodePageInto(text, next_);
+    next_ += text.size();
+  }
+  void Write(char16_t separator) { *next_++ = static_cast<char>(separator); }
+
+  void WriteEntries(const StringList& list) {
+    bool first = true;
+    for (const auto entry : list) {
+      if (!first) Write(kEntrySeparator);
+      first = false;
+      Write(entry);
+    }
+  }
+
+ private:
+  char* next_;
+};
+
+std::size_t JoinedSize(const StringList& list) {
+  std::size_t size = list.empty() ? 0 : list.size() - 1;
+  for (const auto entry : list) size += entry.size();
+  return size;
+}
+
+std::size_t LibrarySize(const Database& database) {
+  constexpr std::size_t kSeparators = 2 + 2 * (kKindCount - 1);
+  std::size_t size = database.title.size() + kSeparators;
+  for (const auto& [names, items] : database.lists) size += JoinedSize(names) + JoinedSize(items);
+  return size;
+}
+
+void WriteSection(const Database& database, StringList KindLists::*list, Encoder& encoder) {
+  encoder.Write(kSectionSeparator);
+  for (const auto kind : kKinds) {
+    if (kind != kKinds.front()) encoder.Write(kKindSeparator);
+    encoder.WriteEntries(database[kind].*list);
+  }
+}
+
+}  // namespace
+
+LibrarySections CutIntoSections(std::string_view bytes) {
+  LibrarySections sections;
+  sections.text = std::make_shared<TextArena>();
+  const auto room = sections.text->Allocate(bytes.size());
+  DecodeCodePageInto(bytes, room.data());
+
+  std::optional rest = std::u16string_view(room.data(), room.size());
+  sections.title = TakeUntil(rest, kSectionSeparator);
+  if (rest) sections.names = TakeUntil(rest, kSectionSeparator);
+  if (rest) sections.items = TakeUntil(rest, kSectionSeparator);
+  return sections;
+}
+
+bool TakeNames(const LibrarySections& sections, Database& database) {
+  if (!sections.names) return false;
+  auto lists = SplitKinds(*sections.names, sections.text);
+  for (std::size_t k = 0; k < kKindCount; ++k) database.lists[k].names = std::move(lists[k]);
+  return true;
+}
+
+bool TakeItems(const LibrarySections& sections, Database& database) {
+  if (!sections.items) return false;
+  auto lists = SplitKinds(*sections.items, sections.text);
+  for (std::size_t k = 0; k < kKindCount; ++k) database.lists[k].items = std::move(lists[k]);
+  return true;
+}
+
+std::expected<Database, Error> ParseLibrary(std::string_view bytes,
+                                            const std::filesystem::path& path) {
+  const auto sections = CutIntoSections(bytes);
+  Database database;
+  const auto invalid = [&](const char* missing) {
+    return std::unexpected(Error{ErrorKind::kInvalidFormat, PathText(path),
+                                 std::string("not a library: ") + missing});
+  };
+  if (!TakeNames(sections, database)) return invalid("it has no section of names");
+  if (!TakeItems(sections, database)) return invalid("it has no section of items");
+  database.title = sections.title;
+  database.path = path;
+  return database;
+}
+
+std::string LibraryBytes(const Database& database) {
+  std::string bytes;
+  bytes.resize_and_overwrite(LibrarySize(database), [&](char* out, std::size_t size) {
+    Encoder encoder(out);
+    encoder.Write(database.title);
+    WriteSection(database, &KindLists::names, encoder);
+    WriteSection(database, &KindLists::items, encoder);
+    return size;
+  });
+  return bytes;
+}
+
+std::string EmptyLibraryBytes(std::u16string_view title) {
+  auto bytes = EncodeCodePage(title);
+  bytes += static_cast<char>(kSectionSeparator);
+  bytes += static_cast<char>(kSectionSeparator);
+  return bytes;
+}
+
+}  // namespace declarium

@@ -1,0 +1,33 @@
+// Whole files in and out. Two sources implement it, one per operating system; errors keep the
+// system's number and name the file.
+#pragma once
+
+#include <expected>
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+#include "basic/error.h"
+
+namespace declarium {
+
+// The path as UTF-8, for messages.
+[[nodiscard]] std::string PathText(const std::filesystem::path& path);
+
+// The whole content of a file, which others may have open. A folder is an error.
+[[nodiscard]] std::expected<std::string, Error> ReadWholeFile(const std::filesystem::path& path);
+
+// What stands before the first byte `end` of a file, read in small blocks and never more than
+// `limit` bytes; empty when the limit or the end of the file comes before that byte.
+[[nodiscard]] std::expected<std::string, Error> ReadFileUntil(const std::filesystem::path& path,
+                                                              char end, std::size_t limit);
+
+// Makes `bytes` the content of the file, creating it or replacing what it held. The content goes to
+// a temporary file in the same folder, is flushed and takes the old file's place in one step, so at
+// every moment the file is the old or the new one, whole; permissions and, on Windows, attributes
+// stay. Where the folder takes no new file, and where `path` is no ordinary file, it is written in
+// place. On an error the old file is unchanged, except after a failed write in place.
+[[nodiscard]] std::expected<void, Error> WriteWholeFile(const std::filesystem::path& path,
+                                                        std::string_view bytes);
+
+}  // namespace declarium
