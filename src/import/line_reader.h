@@ -1,0 +1,43 @@
+// The line routines below the declaration parser: continuation lines, normalising a declaration
+// line, the rest of a line behind its n-th blank, and the sort that orders a library.
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace declarium {
+
+// A source text with CR LF line ends, and where its continued lines were joined, so that a message
+// can name the line of the file.
+struct SourceText {
+  std::u16string text;
+  std::vector<std::size_t> joins;  // positions in `text`, ascending, where a line end was removed
+
+  // How many line ends were removed up to `position` (0-based) in `text`.
+  [[nodiscard]] std::size_t JoinsUpTo(std::size_t position) const;
+};
+
+// The source text in the bytes of a file, or in pasted text. A text without any CR LF gets CR LF
+// for its bare line ends: it passed through tools that write them.
+[[nodiscard]] SourceText ReadSource(std::string_view bytes);
+[[nodiscard]] SourceText ReadSource(std::u16string text);
+
+// Removes every "_" followed by CR LF, together with it. The blank before the "_" stays.
+void JoinContinuedLines(SourceText& source);
+
+// Replaces tabs by blanks and removes leading blanks; then, in a line with an apostrophe, removes
+// the blanks behind the first one and, while a double blank stands before where that apostrophe was
+// found, folds double blanks in the whole line. An apostrophe inside quotes counts, and a line
+// without one keeps its runs of blanks.
+[[nodiscard]] std::u16string NormalizeLine(std::u16string_view line);
+
+// What stands behind the n-th blank. A round that finds no further blank starts the next one at the
+// beginning of the line; when the last round finds none the result is empty. Refers into `line`.
+[[nodiscard]] std::u16string_view RestAfterBlank(std::u16string_view line, int n);
+
+// Sorts by code units, ascending and stable: "B" stands before "a".
+void SortStrings(std::span<std::u16string_view> texts);
+
+}  // namespace declarium

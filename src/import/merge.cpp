@@ -1,0 +1,98 @@
+#include "import/merge.h"
+
+#include <algorithm>
+#include <charconv>
+#include <memory>
+#include <string>
+
+#include "basic/text.h"
+
+namespace declarium {
+namespace {
+
+constexpr char16_t kPositionMark = 27;
+
+// The items of one kind before they are sorted; position 1 is the first.
+struct Combined {
+  StringList names;
+  StringList items;
+
+  void Add(const StringList& new_names, const StringList& new_items) {
+    names.KeepArenasOf(new_names);
+    items.KeepArenasOf(new_items);
+    for (std::size_t i = 0; i < new_names.size(); ++i) {
+      if (new_names[i].empty()) continue;
+      names.AddKept(new_names[i]);
+      items.AddKept(new_items.At(i));
+    }
+  }
+};
+
+// The sort keys: lower-cased name, character 27, position. They live as long as the arena.
+std::vector<std::u16string_view> MakeKeys(const StringList& names, TextArena& arena) {
+  constexpr std::size_t kMostDigits = 20;
+  std::vector<std::u16string_view> keys;
+  keys.reserve(names.size());
+  for (std::size_t position = 1; position <= names.size(); ++position) {
+    const auto name = names[position - 1];
+    const auto room = arena.Allocate(name.size() + 1 + kMostDigits);
+    auto out = std::ranges::transform(name, room.begin(), [](char16_t unit) {
+                 return LowerCase(unit);
+               }).out;
+    *out++ = kPositionMark;
+    char digits[kMostDigits];
+    const auto end = std::to_chars(digits, digits + kMostDigits, position).ptr;
+    out = std::copy(digits, end, out);
+    const auto length = static_cast<std::size_t>(out - room.begin());
+    arena.Trim(room, length);
+    keys.emplace_back(room.data(), length);
+  }
+  return keys;
+}
+
+// The 0-based index in the combined list that a key stands for.
+std::size_t IndexOfKey(std::u16string_view key) {
+  std::size_t position = 0;
+  for (const char16_t digit : key.substr(key.rfind(kPositionMark) + 1)) {
+    position = position * 10 + (digit - u'0');
+  }
+  return position - 1;
+}
+
+KindLists SortAndReduce(const Combined& combined) {
+  TextArena arena;
+  auto keys = MakeKeys(combined.names, arena);
+  SortStrings(keys);
+
+  KindLists result;
+  result.names.KeepArenasOf(combined.names);
+  result.items.KeepArenasOf(combined.items);
+  result.names.Reserve(keys.size());
+  result.items.Reserve(keys.size());
+  for (const auto key : keys) {
+    const auto index = IndexOfKey(key);
+    const auto name = combined.names[index];
+    const auto item = combined.items[index];
+    if (!result.names.empty() && result.names[result.names.size() - 1] == name) {
+      result.items.ReplaceKept(result.items.size() - 1, item);
+    } else {
+      result.names.AddKept(name);
+      result.items.AddKept(item);
+    }
+  }
+  return result;
+}
+
+}  // namespace
+
+void MergeItems(Database& database, const ParsedItems& parsed, Existing existing) {
+  for (const auto kind : kKinds) {
+    Combined combined;
+    combined.Add(parsed[kind].names, parsed[kind].items);
+    auto& lists = database[kind];
+    if (existing == Existing::kKeep) combined.Add(lists.names, lists.items);
+    lists = SortAndReduce(combined);
+  }
+}
+
+}  // namespace declarium
