@@ -1,0 +1,133 @@
+// A form as data: what both backends build it from. Tables are constants with static lifetime; they
+// must outlive the forms made from them.
+//
+//   constexpr ControlDefinition kControls[] = {
+//       {.kind = ControlKind::kLabel, .name = "Label1", .caption = u"&Meno", .bounds = {8, 8, 80,
+//       17}},
+//       {.kind = ControlKind::kTextBox, .name = "Text1", .bounds = {96, 6, 200, 21}},
+//       {.kind = ControlKind::kCommandButton, .name = "Command1", .caption = u"&OK",
+//        .bounds = {96, 34, 75, 23}, .role = ButtonRole::kDefault}};
+//   constexpr FormDefinition kForm = {.name = "frmAdd", .caption = u"...", .size = {304, 66},
+//                                     .controls = kControls};
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "toolkit/canvas.h"
+#include "toolkit/colour.h"
+#include "toolkit/geometry.h"
+#include "toolkit/icon.h"
+#include "toolkit/input.h"
+
+namespace declarium {
+
+enum class ControlKind {
+  kLabel,
+  kFrame,
+  kCommandButton,
+  kCheckBox,
+  kListBox,
+  kComboBox,
+  kTextBox,
+  kMultiLineTextBox,
+  kRichText,
+  kListView,
+  kToolbar,
+  kPictureBox,
+  kProgressBar,
+  kTimer,
+};
+
+enum class ButtonRole {
+  kPlain,
+  kDefault,  // Enter clicks it wherever the focus is, but in a multi-line text box and on another
+             // button; no key event is raised for it
+  kCancel,   // Escape clicks it wherever the focus is; no key event is raised for it
+};
+
+enum class TabStop {
+  kUsual,  // what the kind of control is made for: labels, frames, toolbars, bars and pictures are
+           // passed over, the others stopped at
+  kYes,
+  kNo,
+};
+
+struct ToolbarButtonDefinition {
+  std::string_view key;  // empty: a gap between groups
+  std::u16string_view tooltip = {};
+  Icon icon = Icon::kNone;
+  bool enabled = true;
+};
+
+struct ControlDefinition {
+  ControlKind kind;
+  std::string_view name;
+  std::u16string_view caption = {};  // text of a captioned control, first text of a text box
+  Rect bounds = {};                  // a combo box's height is that of its closed state
+  std::u16string_view tooltip = {};
+  std::u16string_view accessible_name =
+      {};  // for controls without a caption or a label before them
+  bool enabled = true;
+  bool visible = true;
+  TabStop tab_stop = TabStop::kUsual;  // the order of the tab key is the order of the table
+  FontRole font = FontRole::kText;
+  ButtonRole role = ButtonRole::kPlain;
+  Colour back_colour = kButtonFaceColour;  // picture boxes
+  MousePointer pointer = MousePointer::kDefault;
+  std::span<const std::u16string_view> rows = {};         // list and combo boxes
+  std::span<const ToolbarButtonDefinition> buttons = {};  // toolbars
+  int interval = 0;                                       // timers, milliseconds
+};
+
+struct Shortcut {
+  int key = 0;  // a key code, 0: none
+  Modifiers modifiers = {};
+};
+
+// One entry of the menus. An entry belongs to the nearest entry before it whose level is one less;
+// level 0 stands in the menu bar.
+struct MenuDefinition {
+  int level = 0;
+  std::string_view name;
+  std::u16string_view caption = {};  // "-" is a separating line
+  Shortcut shortcut = {};
+  bool enabled = true;
+  bool in_menu_bar = true;  // level 0 only; false: a popup menu
+};
+
+enum class BorderStyle {
+  kSizable,  // with minimize and maximize boxes
+  kDialog,   // fixed, with a close box
+  kNone,     // no border and no title
+};
+
+enum class StartPosition { kSystem, kCentreOwner, kCentreScreen };
+
+struct FormDefinition {
+  std::string_view name;
+  std::u16string_view caption = {};
+  Size size = {};  // of the inner area
+  BorderStyle border = BorderStyle::kDialog;
+  StartPosition start = StartPosition::kCentreOwner;
+  std::span<const ControlDefinition> controls = {};
+  std::span<const MenuDefinition> menus = {};
+};
+
+// What is wrong with a table, one line each: missing or repeated names, repeated toolbar keys, more
+// than one default or cancel button, a menu level without its parent. Empty when the form can be
+// built.
+[[nodiscard]] std::vector<std::string> FindDefinitionFaults(const FormDefinition& definition);
+
+// Throws std::logic_error with the faults, when there are any.
+void RequireValid(const FormDefinition& definition);
+
+// Whether the tab key stops at the control.
+[[nodiscard]] bool IsTabStop(const ControlDefinition& control);
+
+// What menus show for a shortcut, as in "Ctrl+S"; empty for none.
+[[nodiscard]] std::u16string ShortcutText(const Shortcut& shortcut);
+
+}  // namespace declarium

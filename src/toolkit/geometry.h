@@ -1,0 +1,31 @@
+// Places and sizes. Unless a function says otherwise they are in pixels at 96 dpi; a backend scales
+// them to the dots of its screen.
+#pragma once
+
+namespace declarium {
+
+struct Point {
+  int x = 0;
+  int y = 0;
+  bool operator==(const Point&) const = default;
+};
+
+struct Size {
+  int width = 0;
+  int height = 0;
+  bool operator==(const Size&) const = default;
+};
+
+struct Rect {
+  int left = 0;
+  int top = 0;
+  int width = 0;
+  int height = 0;
+  bool operator==(const Rect&) const = default;
+
+  [[nodiscard]] constexpr bool Contains(Point p) const {
+    return p.x >= left && p.x < left + width && p.y >= top && p.y < top + height;
+  }
+};
+
+}  // namespace declarium
