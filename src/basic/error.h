@@ -14,9 +14,9 @@ enum class ErrorKind {
 
 struct Error {
   ErrorKind kind;
-  std::string context;   // what it happened to, usually a path; UTF-8
-  std::string detail;    // the reason in words; UTF-8
-  int system_code = 0;   // errno or GetLastError at the failing call, 0 when none
+  std::string context;  // what it happened to, usually a path; UTF-8
+  std::string detail;   // the reason in words; UTF-8
+  int system_code = 0;  // errno or GetLastError at the failing call, 0 when none
 
   // "context: detail"
   [[nodiscard]] std::string Message() const { return context + ": " + detail; }

@@ -23,14 +23,19 @@ void LikePattern::Compile(std::u16string_view pattern) {
     }
     ++position;
     switch (unit) {
-      case u'?': elements_.push_back({Step::kAnyUnit, 0, 0, 0}); break;
-      case u'#': elements_.push_back({Step::kDigit, 0, 0, 0}); break;
+      case u'?':
+        elements_.push_back({Step::kAnyUnit, 0, 0, 0});
+        break;
+      case u'#':
+        elements_.push_back({Step::kDigit, 0, 0, 0});
+        break;
       case u'*':
         if (elements_.empty() || elements_.back().step != Step::kAnyRun) {
           elements_.push_back({Step::kAnyRun, 0, 0, 0});
         }
         break;
-      default: elements_.push_back({Step::kUnit, unit, 0, 0});
+      default:
+        elements_.push_back({Step::kUnit, unit, 0, 0});
     }
   }
 }
@@ -77,18 +82,22 @@ void LikePattern::FindPlainText() {
 
 bool LikePattern::Accepts(const Element& element, char16_t unit) const noexcept {
   switch (element.step) {
-    case Step::kUnit: return unit == element.unit;
-    case Step::kDigit: return IsDigit(unit);
+    case Step::kUnit:
+      return unit == element.unit;
+    case Step::kDigit:
+      return IsDigit(unit);
     case Step::kInList:
     case Step::kNotInList: {
       const auto begin = ranges_.begin() + static_cast<std::ptrdiff_t>(element.first_range);
       const auto end = ranges_.begin() + static_cast<std::ptrdiff_t>(element.last_range);
-      const bool listed = std::any_of(
-          begin, end, [unit](const Range& range) { return unit >= range.low && unit <= range.high; });
+      const bool listed = std::any_of(begin, end, [unit](const Range& range) {
+        return unit >= range.low && unit <= range.high;
+      });
       return listed == (element.step == Step::kInList);
     }
     case Step::kAnyUnit:
-    case Step::kAnyRun: break;
+    case Step::kAnyRun:
+      break;
   }
   return true;
 }

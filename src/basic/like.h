@@ -36,8 +36,8 @@ class LikePattern {
   };
   struct Element {
     Step step;
-    char16_t unit;           // kUnit
-    std::size_t first_range; // kInList, kNotInList: ranges_[first_range, last_range)
+    char16_t unit;            // kUnit
+    std::size_t first_range;  // kInList, kNotInList: ranges_[first_range, last_range)
     std::size_t last_range;
   };
 
@@ -50,7 +50,7 @@ class LikePattern {
 
   std::vector<Element> elements_;
   std::vector<Range> ranges_;
-  std::u16string contained_;   // the text between the stars when is_contained_text_
+  std::u16string contained_;  // the text between the stars when is_contained_text_
   bool is_contained_text_ = false;
   bool malformed_ = false;
 };

@@ -61,7 +61,9 @@ struct Decimal {
   }
 };
 
-std::string Narrow(std::u16string_view digits) { return {digits.begin(), digits.end()}; }
+std::string Narrow(std::u16string_view digits) {
+  return {digits.begin(), digits.end()};
+}
 
 Decimal ReadDecimal(std::u16string_view text) {
   Decimal number;
@@ -90,7 +92,9 @@ Decimal ReadDecimal(std::u16string_view text) {
   return number;
 }
 
-std::u16string Widen(std::string_view ascii) { return {ascii.begin(), ascii.end()}; }
+std::u16string Widen(std::string_view ascii) {
+  return {ascii.begin(), ascii.end()};
+}
 
 }  // namespace
 

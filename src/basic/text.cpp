@@ -33,8 +33,12 @@ constexpr auto kLowerCase = [] {
 
 constexpr char16_t kReplacement = u'\uFFFD';
 
-bool IsHighSurrogate(char32_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
-bool IsLowSurrogate(char32_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
+bool IsHighSurrogate(char32_t unit) {
+  return unit >= 0xD800 && unit <= 0xDBFF;
+}
+bool IsLowSurrogate(char32_t unit) {
+  return unit >= 0xDC00 && unit <= 0xDFFF;
+}
 
 void AppendCodePoint(char32_t code, std::u16string& out) {
   if (code < 0x10000) {
@@ -91,7 +95,9 @@ char32_t NextCodePoint(std::string_view bytes, std::size_t& position) {
 
 }  // namespace
 
-char16_t LowerCase(char16_t unit) noexcept { return kLowerCase[unit]; }
+char16_t LowerCase(char16_t unit) noexcept {
+  return kLowerCase[unit];
+}
 
 std::u16string LowerCase(std::u16string_view text) {
   std::u16string lower;
@@ -134,7 +140,9 @@ std::u16string_view TrimRight(std::u16string_view text) noexcept {
   return text.substr(0, text.find_last_not_of(u' ') + 1);
 }
 
-std::u16string_view Trim(std::u16string_view text) noexcept { return TrimLeft(TrimRight(text)); }
+std::u16string_view Trim(std::u16string_view text) noexcept {
+  return TrimLeft(TrimRight(text));
+}
 
 std::vector<std::u16string_view> Split(std::u16string_view text, std::u16string_view separator) {
   std::vector<std::u16string_view> pieces;

@@ -46,7 +46,8 @@ std::optional<std::size_t> FindTitle(const DatabaseList& catalogue, std::u16stri
 
 std::optional<std::size_t> FindPath(const DatabaseList& catalogue,
                                     const std::filesystem::path& path) {
-  return FindFirst(catalogue, [&](const auto& entry) { return entry.path.native() == path.native(); });
+  return FindFirst(catalogue,
+                   [&](const auto& entry) { return entry.path.native() == path.native(); });
 }
 
 std::optional<std::size_t> StartupRow(const DatabaseList& catalogue, int remembered_row,

@@ -66,7 +66,7 @@ std::size_t LibrarySize(const Database& database) {
   return size;
 }
 
-void WriteSection(const Database& database, StringList KindLists::*list, Encoder& encoder) {
+void WriteSection(const Database& database, StringList KindLists::* list, Encoder& encoder) {
   encoder.Write(kSectionSeparator);
   for (const auto kind : kKinds) {
     if (kind != kKinds.front()) encoder.Write(kKindSeparator);
@@ -108,8 +108,8 @@ std::expected<Database, Error> ParseLibrary(std::string_view bytes,
   const auto sections = CutIntoSections(bytes);
   Database database;
   const auto invalid = [&](const char* missing) {
-    return std::unexpected(Error{ErrorKind::kInvalidFormat, PathText(path),
-                                 std::string("not a library: ") + missing});
+    return std::unexpected(
+        Error{ErrorKind::kInvalidFormat, PathText(path), std::string("not a library: ") + missing});
   };
   if (!TakeNames(sections, database)) return invalid("it has no section of names");
   if (!TakeItems(sections, database)) return invalid("it has no section of items");

@@ -1,11 +1,10 @@
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <cerrno>
 #include <cstring>
+#include <fcntl.h>
 #include <optional>
 #include <random>
+#include <sys/stat.h>
+#include <unistd.h>
 #include <utility>
 
 #include "database/file_io.h"
@@ -72,7 +71,9 @@ bool WriteFully(int fd, std::string_view bytes) {
 }
 
 // A pipe or device refuses to be flushed to disk, which is no failure.
-bool Flush(int fd) { return ::fsync(fd) == 0 || errno == EINVAL || errno == EROFS; }
+bool Flush(int fd) {
+  return ::fsync(fd) == 0 || errno == EINVAL || errno == EROFS;
+}
 
 std::expected<void, Error> WriteInPlace(const fs::path& path, std::string_view bytes) {
   Descriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
@@ -95,7 +96,9 @@ void FlushFolder(const fs::path& folder) {
 }
 
 // Whether a folder that refuses a new file may still let an existing file be written.
-bool FolderRefusesNewFiles(int code) { return code == EACCES || code == EPERM || code == EROFS; }
+bool FolderRefusesNewFiles(int code) {
+  return code == EACCES || code == EPERM || code == EROFS;
+}
 
 // The file that is to be replaced: a symbolic link stays, its target is replaced.
 fs::path ReplacedFile(const fs::path& path) {
@@ -127,7 +130,9 @@ std::expected<void, Error> Replace(const fs::path& path, const std::optional<str
 
 }  // namespace
 
-std::string PathText(const fs::path& path) { return path.native(); }
+std::string PathText(const fs::path& path) {
+  return path.native();
+}
 
 std::expected<std::string, Error> ReadWholeFile(const fs::path& path) {
   struct stat status = {};
@@ -157,8 +162,7 @@ std::expected<std::string, Error> ReadWholeFile(const fs::path& path) {
   return bytes;
 }
 
-std::expected<std::string, Error> ReadFileUntil(const fs::path& path, char end,
-                                                std::size_t limit) {
+std::expected<std::string, Error> ReadFileUntil(const fs::path& path, char end, std::size_t limit) {
   struct stat status = {};
   const auto file = OpenForReading(path, status);
   if (!file) return std::unexpected(file.error());

@@ -1,8 +1,7 @@
-#include <windows.h>
-
 #include <optional>
 #include <random>
 #include <utility>
+#include <windows.h>
 
 #include "database/file_io.h"
 
@@ -50,8 +49,7 @@ std::string SystemMessage(DWORD code) {
 }
 
 std::unexpected<Error> Failed(ErrorKind kind, const fs::path& path, DWORD code) {
-  return std::unexpected(
-      Error{kind, PathText(path), SystemMessage(code), static_cast<int>(code)});
+  return std::unexpected(Error{kind, PathText(path), SystemMessage(code), static_cast<int>(code)});
 }
 
 std::expected<FileHandle, Error> OpenForReading(const fs::path& path) {
@@ -105,9 +103,9 @@ std::expected<void, Error> WriteInPlace(const fs::path& path, std::string_view b
 
 fs::path TemporaryBeside(const fs::path& path) {
   static std::mt19937_64 random{std::random_device{}()};
-  return path.parent_path() / (path.filename().wstring() + L"." +
-                               std::to_wstring(::GetCurrentProcessId()) + L"." +
-                               std::to_wstring(random()) + L".tmp");
+  return path.parent_path() /
+         (path.filename().wstring() + L"." + std::to_wstring(::GetCurrentProcessId()) + L"." +
+          std::to_wstring(random()) + L".tmp");
 }
 
 bool PutInPlace(const fs::path& temporary, const fs::path& path, bool replaces) {
@@ -176,8 +174,7 @@ std::expected<std::string, Error> ReadWholeFile(const fs::path& path) {
   return bytes;
 }
 
-std::expected<std::string, Error> ReadFileUntil(const fs::path& path, char end,
-                                                std::size_t limit) {
+std::expected<std::string, Error> ReadFileUntil(const fs::path& path, char end, std::size_t limit) {
   const auto file = OpenForReading(path);
   if (!file) return std::unexpected(file.error());
 

@@ -13,8 +13,12 @@ enum class Kind : int { kConst = 0, kDeclare = 1, kType = 2 };
 inline constexpr std::size_t kKindCount = 3;
 inline constexpr std::array<Kind, kKindCount> kKinds = {Kind::kConst, Kind::kDeclare, Kind::kType};
 
-[[nodiscard]] constexpr int KindCode(Kind kind) noexcept { return static_cast<int>(kind); }
-[[nodiscard]] constexpr int IconOf(Kind kind) noexcept { return KindCode(kind) + 1; }
+[[nodiscard]] constexpr int KindCode(Kind kind) noexcept {
+  return static_cast<int>(kind);
+}
+[[nodiscard]] constexpr int IconOf(Kind kind) noexcept {
+  return KindCode(kind) + 1;
+}
 
 // The kind of a selector row or kind code; none for any other number.
 [[nodiscard]] constexpr std::optional<Kind> KindOfCode(int code) noexcept {

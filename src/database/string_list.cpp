@@ -51,6 +51,8 @@ void StringList::RemoveAt(std::size_t position) {
   texts_.erase(texts_.begin() + static_cast<std::ptrdiff_t>(position));
 }
 
-void RemoveListItem(StringList& list, std::size_t position) { list.RemoveAt(position); }
+void RemoveListItem(StringList& list, std::size_t position) {
+  list.RemoveAt(position);
+}
 
 }  // namespace declarium

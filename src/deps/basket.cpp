@@ -20,9 +20,12 @@ Basket::Range Basket::GroupOf(Kind kind) const {
   const auto first_type = first_of(Kind::kType, count + 1);
   const auto first_declare = first_of(Kind::kDeclare, first_type);
   switch (kind) {
-    case Kind::kConst: return {1, first_declare - 1};
-    case Kind::kDeclare: return {first_declare, first_type - 1};
-    case Kind::kType: break;
+    case Kind::kConst:
+      return {1, first_declare - 1};
+    case Kind::kDeclare:
+      return {first_declare, first_type - 1};
+    case Kind::kType:
+      break;
   }
   return {first_type, count};
 }

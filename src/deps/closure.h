@@ -12,10 +12,10 @@ namespace declarium {
 // A shared item met on the way.
 struct Reference {
   Kind kind;
-  std::u16string name;               // as stored when found, otherwise as written where it is used
-  std::optional<ItemView> found;     // the library's item of that name
-  int level;                         // 1 for the shared items of the item asked for
-  std::u16string via;                // stored name of the item that refers to it
+  std::u16string name;            // as stored when found, otherwise as written where it is used
+  std::optional<ItemView> found;  // the library's item of that name
+  int level;                      // 1 for the shared items of the item asked for
+  std::u16string via;             // stored name of the item that refers to it
 };
 
 // The shared items of `start`, then theirs, level by level, each item once (by kind and name,

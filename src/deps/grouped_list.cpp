@@ -6,8 +6,8 @@
 
 namespace declarium {
 
-std::int32_t GetAlphabeticInsertion(std::int32_t first, std::int32_t last,
-                                    std::u16string_view text, const GroupedList& list) {
+std::int32_t GetAlphabeticInsertion(std::int32_t first, std::int32_t last, std::u16string_view text,
+                                    const GroupedList& list) {
   for (auto i = first; i <= last; ++i) {
     const auto order = CompareIgnoringCase(text, list[static_cast<std::size_t>(i - 1)].text);
     if (order == 0) return -1;

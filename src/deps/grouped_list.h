@@ -1,5 +1,5 @@
-// The order of the grouped lists: the shared-items list and the basket. Positions are 1-based, as in
-// the list views that show them; -1 means none.
+// The order of the grouped lists: the shared-items list and the basket. Positions are 1-based, as
+// in the list views that show them; -1 means none.
 #pragma once
 
 #include <cstdint>
@@ -12,9 +12,9 @@ namespace declarium {
 
 using GroupedList = std::vector<GroupedEntry>;
 
-// Where `text` belongs among the entries `first` to `last`, by lower-cased text; -1 when one of them
-// already has that text. Behind the last when it sorts after them all, `first` when the range is
-// empty. The range must lie within the list.
+// Where `text` belongs among the entries `first` to `last`, by lower-cased text; -1 when one of
+// them already has that text. Behind the last when it sorts after them all, `first` when the range
+// is empty. The range must lie within the list.
 [[nodiscard]] std::int32_t GetAlphabeticInsertion(std::int32_t first, std::int32_t last,
                                                   std::u16string_view text,
                                                   const GroupedList& list);

@@ -20,7 +20,9 @@ void AddBetween(GroupedList& list, std::int32_t first, std::int32_t last, std::u
   if (position != -1) InsertEntry(list, position, {std::u16string(name), icon});
 }
 
-std::int32_t Count(const GroupedList& list) { return static_cast<std::int32_t>(list.size()); }
+std::int32_t Count(const GroupedList& list) {
+  return static_cast<std::int32_t>(list.size());
+}
 
 void AddAnywhere(GroupedList& list, std::u16string_view name, int icon) {
   AddBetween(list, 1, Count(list), name, icon);
@@ -31,8 +33,8 @@ void AddAnywhere(GroupedList& list, std::u16string_view name, int icon) {
 void AddConst(GroupedList& list, std::u16string_view name) {
   const auto first_const = FindItemByIcon(kConstIcon, list);
   const auto first_type = FindItemByIcon(kTypeIcon, list);
-  AddBetween(list, first_const == -1 ? 1 : first_const,
-             first_type == -1 ? Count(list) : first_type, name, kConstIcon);
+  AddBetween(list, first_const == -1 ? 1 : first_const, first_type == -1 ? Count(list) : first_type,
+             name, kConstIcon);
 }
 
 void AddType(GroupedList& list, std::u16string_view name) {
@@ -150,7 +152,8 @@ class Member {
 }  // namespace
 
 bool IsNumber(std::u16string_view token) {
-  return !token.empty() && (token.front() == u'&' || token.front() == u'-' || IsDigit(token.front()));
+  return !token.empty() &&
+         (token.front() == u'&' || token.front() == u'-' || IsDigit(token.front()));
 }
 
 GroupedList CreateShared_Const(std::u16string_view value) {
@@ -177,9 +180,12 @@ GroupedList CreateShared_Type(std::u16string_view item) {
 
 GroupedList CreateShared(Kind kind, std::u16string_view item) {
   switch (kind) {
-    case Kind::kConst: return CreateShared_Const(SplitConst(item).value);
-    case Kind::kDeclare: return CreateShared_Declare(item);
-    case Kind::kType: return CreateShared_Type(item);
+    case Kind::kConst:
+      return CreateShared_Const(SplitConst(item).value);
+    case Kind::kDeclare:
+      return CreateShared_Declare(item);
+    case Kind::kType:
+      return CreateShared_Type(item);
   }
   return {};
 }

@@ -56,7 +56,9 @@ std::size_t SourceText::JoinsUpTo(std::size_t position) const {
   return static_cast<std::size_t>(std::ranges::upper_bound(joins, position) - joins.begin());
 }
 
-SourceText ReadSource(std::string_view bytes) { return ReadSource(DecodeCodePage(bytes)); }
+SourceText ReadSource(std::string_view bytes) {
+  return ReadSource(DecodeCodePage(bytes));
+}
 
 SourceText ReadSource(std::u16string text) {
   UseCrLf(text);

@@ -13,10 +13,13 @@ constexpr std::u16string_view kConst = u"const";
 constexpr std::u16string_view kDeclare = u"declare";
 constexpr std::u16string_view kType = u"type";
 
-bool IsBlank(char16_t unit) { return unit == u' ' || unit == u'\t'; }
+bool IsBlank(char16_t unit) {
+  return unit == u' ' || unit == u'\t';
+}
 
 bool StartsWithIgnoringCase(std::u16string_view text, std::u16string_view lowered) {
-  return text.size() >= lowered.size() && EqualIgnoringCase(text.substr(0, lowered.size()), lowered);
+  return text.size() >= lowered.size() &&
+         EqualIgnoringCase(text.substr(0, lowered.size()), lowered);
 }
 
 // "public " or "private " in any case, where the blank may be a tab, which counts as a blank.
@@ -102,9 +105,12 @@ class Parser {
     std::ranges::replace(declaration_, u'\t', u' ');
     SplitWords();
     switch (kind) {
-      case Kind::kConst: return ReadConst();
-      case Kind::kDeclare: return ReadDeclare();
-      case Kind::kType: return ReadType();
+      case Kind::kConst:
+        return ReadConst();
+      case Kind::kDeclare:
+        return ReadDeclare();
+      case Kind::kType:
+        return ReadType();
     }
   }
 
@@ -162,26 +168,28 @@ class Parser {
   }
 
   void Skip(SkipReason reason) {
-    parsed_.skipped.push_back({line_number_ + source_.JoinsUpTo(line_->start()),
-                               std::u16string(line_->line()), reason});
+    parsed_.skipped.push_back(
+        {line_number_ + source_.JoinsUpTo(line_->start()), std::u16string(line_->line()), reason});
   }
 
   const SourceText& source_;
   std::shared_ptr<TextArena> arena_;
   ParsedItems parsed_;
-  std::size_t line_number_ = 0;                 // 1-based, continued lines counted once
-  const LineCursor* line_ = nullptr;            // the line that begins the declaration
-  std::u16string declaration_;                  // without scope words, tabs as blanks
-  std::vector<std::u16string_view> words_;      // of declaration_
-  std::u16string item_;                         // the item string being built
+  std::size_t line_number_ = 0;             // 1-based, continued lines counted once
+  const LineCursor* line_ = nullptr;        // the line that begins the declaration
+  std::u16string declaration_;              // without scope words, tabs as blanks
+  std::vector<std::u16string_view> words_;  // of declaration_
+  std::u16string item_;                     // the item string being built
 };
 
 }  // namespace
 
 std::string_view ReasonText(SkipReason reason) {
   switch (reason) {
-    case SkipReason::kTooFewWords: return "too few words for a declaration";
-    case SkipReason::kNoName: return "no name where it is expected";
+    case SkipReason::kTooFewWords:
+      return "too few words for a declaration";
+    case SkipReason::kNoName:
+      return "no name where it is expected";
   }
   return {};
 }

@@ -22,8 +22,8 @@ enum class SkipReason {
 
 // A line that begins a declaration but gave no item.
 struct SkippedLine {
-  std::size_t number;  // 1-based, in the file
-  std::u16string text; // as it stands in the source, continued lines joined
+  std::size_t number;   // 1-based, in the file
+  std::u16string text;  // as it stands in the source, continued lines joined
   SkipReason reason;
 };
 

@@ -6,8 +6,12 @@
 namespace declarium {
 namespace {
 
-bool IsBracket(char16_t unit) { return unit == u'(' || unit == u')'; }
-bool IsBracketOrComma(char16_t unit) { return IsBracket(unit) || unit == u','; }
+bool IsBracket(char16_t unit) {
+  return unit == u'(' || unit == u')';
+}
+bool IsBracketOrComma(char16_t unit) {
+  return IsBracket(unit) || unit == u',';
+}
 
 bool BeginsComment(std::u16string_view word) {
   const auto first = word.find_first_not_of(u'\t');

@@ -18,9 +18,10 @@ struct ColourRun {
 
 // The runs of `text`, neighbouring runs of one colour joined; none for an empty text. Lines end at
 // CR LF and start in the normal colour; a line is cut into words at single blanks, and one bracket
-// or comma at either end of a word is coloured by itself. A word inside quotes is never a keyword; a
-// word that begins with an apostrophe, inside quotes too, colours the rest of the line and its line
-// end as a comment. Blanks and line ends have the colour then current. A word that is a lone "(" or
+// or comma at either end of a word is coloured by itself. A word inside quotes is never a keyword;
+// a word that begins with an apostrophe, inside quotes too, colours the rest of the line and its
+// line end as a comment. Blanks and line ends have the colour then current. A word that is a lone
+// "(" or
 // ")" comes out twice: the display has always shown it so.
 [[nodiscard]] std::vector<ColourRun> FormatText(std::u16string_view text);
 

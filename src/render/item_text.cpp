@@ -54,9 +54,12 @@ void AppendItemText(Kind kind, std::u16string_view name, std::u16string_view ite
                     std::u16string_view scope, std::u16string& out) {
   if (!scope.empty()) out.append(scope).append(u" ");
   switch (kind) {
-    case Kind::kConst: return AppendConst(name, item, out);
-    case Kind::kDeclare: return AppendDeclare(name, item, out);
-    case Kind::kType: return AppendType(name, item, out);
+    case Kind::kConst:
+      return AppendConst(name, item, out);
+    case Kind::kDeclare:
+      return AppendDeclare(name, item, out);
+    case Kind::kType:
+      return AppendType(name, item, out);
   }
 }
 

@@ -12,7 +12,8 @@ namespace declarium {
 
 // The text of one item, without a scope word and without a line end behind it. Every character 10
 // and 11 of a Declare becomes "Sub " or "Function ", wherever it stands.
-[[nodiscard]] std::u16string ItemText(Kind kind, std::u16string_view name, std::u16string_view item);
+[[nodiscard]] std::u16string ItemText(Kind kind, std::u16string_view name,
+                                      std::u16string_view item);
 
 // Appends the item's text to `out`, with `scope` and a blank in front unless `scope` is empty.
 void AppendItemText(Kind kind, std::u16string_view name, std::u16string_view item,

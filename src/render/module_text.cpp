@@ -13,11 +13,9 @@ constexpr std::size_t kEndingLength = 3;
 // The position of the first line end that an "attribute" in any case follows; npos for none.
 std::size_t FindAttributeLine(std::u16string_view content) {
   constexpr std::u16string_view kSought = u"\r\nattribute";
-  const auto found = std::ranges::search(content, kSought, [](char16_t unit, char16_t sought) {
-    return LowerCase(unit) == sought;
-  });
-  return found.empty() ? content.npos
-                       : static_cast<std::size_t>(found.begin() - content.begin());
+  const auto found = std::ranges::search(
+      content, kSought, [](char16_t unit, char16_t sought) { return LowerCase(unit) == sought; });
+  return found.empty() ? content.npos : static_cast<std::size_t>(found.begin() - content.begin());
 }
 
 }  // namespace

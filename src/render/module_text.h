@@ -13,6 +13,7 @@ namespace declarium {
 // The content of a source module with `text` put behind its first "Attribute" line that is not the
 // file's first line, or behind the first line when there is none; `text` is followed by a line end
 // of its own. A content without a line end gets a line end and `text` behind it.
-[[nodiscard]] std::u16string InsertIntoModule(std::u16string_view content, std::u16string_view text);
+[[nodiscard]] std::u16string InsertIntoModule(std::u16string_view content,
+                                              std::u16string_view text);
 
 }  // namespace declarium

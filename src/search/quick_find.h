@@ -25,8 +25,8 @@ struct RowSource {
 [[nodiscard]] RowSource RowsOf(const StringList& names);
 
 // The first row, from the chosen block on, that begins with `text` without regard to case; none
-// when no row does. Reads two rows per hundredth of the list to choose the block, then the rows from
-// there on, relying on the ascending order of the lower-cased rows. `text` must not be empty.
+// when no row does. Reads two rows per hundredth of the list to choose the block, then the rows
+// from there on, relying on the ascending order of the lower-cased rows. `text` must not be empty.
 [[nodiscard]] std::optional<std::size_t> TypeAheadRow(const RowSource& rows,
                                                       std::u16string_view text);
 

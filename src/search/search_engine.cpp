@@ -13,9 +13,12 @@ constexpr std::uint32_t kCountInterval = 50;  // milliseconds
 
 bool IsSearched(const SearchCriteria& criteria, Kind kind) {
   switch (kind) {
-    case Kind::kConst: return criteria.searchConsts;
-    case Kind::kDeclare: return criteria.searchDeclares;
-    case Kind::kType: return criteria.searchTypes;
+    case Kind::kConst:
+      return criteria.searchConsts;
+    case Kind::kDeclare:
+      return criteria.searchDeclares;
+    case Kind::kType:
+      return criteria.searchTypes;
   }
   return false;
 }
@@ -26,7 +29,8 @@ std::int32_t Total(const SearchCriteria& criteria, const Database& database) {
   std::int32_t total = 0;
   for (const auto kind : kKinds) {
     if (!IsSearched(criteria, kind)) continue;
-    total += static_cast<std::int32_t>(std::max<std::ptrdiff_t>(0, database[kind].names.UpperBound()));
+    total +=
+        static_cast<std::int32_t>(std::max<std::ptrdiff_t>(0, database[kind].names.UpperBound()));
   }
   return total;
 }

@@ -2,8 +2,8 @@
 // list order within a kind. It reads the library and never changes it.
 //
 // A criterion with an empty text is absent. Texts are patterns (basic/like.h) on lower-cased text:
-// with "whole" the pattern itself, otherwise the pattern anywhere. With a name and other criteria an
-// item must match the name and one of the others; other criteria alone are alternatives. A
+// with "whole" the pattern itself, otherwise the pattern anywhere. With a name and other criteria
+// an item must match the name and one of the others; other criteria alone are alternatives. A
 // criterion that a kind does not know never matches an item of that kind.
 //
 //            Const                    Declare                     Type

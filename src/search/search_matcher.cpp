@@ -35,7 +35,9 @@ std::u16string_view UpTo(std::u16string_view text, std::u16string_view end) {
   return text.substr(0, text.find(end));
 }
 
-std::u16string_view FirstWord(std::u16string_view text) { return UpTo(text, u" "); }
+std::u16string_view FirstWord(std::u16string_view text) {
+  return UpTo(text, u" ");
+}
 
 // A token of a value or of bounds that names a constant rather than being a number.
 bool IsNameToken(std::u16string_view token) {
@@ -98,9 +100,12 @@ bool SearchMatcher::Matches(Kind kind, std::u16string_view name, std::u16string_
   if (name_ && !MatchesName(name)) return false;
   if (!HasOtherCriteria()) return true;
   switch (kind) {
-    case Kind::kConst: return MatchesConst(item);
-    case Kind::kDeclare: return MatchesDeclare(item);
-    case Kind::kType: return MatchesType(item);
+    case Kind::kConst:
+      return MatchesConst(item);
+    case Kind::kDeclare:
+      return MatchesDeclare(item);
+    case Kind::kType:
+      return MatchesType(item);
   }
   return false;
 }

@@ -1,7 +1,6 @@
 #include "basic/like.h"
 
 #include <gtest/gtest.h>
-
 #include <string>
 #include <string_view>
 #include <vector>
@@ -56,20 +55,13 @@ struct ListCase {
 
 TEST(Like, ListsHoldCharactersAndRanges) {
   const ListCase cases[] = {
-      {u"[abc]", u"abc", u"d]["},
-      {u"[a-c]", u"abc", u"d-"},
-      {u"[!a-c]", u"d!-", u"abc"},
-      {u"[!a-z!0-9]", u" -[", u"az!09"},
-      {u"[a!b]", u"a!b", u"c"},
-      {u"[-a]", u"-a", u"b"},
-      {u"[a-]", u"-a", u"b"},
-      {u"[a-c-e]", u"abc-e", u"d"},
-      {u"[!!]", u"a", u"!"},
-      {u"[!]", u"!", u"a]"},
-      {u"[*?#]", u"*?#", u"a1"},
-      {u"[[]", u"[", u"]"},
-      {u"]", u"]", u"["},
-      {u"[!-a]", u"b", u"-a"},
+      {u"[abc]", u"abc", u"d]["},  {u"[a-c]", u"abc", u"d-"},
+      {u"[!a-c]", u"d!-", u"abc"}, {u"[!a-z!0-9]", u" -[", u"az!09"},
+      {u"[a!b]", u"a!b", u"c"},    {u"[-a]", u"-a", u"b"},
+      {u"[a-]", u"-a", u"b"},      {u"[a-c-e]", u"abc-e", u"d"},
+      {u"[!!]", u"a", u"!"},       {u"[!]", u"!", u"a]"},
+      {u"[*?#]", u"*?#", u"a1"},   {u"[[]", u"[", u"]"},
+      {u"]", u"]", u"["},          {u"[!-a]", u"b", u"-a"},
   };
   for (const auto& c : cases) {
     for (const char16_t unit : c.accepted) {
