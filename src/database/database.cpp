@@ -1,5 +1,6 @@
 #include "database/database.h"
 
+#include "basic/texts.h"
 #include "database/find_item_index.h"
 
 namespace declarium {
@@ -19,7 +20,7 @@ void RemoveItem(Database& database, Kind kind, std::size_t position) {
 }
 
 std::u16string CaptionOf(std::u16string_view title) {
-  return std::u16string(title) + u" - Declarium 3.0";
+  return std::u16string(title).append(texts::kCaptionTail);
 }
 
 }  // namespace declarium
