@@ -1,0 +1,248 @@
+#include <stdexcept>
+
+#include "toolkit/contract.h"
+
+namespace declarium {
+namespace {
+
+class FormContract : public Contract {
+ protected:
+  FormContract() {
+    form().on_load = Log("load");
+    form().on_resize = Log("resize");
+    form().on_activate = Log("activate");
+    form().on_query_unload = Log("query");
+    form().on_unload = Log("unload");
+    Get<TextBox>("Text1").on_got_focus = Log("focus");
+  }
+};
+
+TEST_F(FormContract, CreatingRaisesNothing) {
+  EXPECT_THAT(log_, IsEmpty());
+  EXPECT_FALSE(form().IsLoaded());
+  EXPECT_FALSE(form().Visible());
+}
+
+TEST_F(FormContract, FirstShowLoadsResizesActivatesAndFocusesTheFirstTabStop) {
+  form().Show();
+  EXPECT_THAT(TakeLog(), ElementsAre("load", "resize", "activate", "focus"));
+  EXPECT_TRUE(form().Visible());
+  EXPECT_TRUE(Get<TextBox>("Text1").HasFocus());
+}
+
+TEST_F(FormContract, FocusSetWhileLoadingOrActivatingStays) {
+  form().on_activate = [this](auto&&...) { Get<ListBox>("List1").SetFocus(); };
+  form().Show();
+  EXPECT_TRUE(Get<ListBox>("List1").HasFocus());
+}
+
+TEST_F(FormContract, LoadingTwiceRaisesLoadOnce) {
+  form().Load();
+  form().Load();
+  EXPECT_THAT(TakeLog(), ElementsAre("load"));
+  EXPECT_TRUE(form().IsLoaded());
+  EXPECT_FALSE(form().Visible());
+}
+
+TEST_F(FormContract, HidingAndShowingAgainKeepsTheState) {
+  form().Show();
+  Get<TextBox>("Text1").SetText(u"abc");
+  form().Hide();
+  EXPECT_FALSE(form().Visible());
+  TakeLog();
+  form().Show();
+  EXPECT_TRUE(form().Visible());
+  EXPECT_EQ(Get<TextBox>("Text1").Text(), u"abc");
+  const auto log = TakeLog();
+  EXPECT_THAT(log, ::testing::Not(::testing::Contains("load")));
+  EXPECT_THAT(log, ::testing::Contains("activate"));
+}
+
+TEST_F(FormContract, UnloadAsksThenUnloads) {
+  form().Show();
+  TakeLog();
+  EXPECT_TRUE(form().Unload());
+  EXPECT_THAT(TakeLog(), ElementsAre("query", "unload"));
+  EXPECT_FALSE(form().IsLoaded());
+  EXPECT_FALSE(form().Visible());
+}
+
+TEST_F(FormContract, CancelInQueryUnloadKeepsTheForm) {
+  form().on_query_unload = [this](QueryUnload& query) {
+    log_.push_back("query");
+    query.cancel = true;
+  };
+  form().Show();
+  TakeLog();
+  EXPECT_FALSE(form().Unload());
+  EXPECT_THAT(TakeLog(), ElementsAre("query"));
+  EXPECT_TRUE(form().Visible());
+}
+
+TEST_F(FormContract, CancelInUnloadKeepsTheForm) {
+  form().on_unload = [](bool& cancel) { cancel = true; };
+  form().Show();
+  EXPECT_FALSE(form().Unload());
+  EXPECT_TRUE(form().Visible());
+}
+
+TEST_F(FormContract, TheCloseBoxTellsThatTheUserAsked) {
+  UnloadReason reason = UnloadReason::kCode;
+  form().on_query_unload = [&](QueryUnload& query) { reason = query.reason; };
+  form().Show();
+  user().Close(form());
+  EXPECT_EQ(reason, UnloadReason::kUser);
+  EXPECT_FALSE(form().IsLoaded());
+}
+
+TEST_F(FormContract, AnUnloadedFormStaysUnloaded) {
+  form().Show();
+  form().Unload();
+  TakeLog();
+  form().Show();
+  EXPECT_FALSE(form().Visible());
+  EXPECT_TRUE(form().Unload());
+  EXPECT_THAT(TakeLog(), IsEmpty());
+}
+
+TEST_F(FormContract, UnloadingANeverLoadedFormRaisesNothing) {
+  EXPECT_TRUE(form().Unload());
+  EXPECT_THAT(TakeLog(), IsEmpty());
+}
+
+TEST_F(FormContract, AFormMayUnloadItselfInItsOwnEvent) {
+  auto& button = Get<CommandButton>("Command1");
+  button.on_click = [this] { form().Unload(); };
+  form().Show();
+  user().Click(button);
+  EXPECT_FALSE(form().IsLoaded());
+}
+
+TEST_F(FormContract, TheInnerAreaHasTheSizeOfTheTable) {
+  form().Show();
+  EXPECT_EQ(form().ScaleWidth(), 620);
+  EXPECT_EQ(form().ScaleHeight(), 420);
+  EXPECT_GE(form().OuterWidth(), 620);
+  EXPECT_GT(form().OuterHeight(), 420);
+}
+
+TEST_F(FormContract, SettingTheOuterSizeResizesOnce) {
+  form().Show();
+  TakeLog();
+  const int border = form().OuterWidth() - form().ScaleWidth();
+  form().SetOuterWidth(700);
+  EXPECT_THAT(TakeLog(), ElementsAre("resize"));
+  EXPECT_EQ(form().OuterWidth(), 700);
+  EXPECT_EQ(form().ScaleWidth(), 700 - border);
+  form().SetOuterWidth(700);
+  EXPECT_THAT(TakeLog(), IsEmpty());
+}
+
+TEST_F(FormContract, TheUsersResizingIsReportedToo) {
+  form().Show();
+  TakeLog();
+  user().Resize(form(), {720, 560});
+  EXPECT_THAT(TakeLog(), ElementsAre("resize"));
+  EXPECT_EQ(form().OuterWidth(), 720);
+  EXPECT_EQ(form().OuterHeight(), 560);
+}
+
+TEST_F(FormContract, AResizeEventMaySetTheSizeAgain) {
+  form().Show();
+  form().on_resize = [this] {
+    if (form().OuterWidth() < 622) {
+      form().SetOuterWidth(622);
+      return;
+    }
+    log_.push_back("layout");
+  };
+  TakeLog();
+  user().Resize(form(), {300, 560});
+  EXPECT_THAT(TakeLog(), ElementsAre("layout"));
+  EXPECT_EQ(form().OuterWidth(), 622);
+}
+
+TEST_F(FormContract, APlacementGivenBackRestoresTheWindow) {
+  form().Show();
+  const Placement before = form().GetPlacement();
+  user().Resize(form(), {720, 560});
+  form().SetPlacement(before);
+  EXPECT_EQ(form().GetPlacement(), before);
+}
+
+TEST_F(FormContract, APlacementCanBeSetWhileLoading) {
+  const Placement wanted{.left = 40, .top = 60, .right = 740, .bottom = 560};
+  form().on_load = [&] { form().SetPlacement(wanted); };
+  form().Show();
+  EXPECT_EQ(form().GetPlacement(), wanted);
+  EXPECT_TRUE(form().Visible());
+}
+
+TEST_F(FormContract, CaptionCanBeChanged) {
+  EXPECT_EQ(form().Caption(), u"Ukážka ovládacích prvkov");
+  form().SetCaption(u"Žltý kôň - Declarium");
+  EXPECT_EQ(form().Caption(), u"Žltý kôň - Declarium");
+}
+
+TEST_F(FormContract, AnUnknownNameAndAWrongTypeFailLoudly) {
+  EXPECT_THROW((void)form().Get<ListBox>("lstNone"), std::logic_error);
+  EXPECT_THROW((void)form().Get<ListBox>("Text1"), std::logic_error);
+}
+
+TEST_F(FormContract, AFaultyTableIsRefused) {
+  static constexpr ControlDefinition kTwins[] = {{.kind = ControlKind::kLabel, .name = "Label1"},
+                                                 {.kind = ControlKind::kLabel, .name = "Label1"}};
+  const FormDefinition faulty{.name = "frmTwins", .controls = kTwins};
+  EXPECT_THROW((void)toolkit().CreateForm(faulty), std::logic_error);
+}
+
+TEST_F(FormContract, ModalShowReturnsWhenTheFormIsClosed) {
+  form().Show();
+  TakeLog();
+  const auto dialog = toolkit().CreateForm(demo::kDialog);
+  dialog->Get<CommandButton>("Command2").on_click = [&] { dialog->Unload(); };
+  user().InNextModalForm("frmDialog", [&](Form& shown) {
+    log_.push_back("in dialog");
+    EXPECT_TRUE(toolkit().IsModalOpen());
+    user().Click(shown.Get<CommandButton>("Command2"));
+  });
+  dialog->Show(ShowMode::kModal, &form());
+  log_.push_back("returned");
+  EXPECT_THAT(TakeLog(), ElementsAre("in dialog", "activate", "focus", "returned"));
+  EXPECT_FALSE(dialog->IsLoaded());
+  EXPECT_FALSE(toolkit().IsModalOpen());
+}
+
+TEST_F(FormContract, HidingAModalFormEndsItsShowToo) {
+  form().Show();
+  const auto dialog = toolkit().CreateForm(demo::kDialog);
+  user().InNextModalForm("frmDialog", [&](Form& shown) { shown.Hide(); });
+  dialog->Show(ShowMode::kModal, &form());
+  EXPECT_TRUE(dialog->IsLoaded());
+  EXPECT_FALSE(dialog->Visible());
+  EXPECT_TRUE(form().Enabled());
+}
+
+TEST_F(FormContract, UnloadAllStopsAtTheFormThatRefuses) {
+  form().Show();
+  const auto dialog = toolkit().CreateForm(demo::kDialog);
+  dialog->Show();
+  form().on_query_unload = [](QueryUnload& query) { query.cancel = true; };
+  EXPECT_FALSE(toolkit().UnloadAllForms());
+  EXPECT_FALSE(dialog->IsLoaded());
+  EXPECT_TRUE(form().IsLoaded());
+  form().on_query_unload = nullptr;
+  EXPECT_TRUE(toolkit().UnloadAllForms());
+  EXPECT_FALSE(form().IsLoaded());
+}
+
+TEST_F(FormContract, QuitEndsTheRunWithItsCode) {
+  form().Show();
+  auto& timer = Get<Timer>("Timer1");
+  timer.on_timer = [this] { toolkit().Quit(7); };
+  timer.SetEnabled(true);
+  EXPECT_EQ(toolkit().Run(), 7);
+}
+
+}  // namespace
+}  // namespace declarium
