@@ -3,22 +3,12 @@
 #include <algorithm>
 
 #include "basic/text.h"
-#include "database/kind.h"
 #include "render/item_text.h"
 
 namespace declarium {
 namespace {
 
 constexpr char16_t kFieldSeparator = 0;
-
-void AppendEntry(Kind kind, std::u16string_view record_element, std::u16string_view scope,
-                 std::u16string& result) {
-  const auto fields = Split(record_element, kFieldSeparator);
-  if (fields.size() < 3) return;
-  if (kind == Kind::kType) result += kCrLf;
-  AppendItemText(kind, fields[1], fields[2], scope, result);
-  result += kCrLf;
-}
 
 // Three line ends in a row become two, once, and none is left at either end.
 std::u16string TidyLineEnds(std::u16string_view text) {
@@ -37,16 +27,28 @@ std::u16string ItemKey(int kind_code, std::u16string_view name) {
   return key.append(name);
 }
 
+std::optional<ItemView> FindRecorded(const GroupedEntry& entry,
+                                     std::span<const std::u16string> record) {
+  const auto kind = KindOfIcon(entry.icon);
+  if (!kind) return std::nullopt;
+  const auto key = ItemKey(KindCode(*kind), entry.text);
+  const auto element = std::ranges::find_if(
+      record, [&](const std::u16string& candidate) { return candidate.starts_with(key); });
+  if (element == record.end()) return std::nullopt;
+  const auto fields = Split(*element, kFieldSeparator);
+  if (fields.size() < 3) return std::nullopt;
+  return ItemView{*kind, fields[1], fields[2]};
+}
+
 std::u16string CreateSelect(std::span<const GroupedEntry> entries,
                             std::span<const std::u16string> record, std::u16string_view scope) {
   std::u16string result;
-  for (const auto& [name, icon] : entries) {
-    const auto kind = KindOfIcon(icon);
-    if (!kind) continue;
-    const auto key = ItemKey(KindCode(*kind), name);
-    const auto element = std::ranges::find_if(
-        record, [&](const std::u16string& candidate) { return candidate.starts_with(key); });
-    if (element != record.end()) AppendEntry(*kind, *element, scope, result);
+  for (const auto& entry : entries) {
+    const auto item = FindRecorded(entry, record);
+    if (!item) continue;
+    if (item->kind == Kind::kType) result += kCrLf;
+    AppendItemText(item->kind, item->name, item->item, scope, result);
+    result += kCrLf;
   }
   return TidyLineEnds(result);
 }

@@ -1,0 +1,60 @@
+#include "host/ui/toolbar_commands.h"
+
+#include <filesystem>
+#include <optional>
+#include <utility>
+
+#include "basic/code_page.h"
+#include "basic/texts.h"
+#include "database/file_io.h"
+#include "render/module_text.h"
+
+namespace declarium {
+namespace {
+
+// What the file holds with the basket's text in it; nothing when it cannot be read.
+std::optional<std::string> NewContent(std::u16string_view file, std::u16string_view text) {
+  if (!IsSourceModuleName(file)) return EncodeCodePage(text);
+  const std::filesystem::path path(file);
+  std::error_code ignored;
+  if (!std::filesystem::exists(path, ignored)) return EncodeCodePage(InsertIntoModule({}, text));
+  const auto content = ReadWholeFile(path);
+  if (!content) return std::nullopt;
+  return EncodeCodePage(InsertIntoModule(DecodeCodePage(*content), text));
+}
+
+}  // namespace
+
+ToolbarCommands::ToolbarCommands(Toolkit& toolkit, Toolbar& Toolbar1, ToolbarActions actions)
+    : toolkit_(toolkit), actions_(std::move(actions)) {
+  Toolbar1.on_button_click = [this](std::string_view key) { Toolbar1_ButtonClick(key); };
+}
+
+void ToolbarCommands::Toolbar1_ButtonClick(std::string_view key) {
+  if (key == "new") return actions_.new_database();
+  if (key == "open") return actions_.open();
+  if (key == "save") return actions_.save();
+  if (key == "add") return actions_.add();
+  if (key == "copy") return Copy();
+  if (key == "delete") return actions_.delete_entry();
+  if (key == "export") return Export();
+  if (key == "insert") return actions_.insert();
+  if (key == "find") return actions_.find();
+  if (key == "settings") return actions_.settings();
+}
+
+void ToolbarCommands::Copy() {
+  toolkit_.ClearClipboard();
+  toolkit_.SetClipboardText(actions_.basket_text());
+}
+
+// A failure ends the command without a message; the file is unchanged then.
+void ToolbarCommands::Export() {
+  const auto file = toolkit_.ChooseFileToSave({.filter = std::u16string(texts::kSourceFilter)});
+  if (!file) return;
+  if (const auto content = NewContent(*file, actions_.basket_text())) {
+    (void)WriteWholeFile(*file, *content);
+  }
+}
+
+}  // namespace declarium

@@ -1,0 +1,72 @@
+#include "import/ui/add_dialog.h"
+
+#include <utility>
+
+#include "basic/texts.h"
+#include "database/ui/file_messages.h"
+#include "import/ui/import_command.h"
+#include "toolkit/captioned.h"
+#include "toolkit/text_box.h"
+
+namespace declarium {
+namespace {
+
+constexpr ControlDefinition kControls[] = {
+    {.kind = ControlKind::kLabel,
+     .name = "Label1",
+     .caption = texts::kAddLabel,
+     .bounds = {10, 8, 540, 18}},
+    {.kind = ControlKind::kMultiLineTextBox,
+     .name = "Text1",
+     .bounds = {10, 28, 540, 260},
+     .font = FontRole::kCode},
+    {.kind = ControlKind::kCommandButton,
+     .name = "Command1",
+     .caption = texts::kOk,
+     .bounds = {366, 298, 88, 26},
+     .role = ButtonRole::kDefault},
+    {.kind = ControlKind::kCommandButton,
+     .name = "Command2",
+     .caption = texts::kCancel,
+     .bounds = {462, 298, 88, 26},
+     .role = ButtonRole::kCancel},
+};
+
+constexpr FormDefinition kDefinition = {
+    .name = "frmAdd", .caption = texts::kAddCaption, .size = {560, 334}, .controls = kControls};
+
+}  // namespace
+
+const FormDefinition& AddDialogDefinition() {
+  return kDefinition;
+}
+
+AddDialog::AddDialog(Toolkit& toolkit, Database& database, KindSelector& selector)
+    : toolkit_(toolkit), database_(database), selector_(selector) {}
+
+void AddDialog::Show(Form& owner) {
+  frmAdd_ = toolkit_.CreateForm(kDefinition);
+  frmAdd_->Get<CommandButton>("Command1").on_click = [this] { Command1_Click(); };
+  frmAdd_->Get<CommandButton>("Command2").on_click = [this] { Command2_Click(); };
+  frmAdd_->Show(ShowMode::kModal, &owner);
+  frmAdd_.reset();
+}
+
+void AddDialog::Command1_Click() {
+  auto text = frmAdd_->Get<TextBox>("Text1").Text();
+  if (!text.empty()) {
+    auto source = ReadSource(std::move(text));
+    JoinContinuedLines(source);
+    const HourglassPointer hourglass(toolkit_);
+    ImportSource(database_, selector_, std::move(source), Existing::kKeep);
+  } else {
+    toolkit_.SetPointer(MousePointer::kDefault);
+  }
+  frmAdd_->Unload();
+}
+
+void AddDialog::Command2_Click() {
+  frmAdd_->Unload();
+}
+
+}  // namespace declarium

@@ -1,0 +1,33 @@
+// frmAdd: declarations typed or pasted, added to the open library.
+#pragma once
+
+#include <memory>
+
+#include "database/ui/kind_selector.h"
+#include "toolkit/form.h"
+#include "toolkit/toolkit.h"
+
+namespace declarium {
+
+class AddDialog {
+ public:
+  // Everything must outlive the dialog.
+  AddDialog(Toolkit& toolkit, Database& database, KindSelector& selector);
+
+  // Shows the dialog, empty, and returns when it is closed.
+  void Show(Form& owner);
+
+ private:
+  void Command1_Click();
+  void Command2_Click();
+
+  Toolkit& toolkit_;
+  Database& database_;
+  KindSelector& selector_;
+  std::unique_ptr<Form> frmAdd_;
+};
+
+// For the list of control names and for tests.
+[[nodiscard]] const FormDefinition& AddDialogDefinition();
+
+}  // namespace declarium
