@@ -43,8 +43,8 @@ enum class ControlKind {
 
 enum class ButtonRole {
   kPlain,
-  kDefault,  // Enter clicks it wherever the focus is, but in a multi-line text box and on another
-             // button; no key event is raised for it
+  kDefault,  // Enter clicks it wherever the focus is, but in a multi-line text box, on another
+             // button and in a control that takes Enter; no key event is raised for it
   kCancel,   // Escape clicks it wherever the focus is; no key event is raised for it
 };
 
@@ -73,6 +73,7 @@ struct ControlDefinition {
   bool enabled = true;
   bool visible = true;
   TabStop tab_stop = TabStop::kUsual;  // the order of the tab key is the order of the table
+  bool takes_enter = false;            // Enter is a key of this control, as if no default button
   FontRole font = FontRole::kText;
   ButtonRole role = ButtonRole::kPlain;
   Colour back_colour = kButtonFaceColour;  // picture boxes
@@ -104,12 +105,14 @@ enum class BorderStyle {
   kNone,     // no border and no title
 };
 
+// Wherever it starts, a window that fits its screen stands wholly on it.
 enum class StartPosition { kSystem, kCentreOwner, kCentreScreen };
 
 struct FormDefinition {
   std::string_view name;
   std::u16string_view caption = {};
-  Size size = {};  // of the inner area
+  Size size = {};          // of the inner area
+  Size minimum_size = {};  // of the inner area; the window cannot be made smaller
   BorderStyle border = BorderStyle::kDialog;
   StartPosition start = StartPosition::kCentreOwner;
   std::span<const ControlDefinition> controls = {};

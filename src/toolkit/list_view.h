@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "toolkit/control.h"
 
@@ -25,6 +26,8 @@ class ListView : public Control {
   // entry.
   virtual void Insert(int position, ListEntry entry) = 0;
   void Append(ListEntry entry) { Insert(Count() + 1, std::move(entry)); }
+  // Appends all at once, which is what long lists are filled with.
+  virtual void AppendAll(std::vector<ListEntry> entries);
   // The selection stays with its entry, and is lost when that entry is the removed one.
   virtual void Remove(int position) = 0;
   virtual void Clear() = 0;

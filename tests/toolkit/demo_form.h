@@ -146,4 +146,26 @@ inline constexpr FormDefinition kDialog = {
     .controls = kDialogControls,
 };
 
+inline constexpr ControlDefinition kResultControls[] = {
+    {.kind = ControlKind::kListView,
+     .name = "View1",
+     .bounds = {8, 8, 180, 91},
+     .accessible_name = u"Výsledky",
+     .takes_enter = true},
+    {.kind = ControlKind::kCommandButton,
+     .name = "Command1",
+     .caption = u"&Hľadať",
+     .bounds = {113, 107, 75, 23},
+     .role = ButtonRole::kDefault},
+};
+
+inline constexpr FormDefinition kResults = {
+    .name = "frmResults",
+    .caption = u"Výsledky",
+    .size = {196, 138},
+    .minimum_size = {150, 100},
+    .border = BorderStyle::kSizable,
+    .controls = kResultControls,
+};
+
 }  // namespace declarium::demo

@@ -44,6 +44,27 @@ TEST_F(DialogContract, EnterInAMultiLineBoxIsALineEnd) {
   EXPECT_EQ(box.Text(), u"\r\n");
 }
 
+TEST_F(DialogContract, EnterInAControlThatTakesItIsItsKey) {
+  const auto results = toolkit().CreateForm(demo::kResults);
+  results->Get<CommandButton>("Command1").on_click = Log("ok");
+  auto& view = results->Get<ListView>("View1");
+  view.on_key_down = [this](KeyDown& down) { log_.push_back(std::to_string(down.code)); };
+  results->Show();
+  view.SetFocus();
+  user().PressKey(key::kEnter);
+  EXPECT_THAT(TakeLog(), ElementsAre("13"));
+}
+
+TEST_F(DialogContract, AWindowIsNotMadeSmallerThanItsMinimum) {
+  const auto results = toolkit().CreateForm(demo::kResults);
+  results->Show();
+  user().Resize(*results, {20, 20});
+  EXPECT_EQ(results->ScaleWidth(), 150);
+  EXPECT_EQ(results->ScaleHeight(), 100);
+  results->SetOuterHeight(20);
+  EXPECT_EQ(results->ScaleHeight(), 100);
+}
+
 TEST_F(DialogContract, ADisabledDefaultButtonIsNotClicked) {
   Button("Command1").SetEnabled(false);
   Box().SetFocus();

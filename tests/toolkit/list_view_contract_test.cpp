@@ -157,6 +157,17 @@ TEST_F(ListViewContract, TheColumnKeepsItsWidth) {
   EXPECT_EQ(view().ColumnWidth(), 160);
 }
 
+TEST_F(ListViewContract, AppendingAllKeepsOrderAndSelection) {
+  view().Select(2);
+  view().AppendAll({{u"Omega", 3}, {u"Alfa", 1}});
+  ASSERT_EQ(view().Count(), 5);
+  EXPECT_EQ(view().Entry(4), (ListEntry{u"Omega", 3}));
+  EXPECT_EQ(view().Entry(5), (ListEntry{u"Alfa", 1}));
+  EXPECT_EQ(view().Selected(), 2);
+  view().AppendAll({});
+  EXPECT_EQ(view().Count(), 5);
+}
+
 TEST_F(ListViewContract, FiftyThousandEntriesAreFilledAndEmptied) {
   for (int i = 0; i < 50'000; ++i) view().Append({u"Entry", 1 + i % 3});
   EXPECT_EQ(view().Count(), 50'003);

@@ -16,7 +16,8 @@ HeadlessForm::HeadlessForm(HeadlessToolkit& toolkit, const FormDefinition& defin
     : Form(definition.name),
       toolkit_(toolkit),
       caption_(definition.caption),
-      border_(definition.border) {
+      border_(definition.border),
+      minimum_size_(definition.minimum_size) {
   Build(definition);
   const Size borders = Borders();
   placement_ = {.right = definition.size.width + borders.width,
@@ -167,7 +168,12 @@ void HeadlessForm::SetOuterSize(Size size) {
 
 void HeadlessForm::SetPlacement(const Placement& placement) {
   const Size before{OuterWidth(), OuterHeight()};
+  const Size borders = Borders();
   placement_ = placement;
+  placement_.right =
+      std::max(placement.right, placement.left + minimum_size_.width + borders.width);
+  placement_.bottom =
+      std::max(placement.bottom, placement.top + minimum_size_.height + borders.height);
   if (before == Size{OuterWidth(), OuterHeight()}) return;
   if (state_ == State::kLoaded && placement_.show != ShowCommand::kMinimized) on_resize.Raise();
 }
@@ -235,6 +241,11 @@ CommandButton* HeadlessForm::ButtonWith(ButtonRole role) const {
   const auto found = std::ranges::find_if(
       tab_order_, [role](const TabEntry& entry) { return entry.definition->role == role; });
   return found == tab_order_.end() ? nullptr : dynamic_cast<CommandButton*>(found->control);
+}
+
+bool HeadlessForm::TakesEnter(const Control& control) const {
+  const auto found = std::ranges::find(tab_order_, &control, &TabEntry::control);
+  return found != tab_order_.end() && found->definition->takes_enter;
 }
 
 void HeadlessForm::PaintPictures() {

@@ -68,6 +68,8 @@ class HeadlessForm : public Form, public FocusOwner {
   // but itself can take the focus. For nullptr the first one.
   [[nodiscard]] Control* NextTabStop(const Control* control) const;
   [[nodiscard]] CommandButton* ButtonWith(ButtonRole role) const;
+  // Whether Enter in the control is its own key rather than the default button's.
+  [[nodiscard]] bool TakesEnter(const Control& control) const;
   [[nodiscard]] const std::vector<HeadlessMenuItem*>& Menus() const { return menus_; }
   [[nodiscard]] const std::vector<HeadlessTimer*>& Timers() const { return timers_; }
   [[nodiscard]] bool CanTakeInput() const { return visible_ && enabled_ && blocked_ == 0; }
@@ -100,6 +102,7 @@ class HeadlessForm : public Form, public FocusOwner {
   HeadlessToolkit& toolkit_;
   std::u16string caption_;
   BorderStyle border_;
+  Size minimum_size_;
   bool has_menu_bar_ = false;
   std::map<std::string, std::unique_ptr<Component>, std::less<>> components_;
   std::vector<TabEntry> tab_order_;

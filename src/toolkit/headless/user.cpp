@@ -186,7 +186,8 @@ bool HeadlessUser::PressDialogKey(HeadlessForm& form, Control& control, int code
   if (code == key::kEnter) {
     const auto* box = dynamic_cast<const HeadlessTextBox*>(&control);
     button = dynamic_cast<CommandButton*>(&control);
-    if (!button && !(box && box->IsMultiLine())) button = form.ButtonWith(ButtonRole::kDefault);
+    const bool takes_enter = (box && box->IsMultiLine()) || form.TakesEnter(control);
+    if (!button && !takes_enter) button = form.ButtonWith(ButtonRole::kDefault);
   }
   if (!button) return false;
   if (button->Visible() && button->Enabled()) Click(*button);
