@@ -5,6 +5,8 @@
 #include <string_view>
 #include <vector>
 
+#include "support/texts.h"
+
 namespace declarium {
 namespace {
 
@@ -22,17 +24,6 @@ bool NaiveMatches(std::u16string_view text, std::u16string_view pattern) {
                         (pattern[0] == u'#' && text[0] >= u'0' && text[0] <= u'9') ||
                         pattern[0] == text[0];
   return accepted && NaiveMatches(text.substr(1), pattern.substr(1));
-}
-
-std::vector<std::u16string> AllTexts(std::u16string_view alphabet, std::size_t longest) {
-  std::vector<std::u16string> texts = {u""};
-  for (std::size_t first = 0, length = 0; length < longest; ++length) {
-    const auto last = texts.size();
-    for (; first < last; ++first) {
-      for (const char16_t unit : alphabet) texts.push_back(texts[first] + unit);
-    }
-  }
-  return texts;
 }
 
 TEST(Like, AgreesWithTheNaiveMatcherOnAllSmallPatternsAndTexts) {
@@ -71,6 +62,92 @@ TEST(Like, ListsHoldCharactersAndRanges) {
       EXPECT_FALSE(Matches(std::u16string(1, unit), c.pattern)) << static_cast<char>(unit);
     }
     EXPECT_FALSE(Matches(u"", c.pattern));
+  }
+}
+
+// Whether the pattern reads to its end: every list is closed and no range runs downwards.
+bool IsWellFormed(std::u16string_view pattern) {
+  for (std::size_t i = 0; i < pattern.size(); ++i) {
+    if (pattern[i] != u'[') continue;
+    const auto close = pattern.find(u']', i);
+    if (close == pattern.npos) return false;
+    auto first = i + 1;
+    if (pattern[first] == u'!' && close > first + 1) ++first;
+    while (first < close) {
+      const bool is_range = pattern[first + 1] == u'-' && first + 2 < close;
+      if (is_range && pattern[first] > pattern[first + 2]) return false;
+      first += is_range ? 3 : 1;
+    }
+    i = close;
+  }
+  return true;
+}
+
+bool IsListed(std::u16string_view list, char16_t unit) {
+  if (list.empty()) return false;
+  if (list.size() > 2 && list[1] == u'-') {
+    return (unit >= list[0] && unit <= list[2]) || IsListed(list.substr(3), unit);
+  }
+  return list[0] == unit || IsListed(list.substr(1), unit);
+}
+
+// The plain recursive reading with lists, for well-formed patterns.
+bool NaiveMatchesWithLists(std::u16string_view text, std::u16string_view pattern) {
+  if (!pattern.starts_with(u'[')) {
+    if (pattern.empty()) return text.empty();
+    if (pattern[0] == u'*') {
+      return NaiveMatchesWithLists(text, pattern.substr(1)) ||
+             (!text.empty() && NaiveMatchesWithLists(text.substr(1), pattern));
+    }
+    return !text.empty() && NaiveMatches(text.substr(0, 1), pattern.substr(0, 1)) &&
+           NaiveMatchesWithLists(text.substr(1), pattern.substr(1));
+  }
+  const auto close = pattern.find(u']');
+  auto list = pattern.substr(1, close - 1);
+  const auto rest = pattern.substr(close + 1);
+  if (list.empty()) return NaiveMatchesWithLists(text, rest);
+  if (text.empty()) return false;
+  const bool negated = list.size() > 1 && list[0] == u'!';
+  if (negated) list.remove_prefix(1);
+  return IsListed(list, text[0]) != negated && NaiveMatchesWithLists(text.substr(1), rest);
+}
+
+TEST(Like, AgreesWithTheNaiveMatcherOnAllSmallPatternsWithLists) {
+  const auto texts = AllTexts(u"abc!-]", 3);
+  for (const auto& pattern : AllTexts(u"[]!-ac*", 6)) {
+    const LikePattern compiled(pattern);
+    const bool well_formed = IsWellFormed(pattern);
+    for (const auto& text : texts) {
+      ASSERT_EQ(compiled.Matches(text), well_formed && NaiveMatchesWithLists(text, pattern))
+          << "pattern " << testing::PrintToString(pattern) << " text "
+          << testing::PrintToString(text);
+    }
+  }
+}
+
+TEST(Like, TheStepsOfTheHostLanguage) {
+  const struct {
+    std::u16string_view text;
+    std::u16string_view pattern;
+    bool matches;
+  } cases[] = {
+      {u"abc", u"*a?c*", true},
+      {u"a1c", u"*a?c*", true},
+      {u"ac", u"*a?c*", false},
+      {u"window", u"*", true},
+      {u"", u"*", true},
+      {u"", u"", true},
+      {u"a", u"", false},
+      {u"a5", u"a#", true},
+      {u"ax", u"a#", false},
+      {u"a\u0665", u"a#", false},
+      {u"getwindow", u"get*dow", true},
+      {u"getwindows", u"get*dow", false},
+      {u"a-c", u"a[-]c", true},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(Matches(c.text, c.pattern), c.matches)
+        << testing::PrintToString(c.text) << " " << testing::PrintToString(c.pattern);
   }
 }
 
