@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <cstdint>
 
 #include "basic/text.h"
@@ -19,7 +20,7 @@ int DigitValue(char16_t unit) {
 }
 
 // `digits` stands behind "&H" or "&O".
-double ReadRadix(std::u16string_view digits, int radix) {
+std::optional<double> ReadRadix(std::u16string_view digits, int radix) {
   double value = 0;
   std::size_t length = 0;
   for (; length < digits.size() && DigitValue(digits[length]) < radix; ++length) {
@@ -30,6 +31,7 @@ double ReadRadix(std::u16string_view digits, int radix) {
     return static_cast<std::int16_t>(static_cast<std::uint16_t>(value));
   }
   if (value <= 0xFFFFFFFF) return static_cast<std::int32_t>(static_cast<std::uint32_t>(value));
+  if (!std::isfinite(value)) return std::nullopt;
   return value;
 }
 
