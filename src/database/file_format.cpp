@@ -119,8 +119,10 @@ std::expected<Database, Error> ParseLibrary(std::string_view bytes,
 }
 
 std::string LibraryBytes(const Database& database) {
+  const auto size = LibrarySize(database);
   std::string bytes;
-  bytes.resize_and_overwrite(LibrarySize(database), [&](char* out, std::size_t size) {
+  // The size handed to the function is not used: libstdc++ 12 rounds it up for short strings.
+  bytes.resize_and_overwrite(size, [&](char* out, std::size_t) {
     Encoder encoder(out);
     encoder.Write(database.title);
     WriteSection(database, &KindLists::names, encoder);
