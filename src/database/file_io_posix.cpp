@@ -1,6 +1,8 @@
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
+#include <algorithm>
 #include <optional>
 #include <random>
 #include <sys/stat.h>
@@ -171,7 +173,7 @@ std::expected<std::string, Error> ReadFileUntil(const fs::path& path, char end, 
   std::string bytes;
   while (bytes.size() < limit) {
     char block[kBlock];
-    const auto count = ReadFully(file->Get(), block, kBlock);
+    const auto count = ReadFully(file->Get(), block, std::min(kBlock, limit - bytes.size()));
     if (count < 0) return Failed(ErrorKind::kCannotRead, path, errno);
     if (count == 0) break;
     const std::string_view read(block, static_cast<std::size_t>(count));

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <optional>
 #include <random>
 #include <utility>
@@ -182,7 +183,7 @@ std::expected<std::string, Error> ReadFileUntil(const fs::path& path, char end, 
   std::string bytes;
   while (bytes.size() < limit) {
     char block[kBlock];
-    const auto count = ReadFully(file->Get(), block, kBlock);
+    const auto count = ReadFully(file->Get(), block, std::min(kBlock, limit - bytes.size()));
     if (!count) return Failed(ErrorKind::kCannotRead, path, ::GetLastError());
     if (*count == 0) break;
     const std::string_view read(block, *count);
