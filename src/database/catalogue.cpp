@@ -28,7 +28,7 @@ DatabaseList EnumDatabases(const std::filesystem::path& folder) {
   for (std::filesystem::directory_iterator file(folder, error), end; !error && file != end;
        file.increment(error)) {
     std::error_code ignored;
-    if (LoweredName(file->path().extension()) == u".api" && file->is_regular_file(ignored)) {
+    if (LoweredName(file->path().filename()).ends_with(u".api") && file->is_regular_file(ignored)) {
       files.push_back(file->path());
     }
   }
