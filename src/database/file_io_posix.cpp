@@ -2,7 +2,6 @@
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
-#include <algorithm>
 #include <optional>
 #include <random>
 #include <sys/stat.h>
@@ -87,8 +86,9 @@ std::expected<void, Error> WriteInPlace(const fs::path& path, std::string_view b
 
 fs::path TemporaryBeside(const fs::path& path) {
   static std::mt19937_64 random{std::random_device{}()};
-  return path.parent_path() / ("." + path.filename().string() + "." + std::to_string(::getpid()) +
-                               "." + std::to_string(random()) + ".tmp");
+  // Without the file's own name, which may already be as long as a name can be.
+  return path.parent_path() /
+         (".declarium-" + std::to_string(::getpid()) + "." + std::to_string(random()) + ".tmp");
 }
 
 // Makes the replacement itself durable; a folder that cannot be flushed loses nothing but that.

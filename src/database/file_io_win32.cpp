@@ -104,9 +104,9 @@ std::expected<void, Error> WriteInPlace(const fs::path& path, std::string_view b
 
 fs::path TemporaryBeside(const fs::path& path) {
   static std::mt19937_64 random{std::random_device{}()};
-  return path.parent_path() /
-         (path.filename().wstring() + L"." + std::to_wstring(::GetCurrentProcessId()) + L"." +
-          std::to_wstring(random()) + L".tmp");
+  // Without the file's own name, which may already be as long as a name can be.
+  return path.parent_path() / (L"declarium-" + std::to_wstring(::GetCurrentProcessId()) + L"." +
+                               std::to_wstring(random()) + L".tmp");
 }
 
 bool PutInPlace(const fs::path& temporary, const fs::path& path, bool replaces) {
