@@ -109,6 +109,12 @@ fs::path ReplacedFile(const fs::path& path) {
   return target.empty() ? path : target;
 }
 
+// Gives the new file the old one's permissions and, where the system allows it, its owner and group.
+bool TakeOwnerAndMode(int fd, const struct stat& old) {
+  [[maybe_unused]] const int ignored = ::fchown(fd, old.st_uid, old.st_gid);
+  return ::fchmod(fd, old.st_mode & 07777) == 0;
+}
+
 std::expected<void, Error> Replace(const fs::path& path, const std::optional<struct stat>& old,
                                    std::string_view bytes) {
   const auto target = ReplacedFile(path);
@@ -118,7 +124,7 @@ std::expected<void, Error> Replace(const fs::path& path, const std::optional<str
     if (FolderRefusesNewFiles(errno)) return WriteInPlace(path, bytes);
     return Failed(ErrorKind::kCannotWrite, path, errno);
   }
-  bool done = !old || ::fchmod(file.Get(), old->st_mode & 07777) == 0;
+  bool done = !old || TakeOwnerAndMode(file.Get(), *old);
   done = done && WriteFully(file.Get(), bytes) && Flush(file.Get()) && file.Close() &&
          ::rename(temporary.c_str(), target.c_str()) == 0;
   if (!done) {
