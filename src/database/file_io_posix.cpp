@@ -193,6 +193,9 @@ std::expected<void, Error> WriteWholeFile(const fs::path& path, std::string_view
   struct stat status = {};
   if (::stat(path.c_str(), &status) != 0) {
     if (errno != ENOENT) return Failed(ErrorKind::kCannotWrite, path, errno);
+    // A link to a file that does not exist yet: opening it creates the file.
+    std::error_code ignored;
+    if (fs::is_symlink(path, ignored)) return WriteInPlace(path, bytes);
     return Replace(path, std::nullopt, bytes);
   }
   if (S_ISDIR(status.st_mode)) return Failed(ErrorKind::kCannotWrite, path, EISDIR);
