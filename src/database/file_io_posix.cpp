@@ -109,7 +109,8 @@ fs::path ReplacedFile(const fs::path& path) {
   return target.empty() ? path : target;
 }
 
-// Gives the new file the old one's permissions and, where the system allows it, its owner and group.
+// Gives the new file the old one's permissions and, where the system allows it, its owner and
+// group.
 bool TakeOwnerAndMode(int fd, const struct stat& old) {
   [[maybe_unused]] const int ignored = ::fchown(fd, old.st_uid, old.st_gid);
   return ::fchmod(fd, old.st_mode & 07777) == 0;
