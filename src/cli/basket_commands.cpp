@@ -1,0 +1,133 @@
+#include "cli/basket_commands.h"
+
+#include <nlohmann/json.hpp>
+#include <ostream>
+
+#include "cli/library.h"
+#include "cli/names.h"
+#include "cli/output.h"
+
+#include "basic/code_page.h"
+#include "basic/text.h"
+#include "database/file_io.h"
+#include "deps/basket.h"
+#include "deps/closure.h"
+#include "render/create_select.h"
+#include "render/module_text.h"
+
+namespace declarium::cli {
+namespace {
+
+struct BasketOptions {
+  std::string file;
+  std::string target;  // the module of insert, the file of basket -o
+  std::vector<std::string> names;
+  std::string scope = "Private";
+  bool closure = false;
+};
+
+// What the basket holds after adding the names in their order, each followed by what it needs.
+Basket CollectItems(const BasketOptions& options, const Session& session) {
+  const auto database = LoadLibrary(options.file);
+  Basket basket;
+  for (const auto& item : ResolveNames(database, options.names)) {
+    basket.Add(item.kind, item.name, item.item);
+    if (!options.closure) continue;
+    for (const auto& reference : FollowSharedItems(database, item)) {
+      if (const auto& found = reference.found) {
+        basket.Add(found->kind, found->name, found->item);
+      } else {
+        session.Say("not in the library: " + QualifiedName(reference.kind, reference.name) +
+                    ", used by " + OneLine(reference.via));
+      }
+    }
+  }
+  return basket;
+}
+
+std::u16string TextOf(const Basket& basket, const BasketOptions& options) {
+  return basket.Text(options.scope == "Public" ? kPublic : kPrivate);
+}
+
+void PrintEntries(const Basket& basket, const Session& session) {
+  for (const auto& [name, icon] : basket.Entries()) PrintItem(session, *KindOfIcon(icon), name);
+}
+
+ExitStatus RunBasket(const BasketOptions& options, const Session& session) {
+  const auto basket = CollectItems(options, session);
+  const auto text = TextOf(basket, options);
+  if (!options.target.empty()) WriteSource(text, options.target);
+  if (session.IsJson()) {
+    auto header = JsonHeader("basket");
+    header["text"] = ToUtf8(text);
+    PrintJson(session, header);
+    PrintEntries(basket, session);
+  } else if (options.target.empty()) {
+    session.streams.out << Lines(text);
+  }
+  return ExitStatus::kDone;
+}
+
+// The module's new content: a source module takes the text behind its attributes, any other file is
+// replaced by it.
+std::u16string ContentWith(const std::string& module, std::u16string_view text) {
+  if (!IsSourceModuleName(FromUtf8(module))) return std::u16string(text);
+  const auto old = ReadWholeFile(PathOf(module));
+  if (!old) throw FileFailed(old.error());
+  return InsertIntoModule(DecodeCodePage(*old), text);
+}
+
+ExitStatus RunInsert(const BasketOptions& options, const Session& session) {
+  const auto basket = CollectItems(options, session);
+  const auto text = TextOf(basket, options);
+  WriteSource(ContentWith(options.target, text), options.target);
+  if (session.IsJson()) {
+    auto header = JsonHeader("insert");
+    header["module"] = options.target;
+    header["text"] = ToUtf8(text);
+    PrintJson(session, header);
+  }
+  PrintEntries(basket, session);
+  return ExitStatus::kDone;
+}
+
+void DefineBasket(CLI::App& command, BasketOptions& options) {
+  DefineNames(command, options.names);
+  command.add_option("--scope", options.scope, "Scope word in front of every declaration")
+      ->transform(CLI::IsMember({"Private", "Public"}, CLI::ignore_case))
+      ->type_name("Private|Public")
+      ->capture_default_str();
+  command.add_flag("--closure", options.closure,
+                   "Also add what the items need, and what that needs");
+}
+
+}  // namespace
+
+void AddBasketCommands(const CommandSet& set) {
+  AddCommand<BasketOptions>(
+      set,
+      {"basket", "Print the source text of items, in the order in which it is inserted",
+       "declarium-cli basket Win32.api GetWindowRect --closure --scope Public -o rect.bas"},
+      [](CLI::App& command, BasketOptions& options) {
+        DefineFile(command, options.file);
+        DefineBasket(command, options);
+        command.add_option("-o,--output", options.target, "Write the text to this file instead")
+            ->type_name("OUT");
+      },
+      RunBasket);
+  AddCommand<BasketOptions>(
+      set,
+      {"insert",
+       "Insert the source text of items into a module file, behind its attributes. A file that is "
+       "no frm, ctl, dob, pag, bas or cls is replaced by the text",
+       "declarium-cli insert Win32.api TrayIcon.bas Shell_NotifyIcon --closure"},
+      [](CLI::App& command, BasketOptions& options) {
+        DefineFile(command, options.file);
+        command.add_option("MODULE", options.target, "The module file, which is changed")
+            ->required();
+        DefineBasket(command, options);
+      },
+      RunInsert);
+}
+
+}  // namespace declarium::cli

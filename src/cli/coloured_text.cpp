@@ -1,0 +1,62 @@
+#include "cli/coloured_text.h"
+
+#include <nlohmann/json.hpp>
+
+#include "cli/output.h"
+
+#include "basic/text.h"
+#include "render/format_text.h"
+
+namespace declarium::cli {
+namespace {
+
+// The keyword is bright blue and the comment green: both can be read on dark and light ground.
+constexpr std::string_view kKeywordColour = "\x1B[94m";
+constexpr std::string_view kCommentColour = "\x1B[32m";
+constexpr std::string_view kNormalColour = "\x1B[0m";
+
+std::string_view EscapeOf(TextColour colour) {
+  switch (colour) {
+    case TextColour::kKeyword:
+      return kKeywordColour;
+    case TextColour::kComment:
+      return kCommentColour;
+    case TextColour::kNormal:
+      break;
+  }
+  return {};
+}
+
+std::string_view NameOf(TextColour colour) {
+  switch (colour) {
+    case TextColour::kKeyword:
+      return "keyword";
+    case TextColour::kComment:
+      return "comment";
+    case TextColour::kNormal:
+      break;
+  }
+  return "normal";
+}
+
+}  // namespace
+
+std::string ColouredLines(std::u16string_view code) {
+  std::string lines;
+  for (const auto& [colour, text] : FormatText(code)) {
+    const auto escape = EscapeOf(colour);
+    lines.append(escape).append(Lines(text));
+    if (!escape.empty()) lines += kNormalColour;
+  }
+  return lines;
+}
+
+nlohmann::ordered_json RunsArray(std::u16string_view code) {
+  auto runs = nlohmann::ordered_json::array();
+  for (const auto& [colour, text] : FormatText(code)) {
+    runs.push_back(nlohmann::ordered_json::array({NameOf(colour), ToUtf8(text)}));
+  }
+  return runs;
+}
+
+}  // namespace declarium::cli

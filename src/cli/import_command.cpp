@@ -1,0 +1,199 @@
+#include "cli/import_command.h"
+
+#include <algorithm>
+#include <array>
+#include <istream>
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <ostream>
+
+#include "cli/library.h"
+#include "cli/output.h"
+#include "cli/status_line.h"
+
+#include "basic/text.h"
+#include "database/file_format.h"
+#include "database/file_io.h"
+#include "import/merge.h"
+#include "import/parser.h"
+
+namespace declarium::cli {
+namespace {
+
+using Counts = std::array<std::size_t, kKindCount>;
+
+struct ImportOptions {
+  std::string file;
+  std::vector<std::string> sources;
+  bool replace = false;
+  std::optional<std::string> title;
+};
+
+struct SourceSkips {
+  std::string source;
+  std::vector<SkippedLine> lines;
+};
+
+struct ImportReport {
+  Counts before{};
+  Counts found{};
+  Counts after{};
+  std::vector<SourceSkips> skipped;
+};
+
+std::string SourceName(const std::string& source) {
+  return source == "-" ? "standard input" : source;
+}
+
+std::string ReadStandardInput(std::istream& in) {
+  constexpr std::size_t kBlock = 1 << 16;
+  std::string bytes;
+  while (in) {
+    const auto size = bytes.size();
+    bytes.resize(size + kBlock);
+    in.read(bytes.data() + size, kBlock);
+    bytes.resize(size + static_cast<std::size_t>(in.gcount()));
+  }
+  if (in.bad()) throw CommandFailed(ExitStatus::kFileFailed, "standard input: cannot be read");
+  return bytes;
+}
+
+SourceText ReadSourceOf(const std::string& source, const Session& session) {
+  if (source == "-") return ReadSource(ReadStandardInput(session.streams.in));
+  const auto bytes = ReadWholeFile(PathOf(source));
+  if (!bytes) throw FileFailed(bytes.error());
+  return ReadSource(*bytes);
+}
+
+bool IsStorable(std::u16string_view text) {
+  return std::ranges::none_of(text, [](char16_t unit) { return unit <= kSectionSeparator; });
+}
+
+// An item with one of the library file's separators in it would tear the file apart.
+void CheckStorable(const ParsedItems& parsed, const std::string& source) {
+  for (const auto kind : kKinds) {
+    const auto& [names, items] = parsed[kind];
+    for (std::size_t i = 0; i < names.size(); ++i) {
+      if (IsStorable(names[i]) && IsStorable(items[i])) continue;
+      throw CommandFailed(ExitStatus::kFileFailed,
+                          SourceName(source) + ": " + QualifiedName(kind, names[i]) +
+                              " holds a control character that no library can keep");
+    }
+  }
+}
+
+Counts CountItems(const auto& lists) {
+  Counts counts{};
+  std::ranges::transform(lists, counts.begin(),
+                         [](const auto& of_kind) { return of_kind.names.size(); });
+  return counts;
+}
+
+Database OpenLibrary(const ImportOptions& options) {
+  std::error_code ignored;
+  if (std::filesystem::exists(PathOf(options.file), ignored)) return LoadLibrary(options.file);
+  if (!options.title) {
+    throw CommandFailed(ExitStatus::kFileFailed,
+                        options.file + ": no such file; --create TITLE creates the library");
+  }
+  Database database;
+  database.title = CheckedTitle(*options.title);
+  return database;
+}
+
+void ImportSource(const std::string& source, Existing existing, const Session& session,
+                  Database& database, ImportReport& report) {
+  auto parsed = ParseDeclarations(ReadSourceOf(source, session));
+  CheckStorable(parsed, source);
+  const auto found = CountItems(parsed.lists);
+  std::ranges::transform(report.found, found, report.found.begin(), std::plus());
+  MergeItems(database, parsed, existing);
+  report.skipped.push_back({SourceName(source), std::move(parsed.skipped)});
+}
+
+nlohmann::ordered_json CountsObject(const Counts& counts) {
+  nlohmann::ordered_json object;
+  for (const auto kind : kKinds) {
+    object[KindWord(kind)] = counts[static_cast<std::size_t>(KindCode(kind))];
+  }
+  return object;
+}
+
+void PrintReportAsJson(const ImportReport& report, const Session& session) {
+  auto header = JsonHeader("import");
+  header["before"] = CountsObject(report.before);
+  header["found"] = CountsObject(report.found);
+  header["after"] = CountsObject(report.after);
+  PrintJson(session, header);
+  for (const auto& [source, lines] : report.skipped) {
+    for (const auto& line : lines) {
+      PrintJson(session,
+                {{"source", source}, {"line", line.number}, {"reason", ReasonText(line.reason)}});
+    }
+  }
+}
+
+void PrintReportAsText(const ImportReport& report, const Session& session) {
+  for (const auto& [source, lines] : report.skipped) {
+    for (const auto& line : lines) {
+      session.streams.err << source << ':' << line.number << ": skipped, "
+                          << ReasonText(line.reason) << ": " << OneLine(line.text) << '\n';
+    }
+  }
+  for (const auto kind : kKinds) {
+    const auto i = static_cast<std::size_t>(KindCode(kind));
+    session.streams.out << KindWord(kind) << '\t' << report.before[i] << " before\t"
+                        << report.found[i] << " found\t" << report.after[i] << " after\n";
+  }
+}
+
+ExitStatus RunImport(const ImportOptions& options, const Session& session) {
+  StatusLine progress(session.streams);
+  auto database = OpenLibrary(options);
+  ImportReport report;
+  report.before = CountItems(database.lists);
+  auto existing = options.replace ? Existing::kReplace : Existing::kKeep;
+  for (const auto& source : options.sources) {
+    progress.Show("importing " + SourceName(source));
+    ImportSource(source, existing, session, database, report);
+    existing = Existing::kKeep;
+  }
+  report.after = CountItems(database.lists);
+  progress.Show("saving " + options.file);
+  SaveLibrary(database, options.file);
+  progress.Clear();
+
+  if (session.IsJson()) {
+    PrintReportAsJson(report, session);
+  } else {
+    PrintReportAsText(report, session);
+  }
+  return ExitStatus::kDone;
+}
+
+}  // namespace
+
+void AddImportCommand(const CommandSet& set) {
+  AddCommand<ImportOptions>(
+      set,
+      {"import",
+       "Merge the declarations of source files into a library. The library's items stay, beside "
+       "what every source adds; a source may replace an item of the same name",
+       "declarium-cli import Win32.api --create Windows WinShell.bas TrayIcon.bas"},
+      [](CLI::App& command, ImportOptions& options) {
+        DefineFile(command, options.file);
+        command
+            .add_option("SOURCE", options.sources,
+                        "Visual Basic source files, merged one after another; - is standard input")
+            ->required();
+        command.add_flag("--replace", options.replace,
+                         "Drop the library's items; all sources are kept beside each other");
+        command
+            .add_option("--create", options.title,
+                        "Create the library with this title; one that exists keeps its own")
+            ->type_name("TITLE");
+      },
+      RunImport);
+}
+
+}  // namespace declarium::cli

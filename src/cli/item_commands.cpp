@@ -1,0 +1,120 @@
+#include "cli/item_commands.h"
+
+#include <nlohmann/json.hpp>
+#include <ostream>
+
+#include "cli/coloured_text.h"
+#include "cli/library.h"
+#include "cli/names.h"
+#include "cli/output.h"
+
+#include "basic/text.h"
+#include "deps/closure.h"
+#include "deps/shared_items.h"
+#include "render/item_text.h"
+
+namespace declarium::cli {
+namespace {
+
+using nlohmann::ordered_json;
+
+struct ShowOptions {
+  std::string file;
+  std::vector<std::string> names;
+};
+
+void ShowItem(const ItemView& item, const Session& session) {
+  const auto code = ItemText(item.kind, item.name, item.item);
+  if (!session.IsJson()) {
+    session.streams.out << (session.UsesColour() ? ColouredLines(code) : Lines(code)) << '\n';
+    return;
+  }
+  auto object = JsonItem(item.kind, item.name);
+  object["code"] = ToUtf8(code);
+  object["runs"] = RunsArray(code);
+  PrintJson(session, object);
+}
+
+ExitStatus RunShow(const ShowOptions& options, const Session& session) {
+  const auto database = LoadLibrary(options.file);
+  const auto items = ResolveNames(database, options.names);
+  if (session.IsJson()) PrintJson(session, JsonHeader("show"));
+  for (const auto& item : items) ShowItem(item, session);
+  return ExitStatus::kDone;
+}
+
+struct SharedOptions {
+  std::string file;
+  std::string name;
+  bool closure = false;
+};
+
+void PrintShared(const Session& session, Kind kind, std::u16string_view name, bool found) {
+  if (session.IsJson()) {
+    auto object = JsonItem(kind, name);
+    object["found"] = found;
+    return PrintJson(session, object);
+  }
+  session.streams.out << QualifiedName(kind, name) << (found ? "" : "\tnot in the library") << '\n';
+}
+
+void PrintReference(const Session& session, const Reference& reference) {
+  if (session.IsJson()) {
+    auto object = JsonItem(reference.kind, reference.name);
+    object["found"] = reference.found.has_value();
+    object["level"] = reference.level;
+    object["via"] = ToUtf8(reference.via);
+    return PrintJson(session, object);
+  }
+  session.streams.out << QualifiedName(reference.kind, reference.name) << "\tlevel "
+                      << reference.level << "\tvia " << OneLine(reference.via)
+                      << (reference.found ? "" : "\tnot in the library") << '\n';
+}
+
+ExitStatus RunShared(const SharedOptions& options, const Session& session) {
+  const auto database = LoadLibrary(options.file);
+  const auto item = ResolveNames(database, {&options.name, 1}).front();
+  if (session.IsJson()) {
+    auto header = JsonHeader("shared");
+    header.update(JsonItem(item.kind, item.name));
+    PrintJson(session, header);
+  }
+  if (options.closure) {
+    for (const auto& reference : FollowSharedItems(database, item)) {
+      PrintReference(session, reference);
+    }
+    return ExitStatus::kDone;
+  }
+  for (const auto& [name, icon] : CreateShared(item.kind, item.item)) {
+    const auto kind = *KindOfIcon(icon);
+    PrintShared(session, kind, name, FindItem(database, kind, name).has_value());
+  }
+  return ExitStatus::kDone;
+}
+
+}  // namespace
+
+void AddItemCommands(const CommandSet& set) {
+  AddCommand<ShowOptions>(
+      set,
+      {"show", "Show the source text of items",
+       "declarium-cli show Win32.api SetWindowPos type:RECT"},
+      [](CLI::App& command, ShowOptions& options) {
+        DefineFile(command, options.file);
+        DefineNames(command, options.names);
+      },
+      RunShow);
+  AddCommand<SharedOptions>(
+      set,
+      {"shared", "List the constants and records that an item refers to",
+       "declarium-cli shared Win32.api WINDOWPLACEMENT --closure"},
+      [](CLI::App& command, SharedOptions& options) {
+        DefineFile(command, options.file);
+        command.add_option("NAME", options.name, "Item name; \"type:RECT\" names the kind")
+            ->required();
+        command.add_flag("--closure", options.closure, "Follow the references through the library");
+      },
+      RunShared);
+}
+
+}  // namespace declarium::cli

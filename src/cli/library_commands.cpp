@@ -1,0 +1,237 @@
+#include "cli/library_commands.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <nlohmann/json.hpp>
+
+#include "cli/library.h"
+#include "cli/names.h"
+#include "cli/output.h"
+
+#include "basic/text.h"
+#include "database/catalogue.h"
+#include "database/file_format.h"
+#include "database/file_io.h"
+#include "database/find_item_index.h"
+#include "render/item_text.h"
+
+namespace declarium::cli {
+namespace {
+
+struct NewOptions {
+  std::string file;
+  std::string title;
+  bool force = false;
+};
+
+ExitStatus RunNew(const NewOptions& options, const Session& session) {
+  const auto title = CheckedTitle(options.title);
+  const auto path = PathOf(options.file);
+  std::error_code ignored;
+  if (!options.force && std::filesystem::exists(path, ignored)) {
+    throw CommandFailed(ExitStatus::kFileFailed,
+                        PathText(path) + ": exists already; --force replaces it");
+  }
+  if (const auto written = WriteWholeFile(path, EmptyLibraryBytes(title)); !written) {
+    throw FileFailed(written.error());
+  }
+  if (session.IsJson()) PrintJson(session, JsonHeader("new"));
+  return ExitStatus::kDone;
+}
+
+struct ListOptions {
+  std::string file;
+  std::string kind;
+};
+
+void ListItem(const Session& session, const ItemView& item) {
+  if (!session.IsJson()) return PrintItem(session, item.kind, item.name);
+  auto object = JsonItem(item.kind, item.name);
+  object["item"] = ToUtf8(item.item);
+  PrintJson(session, object);
+}
+
+ExitStatus RunList(const ListOptions& options, const Session& session) {
+  const auto database = LoadLibrary(options.file);
+  const auto only = KindOfWord(options.kind);
+  if (session.IsJson()) {
+    auto header = JsonHeader("list");
+    header["title"] = ToUtf8(database.title);
+    PrintJson(session, header);
+  }
+  for (const auto kind : kKinds) {
+    if (only && kind != *only) continue;
+    const auto& lists = database[kind];
+    for (std::size_t i = 0; i < lists.names.size(); ++i) {
+      ListItem(session, {kind, lists.names[i], lists.ItemAt(i)});
+    }
+  }
+  return ExitStatus::kDone;
+}
+
+struct ExportOptions {
+  std::string file;
+  std::string out;
+};
+
+ExitStatus RunExport(const ExportOptions& options, const Session& session) {
+  WriteSource(ExportText(LoadLibrary(options.file)), options.out);
+  if (session.IsJson()) PrintJson(session, JsonHeader("export"));
+  return ExitStatus::kDone;
+}
+
+struct RenameOptions {
+  std::string file;
+  std::string title;
+};
+
+ExitStatus RunRename(const RenameOptions& options, const Session& session) {
+  auto database = LoadLibrary(options.file);
+  database.title = CheckedTitle(options.title);
+  SaveLibrary(database, options.file);
+  if (session.IsJson()) PrintJson(session, JsonHeader("rename"));
+  return ExitStatus::kDone;
+}
+
+struct DeleteOptions {
+  std::string file;
+  std::vector<std::string> names;
+};
+
+// Where the items stand, each place once and later ones first, so that removing one moves none of
+// the others.
+std::vector<std::pair<Kind, std::size_t>> PlacesFromTheEnd(const Database& database,
+                                                           const std::vector<ItemView>& items) {
+  std::vector<std::pair<Kind, std::size_t>> places;
+  for (const auto& item : items) {
+    const auto position = FindItemIndex(item.name, database[item.kind].names);
+    places.emplace_back(item.kind, static_cast<std::size_t>(position));
+  }
+  std::ranges::sort(places, std::ranges::greater());
+  const auto repeated = std::ranges::unique(places);
+  places.erase(repeated.begin(), repeated.end());
+  return places;
+}
+
+ExitStatus RunDelete(const DeleteOptions& options, const Session& session) {
+  const auto before = LoadLibrary(options.file);
+  const auto places = PlacesFromTheEnd(before, ResolveNames(before, options.names));
+  auto after = before;
+  for (const auto& [kind, position] : places) RemoveItem(after, kind, position);
+  SaveLibrary(after, options.file);
+
+  if (session.IsJson()) PrintJson(session, JsonHeader("delete"));
+  for (auto place = places.rbegin(); place != places.rend(); ++place) {
+    PrintItem(session, place->first, before[place->first].names[place->second]);
+  }
+  return ExitStatus::kDone;
+}
+
+struct DatabasesOptions {
+  std::string folder = ".";
+};
+
+void CheckFolder(const std::filesystem::path& folder) {
+  std::error_code error;
+  const std::filesystem::directory_iterator files(folder, error);
+  if (error) {
+    throw FileFailed({ErrorKind::kCannotRead, PathText(folder), error.message(), error.value()});
+  }
+}
+
+ExitStatus RunDatabases(const DatabasesOptions& options, const Session& session) {
+  const auto folder = PathOf(options.folder);
+  CheckFolder(folder);
+  const auto databases = EnumDatabases(folder);
+  if (session.IsJson()) PrintJson(session, JsonHeader("databases"));
+  for (const auto& [title, path] : databases) {
+    const auto path_text = PathText(path);
+    if (session.IsJson()) {
+      PrintJson(session, {{"title", ToUtf8(title)}, {"path", path_text}});
+    } else {
+      session.streams.out << OneLine(FromUtf8(path_text)) << '\t' << OneLine(title) << '\n';
+    }
+  }
+  return databases.empty() ? ExitStatus::kNothingFound : ExitStatus::kDone;
+}
+
+void AddNew(const CommandSet& set) {
+  AddCommand<NewOptions>(
+      set,
+      {"new", "Create an empty library", "declarium-cli new Win32.api \"Windows declarations\""},
+      [](CLI::App& command, NewOptions& options) {
+        DefineFile(command, options.file);
+        command.add_option("TITLE", options.title, "The title that catalogues show")->required();
+        command.add_flag("--force", options.force, "Replace an existing file");
+      },
+      RunNew);
+}
+
+void AddList(const CommandSet& set) {
+  AddCommand<ListOptions>(
+      set, {"list", "List the items of a library", "declarium-cli list Win32.api --kind type"},
+      [](CLI::App& command, ListOptions& options) {
+        DefineFile(command, options.file);
+        DefineKind(command, options.kind);
+      },
+      RunList);
+}
+
+void AddExport(const CommandSet& set) {
+  AddCommand<ExportOptions>(
+      set,
+      {"export", "Write a whole library as source text", "declarium-cli export Win32.api all.bas"},
+      [](CLI::App& command, ExportOptions& options) {
+        DefineFile(command, options.file);
+        command.add_option("OUT", options.out, "The file to write, replaced when it exists")
+            ->required();
+      },
+      RunExport);
+}
+
+void AddRename(const CommandSet& set) {
+  AddCommand<RenameOptions>(
+      set,
+      {"rename", "Give a library another title", "declarium-cli rename Win32.api \"Windows NT\""},
+      [](CLI::App& command, RenameOptions& options) {
+        DefineFile(command, options.file);
+        command.add_option("TITLE", options.title, "The new title")->required();
+      },
+      RunRename);
+}
+
+void AddDelete(const CommandSet& set) {
+  AddCommand<DeleteOptions>(
+      set,
+      {"delete", "Remove items from a library",
+       "declarium-cli delete Win32.api type:RECT MAX_PATH"},
+      [](CLI::App& command, DeleteOptions& options) {
+        DefineFile(command, options.file);
+        DefineNames(command, options.names);
+      },
+      RunDelete);
+}
+
+void AddDatabases(const CommandSet& set) {
+  AddCommand<DatabasesOptions>(
+      set,
+      {"databases", "List the libraries of a folder and their titles",
+       "declarium-cli databases \"C:\\Program Files\\Declarium\""},
+      [](CLI::App& command, DatabasesOptions& options) {
+        command.add_option("DIR", options.folder, "The folder; the current one when left out");
+      },
+      RunDatabases);
+}
+
+}  // namespace
+
+void AddLibraryCommands(const CommandSet& set) {
+  AddNew(set);
+  AddList(set);
+  AddExport(set);
+  AddRename(set);
+  AddDelete(set);
+  AddDatabases(set);
+}
+
+}  // namespace declarium::cli

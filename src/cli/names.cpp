@@ -1,0 +1,73 @@
+#include "cli/names.h"
+
+#include <algorithm>
+
+#include "cli/nearest_names.h"
+#include "cli/output.h"
+#include "cli/session.h"
+
+#include "basic/text.h"
+
+namespace declarium::cli {
+namespace {
+
+struct SoughtName {
+  std::span<const Kind> kinds;  // where to look, in this order
+  std::u16string name;
+};
+
+SoughtName Parse(std::string_view argument) {
+  if (const auto colon = argument.find(':'); colon != argument.npos) {
+    if (const auto kind = KindOfWord(argument.substr(0, colon))) {
+      const auto position = static_cast<std::size_t>(KindCode(*kind));
+      return {std::span(kKinds).subspan(position, 1), FromUtf8(argument.substr(colon + 1))};
+    }
+  }
+  return {kKinds, FromUtf8(argument)};
+}
+
+std::string UnknownName(const Database& database, const SoughtName& sought,
+                        std::string_view argument) {
+  std::string message = "no item named " + OneLine(FromUtf8(argument));
+  const auto nearest = NearestNames(database, sought.kinds, sought.name);
+  for (const auto& item : nearest) {
+    message += &item == &nearest.front() ? "; did you mean " : ", ";
+    message += QualifiedName(item.kind, item.name);
+  }
+  return nearest.empty() ? message : message + "?";
+}
+
+std::optional<ItemView> Find(const Database& database, const SoughtName& sought) {
+  for (const auto kind : sought.kinds) {
+    if (const auto item = FindItem(database, kind, sought.name)) return item;
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+std::optional<Kind> KindOfWord(std::string_view word) {
+  const auto text = FromUtf8(word);
+  const auto found = std::ranges::find_if(
+      kKinds, [&](Kind kind) { return EqualIgnoringCase(KindName(kind), text); });
+  if (found == kKinds.end()) return std::nullopt;
+  return *found;
+}
+
+std::vector<ItemView> ResolveNames(const Database& database, std::span<const std::string> names) {
+  std::vector<ItemView> items;
+  std::string unknown;
+  for (const auto& argument : names) {
+    const auto sought = Parse(argument);
+    if (const auto item = Find(database, sought)) {
+      items.push_back(*item);
+    } else {
+      if (!unknown.empty()) unknown += '\n';
+      unknown += UnknownName(database, sought, argument);
+    }
+  }
+  if (!unknown.empty()) throw CommandFailed(ExitStatus::kNothingFound, unknown);
+  return items;
+}
+
+}  // namespace declarium::cli

@@ -1,0 +1,47 @@
+// One run of one command: its surroundings, the options that every command knows, and how it ended.
+#pragma once
+
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+#include "cli/exit_status.h"
+#include "cli/streams.h"
+
+#include "basic/error.h"
+
+namespace declarium::cli {
+
+enum class OutputFormat { kText, kJsonLines };
+enum class ColourUse { kAuto, kAlways, kNever };
+
+struct Session {
+  Streams& streams;
+  OutputFormat format = OutputFormat::kText;
+  ColourUse colour = ColourUse::kAuto;
+  ExitStatus status = ExitStatus::kDone;
+
+  [[nodiscard]] bool IsJson() const noexcept { return format == OutputFormat::kJsonLines; }
+  // Whether source text is coloured: on a terminal whose user has not asked for none, or always.
+  [[nodiscard]] bool UsesColour() const noexcept;
+
+  // Writes one message line to the error stream, with the program's name in front.
+  void Say(std::string_view message) const;
+};
+
+// Ends a command. Thrown before the command has changed or printed anything, and caught in one
+// place, which prints the message.
+class CommandFailed : public std::runtime_error {
+ public:
+  CommandFailed(ExitStatus status, const std::string& message)
+      : std::runtime_error(message), status_(status) {}
+
+  [[nodiscard]] ExitStatus Status() const noexcept { return status_; }
+
+ private:
+  ExitStatus status_;
+};
+
+[[nodiscard]] CommandFailed FileFailed(const Error& error);
+
+}  // namespace declarium::cli

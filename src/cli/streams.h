@@ -1,0 +1,17 @@
+// The program's surroundings as the commands see them, so that a test can stand in for a terminal.
+#pragma once
+
+#include <iosfwd>
+
+namespace declarium::cli {
+
+struct Streams {
+  std::istream& in;   // bytes, as a file has them
+  std::ostream& out;  // results, UTF-8
+  std::ostream& err;  // messages and progress, UTF-8
+  bool out_is_terminal = false;
+  bool err_is_terminal = false;
+  bool no_colour = false;  // the user asked every program to leave colours out
+};
+
+}  // namespace declarium::cli
