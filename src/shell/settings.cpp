@@ -1,0 +1,95 @@
+#include "shell/settings.h"
+
+namespace declarium {
+
+namespace {
+
+std::uint32_t ReadColour(const SettingsStore& store, const IntegerSetting& setting) {
+  return static_cast<std::uint32_t>(ReadSetting(store, setting));
+}
+
+void WriteColour(SettingsStore& store, const IntegerSetting& setting, std::uint32_t colour) {
+  WriteSetting(store, setting, static_cast<std::int32_t>(colour));
+}
+
+WindowEdges ReadEdges(const SettingsStore& store) {
+  return {.left = ReadSetting(store, setting::kLeftEdge),
+          .top = ReadSetting(store, setting::kUpperEdge),
+          .right = ReadSetting(store, setting::kRightEdge),
+          .bottom = ReadSetting(store, setting::kLowerEdge)};
+}
+
+void WriteEdges(SettingsStore& store, const WindowEdges& edges) {
+  WriteSetting(store, setting::kUpperEdge, edges.top);
+  WriteSetting(store, setting::kLeftEdge, edges.left);
+  WriteSetting(store, setting::kRightEdge, edges.right);
+  WriteSetting(store, setting::kLowerEdge, edges.bottom);
+}
+
+PaneSizes ReadPaneSizes(const SettingsStore& store) {
+  return {.main_width = ReadSetting(store, setting::kMainWidth),
+          .rtb_height = ReadSetting(store, setting::kRtbHeight),
+          .add_height = ReadSetting(store, setting::kAddHeight)};
+}
+
+void WritePaneSizes(SettingsStore& store, const PaneSizes& panes) {
+  WriteSetting(store, setting::kRtbHeight, panes.rtb_height);
+  WriteSetting(store, setting::kMainWidth, panes.main_width);
+  WriteSetting(store, setting::kAddHeight, panes.add_height);
+}
+
+}  // namespace
+
+std::int32_t ReadSetting(const SettingsStore& store, const IntegerSetting& setting) {
+  const SettingValue value = store.GetValue(kSettingsKey, setting.name, setting.default_value);
+  return ToInteger(value).value_or(setting.default_value);
+}
+
+std::u16string ReadSetting(const SettingsStore& store, const TextSetting& setting) {
+  return ToText(store.GetValue(kSettingsKey, setting.name, std::u16string(setting.default_value)));
+}
+
+void WriteSetting(SettingsStore& store, const IntegerSetting& setting, std::int32_t value) {
+  store.SetValue(kSettingsKey, setting.name, ValueType::kInteger, value);
+}
+
+void WriteSetting(SettingsStore& store, const TextSetting& setting, std::u16string_view value) {
+  store.SetValue(kSettingsKey, setting.name, ValueType::kText, std::u16string(value));
+}
+
+DisplayColours ReadColours(const SettingsStore& store) {
+  return {.keyword = ReadColour(store, setting::kKeywordColor),
+          .comment = ReadColour(store, setting::kCommentColor),
+          .normal = ReadColour(store, setting::kNormalColor)};
+}
+
+void WriteColours(SettingsStore& store, const DisplayColours& colours) {
+  WriteColour(store, setting::kKeywordColor, colours.keyword);
+  WriteColour(store, setting::kCommentColor, colours.comment);
+  WriteColour(store, setting::kNormalColor, colours.normal);
+}
+
+WindowSettings ReadWindowSettings(const SettingsStore& store) {
+  const bool size_saved = ReadSetting(store, setting::kSizeSaved) == 1;
+  return {.size_saved = size_saved,
+          .edges = size_saved ? ReadEdges(store) : WindowEdges{},
+          .show_command = ReadSetting(store, setting::kWindowState),
+          .panes = ReadPaneSizes(store),
+          .range = ReadSetting(store, setting::kRange),
+          .selector = ReadSetting(store, setting::kSelector),
+          .last_database_index = ReadSetting(store, setting::kLastDatabaseIndex),
+          .last_database_name = ReadSetting(store, setting::kLastDatabaseName)};
+}
+
+void WriteWindowSettings(SettingsStore& store, const WindowSettings& settings) {
+  WriteEdges(store, settings.edges);
+  WriteSetting(store, setting::kWindowState, settings.show_command);
+  WritePaneSizes(store, settings.panes);
+  WriteSetting(store, setting::kSizeSaved, 1);
+  WriteSetting(store, setting::kSelector, settings.selector);
+  WriteSetting(store, setting::kRange, settings.range);
+  WriteSetting(store, setting::kLastDatabaseIndex, settings.last_database_index);
+  WriteSetting(store, setting::kLastDatabaseName, settings.last_database_name);
+}
+
+}  // namespace declarium

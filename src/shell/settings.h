@@ -1,0 +1,91 @@
+// The program's settings: their names, types and defaults, and what they mean.
+//
+// A missing value, and one whose stored type or content does not fit, reads as its default. Writing
+// ignores failures: the program works without its settings.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "render/ui/code_display.h"
+#include "shell/pane_sizes.h"
+#include "shell/settings_store.h"
+
+namespace declarium {
+
+inline constexpr std::u16string_view kSettingsKey = u"Software\\Brindlework\\Declarium 3.0";
+
+struct IntegerSetting {
+  std::u16string_view name;
+  std::int32_t default_value;
+};
+
+struct TextSetting {
+  std::u16string_view name;
+  std::u16string_view default_value;
+};
+
+namespace setting {
+
+inline constexpr IntegerSetting kKeywordColor{u"KeywordColor", 0xFF0000};
+inline constexpr IntegerSetting kCommentColor{u"CommentColor", 0x008000};
+inline constexpr IntegerSetting kNormalColor{u"NormalColor", 0};
+inline constexpr IntegerSetting kSizeSaved{u"SizeSaved", 0};  // 1: the placement below was saved
+// The window's normal rectangle, in dots of the screen. "Left" has always held its upper edge and
+// "Top" its left one; stored settings depend on it.
+inline constexpr IntegerSetting kUpperEdge{u"Left", 100};
+inline constexpr IntegerSetting kLeftEdge{u"Top", 100};
+inline constexpr IntegerSetting kRightEdge{u"Width", 620};
+inline constexpr IntegerSetting kLowerEdge{u"Height", 500};
+// How the window is shown: 1 normal, 2 minimized, 3 maximized.
+inline constexpr IntegerSetting kWindowState{u"WindowState", 1};
+inline constexpr IntegerSetting kRtbHeight{u"RtbHeight", 146};
+inline constexpr IntegerSetting kMainWidth{u"MainWidth", 300};
+inline constexpr IntegerSetting kAddHeight{u"AddHeight", 300};
+inline constexpr IntegerSetting kRange{u"Range", 0};
+inline constexpr IntegerSetting kSelector{u"Selector", 1};
+inline constexpr IntegerSetting kLastDatabaseIndex{u"LastDatabaseIndex", 0};
+inline constexpr TextSetting kLastDatabaseName{u"LastDatabaseName", u""};
+// The ten check boxes of the search dialog, a digit each.
+inline constexpr TextSetting kFindCheckBox{u"FindCheckBox", u"1110111011"};
+
+}  // namespace setting
+
+// One setting, of kSettingsKey.
+[[nodiscard]] std::int32_t ReadSetting(const SettingsStore& store, const IntegerSetting& setting);
+[[nodiscard]] std::u16string ReadSetting(const SettingsStore& store, const TextSetting& setting);
+void WriteSetting(SettingsStore& store, const IntegerSetting& setting, std::int32_t value);
+void WriteSetting(SettingsStore& store, const TextSetting& setting, std::u16string_view value);
+
+[[nodiscard]] DisplayColours ReadColours(const SettingsStore& store);
+void WriteColours(SettingsStore& store, const DisplayColours& colours);
+
+// The window's normal (restored) rectangle on the screen, in its dots.
+struct WindowEdges {
+  int left = 100;
+  int top = 100;
+  int right = 620;
+  int bottom = 500;
+  bool operator==(const WindowEdges&) const = default;
+};
+
+// What the main window keeps from one run to the next.
+struct WindowSettings {
+  bool size_saved = false;  // false: `edges` are the defaults, not to be applied
+  WindowEdges edges = {};
+  int show_command = 1;  // 1 normal, 2 minimized, 3 maximized
+  PaneSizes panes = {};
+  int range = 0;                // row of cmbRange: 0 Private, 1 Public
+  int selector = 1;             // row of cmbSelector: the kind code
+  int last_database_index = 0;  // row of cmbDatabase, -1 when none
+  std::u16string last_database_name = {};
+  bool operator==(const WindowSettings&) const = default;
+};
+
+// The edges are read only when they were saved.
+[[nodiscard]] WindowSettings ReadWindowSettings(const SettingsStore& store);
+// Writes everything; "SizeSaved" becomes 1 whatever `size_saved` says.
+void WriteWindowSettings(SettingsStore& store, const WindowSettings& settings);
+
+}  // namespace declarium

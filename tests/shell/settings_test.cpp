@@ -1,0 +1,153 @@
+#include "shell/settings.h"
+
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+#include "shell/memory_store.h"
+
+namespace declarium {
+namespace {
+
+using namespace std::string_literals;
+
+std::int32_t IntegerIn(const MemoryStore& store, std::u16string_view name) {
+  return ToInteger(store.GetValue(kSettingsKey, name, -99)).value_or(-98);
+}
+
+TEST(Settings, HaveTheirDefaultsWithoutAnyKey) {
+  const MemoryStore store;
+  EXPECT_EQ(ReadColours(store), (DisplayColours{16711680, 32768, 0}));
+  EXPECT_EQ(ReadWindowSettings(store),
+            (WindowSettings{.size_saved = false,
+                            .edges = {.left = 100, .top = 100, .right = 620, .bottom = 500},
+                            .show_command = 1,
+                            .panes = {.main_width = 300, .rtb_height = 146, .add_height = 300},
+                            .range = 0,
+                            .selector = 1,
+                            .last_database_index = 0,
+                            .last_database_name = u""}));
+  EXPECT_EQ(ReadSetting(store, setting::kFindCheckBox), u"1110111011");
+}
+
+TEST(Settings, HaveTheNamesAndDefaultsThatStoredOnesHave) {
+  struct Row {
+    IntegerSetting setting;
+    std::u16string_view name;
+    std::int32_t default_value;
+  };
+  const Row rows[] = {
+      {setting::kKeywordColor, u"KeywordColor", 16711680},
+      {setting::kCommentColor, u"CommentColor", 32768},
+      {setting::kNormalColor, u"NormalColor", 0},
+      {setting::kSizeSaved, u"SizeSaved", 0},
+      {setting::kUpperEdge, u"Left", 100},
+      {setting::kLeftEdge, u"Top", 100},
+      {setting::kRightEdge, u"Width", 620},
+      {setting::kLowerEdge, u"Height", 500},
+      {setting::kWindowState, u"WindowState", 1},
+      {setting::kRtbHeight, u"RtbHeight", 146},
+      {setting::kMainWidth, u"MainWidth", 300},
+      {setting::kAddHeight, u"AddHeight", 300},
+      {setting::kRange, u"Range", 0},
+      {setting::kSelector, u"Selector", 1},
+      {setting::kLastDatabaseIndex, u"LastDatabaseIndex", 0},
+  };
+  for (const Row& row : rows) {
+    EXPECT_EQ(row.setting.name, row.name);
+    EXPECT_EQ(row.setting.default_value, row.default_value);
+  }
+  EXPECT_EQ(kSettingsKey, u"Software\\Brindlework\\Declarium 3.0");
+}
+
+TEST(Settings, KeepTheUpperEdgeUnderTheNameLeft) {
+  MemoryStore store;
+  WriteWindowSettings(store, {.edges = {.left = 1, .top = 2, .right = 3, .bottom = 4}});
+  EXPECT_EQ(IntegerIn(store, u"Left"), 2);
+  EXPECT_EQ(IntegerIn(store, u"Top"), 1);
+  EXPECT_EQ(IntegerIn(store, u"Width"), 3);
+  EXPECT_EQ(IntegerIn(store, u"Height"), 4);
+  EXPECT_EQ(ReadWindowSettings(store).edges, (WindowEdges{1, 2, 3, 4}));
+}
+
+TEST(Settings, ComeBackAsTheyWereWritten) {
+  MemoryStore store;
+  const WindowSettings settings{.size_saved = true,
+                                .edges = {-8, -9, 1000, 700},
+                                .show_command = 3,
+                                .panes = {211, 99, 187},
+                                .range = 1,
+                                .selector = 2,
+                                .last_database_index = -1,
+                                .last_database_name = u"Moja databáza"};
+  WriteWindowSettings(store, settings);
+  EXPECT_EQ(ReadWindowSettings(store), settings);
+}
+
+TEST(Settings, AreWrittenInTheirOrderWithSizeSavedBehindTheSizes) {
+  MemoryStore store;
+  WriteWindowSettings(store, {});
+  EXPECT_EQ(store.written, (std::vector<std::u16string>{
+                               u"Left", u"Top", u"Width", u"Height", u"WindowState", u"RtbHeight",
+                               u"MainWidth", u"AddHeight", u"SizeSaved", u"Selector", u"Range",
+                               u"LastDatabaseIndex", u"LastDatabaseName"}));
+  EXPECT_EQ(IntegerIn(store, u"SizeSaved"), 1);
+  EXPECT_EQ(store.Type(kSettingsKey, u"Left"), 4U);
+  EXPECT_EQ(store.Type(kSettingsKey, u"LastDatabaseName"), 1U);
+}
+
+TEST(Settings, IgnoreStoredEdgesUnlessSizeSavedIsOne) {
+  MemoryStore store;
+  WriteWindowSettings(store, {.edges = {1, 2, 3, 4}, .panes = {5, 6, 7}});
+  for (const int saved : {0, 2, -1}) {
+    WriteSetting(store, setting::kSizeSaved, saved);
+    const WindowSettings settings = ReadWindowSettings(store);
+    EXPECT_FALSE(settings.size_saved);
+    EXPECT_EQ(settings.edges, WindowEdges{});
+    EXPECT_EQ(settings.panes, (PaneSizes{5, 6, 7}));
+  }
+}
+
+TEST(Settings, KeepTheThreeColours) {
+  MemoryStore store;
+  WriteColours(store, {0x010203, 0xFFFFFF, 0x80000005});
+  EXPECT_EQ(store.written,
+            (std::vector<std::u16string>{u"KeywordColor", u"CommentColor", u"NormalColor"}));
+  EXPECT_EQ(IntegerIn(store, u"KeywordColor"), 0x010203);
+  EXPECT_EQ(ReadColours(store), (DisplayColours{0x010203, 0xFFFFFF, 0x80000005}));
+}
+
+TEST(Settings, KeepTheSearchDialogsCheckBoxesAsText) {
+  MemoryStore store;
+  WriteSetting(store, setting::kFindCheckBox, u"0101010101");
+  EXPECT_EQ(store.Type(kSettingsKey, u"FindCheckBox"), 1U);
+  EXPECT_EQ(ReadSetting(store, setting::kFindCheckBox), u"0101010101");
+}
+
+TEST(Settings, ReadAValueThatIsStoredAsAnotherType) {
+  MemoryStore store;
+  store.SetValue(kSettingsKey, u"MainWidth", ValueType::kText, u"250"s);
+  store.SetValue(kSettingsKey, u"AddHeight", ValueType::kText, u"high"s);
+  store.SetValue(kSettingsKey, u"RtbHeight", ValueType::kBinary, u"77"s);
+  store.SetValue(kSettingsKey, u"LastDatabaseName", ValueType::kInteger, 32);
+  const WindowSettings settings = ReadWindowSettings(store);
+  EXPECT_EQ(settings.panes, (PaneSizes{.main_width = 250, .rtb_height = 77, .add_height = 300}));
+  EXPECT_EQ(settings.last_database_name, u"32");
+}
+
+TEST(Settings, PassOverFailures) {
+  MemoryStore store;
+  WriteWindowSettings(store, {.selector = 2});
+  WriteColours(store, {1, 2, 3});
+  store.fails = true;
+  WriteWindowSettings(store, {.selector = 0});
+  WriteColours(store, {4, 5, 6});
+  EXPECT_EQ(ReadWindowSettings(store), WindowSettings{});
+  EXPECT_EQ(ReadColours(store), DisplayColours{});
+  store.fails = false;
+  EXPECT_EQ(ReadWindowSettings(store).selector, 2);
+  EXPECT_EQ(ReadColours(store), (DisplayColours{1, 2, 3}));
+}
+
+}  // namespace
+}  // namespace declarium
