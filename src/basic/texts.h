@@ -130,5 +130,6 @@ inline constexpr std::u16string_view kHostErrorBehind = u"'.";
 
 // Splash window
 inline constexpr std::u16string_view kSplashLine = u"Knižnica deklarácií pre Visual Basic 6.0";
+inline constexpr std::u16string_view kSplashVersion = u"Verzia 3.0.0";
 
 }  // namespace declarium::texts

@@ -1,0 +1,11 @@
+// What shows that a picture box has the keyboard focus.
+#pragma once
+
+#include "toolkit/canvas.h"
+
+namespace declarium {
+
+// Inverts every second dot along the surface's edge, so that the mark shows on any colour.
+void DrawFocusMark(Canvas& canvas);
+
+}  // namespace declarium

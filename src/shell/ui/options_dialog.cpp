@@ -1,0 +1,132 @@
+#include "shell/ui/options_dialog.h"
+
+#include <array>
+
+#include "basic/texts.h"
+#include "shell/settings.h"
+#include "shell/ui/focus_mark.h"
+#include "toolkit/captioned.h"
+#include "toolkit/picture_box.h"
+
+namespace declarium {
+
+namespace {
+
+constexpr int kSwatches = 3;
+
+constexpr ControlDefinition LabelFor(int row, std::string_view name, std::u16string_view caption) {
+  return {.kind = ControlKind::kLabel,
+          .name = name,
+          .caption = caption,
+          .bounds = {12, 16 + row * 30, 152, 17}};
+}
+
+constexpr ControlDefinition SwatchFor(int row, std::string_view name, std::u16string_view what) {
+  return {.kind = ControlKind::kPictureBox,
+          .name = name,
+          .bounds = {172, 12 + row * 30, 72, 24},
+          .accessible_name = what,
+          .tab_stop = TabStop::kYes};
+}
+
+constexpr ControlDefinition kControls[] = {LabelFor(0, "Label1", texts::kOptionsKeyword),
+                                           SwatchFor(0, "picColor0", texts::kOptionsKeyword),
+                                           LabelFor(1, "Label2", texts::kOptionsComment),
+                                           SwatchFor(1, "picColor1", texts::kOptionsComment),
+                                           LabelFor(2, "Label3", texts::kOptionsNormal),
+                                           SwatchFor(2, "picColor2", texts::kOptionsNormal),
+                                           {.kind = ControlKind::kCommandButton,
+                                            .name = "Command2",
+                                            .caption = texts::kOptionsOk,
+                                            .bounds = {84, 112, 76, 25},
+                                            .role = ButtonRole::kDefault},
+                                           {.kind = ControlKind::kCommandButton,
+                                            .name = "Command1",
+                                            .caption = texts::kCancel,
+                                            .bounds = {168, 112, 76, 25},
+                                            .role = ButtonRole::kCancel}};
+
+constexpr FormDefinition kForm = {.name = "frmOptions",
+                                  .caption = texts::kOptionsCaption,
+                                  .size = {256, 149},
+                                  .controls = kControls};
+
+class OptionsDialog {
+ public:
+  OptionsDialog(Toolkit& toolkit, SettingsStore& store, DisplayColours& colours)
+      : toolkit_(toolkit),
+        store_(store),
+        colours_(colours),
+        form_(toolkit.CreateForm(kForm)),
+        swatches_{&form_->Get<PictureBox>("picColor0"), &form_->Get<PictureBox>("picColor1"),
+                  &form_->Get<PictureBox>("picColor2")} {
+    form_->on_load = [this] { Form_Load(); };
+    for (int index = 0; index < kSwatches; ++index) Connect(index);
+    form_->Get<CommandButton>("Command2").on_click = [this] { Command2_Click(); };
+    form_->Get<CommandButton>("Command1").on_click = [this] { form_->Unload(); };
+  }
+
+  void Show(Form* owner) { form_->Show(ShowMode::kModal, owner); }
+
+ private:
+  [[nodiscard]] PictureBox& Swatch(int index) const {
+    return *swatches_[static_cast<std::size_t>(index)];
+  }
+
+  void Connect(int index) {
+    PictureBox& swatch = Swatch(index);
+    swatch.on_double_click = [this, index] { picColor_DblClick(index); };
+    swatch.on_key_down = [this, index](KeyDown& event) {
+      if (event.code == key::kSpace) picColor_DblClick(index);
+    };
+    swatch.on_got_focus = [this, index] { SetFocused(index, index); };
+    swatch.on_lost_focus = [this, index] { SetFocused(-1, index); };
+    swatch.on_paint = [this, index](Canvas& canvas) {
+      if (focused_ == index) DrawFocusMark(canvas);
+    };
+  }
+
+  void Form_Load() {
+    Swatch(0).SetBackColour(colours_.keyword);
+    Swatch(1).SetBackColour(colours_.comment);
+    Swatch(2).SetBackColour(colours_.normal);
+  }
+
+  void picColor_DblClick(int index) {
+    const Colour preset = Swatch(index).BackColour();
+    Swatch(index).SetBackColour(toolkit_.ChooseColour(preset).value_or(preset));
+  }
+
+  void SetFocused(int focused, int repainted) {
+    focused_ = focused;
+    Swatch(repainted).Invalidate();
+  }
+
+  void Command2_Click() {
+    colours_ = {.keyword = Swatch(0).BackColour(),
+                .comment = Swatch(1).BackColour(),
+                .normal = Swatch(2).BackColour()};
+    WriteColours(store_, colours_);
+    form_->Unload();
+  }
+
+  Toolkit& toolkit_;
+  SettingsStore& store_;
+  DisplayColours& colours_;
+  std::unique_ptr<Form> form_;
+  std::array<PictureBox*, kSwatches> swatches_;
+  int focused_ = -1;
+};
+
+}  // namespace
+
+const FormDefinition& OptionsFormDefinition() {
+  return kForm;
+}
+
+void ShowOptionsDialog(Toolkit& toolkit, Form* owner, SettingsStore& store,
+                       DisplayColours& colours) {
+  OptionsDialog(toolkit, store, colours).Show(owner);
+}
+
+}  // namespace declarium

@@ -1,0 +1,29 @@
+// frmSplash: the window that a program started by itself shows above all others for its first
+// moments. A click on it or a key closes it earlier.
+#pragma once
+
+#include <memory>
+
+#include "toolkit/toolkit.h"
+
+namespace declarium {
+
+[[nodiscard]] const FormDefinition& SplashFormDefinition();
+
+class Splash {
+ public:
+  explicit Splash(Toolkit& toolkit);
+  Splash(const Splash&) = delete;
+  Splash& operator=(const Splash&) = delete;
+
+  // Shows the window and keeps it above those of all programs; once for each Splash.
+  void Show();
+  // SplashShown: from the moment it is shown until it unloads.
+  [[nodiscard]] bool IsShown() const { return shown_; }
+
+ private:
+  std::unique_ptr<Form> form_;
+  bool shown_ = false;
+};
+
+}  // namespace declarium
