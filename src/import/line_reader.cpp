@@ -76,9 +76,10 @@ void JoinContinuedLines(SourceText& source) {
   std::size_t read = found;
   std::size_t removed = 0;
   while (found != text.npos) {
-    // Joins made before keep their place in the text that now moves forward.
-    for (; earlier != source.joins.end() && *earlier <= found; ++earlier) {
-      joins.push_back(*earlier - removed);
+    // Joins made before keep their place in the text that now moves forward; one inside the line
+    // end that goes, which it brought together, moves to where that stood.
+    for (; earlier != source.joins.end() && *earlier < found + kContinuation.size(); ++earlier) {
+      joins.push_back(std::min(*earlier, found) - removed);
     }
     std::copy(text.begin() + static_cast<std::ptrdiff_t>(read),
               text.begin() + static_cast<std::ptrdiff_t>(found),
