@@ -15,6 +15,10 @@ bool SearchDialog::IsOpen() const {
   return open_ && open_->IsOpen();
 }
 
+void SearchDialog::Close() {
+  if (IsOpen()) open_->Close();
+}
+
 void SearchDialog::Show(Form* owner) {
   if (!IsOpen()) {
     std::erase_if(closed_, [](const auto& window) { return !window->IsInEvent(); });

@@ -30,7 +30,7 @@ class SearchWindow;
 class SearchDialog {
  public:
   // The toolkit and what the links refer to must outlive the dialog. Destroying an open dialog
-  // takes it away without storing its check boxes: unload the forms first.
+  // takes it away without storing its check boxes: close it first.
   SearchDialog(Toolkit& toolkit, SearchLinks links);
   ~SearchDialog();
   SearchDialog(const SearchDialog&) = delete;
@@ -39,6 +39,8 @@ class SearchDialog {
   // Opens the dialog with empty texts, no results and the stored check boxes, or brings the open
   // one forward. `owner`, which may be null, must outlive the dialog's being open.
   void Show(Form* owner);
+  // Closes the dialog, if it is open, as its user would.
+  void Close();
   // Whether the dialog is open.
   [[nodiscard]] bool IsOpen() const;
 

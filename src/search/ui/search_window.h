@@ -24,6 +24,8 @@ class SearchWindow {
 
   // Opens the form, or brings it forward.
   void Show(Form* owner);
+  // Unloads the form, which stores its check boxes; nothing happens when it is not open.
+  void Close() { frmFind_->Unload(); }
   // From Show until it begins to close.
   [[nodiscard]] bool IsOpen() const { return frmFind_->IsLoaded() && !closing_; }
   // Whether a handler that processes events is running, so that the window must not be destroyed.

@@ -1,0 +1,200 @@
+#include "app/main_window.h"
+
+#include <utility>
+
+#include "shell/main_layout.h"
+#include "shell/settings.h"
+#include "shell/splitter_bars.h"
+#include "shell/ui/options_dialog.h"
+
+namespace declarium {
+namespace {
+
+KindSelectorControls ForSelector(MainForm& f) {
+  return {f.cmbSelector, f.lstConst, f.lstDeclare, f.lstType,
+          f.txtInput,    f.RTB,      f.txtFind,    f.lstFind};
+}
+
+DatabaseControls ForDatabase(MainForm& f) {
+  return {*f.frmMain,  f.cmbDatabase, f.Toolbar1,        f.mnuDatabase, f.mnuNew,
+          f.mnuOpen,   f.mnuSave,     f.mnuSaveAs,       f.mnuRename,   f.mnuImport,
+          f.mnuExport, f.mnuAdd,      f.mnuDeleteDbItem, f.lstFind,     f.lstShare};
+}
+
+BasketControls ForBasket(MainForm& f) {
+  return {*f.frmMain,        f.lstAdd,     f.lstShare,    f.Toolbar1,
+          f.mnuPopupAddList, f.mnuDelOnce, f.mnuDelGroup, f.mnuDelAll};
+}
+
+}  // namespace
+
+MainWindow::MainWindow(Toolkit& toolkit, SettingsStore& store, MainWindowOptions options)
+    : toolkit_(toolkit),
+      store_(store),
+      options_(std::move(options)),
+      form_(toolkit),
+      selector_(toolkit, database_, ForSelector(form_)),
+      code_display_(form_.RTB, colours_),
+      item_display_(code_display_, form_.lstShare),
+      commands_(toolkit, database_, selector_, ForDatabase(form_), options_.folder),
+      import_command_(toolkit, database_, selector_, form_.mnuImport),
+      add_dialog_(toolkit, database_, selector_),
+      export_command_(toolkit, database_, form_.mnuExport),
+      basket_view_(database_, item_display_, ForBasket(form_), options_.host.has_code_module),
+      quick_find_(database_, selector_, {form_.txtInput, form_.txtFind, form_.lstFind},
+                  [this](const ItemView& item) { basket_view_.Add(item); }),
+      search_dialog_(toolkit, LinksForSearch()),
+      toolbar_(toolkit, form_.Toolbar1, ActionsForToolbar()),
+      main_width_bar_(SplitterBars()[0], *form_.frmMain, panes_, [this] { Form_Resize(); }),
+      rtb_height_bar_(SplitterBars()[1], *form_.frmMain, panes_, [this] { Form_Resize(); }),
+      add_height_bar_(SplitterBars()[2], *form_.frmMain, panes_, [this] { Form_Resize(); }) {
+  WireLists();
+  form_.mnuAdd.on_click = [this] { add_dialog_.Show(*form_.frmMain); };
+  form_.mnuClose.on_click = [this] { form_.frmMain->Unload(UnloadReason::kUser); };
+  form_.CodeModuleChecker.on_timer = [this] { options_.host.check_code_module(); };
+  form_.frmMain->on_load = [this] { Form_Load(); };
+  form_.frmMain->on_resize = [this] { Form_Resize(); };
+  form_.frmMain->on_query_unload = [this](QueryUnload& query) { Form_QueryUnload(query); };
+  form_.frmMain->on_unload = [this](bool& cancel) { Form_Unload(cancel); };
+}
+
+void MainWindow::WireLists() {
+  for (const auto kind : kKinds) {
+    auto& list = selector_.ListOf(kind);
+    const auto is_current = [this, &list] { return selector_.SelectList() == &list; };
+    list.on_click = [this, kind, is_current] {
+      ShowSelectedItem(kind, selector_, item_display_);
+      if (is_current()) quick_find_.SelectList_Click();
+    };
+    list.on_got_focus = [this, kind] { ShowSelectedItem(kind, selector_, item_display_); };
+    list.on_double_click = [this] { quick_find_.AddSelected(); };
+    list.on_key_down = [this](KeyDown& key) { quick_find_.SelectList_KeyDown(key); };
+    list.on_key_press = [this](KeyPress& press) { quick_find_.SelectList_KeyPress(press); };
+  }
+}
+
+ToolbarActions MainWindow::ActionsForToolbar() {
+  return {
+      .new_database = [this] { commands_.mnuNew_Click(); },
+      .open = [this] { commands_.mnuOpen_Click(); },
+      .save = [this] { commands_.mnuSave_Click(); },
+      .add = [this] { quick_find_.AddSelected(); },
+      .delete_entry = [this] { basket_view_.DeleteAddItem(); },
+      .insert = [this] { options_.host.insert(BasketText()); },
+      .find = [this] { search_dialog_.Show(form_.frmMain.get()); },
+      .settings = [this] { ShowOptionsDialog(toolkit_, form_.frmMain.get(), store_, colours_); },
+      .basket_text = [this] { return BasketText(); }};
+}
+
+SearchLinks MainWindow::LinksForSearch() {
+  return {.database = [this]() -> const Database& { return database_; },
+          .show_item = [this](const ItemView& item) { item_display_.Show(item); },
+          .add_to_basket = [this](Kind kind,
+                                  std::u16string_view name) { basket_view_.AddByName(kind, name); },
+          .load_check_boxes = [this] { return ReadSetting(store_, setting::kFindCheckBox); },
+          .save_check_boxes =
+              [this](std::u16string_view boxes) {
+                WriteSetting(store_, setting::kFindCheckBox, boxes);
+              }};
+}
+
+std::u16string MainWindow::BasketText() const {
+  return basket_view_.Text(form_.cmbRange.Text());
+}
+
+void MainWindow::Load() {
+  form_.frmMain->Load();
+}
+
+void MainWindow::ShowMainWindow() {
+  form_.frmMain->Show();
+  form_.CodeModuleChecker.SetEnabled(true);
+}
+
+bool MainWindow::Unload() {
+  unloading_for_good_ = true;
+  const bool unloaded = form_.frmMain->Unload();
+  unloading_for_good_ = false;
+  return unloaded;
+}
+
+void MainWindow::Form_Load() {
+  colours_ = ReadColours(store_);
+  const auto settings = ReadWindowSettings(store_);
+  if (settings.size_saved) {
+    const auto& edges = settings.edges;
+    resize_suppressed_ = true;
+    form_.frmMain->SetPlacement({edges.left, edges.top, edges.right, edges.bottom,
+                                 static_cast<ShowCommand>(settings.show_command)});
+    resize_suppressed_ = false;
+  }
+  panes_ = settings.panes;
+  form_.cmbRange.SetListIndex(0);
+  commands_.EnumDatabases();
+  form_.cmbRange.SetListIndex(settings.range);
+  form_.frmMain->SetShowCommand(static_cast<ShowCommand>(settings.show_command));
+  if (!laid_out_once_) Form_Resize();
+  commands_.OpenAtStart(options_.command_line, settings.last_database_index,
+                        settings.last_database_name);
+  form_.cmbSelector.SetListIndex(settings.selector);
+  basket_view_.SetCEI();
+  form_.CodeModuleChecker.SetEnabled(true);
+}
+
+void MainWindow::Form_Resize() {
+  if (resize_suppressed_) return;
+  auto& frmMain = *form_.frmMain;
+  const Size outer{frmMain.OuterWidth(), frmMain.OuterHeight()};
+  if (const auto corrected = CorrectedOuterSize(outer)) {
+    // The resize event that follows lays the window out.
+    if (corrected->width != outer.width) return frmMain.SetOuterWidth(corrected->width);
+    return frmMain.SetOuterHeight(corrected->height);
+  }
+  const auto layout = LayOutMain(frmMain.ScaleWidth(), frmMain.ScaleHeight(), panes_);
+  panes_ = layout.panes;
+  const UpdateLock lock(frmMain);
+  for (const auto kind : kKinds) selector_.ListOf(kind).SetBounds(layout.kind_list);
+  form_.PosMainWidth.SetBounds(layout.PosMainWidth);
+  form_.RTB.SetBounds(layout.RTB);
+  form_.lstFind.SetBounds(layout.lstFind);
+  form_.txtFind.SetBounds(layout.txtFind);
+  form_.lstAdd.SetBounds(layout.lstAdd);
+  form_.lstShare.SetBounds(layout.lstShare);
+  form_.txtInput.SetBounds(layout.txtInput);
+  form_.PosRtbHeight.SetBounds(layout.PosRtbHeight);
+  form_.PosAddHeight.SetBounds(layout.PosAddHeight);
+  form_.lstAdd.SetColumnWidth(layout.add_column_width);
+  form_.lstShare.SetColumnWidth(layout.share_column_width);
+  laid_out_once_ = true;
+}
+
+void MainWindow::WriteSettings() {
+  const auto placement = form_.frmMain->GetPlacement();
+  WriteWindowSettings(store_,
+                      {.size_saved = true,
+                       .edges = {placement.left, placement.top, placement.right, placement.bottom},
+                       .show_command = static_cast<int>(placement.show),
+                       .panes = panes_,
+                       .range = form_.cmbRange.ListIndex(),
+                       .selector = form_.cmbSelector.ListIndex(),
+                       .last_database_index = form_.cmbDatabase.ListIndex(),
+                       .last_database_name = form_.cmbDatabase.Text()});
+}
+
+void MainWindow::Form_QueryUnload(QueryUnload& query) {
+  WriteSettings();
+  query.cancel = !commands_.AskSaveChanges();
+}
+
+void MainWindow::Form_Unload(bool& cancel) {
+  form_.CodeModuleChecker.SetEnabled(false);
+  search_dialog_.Close();
+  if (options_.mode == RunMode::kStandalone) {
+    toolkit_.Quit(0);
+  } else if (!unloading_for_good_) {
+    cancel = true;
+    form_.frmMain->Hide();
+  }
+}
+
+}  // namespace declarium

@@ -1,0 +1,106 @@
+// The main window: it owns the open library, the basket and everything that works on them, and
+// lives from the program's start (or the host's connection) to its end.
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "database/database.h"
+#include "database/ui/database_commands.h"
+#include "database/ui/kind_selector.h"
+#include "deps/ui/basket_view.h"
+#include "deps/ui/item_display.h"
+#include "host/ui/toolbar_commands.h"
+#include "import/ui/add_dialog.h"
+#include "import/ui/import_command.h"
+#include "render/ui/code_display.h"
+#include "render/ui/export_command.h"
+#include "search/ui/quick_find_view.h"
+#include "search/ui/search_dialog.h"
+#include "shell/settings_store.h"
+#include "shell/ui/main_form.h"
+#include "shell/ui/splitter.h"
+#include "toolkit/toolkit.h"
+
+namespace declarium {
+
+enum class RunMode {
+  kStandalone,  // closing the window ends the program
+  kInHost,      // closing hides the window for the next time
+};
+
+// What the main window asks of the host it works in; without a host nothing is active.
+struct HostLink {
+  std::function<bool()> has_code_module = [] { return false; };
+  std::function<void(std::u16string_view text)> insert = [](std::u16string_view) {};
+  std::function<void()> check_code_module = [] {};  // every 100 ms while the window is loaded
+};
+
+struct MainWindowOptions {
+  std::filesystem::path folder;        // the program's folder, which holds the libraries
+  std::filesystem::path command_line;  // a library to open at start, or empty
+  RunMode mode = RunMode::kStandalone;
+  HostLink host;
+};
+
+class MainWindow {
+ public:
+  // `toolkit` and `store` must outlive the window.
+  MainWindow(Toolkit& toolkit, SettingsStore& store, MainWindowOptions options);
+  MainWindow(const MainWindow&) = delete;
+  MainWindow& operator=(const MainWindow&) = delete;
+
+  // Reads the settings, lays the window out, opens the last library; once.
+  void Load();
+  // Loads the window if needed, and shows it or brings it forward.
+  void ShowMainWindow();
+  // Unloads the window whatever the run mode; false when the user cancelled the closing.
+  bool Unload();
+  // The host's active code module has come, gone or changed.
+  void CodeModuleChanged() { basket_view_.SetCEI(); }
+
+  [[nodiscard]] MainForm& Controls() noexcept { return form_; }
+  [[nodiscard]] const Database& OpenDatabase() const noexcept { return database_; }
+
+ private:
+  void Form_Load();
+  void Form_Resize();
+  void Form_QueryUnload(QueryUnload& query);
+  void Form_Unload(bool& cancel);
+  void WireLists();
+  void WriteSettings();
+  [[nodiscard]] std::u16string BasketText() const;
+  [[nodiscard]] SearchLinks LinksForSearch();
+  [[nodiscard]] ToolbarActions ActionsForToolbar();
+
+  Toolkit& toolkit_;
+  SettingsStore& store_;
+  MainWindowOptions options_;
+  Database database_;
+  DisplayColours colours_;
+  PaneSizes panes_;
+  bool resize_suppressed_ = false;
+  bool laid_out_once_ = false;
+  bool unloading_for_good_ = false;
+
+  MainForm form_;
+  KindSelector selector_;
+  CodeDisplay code_display_;
+  ItemDisplay item_display_;
+  DatabaseCommands commands_;
+  ImportCommand import_command_;
+  AddDialog add_dialog_;
+  ExportCommand export_command_;
+  BasketView basket_view_;
+  QuickFindView quick_find_;
+  SearchDialog search_dialog_;
+  ToolbarCommands toolbar_;
+  Splitter main_width_bar_;
+  Splitter rtb_height_bar_;
+  Splitter add_height_bar_;
+};
+
+}  // namespace declarium
