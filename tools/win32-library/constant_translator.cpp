@@ -1,0 +1,164 @@
+#include "constant_translator.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <limits>
+
+#include "c_expression.h"
+#include "string_macro.h"
+#include "vb/name.h"
+
+namespace declarium::win32_library {
+namespace {
+
+using Failure = std::unexpected<std::string>;
+
+constexpr std::size_t kLongestText = 900;
+
+// 32-bit values keep their bits; wider ones must be the same number in 32 bits with a sign.
+std::optional<std::int32_t> LongOf(const Constant& constant) {
+  if (constant.size <= 4) return static_cast<std::int32_t>(constant.integer);
+  if (constant.integer < std::numeric_limits<std::int32_t>::min() ||
+      constant.integer > std::numeric_limits<std::int32_t>::max())
+    return std::nullopt;
+  return static_cast<std::int32_t>(constant.integer);
+}
+
+// The shortest text that is exactly the number, when VB's 15 digits are enough for it.
+std::optional<std::string> RealLiteral(double value) {
+  constexpr int kDigits = 15;
+  std::array<char, 40> text{};
+  const auto written = std::to_chars(text.data(), text.data() + text.size(), value,
+                                     std::chars_format::general, kDigits);
+  double back = 0;
+  std::from_chars(text.data(), written.ptr, back);
+  if (back != value) return std::nullopt;
+  std::string literal(text.data(), written.ptr);
+  std::ranges::replace(literal, 'e', 'E');
+  return literal;
+}
+
+std::string Quoted(const std::string& text) {
+  std::string quoted = "\"";
+  for (const char c : text) quoted += c == '"' ? std::string("\"\"") : std::string(1, c);
+  return quoted + "\"";
+}
+
+// The line reader takes an apostrophe in a text for the beginning of a comment and changes blanks
+// around it.
+bool SurvivesTheLineReader(const std::string& text) {
+  const std::size_t apostrophe = text.find('\'');
+  return apostrophe == std::string::npos ||
+         (text.find("  ") == std::string::npos && text.find("' ") == std::string::npos);
+}
+
+std::expected<vb::Value, std::string> TextValue(const Constant& constant,
+                                                const MacroLookup& macros) {
+  const auto text = StringOf(constant.tokens, macros);
+  if (!text)
+    return Failure(HoldsStringLiteral(constant.tokens)
+                       ? "a text with characters that no VB literal can hold"
+                       : "no constant expression: a function, a type or a fragment");
+  if (!SurvivesTheLineReader(*text)) return Failure("a text that the importer would change");
+  if (text->size() > kLongestText) return Failure("longer than a line of VB");
+  return vb::Value::String(*text);
+}
+
+std::expected<vb::Value, std::string> ValueFor(const Constant& constant,
+                                               const MacroLookup& macros) {
+  if (constant.value == Constant::Value::kInteger) {
+    const auto number = LongOf(constant);
+    return number ? std::expected<vb::Value, std::string>(vb::Value::Long(*number))
+                  : Failure("a value beyond 32 bits");
+  }
+  if (constant.value == Constant::Value::kReal) {
+    if (!RealLiteral(constant.real)) return Failure("a fraction of more than 15 digits");
+    return vb::Value::Double(constant.real);
+  }
+  return TextValue(constant, macros);
+}
+
+std::string NameProblem(const std::string& name) {
+  if (name.starts_with('_')) return "a name with a leading underscore, internal to the headers";
+  if (name.find("As") != std::string::npos)
+    return "a name with \"As\" in it, where the importer would cut the line";
+  if (!vb::IsLegalName(name)) return "no legal name";
+  return "";
+}
+
+}  // namespace
+
+void ConstantTranslator::Add(const std::vector<Constant>& constants) {
+  for (const Constant& constant : constants)
+    if (!constant.is_enumerator) macros_.emplace(constant.name, constant.tokens);
+  for (const Constant& constant : constants) AddOne(constant);
+}
+
+void ConstantTranslator::AddOne(const Constant& constant) {
+  if (!seen_.insert(constant.name).second) return;
+  const std::string lower = vb::Lower(constant.name);
+  if (candidates_.contains(lower)) {
+    ++left_out_["another constant has the name in other letters"];
+    return;
+  }
+  const MacroLookup macros = [this](const std::string& name) {
+    const auto found = macros_.find(name);
+    return found == macros_.end() ? nullptr : &found->second;
+  };
+  auto value = ValueFor(constant, macros);
+  const std::string problem = value ? NameProblem(constant.name) : value.error();
+  if (!problem.empty()) {
+    ++left_out_[problem];
+    return;
+  }
+  candidates_.emplace(lower, Candidate{constant, std::move(*value)});
+}
+
+void ConstantTranslator::LeaveOut(const std::string& lower_name, const std::string& reason) {
+  if (candidates_.erase(lower_name) > 0) ++left_out_[reason];
+}
+
+std::optional<long> ConstantTranslator::ValueOf(const std::string& name) const {
+  const auto found = candidates_.find(vb::Lower(name));
+  if (found == candidates_.end() || found->second.constant.name != name ||
+      found->second.value.type != vb::Value::Type::kLong)
+    return std::nullopt;
+  return static_cast<long>(found->second.value.whole);
+}
+
+vb::Evaluated ConstantTranslator::LookUp(std::string_view name) const {
+  const auto value = ValueOf(std::string(name));
+  return value ? vb::Evaluated(vb::Value::Long(*value)) : Failure("not in the library");
+}
+
+// An expression of other constants where VB computes the compiler's value from it, a literal
+// otherwise.
+std::string ConstantTranslator::TextFor(const Candidate& candidate) const {
+  const auto& [constant, value] = candidate;
+  if (value.type == vb::Value::Type::kString) return Quoted(value.text);
+  if (value.type == vb::Value::Type::kDouble) return *RealLiteral(value.real);
+  const auto text = RewriteExpression(constant.tokens, [&](const std::string& name) {
+    return ValueOf(name).has_value() && name != constant.name && !name.ends_with('_');
+  });
+  if (text && text->size() < kLongestText) {
+    const auto computed =
+        vb::Evaluate(*text, [this](std::string_view name) { return LookUp(name); });
+    if (computed && vb::ConvertTo("Long", *computed) == value) return *text;
+  }
+  return NumberLiteral(static_cast<std::int32_t>(value.whole), NotationOf(constant.tokens));
+}
+
+std::vector<ConstRow> ConstantTranslator::Rows(LeftOut& left_out) const {
+  left_out = left_out_;
+  std::vector<ConstRow> rows;
+  for (const auto& [lower, candidate] : candidates_) {
+    const char* type = candidate.value.type == vb::Value::Type::kString   ? "String"
+                       : candidate.value.type == vb::Value::Type::kDouble ? "Double"
+                                                                          : "Long";
+    rows.push_back({candidate.constant.name, type, TextFor(candidate), candidate.constant.header});
+  }
+  return rows;
+}
+
+}  // namespace declarium::win32_library

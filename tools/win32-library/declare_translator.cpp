@@ -1,0 +1,221 @@
+#include "declare_translator.h"
+
+#include <algorithm>
+#include <array>
+
+#include "familiar_names.h"
+#include "record_members.h"
+#include "record_names.h"
+#include "vb/name.h"
+
+namespace declarium::win32_library {
+namespace {
+
+using Failure = std::unexpected<std::string>;
+
+bool IsText(const HeaderType& type) {
+  return type.kind == TypeKind::kInteger && type.size == 1 && type.is_signed;
+}
+
+bool IsWideText(const HeaderType& type) {
+  return type.IsNamed("wchar_t") || type.IsNamed("WCHAR") || type.IsNamed("OLECHAR");
+}
+
+// Whether an untyped address is meant as the address of anything; a typedef of its own (HANDLE,
+// HINTERNET, PSID) makes it a value to pass on.
+bool IsPlainAddress(const HeaderType& type) {
+  static constexpr std::array<std::string_view, 6> kPlain = {"LPVOID", "PVOID",   "LPCVOID",
+                                                             "PCVOID", "PVOID64", "SQLPOINTER"};
+  return type.names.empty() || std::ranges::find(kPlain, type.names.front()) != kPlain.end();
+}
+
+std::string ScalarType(const HeaderType& type) {
+  const bool real = type.kind == TypeKind::kReal;
+  switch (type.size) {
+    case 1:
+      return "Byte";
+    case 2:
+      return "Integer";
+    case 4:
+      return real ? "Single" : "Long";
+    default:
+      return real ? "Double" : "Currency";
+  }
+}
+
+bool IsScalar(const HeaderType& type) {
+  return type.kind == TypeKind::kInteger || (type.kind == TypeKind::kReal && type.size <= 8);
+}
+
+// The type of a function's result; empty for none. Records of 4 and 8 bytes come back in registers.
+std::expected<std::string, std::string> ResultType(const HeaderType& type) {
+  if (type.kind == TypeKind::kVoid) return "";
+  if (type.kind == TypeKind::kPointer) return "Long";
+  if (IsScalar(type)) return ScalarType(type);
+  if (type.kind == TypeKind::kRecord && type.size == 4) return "Long";
+  if (type.kind == TypeKind::kRecord && type.size == 8) return "Currency";
+  return Failure("its result is a record");
+}
+
+std::string ByValue(const std::string& name, const std::string& type) {
+  return "ByVal " + name + " As " + type;
+}
+
+class ParameterNames {
+ public:
+  std::string Unique(const std::string& wanted) {
+    std::string base = vb::LegalName(wanted);
+    if (base.empty()) base = "arg" + std::to_string(names_.size() + 1);
+    std::string name = base;
+    for (int i = 2; !names_.insert(vb::Lower(name)).second; ++i) name = base + std::to_string(i);
+    return name;
+  }
+
+ private:
+  std::set<std::string> names_;
+};
+
+std::string DeclareLine(const std::string& name, const ImportEntry& entry,
+                        const std::string& parameters, bool is_function) {
+  const std::string kind = is_function ? "Function " : "Sub ";
+  const std::string alias = entry.exported == name ? "" : " Alias \"" + entry.exported + "\"";
+  return "Declare " + kind + name + " Lib \"" + entry.library + "\"" + alias + " " + parameters;
+}
+
+}  // namespace
+
+DeclareTranslator::DeclareTranslator(const Headers& headers, const ImportLibraries& libraries,
+                                     RecordTranslator& records)
+    : headers_(headers), libraries_(libraries), records_(records) {
+  for (const Function& function : headers.functions) function_names_.insert(function.name);
+}
+
+std::string DeclareTranslator::NameFor(const Function& function) const {
+  const std::string& name = function.name;
+  if (name.ends_with('A')) {
+    const std::string plain = name.substr(0, name.size() - 1);
+    if (function_names_.contains(plain + "W") && libraries_.Find(plain) == nullptr)
+      return ProcedureName(plain);
+  }
+  return ProcedureName(name);
+}
+
+std::expected<DeclareRow, std::string> DeclareTranslator::Translate(const Function& function) {
+  const ImportEntry* entry = libraries_.Find(function.name);
+  if (!function.is_stdcall || function.is_variadic) return Failure("not a stdcall function");
+  if (entry == nullptr)
+    return Failure(libraries_.IsUndecorated(function.name)
+                       ? "its import library does not tell its argument bytes"
+                       : "in none of the import libraries");
+  const std::string name = NameFor(function);
+  if (name.empty()) return Failure("no legal name");
+  const auto result = ResultType(function.result);
+  if (!result) return Failure(result.error());
+  const Arguments arguments = ArgumentsOf(function);
+  if (!arguments) return Failure(arguments.error());
+  long bytes = 0;
+  std::string list;
+  for (const Argument& argument : *arguments) {
+    list += (list.empty() ? "" : ", ") + argument.declaration;
+    bytes += argument.bytes;
+  }
+  if (bytes != entry->argument_bytes)
+    return Failure("the headers and the import library disagree on its arguments");
+  const std::string closing = result->empty() ? ")" : ") As " + *result;
+  DeclareRow row{name, DeclareLine(name, *entry, "(" + list + closing, !result->empty()),
+                 function.header};
+  if (row.line.size() > kLongestLine) return Failure("longer than a line of VB");
+  return row;
+}
+
+DeclareTranslator::Arguments DeclareTranslator::ArgumentsOf(const Function& function) {
+  ParameterNames names;
+  std::vector<Argument> all;
+  for (const Parameter& parameter : function.parameters) {
+    const Arguments arguments = ArgumentOf(parameter.type, parameter.name);
+    if (!arguments) return arguments;
+    for (Argument argument : *arguments) {
+      const std::size_t begin = argument.declaration.starts_with("ByVal ") ? 6 : 0;
+      const std::size_t end = argument.declaration.find(" As ");
+      const std::string wanted = argument.declaration.substr(begin, end - begin);
+      argument.declaration.replace(begin, end - begin, names.Unique(wanted));
+      all.push_back(std::move(argument));
+    }
+  }
+  return all;
+}
+
+DeclareTranslator::Arguments DeclareTranslator::ArgumentOf(const HeaderType& type,
+                                                           const std::string& name) {
+  if (IsScalar(type))
+    return std::vector<Argument>{{ByValue(name, ScalarType(type)), type.size == 8 ? 8L : 4L}};
+  if (IsWideInteger(type)) return std::vector<Argument>{{ByValue(name, "Currency"), 8}};
+  if (type.kind == TypeKind::kPointer) return std::vector<Argument>{PointerOf(type, name)};
+  if (type.kind == TypeKind::kArray) return std::vector<Argument>{ReferenceTo(*type.target, name)};
+  if (type.kind == TypeKind::kFunction) return std::vector<Argument>{{ByValue(name, "Long")}};
+  if (type.kind == TypeKind::kRecord) return RecordByValue(type, name);
+  return Failure("a parameter of a type that VB does not have");
+}
+
+// A record by value is its members one after the other, which VB can pass where each is a Long.
+DeclareTranslator::Arguments DeclareTranslator::RecordByValue(const HeaderType& type,
+                                                              const std::string& name) const {
+  if (type.size == 4) return std::vector<Argument>{{ByValue(name, "Long")}};
+  std::vector<Argument> arguments;
+  for (const Piece& piece : PiecesOf(headers_, headers_.records[type.record])) {
+    const bool scalar = piece.kind == Piece::Kind::kField && piece.size == 4 &&
+                        (IsScalar(piece.type) || piece.type.kind == TypeKind::kPointer);
+    if (!scalar) return Failure("a record passed by value");
+    const std::string type_name = piece.type.kind == TypeKind::kReal ? "Single" : "Long";
+    arguments.push_back({ByValue(name + piece.name, type_name)});
+  }
+  return arguments;
+}
+
+DeclareTranslator::Argument DeclareTranslator::PointerOf(const HeaderType& type,
+                                                         const std::string& name) {
+  const HeaderType& target = *type.target;
+  if (target.kind == TypeKind::kVoid)
+    return {IsPlainAddress(type) ? name + " As Any" : ByValue(name, "Long")};
+  if (IsText(target)) return {ByValue(name, "String")};
+  if (IsWideText(target) || target.kind == TypeKind::kFunction) return {ByValue(name, "Long")};
+  return ReferenceTo(target, name);
+}
+
+DeclareTranslator::Argument DeclareTranslator::ReferenceTo(const HeaderType& target,
+                                                           const std::string& name) {
+  if (IsWideInteger(target)) return {name + " As Currency"};
+  if (target.kind == TypeKind::kArray) return ReferenceTo(*target.target, name);
+  if (target.kind == TypeKind::kPointer) return {name + " As Long"};
+  if (target.kind == TypeKind::kRecord) return ReferenceToRecord(target, name);
+  if (IsWideText(target)) return {ByValue(name, "Long")};
+  // Bytes are how the headers speak of data of any form: registry values, keys, pixels.
+  if (target.IsNamed("BYTE")) return {name + " As Any"};
+  if (IsScalar(target)) return {name + " As " + ScalarType(target)};
+  return {name + " As Any"};
+}
+
+DeclareTranslator::Argument DeclareTranslator::ReferenceToRecord(const HeaderType& target,
+                                                                 const std::string& name) {
+  const Record& record = headers_.records[target.record];
+  if (record.tag == "tagVARIANT") return {name + " As Variant"};
+  if (!record.is_complete || IsInterface(record) || IsHandle(record))
+    return {ByValue(name, "Long")};
+  const std::string type = records_.NameOf(target.record);
+  return {name + " As " + (type.empty() ? "Any" : type)};
+}
+
+std::vector<DeclareRow> FamiliarRows(const ImportLibraries& libraries) {
+  std::vector<DeclareRow> rows;
+  for (const FamiliarDeclare& familiar : FamiliarDeclares()) {
+    const ImportEntry* entry = libraries.Find(familiar.entry);
+    if (entry == nullptr) continue;
+    rows.push_back({std::string(familiar.name),
+                    DeclareLine(std::string(familiar.name), *entry,
+                                std::string(familiar.parameters), familiar.is_function),
+                    std::string(familiar.header)});
+  }
+  return rows;
+}
+
+}  // namespace declarium::win32_library

@@ -1,0 +1,51 @@
+// Turns functions of the headers into Declare lines.
+#pragma once
+
+#include <expected>
+#include <set>
+#include <string>
+
+#include "header_model.h"
+#include "import_library.h"
+#include "record_translator.h"
+#include "rows.h"
+
+namespace declarium::win32_library {
+
+class DeclareTranslator {
+ public:
+  // All arguments must outlive the object.
+  DeclareTranslator(const Headers& headers, const ImportLibraries& libraries,
+                    RecordTranslator& records);
+
+  // The row of a function, or the reason why it has none.
+  [[nodiscard]] std::expected<DeclareRow, std::string> Translate(const Function& function);
+
+ private:
+  struct Argument {
+    std::string declaration;
+    long bytes = 4;
+  };
+  using Arguments = std::expected<std::vector<Argument>, std::string>;
+
+  [[nodiscard]] std::string NameFor(const Function& function) const;
+  [[nodiscard]] Arguments ArgumentsOf(const Function& function);
+  [[nodiscard]] Arguments ArgumentOf(const HeaderType& type, const std::string& name);
+  [[nodiscard]] Arguments RecordByValue(const HeaderType& type, const std::string& name) const;
+  [[nodiscard]] Argument PointerOf(const HeaderType& type, const std::string& name);
+  [[nodiscard]] Argument ReferenceTo(const HeaderType& target, const std::string& name);
+  [[nodiscard]] Argument ReferenceToRecord(const HeaderType& target, const std::string& name);
+
+  const Headers& headers_;
+  const ImportLibraries& libraries_;
+  RecordTranslator& records_;
+  std::set<std::string> function_names_;
+};
+
+// The longest line that VB reads, less the longest scope word that may come before a declaration.
+inline constexpr std::size_t kLongestLine = 1023 - 8;
+
+// The rows of the procedures that the headers know as macros only.
+[[nodiscard]] std::vector<DeclareRow> FamiliarRows(const ImportLibraries& libraries);
+
+}  // namespace declarium::win32_library

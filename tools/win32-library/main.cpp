@@ -1,0 +1,79 @@
+// win32_library SOURCE_FOLDER IMPORT_FOLDER OUT_FOLDER: makes Win32.api, Win32.provenance.tsv and
+// Win32.report.md in OUT_FOLDER from the lists headers.txt and libraries.txt in SOURCE_FOLDER and
+// the import libraries in IMPORT_FOLDER.
+#include <cstdio>
+#include <fstream>
+#include <iostream>
+#include <sstream>
+
+#include "header_reader.h"
+#include "library_builder.h"
+#include "library_file.h"
+
+namespace {
+
+using namespace declarium::win32_library;
+
+int Fail(const std::string& reason) {
+  std::cerr << "win32_library: " << reason << '\n';
+  return 1;
+}
+
+std::expected<ImportLibraries, std::string> ReadLibraries(const std::string& list,
+                                                          const std::string& folder) {
+  std::ifstream file(list);
+  if (!file) return std::unexpected(list + ": cannot be read");
+  ImportLibraries libraries;
+  for (std::string line; std::getline(file, line);) {
+    if (line.starts_with('#')) continue;
+    std::istringstream names(line);
+    for (std::string name; names >> name;)
+      if (const auto added = libraries.Add(folder + "/lib" + name + ".a"); !added)
+        return std::unexpected(added.error());
+  }
+  return libraries;
+}
+
+std::expected<std::vector<Headers>, std::string> ReadUnits(const std::string& list) {
+  const auto units = ReadHeaderUnits(list);
+  if (!units) return std::unexpected(units.error());
+  std::vector<Headers> result;
+  for (const HeaderUnit& unit : *units) {
+    auto headers = ReadHeaders(unit);
+    if (!headers) return std::unexpected(headers.error());
+    result.push_back(std::move(*headers));
+  }
+  return result;
+}
+
+bool WriteText(const std::string& path, const std::string& text) {
+  std::ofstream file(path, std::ios::binary);
+  file << text;
+  return file.good();
+}
+
+int Generate(const std::string& source, const std::string& imports, const std::string& out) {
+  const auto libraries = ReadLibraries(source + "/libraries.txt", imports);
+  if (!libraries) return Fail(libraries.error());
+  const auto units = ReadUnits(source + "/headers.txt");
+  if (!units) return Fail(units.error());
+  const Library library = BuildLibrary(*units, *libraries);
+  const auto written = WriteLibrary(library, "Win32 API", out + "/Win32.api");
+  if (!written) {
+    static_cast<void>(WriteText(out + "/Win32.rejected.bas", SourceOf(library)));
+    return Fail(written.error());
+  }
+  if (!WriteText(out + "/Win32.provenance.tsv", ProvenanceOf(library)) ||
+      !WriteText(out + "/Win32.report.md", ReportOf(library)))
+    return Fail("cannot write into " + out);
+  std::cout << library.declares.size() << " Declares, " << library.constants.size() << " Consts, "
+            << library.types.size() << " Types\n";
+  return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc != 4) return Fail("usage: win32_library SOURCE_FOLDER IMPORT_FOLDER OUT_FOLDER");
+  return Generate(argv[1], argv[2], argv[3]);
+}

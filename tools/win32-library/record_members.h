@@ -1,0 +1,27 @@
+// Takes a record of the headers apart into the pieces that become member lines.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "header_model.h"
+
+namespace declarium::win32_library {
+
+// One piece of a record, at its place: a field, a union, or the storage of neighbouring bit fields.
+struct Piece {
+  enum class Kind { kField, kUnion, kBits };
+  Kind kind = Kind::kField;
+  std::string name;                // wanted in the library, not yet made legal or unique
+  std::vector<std::string> paths;  // as C reaches it: "u.x"; all alternatives, or all bit fields
+  long offset = 0;                 // bytes
+  long size = 0;
+  HeaderType type;             // kField
+  std::string count_constant;  // kField
+};
+
+// The pieces in order of their places. Records without a name of their own are opened: their fields
+// stand among the pieces.
+[[nodiscard]] std::vector<Piece> PiecesOf(const Headers& headers, const Record& record);
+
+}  // namespace declarium::win32_library

@@ -1,0 +1,22 @@
+// What the host language takes as a name.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace declarium::vb {
+
+// Whether the word belongs to the language, in any case.
+[[nodiscard]] bool IsReservedWord(std::string_view word);
+
+// A letter, then letters, digits and underscores, at most 255 in all, and no reserved word.
+[[nodiscard]] bool IsLegalName(std::string_view name);
+
+// `name` made legal: leading underscores are dropped, a reserved word gets an underscore behind it.
+// Empty when nothing legal is left.
+[[nodiscard]] std::string LegalName(std::string_view name);
+
+// ASCII lower case; names in headers and libraries hold nothing else.
+[[nodiscard]] std::string Lower(std::string_view text);
+
+}  // namespace declarium::vb
