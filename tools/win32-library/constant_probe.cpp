@@ -25,14 +25,21 @@ bool CanBeProbed(const Constant& constant) {
   return depth == 0 && !constant.is_enumerator;
 }
 
+// The macro as one expression: a list with commas, which initializes a record, is refused by
+// _Generic and not taken for its last number.
+std::string OneExpression(const std::string& name) {
+  return "_Generic(" + name + ", default: (" + name + "))";
+}
+
 std::string ProbeSource(const std::vector<Constant>& constants) {
   std::string source;
   for (const Constant& constant : constants) {
     if (!CanBeProbed(constant)) continue;
+    const std::string expression = OneExpression(constant.name);
     source.append("__auto_type ").append(kTyped).append(constant.name);
-    source.append(" = (").append(constant.name).append(");\n");
+    source.append(" = ").append(expression).append(";\n");
     source.append("unsigned long ").append(kAddress).append(constant.name);
-    source.append(" = (unsigned long)(").append(constant.name).append(");\n");
+    source.append(" = (unsigned long)").append(expression).append(";\n");
   }
   return source;
 }

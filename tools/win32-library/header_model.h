@@ -43,6 +43,9 @@ struct Record {
   std::vector<std::string> typedefs;  // the typedef names that mean the record itself, in order
   bool is_union = false;
   bool is_complete = false;
+  // A tagged record is declared in it, or in one of its members, without a member of that type: to
+  // some compilers a member without a name, to others none.
+  bool is_ambiguous = false;
   long size = 0;
   long alignment = 0;
   std::vector<Field> fields;

@@ -150,7 +150,25 @@ class Reader {
     record.size = static_cast<long>(size);
     record.alignment = static_cast<long>(clang_Type_getAlignOf(type));
     ForEachChild(definition, [&](CXCursor child) { ReadField(child, type, record); });
+    ForEachChild(definition, [&](CXCursor child) {
+      record.is_ambiguous = record.is_ambiguous || IsUnusedTaggedRecord(child, record);
+    });
+    for (const Field& field : record.fields)
+      if (field.type.kind == TypeKind::kRecord && headers_.records[field.type.record].is_ambiguous)
+        record.is_ambiguous = true;
     return record;
+  }
+
+  bool IsUnusedTaggedRecord(CXCursor cursor, const Record& record) {
+    const CXCursorKind kind = clang_getCursorKind(cursor);
+    if (kind != CXCursor_StructDecl && kind != CXCursor_UnionDecl) return false;
+    if (clang_Cursor_isAnonymous(cursor) != 0) return false;
+    const int index = RecordIndex(clang_getCursorType(cursor));
+    return std::ranges::none_of(record.fields, [&](const Field& field) {
+      const HeaderType* type = &field.type;
+      while (type->target != nullptr) type = type->target.get();
+      return type->record == index;
+    });
   }
 
   void ReadField(CXCursor cursor, CXType parent, Record& record) {

@@ -98,6 +98,7 @@ std::expected<TypeRow, std::string> RecordTranslator::Make(int index) {
   const Record& record = headers_.records[index];
   if (record.header.empty()) return std::unexpected("not declared by a Windows header");
   if (!record.is_complete) return std::unexpected("its members are not declared");
+  if (record.is_ambiguous) return std::unexpected("a member on which compilers disagree");
   if (IsInterface(record)) return std::unexpected("a COM interface or its table of functions");
   if (IsHandle(record)) return std::unexpected("it only gives a handle its type");
   TypeRow row{RecordName(record), {}, record.header};

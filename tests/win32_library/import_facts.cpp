@@ -1,0 +1,81 @@
+#include "import_facts.h"
+
+#include <fstream>
+#include <sstream>
+
+#include "vb/name.h"
+
+namespace declarium::win32_library_test {
+namespace {
+
+constexpr std::string_view kFolder = "/usr/i686-w64-mingw32/lib/";
+
+std::vector<std::string> ArchiveNames() {
+  std::ifstream file(DECLARIUM_SOURCE_DIR "/tools/win32-library/libraries.txt");
+  std::vector<std::string> names;
+  for (std::string line; std::getline(file, line);) {
+    std::istringstream words(line.starts_with('#') ? "" : line);
+    for (std::string name; words >> name;) names.push_back(name);
+  }
+  return names;
+}
+
+// The dynamic libraries that an archive imports from.
+std::vector<std::string> LibrariesOf(const std::string& archive, const Toolchain& toolchain) {
+  std::istringstream lines(toolchain.Output("i686-w64-mingw32-dlltool -I " + archive));
+  std::vector<std::string> libraries;
+  for (std::string line; std::getline(lines, line);) {
+    line = vb::Lower(line);
+    if (line.ends_with(".dll")) line.resize(line.size() - 4);
+    libraries.push_back(line);
+  }
+  return libraries;
+}
+
+void ReadArchive(const std::string& archive, const Toolchain& toolchain, ImportFacts& facts) {
+  const std::vector<std::string> libraries = LibrariesOf(archive, toolchain);
+  std::istringstream lines(toolchain.Output("i686-w64-mingw32-nm " + archive));
+  for (std::string line; std::getline(lines, line);) {
+    constexpr std::string_view kImport = " __imp__";
+    const std::size_t begin = line.find(kImport);
+    const std::size_t at = line.rfind('@');
+    if (begin == std::string::npos || at == std::string::npos || at + 1 == line.size() ||
+        line.find_first_not_of("0123456789", at + 1) != std::string::npos)
+      continue;
+    const std::string name = line.substr(begin + kImport.size(), at - begin - kImport.size());
+    for (const std::string& library : libraries)
+      facts[library + " " + name] = std::stol(line.substr(at + 1));
+  }
+}
+
+}  // namespace
+
+ImportFacts ReadImportLibraries(const Toolchain& toolchain) {
+  ImportFacts facts;
+  for (const std::string& name : ArchiveNames())
+    ReadArchive(std::string(kFolder) + "lib" + name + ".a", toolchain, facts);
+  return facts;
+}
+
+Mismatches CheckDeclares(const Rows& rows, const ImportFacts& facts) {
+  Mismatches mismatches;
+  for (const DeclareRow& row : rows.declares) {
+    const auto procedure = vb::ParseProcedure(row.tail);
+    if (!procedure) {
+      mismatches.push_back(row.name + ": " + procedure.error());
+      continue;
+    }
+    const std::string& entry = procedure->alias.empty() ? row.name : procedure->alias;
+    const auto fact = facts.find(procedure->library + " " + entry);
+    if (fact == facts.end())
+      mismatches.push_back(row.name + ": " + procedure->library + " has no " + entry);
+    else if (fact->second != procedure->ArgumentBytes())
+      mismatches.push_back(row.name + " takes " + std::to_string(fact->second) + " bytes, not " +
+                           std::to_string(procedure->ArgumentBytes()));
+    else if (row.is_function == procedure->result_type.empty())
+      mismatches.push_back(row.name + ": a Function has a result and a Sub has none");
+  }
+  return mismatches;
+}
+
+}  // namespace declarium::win32_library_test

@@ -1,0 +1,204 @@
+// Every row of the bundled library against the compiler, the import libraries and the language.
+#include "gmock/gmock.h"
+#include "gtest/gtest.h"
+
+#include "basic/code_page.h"
+#include "constant_facts.h"
+#include "database/database_file.h"
+#include "database/file_format.h"
+#include "database/file_io.h"
+#include "import/merge.h"
+#include "import/parser.h"
+#include "import_facts.h"
+#include "record_facts.h"
+#include "render/item_text.h"
+#include "text_checks.h"
+
+namespace declarium::win32_library_test {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+constexpr const char* kLibrary = DECLARIUM_SOURCE_DIR "/data/Win32.api";
+
+// The first mismatches and their number, so that a broken rule is not thousands of lines.
+std::string Shown(const Mismatches& mismatches) {
+  std::string text = std::to_string(mismatches.size()) + " mismatches\n";
+  for (std::size_t i = 0; i < mismatches.size() && i < 20; ++i) text += mismatches[i] + "\n";
+  return text;
+}
+
+#define EXPECT_NO_MISMATCH(check)                          \
+  do {                                                     \
+    const Mismatches found = (check);                      \
+    EXPECT_THAT(found, IsEmpty()) << Shown(found).c_str(); \
+  } while (false)
+
+class Win32Library : public ::testing::Test {
+ protected:
+  static void SetUpTestSuite() {
+    database_ = LoadLibraryFile(kLibrary).value();
+    rows_ = RowsOf(database_);
+  }
+
+  static inline Database database_;
+  static inline Rows rows_;
+};
+
+// The same with what the compiler says.
+class Win32LibraryFacts : public Win32Library {
+ protected:
+  static void SetUpTestSuite() {
+    Win32Library::SetUpTestSuite();
+    if (!Toolchain::IsInstalled()) return;
+    const Toolchain toolchain;
+    const UnitMap units = ReadUnitMap(toolchain);
+    const auto provenance = ReadProvenance(units);
+    constants_ = CompileConstants(rows_, toolchain, units, provenance);
+    records_ = CompileRecords(rows_, toolchain, units, provenance);
+    imports_ = ReadImportLibraries(toolchain);
+  }
+
+  void SetUp() override {
+    if (!Toolchain::IsInstalled()) GTEST_SKIP() << "needs the 32-bit mingw-w64 compiler";
+  }
+
+  static ConstRow& Constant(Rows& rows, const std::string& lower) {
+    return rows.constants.at(rows.constant_positions.at(lower));
+  }
+  static TypeRow& Record(Rows& rows, const std::string& lower) {
+    return rows.types.at(rows.type_positions.at(lower));
+  }
+
+  static inline ConstantFacts constants_;
+  static inline RecordFacts records_;
+  static inline ImportFacts imports_;
+};
+
+TEST_F(Win32Library, HoldsEnoughOfEveryKind) {
+  EXPECT_EQ(database_.title, u"Win32 API");
+  EXPECT_GE(rows_.declares.size(), 5000u);
+  EXPECT_GE(rows_.constants.size(), 15000u);
+  EXPECT_GE(rows_.types.size(), 1000u);
+}
+
+TEST_F(Win32Library, HasLegalUniqueNamesAndLinesThatTheLanguageReads) {
+  EXPECT_NO_MISMATCH(CheckNamesAndLines(database_, rows_));
+}
+
+TEST_F(Win32Library, HoldsEverySharedItem) {
+  EXPECT_NO_MISMATCH(CheckSharedItems(database_));
+}
+
+TEST_F(Win32Library, SavesAsItWasLoaded) {
+  EXPECT_TRUE(LibraryBytes(database_) == ReadWholeFile(kLibrary).value());
+}
+
+TEST_F(Win32Library, ExportsAndImportsByteForByte) {
+  const std::u16string exported = ExportText(database_);
+  const std::string source = EncodeCodePage(exported);
+  const ParsedItems parsed = ParseDeclarations(ReadSource(std::string_view(source)));
+  EXPECT_THAT(parsed.skipped, IsEmpty());
+  Database again;
+  again.title = database_.title;
+  MergeItems(again, parsed, Existing::kReplace);
+  EXPECT_TRUE(LibraryBytes(again) == LibraryBytes(database_));
+  EXPECT_TRUE(ExportText(again) == exported);
+}
+
+TEST_F(Win32LibraryFacts, ConstantsHaveTheCompilersValues) {
+  EXPECT_NO_MISMATCH(CheckConstants(rows_, constants_));
+}
+
+TEST_F(Win32LibraryFacts, RecordsLieInMemoryAsTheCompilerLaysThemOut) {
+  EXPECT_NO_MISMATCH(CheckRecords(rows_, records_));
+}
+
+TEST_F(Win32LibraryFacts, DeclaresTakeTheBytesThatTheImportLibraryTells) {
+  EXPECT_NO_MISMATCH(CheckDeclares(rows_, imports_));
+}
+
+// The checks would say so if a row were wrong.
+
+TEST_F(Win32LibraryFacts, AWrongValueIsFoundWithAllThatIsMadeOfIt) {
+  Rows wrong = rows_;
+  Constant(wrong, "lvn_first").value = "-101";
+  const Mismatches found = CheckConstants(wrong, constants_);
+  EXPECT_THAT(found, ::testing::Contains(HasSubstr("LVN_FIRST = -101")));
+  EXPECT_THAT(found, ::testing::Contains(HasSubstr("LVN_ITEMCHANGED = LVN_FIRST - 1")));
+}
+
+TEST_F(Win32LibraryFacts, AHexadecimalValueWithoutItsSuffixIsFound) {
+  Rows wrong = rows_;
+  ConstRow& row = Constant(wrong, "wm_app");
+  ASSERT_EQ(row.value, "&H8000&");
+  row.value = "&H8000";
+  EXPECT_THAT(CheckConstants(wrong, constants_), ::testing::Contains(HasSubstr("WM_APP = &H8000")));
+}
+
+TEST_F(Win32LibraryFacts, AWrongTextIsFound) {
+  Rows wrong = rows_;
+  Constant(wrong, "wc_listviewa").value = "\"SysListView\"";
+  EXPECT_THAT(CheckConstants(wrong, constants_), ::testing::Contains(HasSubstr("WC_LISTVIEWA = ")));
+}
+
+TEST_F(Win32LibraryFacts, AMemberOfAnotherSizeIsFound) {
+  Rows wrong = rows_;
+  Record(wrong, "rect").members[3].line = "bottom As Integer";
+  EXPECT_THAT(CheckRecords(wrong, records_),
+              ::testing::Contains(HasSubstr("RECT: bottom As Integer has another size")));
+}
+
+TEST_F(Win32LibraryFacts, AMemberAtAnotherPlaceIsFound) {
+  Rows wrong = rows_;
+  std::swap(Record(wrong, "rect").members[0], Record(wrong, "rect").members[1]);
+  EXPECT_THAT(CheckRecords(wrong, records_),
+              ::testing::Contains(HasSubstr("RECT: top As Long stands elsewhere")));
+}
+
+TEST_F(Win32LibraryFacts, AMissingMemberIsFound) {
+  Rows wrong = rows_;
+  Record(wrong, "rect").members.pop_back();
+  EXPECT_THAT(CheckRecords(wrong, records_),
+              ::testing::Contains(HasSubstr("RECT: has another size")));
+}
+
+TEST_F(Win32LibraryFacts, AnArgumentTooMuchIsFound) {
+  Rows wrong = rows_;
+  wrong.declares = {{"GetTickCount", true, "\"kernel32\" (ByVal x As Long) As Long"}};
+  EXPECT_THAT(CheckDeclares(wrong, imports_), ElementsAre("GetTickCount takes 0 bytes, not 4"));
+}
+
+TEST_F(Win32LibraryFacts, AnotherLibraryIsFound) {
+  Rows wrong = rows_;
+  wrong.declares = {{"GetTickCount", true, "\"user32\" () As Long"}};
+  EXPECT_THAT(CheckDeclares(wrong, imports_),
+              ElementsAre("GetTickCount: user32 has no GetTickCount"));
+}
+
+TEST(SharedItemsCheck, FindsANameThatIsNotInTheLibrary) {
+  Database database;
+  database[Kind::kConst] = {{u"A"}, {u"Long\u000eB + 1"}};
+  EXPECT_THAT(CheckSharedItems(database), ElementsAre("A refers to B"));
+}
+
+TEST(NamesCheck, FindsIllegalNamesOfItemsParametersAndMembers) {
+  Database database;
+  database[Kind::kConst] = {{u"A", u"a", u"Loop"}, {u"\u000e1", u"\u000e1", u"\u000e1"}};
+  database[Kind::kDeclare] = {{u"F"}, {u"\u000a\"x\" (ByVal n As Long, ByVal N As Long)"}};
+  database[Kind::kType] = {{u"T"}, {u"\u000ca As Long\u000da As Long"}};
+  EXPECT_THAT(CheckNamesAndLines(database, RowsOf(database)),
+              ElementsAre("a is there twice", "Loop is no name", "F: parameter N", "T: member a"));
+}
+
+TEST(LinesCheck, FindsALineThatIsTooLong) {
+  Database database;
+  database[Kind::kConst] = {{u"A"}, {u"String\u000e\"" + std::u16string(1000, u'x') + u"\""}};
+  EXPECT_THAT(CheckNamesAndLines(database, RowsOf(database)),
+              ElementsAre("A has a line that is too long"));
+}
+
+}  // namespace
+}  // namespace declarium::win32_library_test

@@ -1,0 +1,56 @@
+#include "rows.h"
+
+#include "basic/code_page.h"
+#include "basic/text.h"
+#include "database/item.h"
+#include "vb/name.h"
+
+namespace declarium::win32_library_test {
+namespace {
+
+constexpr std::string_view kRecordRemark = "'record: ";
+constexpr std::string_view kHeaderRemark = "'header: ";
+
+TypeRow TypeRowOf(const std::string& name, std::u16string_view item) {
+  TypeRow row{name, name, {}};
+  std::string remark;
+  for (const std::u16string_view part : Split(SplitType(item).members, kMemberSeparator)) {
+    std::string line = EncodeCodePage(part);
+    if (line.starts_with(kRecordRemark)) {
+      row.header_name = line.substr(kRecordRemark.size());
+    } else if (line.starts_with(kHeaderRemark)) {
+      remark = line.substr(kHeaderRemark.size());
+    } else {
+      row.members.push_back({std::move(line), std::move(remark)});
+      remark.clear();
+    }
+  }
+  return row;
+}
+
+}  // namespace
+
+Rows RowsOf(const Database& database) {
+  Rows rows;
+  const KindLists& constants = database[Kind::kConst];
+  for (std::size_t i = 0; i < constants.names.size(); ++i) {
+    const ConstFields fields = SplitConst(constants.ItemAt(i));
+    rows.constants.push_back({EncodeCodePage(constants.names[i]), EncodeCodePage(fields.type),
+                              EncodeCodePage(fields.value)});
+    rows.constant_positions[vb::Lower(rows.constants.back().name)] = i;
+  }
+  const KindLists& declares = database[Kind::kDeclare];
+  for (std::size_t i = 0; i < declares.names.size(); ++i) {
+    const std::u16string_view item = declares.ItemAt(i);
+    rows.declares.push_back({EncodeCodePage(declares.names[i]), item.starts_with(kFunctionMarker),
+                             EncodeCodePage(SplitDeclare(item).tail)});
+  }
+  const KindLists& types = database[Kind::kType];
+  for (std::size_t i = 0; i < types.names.size(); ++i) {
+    rows.types.push_back(TypeRowOf(EncodeCodePage(types.names[i]), types.ItemAt(i)));
+    rows.type_positions[vb::Lower(rows.types.back().name)] = i;
+  }
+  return rows;
+}
+
+}  // namespace declarium::win32_library_test

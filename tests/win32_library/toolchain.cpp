@@ -1,0 +1,112 @@
+#include "toolchain.h"
+
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <random>
+#include <sstream>
+#include <stdexcept>
+
+#include "coff_object.h"
+
+namespace declarium::win32_library_test {
+namespace {
+
+constexpr std::string_view kCompiler = "i686-w64-mingw32-gcc-posix";
+
+std::string ReadAll(const std::filesystem::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+std::string Compile(std::string_view options) {
+  return std::string(kCompiler) + " -w " + std::string(options) + " ";
+}
+
+}  // namespace
+
+Toolchain::Toolchain()
+    : folder_(std::filesystem::temp_directory_path() /
+              ("win32_library_" + std::to_string(std::random_device()()))) {
+  std::filesystem::create_directories(folder_);
+}
+
+Toolchain::~Toolchain() {
+  std::error_code ignored;
+  std::filesystem::remove_all(folder_, ignored);
+}
+
+bool Toolchain::IsInstalled() {
+  const std::string command = "command -v " + std::string(kCompiler) + " >/dev/null 2>&1";
+  return std::system(command.c_str()) == 0;
+}
+
+std::string Toolchain::Output(const std::string& command) const {
+  const std::string out = (folder_ / "out").string();
+  const std::string err = (folder_ / "err").string();
+  if (std::system((command + " >" + out + " 2>" + err).c_str()) != 0)
+    throw std::runtime_error(command + "\n" + ReadAll(err).substr(0, 2000));
+  return ReadAll(out);
+}
+
+std::string Toolchain::Write(const std::string& source) const {
+  const std::filesystem::path path = folder_ / "probe.c";
+  std::ofstream(path, std::ios::binary) << source;
+  return path.string();
+}
+
+std::map<std::string, std::string> Toolchain::Sections(
+    const std::string& source, const std::vector<std::string>& names) const {
+  const std::string object = (folder_ / "probe.o").string();
+  static_cast<void>(
+      Output(Compile("-O0 -fno-toplevel-reorder -c") + Write(source) + " -o " + object));
+  const std::string bytes = ReadAll(object);
+  const auto parsed = win32_library::ReadObject(bytes);
+  if (!parsed) throw std::runtime_error("the compiler made no 32-bit object");
+  std::map<std::string, std::string> sections;
+  for (const std::string& name : names) sections[name] = parsed->Content(name);
+  return sections;
+}
+
+std::string Toolchain::Preprocessed(const std::string& source) const {
+  return Output(Compile("-E -P") + Write(source));
+}
+
+std::vector<std::string> Toolchain::HeadersIn(const std::string& source) const {
+  std::istringstream words(Output(Compile("-M") + Write(source)));
+  constexpr std::string_view kFolder = "/include/";
+  std::vector<std::string> headers;
+  for (std::string word; words >> word;) {
+    const std::size_t folder = word.find(kFolder);
+    if (folder != std::string::npos) headers.push_back(word.substr(folder + kFolder.size()));
+  }
+  return headers;
+}
+
+UnitMap ReadUnitMap(const Toolchain& toolchain) {
+  auto units =
+      win32_library::ReadHeaderUnits(DECLARIUM_SOURCE_DIR "/tools/win32-library/headers.txt");
+  if (!units) throw std::runtime_error(units.error());
+  UnitMap map{std::move(*units), {}};
+  for (std::size_t i = 0; i < map.units.size(); ++i)
+    for (const std::string& header : toolchain.HeadersIn(map.units[i].source))
+      map.unit_of_header.emplace(header, i);
+  return map;
+}
+
+std::map<std::string, std::size_t> ReadProvenance(const UnitMap& units) {
+  std::ifstream file(DECLARIUM_SOURCE_DIR "/data/Win32.provenance.tsv");
+  std::map<std::string, std::size_t> result;
+  std::string line;
+  std::getline(file, line);
+  while (std::getline(file, line)) {
+    const std::size_t tab = line.rfind('\t');
+    const auto unit = units.unit_of_header.find(line.substr(tab + 1));
+    if (unit == units.unit_of_header.end())
+      throw std::runtime_error("a header that no unit includes: " + line);
+    result[line.substr(0, tab)] = unit->second;
+  }
+  return result;
+}
+
+}  // namespace declarium::win32_library_test
