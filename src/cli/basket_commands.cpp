@@ -93,10 +93,11 @@ ExitStatus RunInsert(const BasketOptions& options, const Session& session) {
 
 void DefineBasket(CLI::App& command, BasketOptions& options) {
   DefineNames(command, options.names);
-  command.add_option("--scope", options.scope, "Scope word in front of every declaration")
-      ->transform(CLI::IsMember({"Private", "Public"}, CLI::ignore_case))
-      ->type_name("Private|Public")
-      ->capture_default_str();
+  command
+      .add_option("--scope", options.scope,
+                  "Scope word in front of each declaration; Private when left out")
+      ->transform(OneOf({"Private", "Public"}))
+      ->type_name("Private|Public");
   command.add_flag("--closure", options.closure,
                    "Also add what the items need, and what that needs");
 }
@@ -117,14 +118,18 @@ void AddBasketCommands(const CommandSet& set) {
       RunBasket);
   AddCommand<BasketOptions>(
       set,
-      {"insert",
-       "Insert the source text of items into a module file, behind its attributes. A file that is "
-       "no frm, ctl, dob, pag, bas or cls is replaced by the text",
-       "declarium-cli insert Win32.api TrayIcon.bas Shell_NotifyIcon --closure"},
+      {"insert", "Insert the source text of items into a module file",
+       "declarium-cli insert Win32.api TrayIcon.bas Shell_NotifyIcon --closure",
+       "The text goes behind the module's first Attribute line that is not its first line, "
+       "otherwise\n"
+       "behind its first line. A file whose name does not end in frm, ctl, dob, pag, bas or cls "
+       "is\n"
+       "replaced by the text.\n\n"},
       [](CLI::App& command, BasketOptions& options) {
         DefineFile(command, options.file);
         command.add_option("MODULE", options.target, "The module file, which is changed")
-            ->required();
+            ->required()
+            ->type_name("");
         DefineBasket(command, options);
       },
       RunInsert);

@@ -39,13 +39,26 @@ std::string_view NameOf(TextColour colour) {
   return "normal";
 }
 
+// The part of a run that is in the code, which moves forward over it. The display shows a bracket
+// that stands alone twice; text on a terminal is there to be copied, so the second one goes.
+std::u16string TakeFromCode(std::u16string_view run, std::u16string_view& code) {
+  std::u16string taken;
+  for (const char16_t unit : run) {
+    if (!code.starts_with(unit)) continue;
+    taken += unit;
+    code.remove_prefix(1);
+  }
+  return taken;
+}
+
 }  // namespace
 
 std::string ColouredLines(std::u16string_view code) {
   std::string lines;
+  auto rest = code;
   for (const auto& [colour, text] : FormatText(code)) {
     const auto escape = EscapeOf(colour);
-    lines.append(escape).append(Lines(text));
+    lines.append(escape).append(Lines(TakeFromCode(text, rest)));
     if (!escape.empty()) lines += kNormalColour;
   }
   return lines;

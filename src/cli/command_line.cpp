@@ -1,8 +1,10 @@
 #include "cli/command_line.h"
 
 #include <algorithm>
+#include <map>
 #include <new>
 #include <ostream>
+#include <stdexcept>
 
 #include "cli/basket_commands.h"
 #include "cli/command_set.h"
@@ -16,8 +18,10 @@ namespace declarium::cli {
 namespace {
 
 constexpr const char* kDescription =
-    "Libraries of Visual Basic declarations: import, find, collect and insert Declare, Const and "
-    "Type statements.";
+    "Keeps libraries of Visual Basic declarations (Declare, Const, Type) and inserts them into "
+    "modules.";
+
+constexpr const char* kNotEnoughMemory = "not enough memory for files of this size";
 
 constexpr const char* kFooter =
     "Names: upper and lower case are alike; const:, declare: or type: in front names the kind.\n"
@@ -33,7 +37,7 @@ void DefineCommonOptions(CLI::App& app, Session& session) {
   const std::map<std::string, ColourUse> uses = {
       {"auto", ColourUse::kAuto}, {"always", ColourUse::kAlways}, {"never", ColourUse::kNever}};
   app.add_option("--color", session.colour, "Colour source text; auto does so on a terminal")
-      ->transform(CLI::CheckedTransformer(uses, CLI::ignore_case))
+      ->transform(CLI::CheckedTransformer(uses, CLI::ignore_case).description(""))
       ->type_name("auto|always|never");
 }
 
@@ -44,6 +48,9 @@ void Define(CLI::App& app, Session& session) {
   app.require_subcommand(1);
   app.footer(kFooter);
   app.get_formatter()->column_width(28);
+  app.get_formatter()->label("SUBCOMMAND", "COMMAND ...");
+  app.get_formatter()->label("Positionals", "Arguments");
+  app.get_formatter()->label("REQUIRED", "");
   DefineCommonOptions(app, session);
   const CommandSet set{app, session};
   AddLibraryCommands(set);
@@ -84,7 +91,10 @@ ExitStatus Run(std::span<const std::string> arguments, Streams& streams) {
     session.Say(failure.what());
     return failure.Status();
   } catch (const std::bad_alloc&) {
-    session.Say("not enough memory");
+    session.Say(kNotEnoughMemory);
+    return ExitStatus::kFileFailed;
+  } catch (const std::length_error&) {
+    session.Say(kNotEnoughMemory);
     return ExitStatus::kFileFailed;
   } catch (const std::exception& error) {
     session.Say(error.what());

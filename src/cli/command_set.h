@@ -4,6 +4,7 @@
 #include <CLI/CLI.hpp>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "cli/session.h"
 
@@ -16,8 +17,9 @@ struct CommandSet {
 
 struct CommandText {
   const char* name;
-  const char* description;
-  const char* example;  // a whole command line
+  const char* description;   // a line of the list of commands
+  const char* example;       // a whole command line
+  const char* details = "";  // what else its help says, whole lines
 };
 
 // Adds a command: `define` gives it the options that fill an `Options`, `run` does its work. The
@@ -26,27 +28,36 @@ template <class Options, class Define>
 void AddCommand(const CommandSet& set, const CommandText& text, Define define,
                 ExitStatus (*run)(const Options&, const Session&)) {
   auto* const command = set.app.add_subcommand(text.name, text.description);
-  command->footer(std::string("Example:\n  ") + text.example);
+  command->group("Commands");
+  command->footer(std::string(text.details) + "Example:\n  " + text.example);
   auto options = std::make_shared<Options>();
   define(*command, *options);
   command->callback(
       [options, run, &session = set.session] { session.status = run(*options, session); });
 }
 
+// One of these words in any case, which becomes the word as written here. The help shows the words
+// as the option's type.
+inline CLI::Validator OneOf(const std::vector<std::string>& words) {
+  return CLI::IsMember(words, CLI::ignore_case).description("");
+}
+
 // The FILE that every command on a library begins with.
 inline void DefineFile(CLI::App& command, std::string& file) {
-  command.add_option("FILE", file, "The library, a \".api\" file")->required();
+  command.add_option("FILE", file, "The library, a \".api\" file")->required()->type_name("");
 }
 
 // NAME..., at least one.
 inline void DefineNames(CLI::App& command, std::vector<std::string>& names) {
-  command.add_option("NAME", names, "Item names; \"type:RECT\" names the kind")->required();
+  command.add_option("NAME", names, "Item names; \"type:RECT\" names the kind")
+      ->required()
+      ->type_name("");
 }
 
 // --kind; left out, `kind` stays empty.
 inline CLI::Option* DefineKind(CLI::App& command, std::string& kind) {
   return command.add_option("--kind", kind, "Kind of the items")
-      ->check(CLI::IsMember({"const", "declare", "type"}, CLI::ignore_case))
+      ->transform(OneOf({"const", "declare", "type"}))
       ->type_name("const|declare|type");
 }
 

@@ -65,7 +65,8 @@ void AddFindCommands(const CommandSet& set) {
         command
             .add_option("PATTERN", options.text,
                         "Part of the name; ? * # and [lists] are wildcards, case does not matter")
-            ->required();
+            ->required()
+            ->type_name("");
         DefineKind(command, options.kind)->required();
       },
       RunFind);
@@ -75,7 +76,9 @@ void AddFindCommands(const CommandSet& set) {
        "declarium-cli complete Win32.api getw --kind declare"},
       [](CLI::App& command, FindOptions& options) {
         DefineFile(command, options.file);
-        command.add_option("TEXT", options.text, "Beginning of the name")->required();
+        command.add_option("TEXT", options.text, "Beginning of the name")
+            ->required()
+            ->type_name("");
         DefineKind(command, options.kind)->required();
       },
       RunComplete);

@@ -176,16 +176,19 @@ ExitStatus RunImport(const ImportOptions& options, const Session& session) {
 void AddImportCommand(const CommandSet& set) {
   AddCommand<ImportOptions>(
       set,
-      {"import",
-       "Merge the declarations of source files into a library. The library's items stay, beside "
-       "what every source adds; a source may replace an item of the same name",
-       "declarium-cli import Win32.api --create Windows WinShell.bas TrayIcon.bas"},
+      {"import", "Merge the declarations of source files into a library",
+       "declarium-cli import Win32.api --create Windows WinShell.bas TrayIcon.bas",
+       "The library's items are kept, beside what every source adds; of two items with exactly "
+       "the\n"
+       "same name one survives. Declaration lines that cannot be read are skipped and "
+       "reported.\n\n"},
       [](CLI::App& command, ImportOptions& options) {
         DefineFile(command, options.file);
         command
             .add_option("SOURCE", options.sources,
                         "Visual Basic source files, merged one after another; - is standard input")
-            ->required();
+            ->required()
+            ->type_name("");
         command.add_flag("--replace", options.replace,
                          "Drop the library's items; all sources are kept beside each other");
         command

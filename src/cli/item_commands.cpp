@@ -111,7 +111,8 @@ void AddItemCommands(const CommandSet& set) {
       [](CLI::App& command, SharedOptions& options) {
         DefineFile(command, options.file);
         command.add_option("NAME", options.name, "Item name; \"type:RECT\" names the kind")
-            ->required();
+            ->required()
+            ->type_name("");
         command.add_flag("--closure", options.closure, "Follow the references through the library");
       },
       RunShared);

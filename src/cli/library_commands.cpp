@@ -161,7 +161,9 @@ void AddNew(const CommandSet& set) {
       {"new", "Create an empty library", "declarium-cli new Win32.api \"Windows declarations\""},
       [](CLI::App& command, NewOptions& options) {
         DefineFile(command, options.file);
-        command.add_option("TITLE", options.title, "The title that catalogues show")->required();
+        command.add_option("TITLE", options.title, "The title that catalogues show")
+            ->required()
+            ->type_name("");
         command.add_flag("--force", options.force, "Replace an existing file");
       },
       RunNew);
@@ -184,7 +186,8 @@ void AddExport(const CommandSet& set) {
       [](CLI::App& command, ExportOptions& options) {
         DefineFile(command, options.file);
         command.add_option("OUT", options.out, "The file to write, replaced when it exists")
-            ->required();
+            ->required()
+            ->type_name("");
       },
       RunExport);
 }
@@ -195,7 +198,7 @@ void AddRename(const CommandSet& set) {
       {"rename", "Give a library another title", "declarium-cli rename Win32.api \"Windows NT\""},
       [](CLI::App& command, RenameOptions& options) {
         DefineFile(command, options.file);
-        command.add_option("TITLE", options.title, "The new title")->required();
+        command.add_option("TITLE", options.title, "The new title")->required()->type_name("");
       },
       RunRename);
 }
@@ -218,7 +221,8 @@ void AddDatabases(const CommandSet& set) {
       {"databases", "List the libraries of a folder and their titles",
        "declarium-cli databases \"C:\\Program Files\\Declarium\""},
       [](CLI::App& command, DatabasesOptions& options) {
-        command.add_option("DIR", options.folder, "The folder; the current one when left out");
+        command.add_option("DIR", options.folder, "The folder; the current one when left out")
+            ->type_name("");
       },
       RunDatabases);
 }

@@ -137,14 +137,17 @@ ExitStatus RunSearch(const SearchOptions& options, const Session& session) {
 void AddSearchCommand(const CommandSet& set) {
   AddCommand<SearchOptions>(
       set,
-      {"search",
-       "Search items by what they are made of. A name narrows the others down; the others are "
-       "alternatives. Texts may hold wildcards and match anywhere unless asked for whole",
-       "declarium-cli search Win32.api --kinds type --type LOGFONT --type-whole"},
+      {"search", "Search items by what they are made of",
+       "declarium-cli search Win32.api --kinds type --type LOGFONT --type-whole",
+       "Without a name, an item that meets one of the criteria is found; with a name it must have\n"
+       "the name too. Texts match anywhere unless the whole is asked for, their case does not "
+       "matter\n"
+       "and ? * # and [lists] are wildcards.\n\n"},
       [](CLI::App& command, SearchOptions& options) {
         DefineFile(command, options.file);
-        command.add_option("--kinds", options.kinds, "Kinds to search, parted by commas")
-            ->capture_default_str()
+        command
+            .add_option("--kinds", options.kinds,
+                        "Kinds to search, parted by commas; all when left out")
             ->type_name("KINDS");
         for (std::size_t i = 0; i < kCriterionCount; ++i) {
           const auto& option = kCriterionOptions[i];

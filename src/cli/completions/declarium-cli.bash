@@ -1,0 +1,57 @@
+# Completion of declarium-cli for bash. Source this file, or install it as
+# /usr/share/bash-completion/completions/declarium-cli.
+
+_declarium_cli_options() {
+  local common='--help --json --color'
+  case $1 in
+    new) echo "$common --force" ;;
+    list) echo "$common --kind" ;;
+    import) echo "$common --replace --create" ;;
+    shared) echo "$common --closure" ;;
+    find | complete) echo "$common --kind" ;;
+    search)
+      echo "$common --kinds --name --name-whole --type --type-whole --const --const-whole" \
+        "--value --value-whole --value-number --arg --arg-whole --text --text-whole"
+      ;;
+    basket) echo "$common --scope --closure --output -o" ;;
+    insert) echo "$common --scope --closure" ;;
+    export | rename | delete | databases | show) echo "$common" ;;
+    *) echo "$common --version" ;;
+  esac
+}
+
+# The values of an option that has a fixed set of them.
+_declarium_cli_values() {
+  case $1 in
+    --color) echo 'auto always never' ;;
+    --kind | --kinds) echo 'const declare type' ;;
+    --scope) echo 'Private Public' ;;
+  esac
+}
+
+_declarium_cli() {
+  local commands='new list export rename delete databases import show shared find complete search
+    basket insert'
+  local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
+  local command='' word values
+  COMPREPLY=()
+  for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
+    if [[ " ${commands//$'\n'/ } " == *" $word "* ]]; then
+      command=$word
+      break
+    fi
+  done
+
+  values=$(_declarium_cli_values "$previous")
+  if [[ -n $values ]]; then
+    mapfile -t COMPREPLY < <(compgen -W "$values" -- "$current")
+  elif [[ $current == -* ]]; then
+    mapfile -t COMPREPLY < <(compgen -W "$(_declarium_cli_options "$command")" -- "$current")
+  elif [[ -z $command ]]; then
+    mapfile -t COMPREPLY < <(compgen -W "$commands" -- "$current")
+  else
+    mapfile -t COMPREPLY < <(compgen -f -- "$current")
+  fi
+}
+
+complete -o filenames -F _declarium_cli declarium-cli

@@ -1,0 +1,49 @@
+# Completion of declarium-cli for PowerShell. Dot-source this file from the profile:
+#   . path\to\declarium-cli.ps1
+
+Register-ArgumentCompleter -Native -CommandName 'declarium-cli', 'declarium-cli.exe' -ScriptBlock {
+    param($wordToComplete, $commandAst, $cursorPosition)
+
+    $common = '--help', '--json', '--color'
+    $options = @{
+        'new'       = '--force'
+        'list'      = '--kind'
+        'export'    = @()
+        'rename'    = @()
+        'delete'    = @()
+        'databases' = @()
+        'import'    = '--replace', '--create'
+        'show'      = @()
+        'shared'    = '--closure'
+        'find'      = '--kind'
+        'complete'  = '--kind'
+        'search'    = '--kinds', '--name', '--name-whole', '--type', '--type-whole', '--const',
+                      '--const-whole', '--value', '--value-whole', '--value-number', '--arg',
+                      '--arg-whole', '--text', '--text-whole'
+        'basket'    = '--scope', '--closure', '--output', '-o'
+        'insert'    = '--scope', '--closure'
+    }
+    $values = @{
+        '--color' = 'auto', 'always', 'never'
+        '--kind'  = 'const', 'declare', 'type'
+        '--kinds' = 'const', 'declare', 'type'
+        '--scope' = 'Private', 'Public'
+    }
+
+    $words = @($commandAst.CommandElements | Select-Object -Skip 1 |
+        Where-Object { $_.Extent.EndOffset -lt $cursorPosition } |
+        ForEach-Object { $_.Extent.Text })
+    $command = $words | Where-Object { $options.ContainsKey($_) } | Select-Object -First 1
+    $previous = if ($words.Count -gt 0) { $words[-1] } else { '' }
+
+    $candidates = if ($values.ContainsKey($previous)) {
+        $values[$previous]
+    } elseif (-not $command) {
+        @($options.Keys | Sort-Object) + $common + '--version'
+    } else {
+        $common + $options[$command]
+    }
+    $candidates | Where-Object { $_ -like "$wordToComplete*" } | ForEach-Object {
+        [System.Management.Automation.CompletionResult]::new($_, $_, 'ParameterValue', $_)
+    }
+}
