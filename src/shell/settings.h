@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "render/ui/code_display.h"
+#include "render/display_colours.h"
 #include "shell/pane_sizes.h"
 #include "shell/settings_store.h"
 

@@ -3,19 +3,10 @@
 
 #include <string_view>
 
-#include "toolkit/colour.h"
+#include "render/display_colours.h"
 #include "toolkit/rich_text.h"
 
 namespace declarium {
-
-// The three colours of the display, shared by the display, the settings and the colour dialog.
-struct DisplayColours {
-  Colour keyword = 0xFF0000;
-  Colour comment = 0x008000;
-  Colour normal = 0x000000;
-
-  friend bool operator==(const DisplayColours&, const DisplayColours&) = default;
-};
 
 class CodeDisplay {
  public:

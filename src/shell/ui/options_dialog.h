@@ -1,7 +1,7 @@
 // frmOptions: the dialog for the three colours of the code display.
 #pragma once
 
-#include "render/ui/code_display.h"
+#include "render/display_colours.h"
 #include "shell/settings_store.h"
 #include "toolkit/toolkit.h"
 
