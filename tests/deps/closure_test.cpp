@@ -1,0 +1,70 @@
+#include "deps/closure.h"
+
+#include <gtest/gtest.h>
+
+namespace declarium {
+namespace {
+
+Database SomeDatabase() {
+  Database database;
+  database[Kind::kConst].names = {u"A", u"B", u"LOOP", u"MAX"};
+  database[Kind::kConst].items = {
+      u"\x0E"
+      u"b + missing",
+      u"\x0E"
+      u"1",
+      u"\x0ELOOP + 1",
+      u"\x0E"
+      u"A"};
+  database[Kind::kDeclare].names = {u"GetRect"};
+  database[Kind::kDeclare].items = {u"\n\"l\" (r As INNER, s As outer)"};
+  database[Kind::kType].names = {u"Inner", u"Outer"};
+  database[Kind::kType].items = {u"\x0Cs As String * MAX", u"\x0Ci As Inner\ro As Outer"};
+  return database;
+}
+
+std::u16string Described(const std::vector<Reference>& references) {
+  std::u16string text;
+  for (const auto& r : references) {
+    text += KindName(r.kind);
+    text += u" " + r.name + u" " + static_cast<char16_t>(u'0' + r.level) + u" " + r.via;
+    text += r.found ? u"\n" : u" missing\n";
+  }
+  return text;
+}
+
+std::u16string Followed(const Database& database, Kind kind, std::u16string_view name) {
+  return Described(FollowSharedItems(database, *FindItem(database, kind, name)));
+}
+
+TEST(FollowSharedItems, GoesLevelByLevelThroughTheLibrary) {
+  EXPECT_EQ(Followed(SomeDatabase(), Kind::kDeclare, u"GetRect"),
+            u"Type Inner 1 GetRect\n"
+            u"Type Outer 1 GetRect\n"
+            u"Const MAX 2 Inner\n"
+            u"Const A 3 MAX\n"
+            u"Const B 4 A\n"
+            u"Const missing 4 A missing\n");
+}
+
+TEST(FollowSharedItems, AnItemThatRefersToItselfIsNotListed) {
+  EXPECT_EQ(Followed(SomeDatabase(), Kind::kConst, u"loop"), u"");
+  EXPECT_TRUE(Followed(SomeDatabase(), Kind::kType, u"Outer").starts_with(u"Type Inner 1 Outer\n"));
+}
+
+TEST(FollowSharedItems, AnItemWithoutReferencesHasNone) {
+  EXPECT_EQ(Followed(SomeDatabase(), Kind::kConst, u"B"), u"");
+}
+
+TEST(FollowSharedItems, GivesTheLibrarysItem) {
+  const auto database = SomeDatabase();
+  const auto references = FollowSharedItems(database, *FindItem(database, Kind::kType, u"Inner"));
+  ASSERT_FALSE(references.empty());
+  ASSERT_TRUE(references[0].found);
+  EXPECT_EQ(references[0].found->item,
+            u"\x0E"
+            u"A");
+}
+
+}  // namespace
+}  // namespace declarium
