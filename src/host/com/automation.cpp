@@ -1,0 +1,74 @@
+#include "host/com/automation.h"
+
+#include <new>
+
+namespace declarium::com {
+
+std::wstring Wide(std::u16string_view text) {
+  return std::wstring(text.begin(), text.end());
+}
+
+std::u16string Narrow16(std::wstring_view text) {
+  return std::u16string(text.begin(), text.end());
+}
+
+std::u16string TextOf(BSTR text) {
+  return text ? Narrow16(std::wstring_view(text, SysStringLen(text))) : std::u16string();
+}
+
+Variant::Variant(std::int32_t number) : Variant() {
+  value_.vt = VT_I4;
+  value_.lVal = number;
+}
+
+Variant::Variant(std::u16string_view text) : Variant() {
+  value_.bstrVal = SysAllocStringLen(Wide(text).data(), static_cast<UINT>(text.size()));
+  if (!value_.bstrVal) throw std::bad_alloc();
+  value_.vt = VT_BSTR;
+}
+
+Variant::Variant(IDispatch* object) : Variant() {
+  value_.vt = VT_DISPATCH;
+  value_.pdispVal = object;
+  if (object) object->AddRef();
+}
+
+Variant::Variant(const Variant& other) : Variant() {
+  if (FAILED(VariantCopy(&value_, other.Borrow()))) throw std::bad_alloc();
+}
+
+Variant Variant::Missing() {
+  Variant missing;
+  missing.value_.vt = VT_ERROR;
+  missing.value_.scode = DISP_E_PARAMNOTFOUND;
+  return missing;
+}
+
+Variant Variant::Dereferenced(const VARIANT& value) {
+  Variant copy;
+  VariantCopyInd(&copy.value_, const_cast<VARIANT*>(&value));
+  return copy;
+}
+
+HRESULT Variant::ToNumber(std::int32_t& number) const {
+  Variant changed;
+  const HRESULT result = VariantChangeType(&changed.value_, Borrow(), 0, VT_I4);
+  if (SUCCEEDED(result)) number = changed.value_.lVal;
+  return result;
+}
+
+HRESULT Variant::ToText(std::u16string& text) const {
+  Variant changed;
+  const HRESULT result = VariantChangeType(&changed.value_, Borrow(), 0, VT_BSTR);
+  if (SUCCEEDED(result)) text = TextOf(changed.value_.bstrVal);
+  return result;
+}
+
+ComPtr<IDispatch> Variant::ToObject() const {
+  if (value_.vt == VT_DISPATCH) return ComPtr<IDispatch>(value_.pdispVal);
+  if (value_.vt == VT_UNKNOWN)
+    return ComPtr<IUnknown>(value_.punkVal).Query<IDispatch>(IID_IDispatch);
+  return {};
+}
+
+}  // namespace declarium::com

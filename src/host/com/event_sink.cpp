@@ -1,0 +1,106 @@
+#include "host/com/event_sink.h"
+
+#include <ocidl.h>
+#include <utility>
+
+namespace declarium::com {
+namespace {
+
+class EventSink final : public IDispatch {
+ public:
+  EventSink(const IID& events, EventHandler handler)
+      : events_(events), handler_(std::make_shared<EventHandler>(std::move(handler))) {}
+
+  void Detach() { handler_.reset(); }
+
+  STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
+    if (!object) return E_POINTER;
+    *object = nullptr;
+    if (iid != IID_IUnknown && iid != IID_IDispatch && iid != events_) return E_NOINTERFACE;
+    *object = static_cast<IDispatch*>(this);
+    AddRef();
+    return S_OK;
+  }
+  STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
+  STDMETHODIMP_(ULONG) Release() override {
+    const ULONG left = --references_;
+    if (left == 0) delete this;
+    return left;
+  }
+  STDMETHODIMP GetTypeInfoCount(UINT* count) override {
+    if (!count) return E_POINTER;
+    *count = 0;
+    return S_OK;
+  }
+  STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+  STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
+    return DISP_E_UNKNOWNNAME;
+  }
+  STDMETHODIMP Invoke(DISPID event, REFIID, LCID, WORD, DISPPARAMS* parameters, VARIANT*,
+                      EXCEPINFO*, UINT*) noexcept override {
+    // The subscription may end while its handler runs.
+    const auto handler = handler_;
+    if (!handler || !parameters) return S_OK;
+    try {
+      (*handler)(event, {parameters->rgvarg, parameters->cArgs});
+    } catch (...) {
+      return E_FAIL;
+    }
+    return S_OK;
+  }
+
+ private:
+  ~EventSink() = default;
+  const IID events_;
+  std::shared_ptr<EventHandler> handler_;
+  ULONG references_ = 1;
+};
+
+class AdvisedSink final : public Subscription {
+ public:
+  AdvisedSink(HostObject source, ComPtr<IConnectionPoint> point, ComPtr<EventSink> sink,
+              DWORD cookie)
+      : source_(std::move(source)),
+        point_(std::move(point)),
+        sink_(std::move(sink)),
+        cookie_(cookie) {}
+  AdvisedSink(const AdvisedSink&) = delete;
+  AdvisedSink& operator=(const AdvisedSink&) = delete;
+  ~AdvisedSink() override {
+    sink_->Detach();
+    point_->Unadvise(cookie_);
+    // A host that died or forgot the cookie must not keep the sink.
+    CoDisconnectObject(sink_.get(), 0);
+  }
+
+ private:
+  HostObject source_;
+  ComPtr<IConnectionPoint> point_;
+  ComPtr<EventSink> sink_;
+  DWORD cookie_;
+};
+
+}  // namespace
+
+HostResult<std::unique_ptr<Subscription>> Advise(const HostObject& source, const IID& events,
+                                                 EventHandler handler) {
+  const auto failure = [](HRESULT status) {
+    return std::unexpected(HostError{static_cast<std::int32_t>(status)});
+  };
+  const auto container = ComPtr<IDispatch>(source.get())
+                             .Query<IConnectionPointContainer>(IID_IConnectionPointContainer);
+  if (!container) return failure(E_NOINTERFACE);
+  ComPtr<IConnectionPoint> point;
+  if (const HRESULT status = container->FindConnectionPoint(events, point.Receive());
+      FAILED(status)) {
+    return failure(status);
+  }
+  auto sink = ComPtr<EventSink>::Attach(new EventSink(events, std::move(handler)));
+  DWORD cookie = 0;
+  if (const HRESULT status = point->Advise(sink.get(), &cookie); FAILED(status)) {
+    return failure(status);
+  }
+  return std::make_unique<AdvisedSink>(source, std::move(point), std::move(sink), cookie);
+}
+
+}  // namespace declarium::com

@@ -1,0 +1,26 @@
+// Receiving the events of an object of the host through its connection point.
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <memory>
+#include <oleauto.h>
+#include <span>
+
+#include "host/com/com_ptr.h"
+#include "host/com/host_calls.h"
+#include "host/host_object_model.h"
+
+namespace declarium::com {
+
+// Called with the event's id and its arguments, last first.
+using EventHandler = std::function<void(DISPID event, std::span<const VARIANT> arguments)>;
+
+// Subscribes to the event set `events` of `source`; the subscription keeps the source alive. No
+// event arrives after the subscription ended. Exceptions of the handler do not reach the host.
+[[nodiscard]] HostResult<std::unique_ptr<Subscription>> Advise(const HostObject& source,
+                                                               const IID& events,
+                                                               EventHandler handler);
+
+}  // namespace declarium::com

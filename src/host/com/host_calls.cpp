@@ -1,0 +1,193 @@
+#include "host/com/host_calls.h"
+
+#include <chrono>
+#include <vector>
+
+namespace declarium::com {
+namespace {
+
+// The policy of the call in progress: COM's message filter has no way to pass it.
+thread_local BusyHost policy_in_force = BusyHost::kWaitFor;
+
+class PolicyScope {
+ public:
+  explicit PolicyScope(BusyHost policy) : previous_(std::exchange(policy_in_force, policy)) {}
+  PolicyScope(const PolicyScope&) = delete;
+  PolicyScope& operator=(const PolicyScope&) = delete;
+  ~PolicyScope() { policy_in_force = previous_; }
+
+ private:
+  BusyHost previous_;
+};
+
+bool IsRejected(HRESULT result) {
+  return result == RPC_E_CALL_REJECTED || result == RPC_E_SERVERCALL_RETRYLATER;
+}
+
+// Waits and serves incoming calls meanwhile.
+void Pause(std::chrono::milliseconds time) {
+  HANDLE never = CreateEventW(nullptr, TRUE, FALSE, nullptr);
+  DWORD index = 0;
+  CoWaitForMultipleHandles(0, static_cast<DWORD>(time.count()), 1, &never, &index);
+  CloseHandle(never);
+}
+
+class RetryFilter final : public IMessageFilter {
+ public:
+  STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
+    if (!object) return E_POINTER;
+    *object = nullptr;
+    if (iid != IID_IUnknown && iid != IID_IMessageFilter) return E_NOINTERFACE;
+    *object = static_cast<IMessageFilter*>(this);
+    AddRef();
+    return S_OK;
+  }
+  STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
+  STDMETHODIMP_(ULONG) Release() override {
+    const ULONG left = --references_;
+    if (left == 0) delete this;
+    return left;
+  }
+  STDMETHODIMP_(DWORD) HandleInComingCall(DWORD, HTASK, DWORD, LPINTERFACEINFO) override {
+    return SERVERCALL_ISHANDLED;
+  }
+  STDMETHODIMP_(DWORD) RetryRejectedCall(HTASK, DWORD elapsed, DWORD) override {
+    const auto pause = PauseBeforeRetry(policy_in_force, std::chrono::milliseconds(elapsed));
+    // COM takes values below 100 for "at once".
+    return pause ? static_cast<DWORD>(std::max<long long>(pause->count(), 100))
+                 : static_cast<DWORD>(-1);
+  }
+  STDMETHODIMP_(DWORD) MessagePending(HTASK, DWORD, DWORD) override {
+    return PENDINGMSG_WAITDEFPROCESS;
+  }
+
+ private:
+  ~RetryFilter() = default;
+  ULONG references_ = 1;
+};
+
+template <class T>
+HostResult<T> Failure(HRESULT result) {
+  return std::unexpected(HostError{static_cast<std::int32_t>(result)});
+}
+
+}  // namespace
+
+HRESULT HostObject::InvokeOnce(HostMember member, WORD flags, DISPPARAMS& parameters,
+                               Variant& result) const {
+  const auto invoke = [&](DISPID id) {
+    return object_->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters, result.Receive(),
+                           nullptr, nullptr);
+  };
+  const HRESULT status = invoke(member.id);
+  if (status != DISP_E_MEMBERNOTFOUND && status != TYPE_E_ELEMENTNOTFOUND) return status;
+  DISPID id = DISPID_UNKNOWN;
+  std::wstring name = member.name;
+  wchar_t* names[] = {name.data()};
+  if (FAILED(object_->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id))) return status;
+  return invoke(id);
+}
+
+HRESULT HostObject::InvokeWithPatience(HostMember member, WORD flags, DISPPARAMS& parameters,
+                                       Variant& result, BusyHost policy) const {
+  const PolicyScope scope(policy);
+  const auto start = std::chrono::steady_clock::now();
+  // Systems whose COM does not ask the message filter return the rejection here; after a filter
+  // that gave up the time is over as well.
+  for (;;) {
+    const HRESULT status = InvokeOnce(member, flags, parameters, result);
+    if (!IsRejected(status)) return status;
+    const auto elapsed = std::chrono::steady_clock::now() - start;
+    const auto pause =
+        PauseBeforeRetry(policy, std::chrono::duration_cast<std::chrono::milliseconds>(elapsed));
+    if (!pause) return status;
+    Pause(*pause);
+  }
+}
+
+HostResult<Variant> HostObject::Invoke(HostMember member, WORD flags,
+                                       std::initializer_list<Variant> arguments,
+                                       BusyHost policy) const {
+  if (!object_) return Failure<Variant>(E_POINTER);
+  // Automation takes the arguments last first. The copies only borrow the values.
+  std::vector<VARIANT> reversed;
+  for (const auto& argument : arguments) reversed.insert(reversed.begin(), argument.value());
+  DISPID put_name = DISPID_PROPERTYPUT;
+  DISPPARAMS parameters{reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};
+  if (flags & DISPATCH_PROPERTYPUT) {
+    parameters.rgdispidNamedArgs = &put_name;
+    parameters.cNamedArgs = 1;
+  }
+  Variant result;
+  const HRESULT status = InvokeWithPatience(member, flags, parameters, result, policy);
+  if (FAILED(status)) return Failure<Variant>(status);
+  return result;
+}
+
+HostResult<Variant> HostObject::Get(HostMember member, std::initializer_list<Variant> arguments,
+                                    BusyHost policy) const {
+  return Invoke(member, DISPATCH_PROPERTYGET | DISPATCH_METHOD, arguments, policy);
+}
+
+HostResult<HostObject> HostObject::Object(HostMember member,
+                                          std::initializer_list<Variant> arguments) const {
+  const auto value = Get(member, arguments);
+  if (!value) return std::unexpected(value.error());
+  return HostObject(value->ToObject());
+}
+
+HostResult<int> HostObject::Number(HostMember member, BusyHost policy) const {
+  const auto value = Get(member, {}, policy);
+  if (!value) return std::unexpected(value.error());
+  std::int32_t number = 0;
+  const HRESULT status = value->ToNumber(number);
+  if (FAILED(status)) return Failure<int>(status);
+  return number;
+}
+
+HostResult<std::u16string> HostObject::Text(HostMember member) const {
+  const auto value = Get(member);
+  if (!value) return std::unexpected(value.error());
+  std::u16string text;
+  const HRESULT status = value->ToText(text);
+  if (FAILED(status)) return Failure<std::u16string>(status);
+  return text;
+}
+
+HostResult<> HostObject::Put(HostMember member, Variant value) const {
+  const auto done = Invoke(member, DISPATCH_PROPERTYPUT, {std::move(value)}, BusyHost::kWaitFor);
+  if (!done) return std::unexpected(done.error());
+  return {};
+}
+
+HostResult<Variant> HostObject::Call(HostMember member,
+                                     std::initializer_list<Variant> arguments) const {
+  return Invoke(member, DISPATCH_METHOD, arguments, BusyHost::kWaitFor);
+}
+
+HostResult<HostObject> HostObject::CallObject(HostMember member,
+                                              std::initializer_list<Variant> arguments) const {
+  const auto value = Call(member, arguments);
+  if (!value) return std::unexpected(value.error());
+  return HostObject(value->ToObject());
+}
+
+HostResult<> HostObject::CallWith(HostMember member, DISPPARAMS& parameters) const {
+  if (!object_) return Failure<void>(E_POINTER);
+  Variant result;
+  const HRESULT status =
+      InvokeWithPatience(member, DISPATCH_METHOD, parameters, result, BusyHost::kWaitFor);
+  if (FAILED(status)) return Failure<void>(status);
+  return {};
+}
+
+BusyHostFilter::BusyHostFilter() {
+  const auto filter = ComPtr<IMessageFilter>::Attach(new RetryFilter);
+  CoRegisterMessageFilter(filter.get(), previous_.Receive());
+}
+
+BusyHostFilter::~BusyHostFilter() {
+  CoRegisterMessageFilter(previous_.get(), nullptr);
+}
+
+}  // namespace declarium::com

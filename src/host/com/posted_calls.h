@@ -1,0 +1,35 @@
+// Calls that run later on the same thread, from its message loop.
+#pragma once
+
+#include <windows.h>
+
+#include <deque>
+#include <functional>
+#include <mutex>
+
+namespace declarium::com {
+
+class PostedCalls {
+ public:
+  PostedCalls();
+  PostedCalls(const PostedCalls&) = delete;
+  PostedCalls& operator=(const PostedCalls&) = delete;
+  // Calls that have not run yet are dropped.
+  ~PostedCalls();
+
+  // From any thread.
+  void Post(std::function<void()> call);
+
+  // A hidden window of the thread.
+  [[nodiscard]] HWND window() const noexcept { return window_; }
+
+ private:
+  static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wide, LPARAM last);
+  void RunNext();
+
+  HWND window_ = nullptr;
+  std::mutex mutex_;
+  std::deque<std::function<void()>> calls_;
+};
+
+}  // namespace declarium::com

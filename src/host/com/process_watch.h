@@ -1,0 +1,29 @@
+// Noticing the end of another process.
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <memory>
+
+namespace declarium::com {
+
+class ProcessWatch {
+ public:
+  // Calls `ended` once, on a thread of the system's pool, when the process that owns `window` ends.
+  // Watches nothing when the window or its process cannot be opened.
+  ProcessWatch(HWND window, std::function<void()> ended);
+  ProcessWatch(const ProcessWatch&) = delete;
+  ProcessWatch& operator=(const ProcessWatch&) = delete;
+  // Waits for a call of `ended` that is running.
+  ~ProcessWatch();
+
+ private:
+  static void CALLBACK Signalled(void* self, BOOLEAN);
+
+  std::function<void()> ended_;
+  HANDLE process_ = nullptr;
+  HANDLE wait_ = nullptr;
+};
+
+}  // namespace declarium::com

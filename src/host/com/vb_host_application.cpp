@@ -1,0 +1,290 @@
+#include "host/com/vb_host_application.h"
+
+#include <map>
+#include <utility>
+#include <vector>
+
+#include "host/com/event_sink.h"
+#include "host/com/vb_members.h"
+
+namespace declarium::com {
+namespace {
+
+HostResult<> WithoutValue(const HostResult<Variant>& result) {
+  if (!result) return std::unexpected(result.error());
+  return {};
+}
+
+class VbControl final : public CommandBarControl {
+ public:
+  explicit VbControl(HostObject control) : control_(std::move(control)) {}
+  HostResult<> PasteFace() override { return WithoutValue(control_.Call(vb::kPasteFace)); }
+  HostResult<> SetCaption(std::u16string_view caption) override {
+    return control_.Put(vb::kCaption, Variant(caption));
+  }
+  HostResult<> SetTooltipText(std::u16string_view text) override {
+    return control_.Put(vb::kTooltipText, Variant(text));
+  }
+  HostResult<> Delete() override { return WithoutValue(control_.Call(vb::kDelete)); }
+  [[nodiscard]] const HostObject& object() const { return control_; }
+
+ private:
+  HostObject control_;
+};
+
+class VbCodeModule final : public CodeModule {
+ public:
+  explicit VbCodeModule(HostObject module) : module_(std::move(module)) {}
+  HostResult<std::u16string> ComponentName() override {
+    return Then(module_.Object(vb::kParent),
+                [](const HostObject& component) { return component.Text(vb::kComponentName); });
+  }
+  HostResult<int> CountOfDeclarationLines() override {
+    return module_.Number(vb::kCountOfDeclarationLines);
+  }
+  HostResult<int> CountOfLines() override {
+    return module_.Number(vb::kCountOfLines, BusyHost::kGiveUp);
+  }
+  HostResult<> InsertLines(int line, std::u16string_view text) override {
+    return WithoutValue(module_.Call(vb::kInsertLines, {Variant(line), Variant(text)}));
+  }
+
+ private:
+  HostObject module_;
+};
+
+// The code of `component`; null for a component without code and for Nothing.
+std::unique_ptr<CodeModule> ModuleOf(const HostObject& component) {
+  if (!component) return nullptr;
+  const auto module = component.Object(vb::kCodeModule);
+  if (!module || !*module) return nullptr;
+  return std::make_unique<VbCodeModule>(*module);
+}
+
+class VbCodePane final : public CodePane {
+ public:
+  explicit VbCodePane(HostObject pane) : pane_(std::move(pane)) {}
+  HostResult<std::u16string> ComponentName() override {
+    const auto module = pane_.Object(vb::kPaneCodeModule);
+    if (!module) return std::unexpected(module.error());
+    return VbCodeModule(*module).ComponentName();
+  }
+  HostResult<int> CaretLine() override;
+  HostResult<int> TopLine() override { return pane_.Number(vb::kTopLine); }
+  HostResult<int> CountOfVisibleLines() override { return pane_.Number(vb::kCountOfVisibleLines); }
+  HostResult<> SetTopLine(int line) override { return pane_.Put(vb::kTopLine, Variant(line)); }
+
+ private:
+  HostObject pane_;
+};
+
+HostResult<int> VbCodePane::CaretLine() {
+  // Start line, start column, end line, end column, given last first; the caret is at the end.
+  long numbers[4] = {};
+  VARIANT arguments[4];
+  for (int i = 0; i < 4; ++i) {
+    VariantInit(&arguments[i]);
+    arguments[i].vt = VT_BYREF | VT_I4;
+    arguments[i].plVal = &numbers[3 - i];
+  }
+  DISPPARAMS parameters{arguments, nullptr, 4, 0};
+  const auto done = pane_.CallWith(vb::kGetSelection, parameters);
+  if (!done) return std::unexpected(done.error());
+  return static_cast<int>(numbers[2]);
+}
+
+// The identity of an object: proxies of one object compare equal by it.
+IUnknown* IdentityOf(const HostObject& object) {
+  return ComPtr<IDispatch>(object.get()).Query<IUnknown>(IID_IUnknown).get();
+}
+
+// Follows the projects, and in each project the components. Shared, because the host may end the
+// subscription from within a call that handles an event.
+class ComponentFollower : public std::enable_shared_from_this<ComponentFollower> {
+ public:
+  ComponentFollower(HostObject event_sources, ComponentEvents& events)
+      : event_sources_(std::move(event_sources)), events_(events) {}
+
+  [[nodiscard]] HostResult<> Begin(const HostObject& application) {
+    const auto source = event_sources_.Object(vb::kVBProjectsEvents);
+    if (!source) return std::unexpected(source.error());
+    auto advised =
+        Advise(*source, vb::kProjectsEventSet,
+               [weak = weak_from_this()](DISPID event, std::span<const VARIANT> arguments) {
+                 if (const auto self = weak.lock()) self->ProjectEvent(event, arguments);
+               });
+    if (!advised) return std::unexpected(advised.error());
+    projects_ = std::move(*advised);
+    FollowOpenProjects(application);
+    return {};
+  }
+
+  void End() {
+    projects_.reset();
+    components_.clear();
+  }
+
+ private:
+  // A project that cannot be followed is left out: the active module is then found when the main
+  // window is shown.
+  void FollowOpenProjects(const HostObject& application) {
+    const auto projects = application.Object(vb::kVBProjects);
+    if (!projects) return;
+    const auto count = projects->Number(vb::kProjectsCount);
+    for (int i = 1; i <= count.value_or(0); ++i) {
+      if (const auto project = projects->Object(vb::kItem, {Variant(i)})) Follow(*project);
+    }
+  }
+
+  void Follow(const HostObject& project) {
+    if (!project) return;
+    const auto source = event_sources_.Object(vb::kVBComponentsEvents, {Variant(project.get())});
+    if (!source) return;
+    auto advised =
+        Advise(*source, vb::kComponentsEventSet,
+               [weak = weak_from_this()](DISPID event, std::span<const VARIANT> arguments) {
+                 if (const auto self = weak.lock()) self->ComponentEvent(event, arguments);
+               });
+    if (advised) components_[IdentityOf(project)] = {project, std::move(*advised)};
+  }
+
+  // The object an event is about is its first argument.
+  static HostObject SubjectOf(std::span<const VARIANT> arguments) {
+    if (arguments.empty()) return {};
+    return HostObject(Variant::Dereferenced(arguments.back()).ToObject());
+  }
+
+  void ProjectEvent(DISPID event, std::span<const VARIANT> arguments) {
+    const auto project = SubjectOf(arguments);
+    if (event == vb::kProjectAdded) Follow(project);
+    if (event == vb::kProjectRemoved) components_.erase(IdentityOf(project));
+    if (event == vb::kProjectAdded || event == vb::kProjectRemoved ||
+        event == vb::kProjectActivated) {
+      events_.SelectionMayHaveChanged();
+    }
+  }
+
+  void ComponentEvent(DISPID event, std::span<const VARIANT> arguments) {
+    const auto component = SubjectOf(arguments);
+    switch (event) {
+      case vb::kComponentSelected:
+      case vb::kComponentActivated:
+        events_.ComponentSelected(ModuleOf(component));
+        break;
+      case vb::kComponentRemoved:
+        if (const auto name = component.Text(vb::kComponentName)) {
+          events_.ComponentRemoved(*name);
+        } else {
+          events_.SelectionMayHaveChanged();
+        }
+        break;
+      case vb::kComponentReloaded:
+        events_.SelectionMayHaveChanged();
+        break;
+      default:
+        break;
+    }
+  }
+
+  struct FollowedProject {
+    HostObject project;  // keeps the identity that is the key
+    std::unique_ptr<Subscription> subscription;
+  };
+
+  HostObject event_sources_;
+  ComponentEvents& events_;
+  std::unique_ptr<Subscription> projects_;
+  std::map<IUnknown*, FollowedProject> components_;
+};
+
+class ComponentSubscription final : public Subscription {
+ public:
+  explicit ComponentSubscription(std::shared_ptr<ComponentFollower> follower)
+      : follower_(std::move(follower)) {}
+  ComponentSubscription(const ComponentSubscription&) = delete;
+  ComponentSubscription& operator=(const ComponentSubscription&) = delete;
+  ~ComponentSubscription() override { follower_->End(); }
+
+ private:
+  std::shared_ptr<ComponentFollower> follower_;
+};
+
+class VbApplication final : public HostApplication {
+ public:
+  explicit VbApplication(ComPtr<IDispatch> application) : application_(std::move(application)) {}
+
+  HostResult<std::unique_ptr<CommandBarControl>> AddControl(std::u16string_view bar) override {
+    const auto controls =
+        Then(Then(application_.Object(vb::kCommandBars),
+                  [&](const HostObject& bars) { return bars.Object(vb::kItem, {Variant(bar)}); }),
+             [](const HostObject& found) { return found.Object(vb::kControls); });
+    auto control = Then(controls, [](const HostObject& all) {
+      return all.CallObject(vb::kAdd, {Variant(vb::kControlButton)});
+    });
+    if (!control) return std::unexpected(control.error());
+    return std::make_unique<VbControl>(std::move(*control));
+  }
+
+  HostResult<std::unique_ptr<Subscription>> SubscribeClick(CommandBarControl& control,
+                                                           std::function<void()> clicked) override {
+    const auto& object = static_cast<VbControl&>(control).object();
+    const auto source = Then(application_.Object(vb::kEvents), [&](const HostObject& events) {
+      return events.Object(vb::kCommandBarEvents, {Variant(object.get())});
+    });
+    if (!source) return std::unexpected(source.error());
+    return Advise(*source, vb::kCommandBarClicks,
+                  [clicked = std::move(clicked)](DISPID event, std::span<const VARIANT>) {
+                    if (event == vb::kClick) clicked();
+                  });
+  }
+
+  HostResult<std::unique_ptr<Subscription>> SubscribeComponents(ComponentEvents& events) override {
+    auto sources = application_.Object(vb::kEvents);
+    if (!sources) return std::unexpected(sources.error());
+    const auto follower = std::make_shared<ComponentFollower>(std::move(*sources), events);
+    auto subscription = std::make_unique<ComponentSubscription>(follower);
+    if (const auto begun = follower->Begin(application_); !begun) {
+      return std::unexpected(begun.error());
+    }
+    return subscription;
+  }
+
+  HostResult<std::unique_ptr<CodeModule>> ActiveModule() override {
+    if (const auto component = application_.Object(vb::kSelectedVBComponent);
+        component && *component) {
+      return ModuleOf(*component);
+    }
+    const auto pane = application_.Object(vb::kActiveCodePane);
+    if (!pane) return std::unexpected(pane.error());
+    if (!*pane) return nullptr;
+    const auto module = pane->Object(vb::kPaneCodeModule);
+    if (!module) return std::unexpected(module.error());
+    if (!*module) return nullptr;
+    return std::make_unique<VbCodeModule>(*module);
+  }
+
+  HostResult<std::unique_ptr<CodePane>> ActivePane() override {
+    const auto pane = application_.Object(vb::kActiveCodePane);
+    if (!pane) return std::unexpected(pane.error());
+    if (!*pane) return nullptr;
+    return std::make_unique<VbCodePane>(*pane);
+  }
+
+ private:
+  HostObject application_;
+};
+
+}  // namespace
+
+std::unique_ptr<HostApplication> MakeHostApplication(ComPtr<IDispatch> application) {
+  return std::make_unique<VbApplication>(std::move(application));
+}
+
+HWND HostMainWindow(const ComPtr<IDispatch>& application) {
+  const auto handle = Then(HostObject(application).Object(vb::kMainWindow),
+                           [](const HostObject& window) { return window.Number(vb::kHWnd); });
+  // Window handles have 32 significant bits, whatever the size of the process.
+  return handle ? reinterpret_cast<HWND>(static_cast<INT_PTR>(*handle)) : nullptr;
+}
+
+}  // namespace declarium::com

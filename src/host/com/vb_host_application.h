@@ -1,0 +1,20 @@
+// The host's real object model behind the interfaces of host_object_model.h.
+#pragma once
+
+#include <windows.h>
+
+#include <memory>
+#include <oaidl.h>
+
+#include "host/com/com_ptr.h"
+#include "host/host_object_model.h"
+
+namespace declarium::com {
+
+// `application` is the object that the host passes to OnConnection.
+[[nodiscard]] std::unique_ptr<HostApplication> MakeHostApplication(ComPtr<IDispatch> application);
+
+// The host's main window; null when it does not tell.
+[[nodiscard]] HWND HostMainWindow(const ComPtr<IDispatch>& application);
+
+}  // namespace declarium::com

@@ -1,0 +1,130 @@
+#include "host/host_connection.h"
+
+#include <array>
+#include <utility>
+
+#include "basic/number.h"
+#include "host/host_texts.h"
+
+namespace declarium {
+namespace {
+
+std::u16string FailureText(std::u16string_view beginning, int step) {
+  std::u16string text(beginning);
+  return text.append(NumberText(step)).append(kFailureEnd);
+}
+
+// E_FAIL, for failures that are not the host's.
+constexpr HostError kOwnFailure{static_cast<std::int32_t>(0x80004005)};
+
+}  // namespace
+
+HostConnection::HostConnection(std::unique_ptr<HostApplication> application,
+                               FaceClipboard& clipboard, MainWindowLink& windows, Post post)
+    : application_(std::move(application)),
+      clipboard_(clipboard),
+      windows_(windows),
+      post_(std::move(post)),
+      active_(application_, [this] { windows_.ActiveCodeModuleChanged(*this); }) {}
+
+HostConnection::~HostConnection() = default;
+
+void HostConnection::Connect() {
+  if (const int step = RunConnectionSteps()) {
+    windows_.ShowFailure(FailureText(kConnectionFailure, step));
+    return;
+  }
+  active_.Follow();
+}
+
+int HostConnection::RunConnectionSteps() {
+  const std::array<std::function<HostResult<>()>, 7> steps = {
+      [this]() -> HostResult<> {
+        if (windows_.LoadMainWindow(*this)) return {};
+        return std::unexpected(kOwnFailure);
+      },
+      [this] { return clipboard_.Save(); },
+      [this] { return clipboard_.PutPicture(); },
+      [this] { return AddButton(); },
+      [this] { return AddMenuEntry(); },
+      [this] { return BindClicks(); },
+      [this] { return clipboard_.Restore(); },
+  };
+  for (std::size_t i = 0; i < steps.size(); ++i) {
+    if (!steps[i]()) return static_cast<int>(i) + 1;
+  }
+  return 0;
+}
+
+HostResult<> HostConnection::AddButton() {
+  auto control = application_->AddControl(kStandardBar);
+  if (!control) return std::unexpected(control.error());
+  button_control_ = std::move(*control);
+  // Hosts refuse faces at random; a button with its caption works as well.
+  static_cast<void>(button_control_->PasteFace());
+  if (auto done = button_control_->SetCaption(kButtonCaption); !done) return done;
+  return button_control_->SetTooltipText(kButtonCaption);
+}
+
+HostResult<> HostConnection::AddMenuEntry() {
+  auto control = application_->AddControl(kAddInsBar);
+  if (!control) return std::unexpected(control.error());
+  menu_control_ = std::move(*control);
+  static_cast<void>(menu_control_->PasteFace());
+  return menu_control_->SetCaption(kMenuCaption);
+}
+
+HostResult<> HostConnection::BindClicks() {
+  auto button = application_->SubscribeClick(*button_control_, [this] { ButtonClicked(); });
+  if (!button) return std::unexpected(button.error());
+  button_handler_ = std::move(*button);
+  auto menu = application_->SubscribeClick(*menu_control_, [this] { MenuClicked(); });
+  if (!menu) return std::unexpected(menu.error());
+  menu_handler_ = std::move(*menu);
+  return {};
+}
+
+void HostConnection::ButtonClicked() {
+  // The host waits until the handler returns, so the window is shown afterwards.
+  post_([weak = weak_from_this()] {
+    if (const auto self = weak.lock()) self->ShowMainWindow();
+  });
+}
+
+void HostConnection::ShowMainWindow() {
+  active_.Refresh();
+  if (application_) windows_.ShowMainWindow(*this);
+}
+
+bool HostConnection::Disconnect() {
+  // One control that cannot be removed must not keep the other in the host's bars.
+  bool removed = true;
+  for (auto* control : {&menu_control_, &button_control_}) {
+    if (*control && !(*control)->Delete()) removed = false;
+  }
+  Abandon();
+  if (!removed) windows_.ShowFailure(FailureText(kDisconnectionFailure, 1));
+  return removed;
+}
+
+void HostConnection::Abandon() {
+  menu_handler_.reset();
+  button_handler_.reset();
+  menu_control_.reset();
+  button_control_.reset();
+  active_.Stop();
+  application_.reset();
+}
+
+HostResult<Insertion> HostConnection::Insert(
+    const std::function<bool(std::u16string_view question)>& ask,
+    const std::function<std::u16string()>& text) {
+  // The question lets the host in, which may make another module the active one or disconnect.
+  const auto module = active_.module();
+  const auto application = application_;
+  auto outcome = InsertIntoModule(module.get(), ask, text);
+  if (outcome && *outcome == Insertion::kInserted) KeepCaretInView(*application, *module);
+  return outcome;
+}
+
+}  // namespace declarium

@@ -1,0 +1,78 @@
+// One connection between a running host and the add-in: from OnConnection to OnDisconnection.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "host/active_code_module.h"
+#include "host/face_clipboard.h"
+#include "host/host_object_model.h"
+#include "host/insertion.h"
+#include "host/main_window_link.h"
+
+namespace declarium {
+
+class HostConnection : public std::enable_shared_from_this<HostConnection> {
+ public:
+  // Runs a call later, when the current call of the host has returned.
+  using Post = std::function<void(std::function<void()>)>;
+
+  // The link, the clipboard and what `post` refers to must outlive the connection, which is to be
+  // owned by a std::shared_ptr: posted calls find it gone when it is.
+  HostConnection(std::unique_ptr<HostApplication> application, FaceClipboard& clipboard,
+                 MainWindowLink& windows, Post post);
+  HostConnection(const HostConnection&) = delete;
+  HostConnection& operator=(const HostConnection&) = delete;
+  ~HostConnection();
+
+  // Loads the main window, adds the toolbar button and the menu entry and follows the host's active
+  // code module. A failing step is shown with its number and ends the connection routine; controls
+  // already added stay. The clipboard is as before unless a control could not be added. A face that
+  // cannot be pasted is no failure: the control then shows its caption.
+  void Connect();
+
+  // Removes the controls and ends all events. Returns false when a step failed, which has been
+  // shown then. Calling it again does nothing.
+  bool Disconnect();
+
+  // Ends all events without touching the controls: the host died and takes no calls.
+  void Abandon();
+
+  // Shows the main window, bound to this host.
+  void ShowMainWindow();
+
+  // Whether there is an active code module to insert into.
+  [[nodiscard]] bool HasActiveCodeModule() const noexcept { return active_.module() != nullptr; }
+
+  // One turn of the 100 ms timer CodeModuleChecker.
+  void CheckActiveCodeModule() { active_.Check(); }
+
+  // InsertIntoModule on the active code module; the caret's line stays in view.
+  [[nodiscard]] HostResult<Insertion> Insert(
+      const std::function<bool(std::u16string_view question)>& ask,
+      const std::function<std::u16string()>& text);
+
+ private:
+  // Does the steps in turn; the number of the failing one, 0 when all succeeded.
+  [[nodiscard]] int RunConnectionSteps();
+  [[nodiscard]] HostResult<> AddButton();
+  [[nodiscard]] HostResult<> AddMenuEntry();
+  [[nodiscard]] HostResult<> BindClicks();
+  // The toolbar button's click; the menu entry's forwards to it.
+  void ButtonClicked();
+  void MenuClicked() { ButtonClicked(); }
+
+  std::shared_ptr<HostApplication> application_;  // null when disconnected
+  FaceClipboard& clipboard_;
+  MainWindowLink& windows_;
+  Post post_;
+  std::unique_ptr<CommandBarControl> menu_control_;
+  std::unique_ptr<CommandBarControl> button_control_;
+  std::unique_ptr<Subscription> menu_handler_;
+  std::unique_ptr<Subscription> button_handler_;
+  ActiveCodeModule active_;
+};
+
+}  // namespace declarium

@@ -1,0 +1,106 @@
+// What the add-in uses of the host's extensibility object model, as narrow interfaces. The COM
+// adapters in com/ implement them over the real objects; tests implement them with fakes. All calls
+// are made on the thread that received the host's objects.
+#pragma once
+
+#include <cstdint>
+#include <expected>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace declarium {
+
+// A failed call to the host: the status it returned (an HRESULT).
+struct HostError {
+  std::int32_t code;
+};
+
+template <class T = void>
+using HostResult = std::expected<T, HostError>;
+
+// A button on one of the host's toolbars or an entry of one of its menus. Destroying the object
+// forgets the control without removing it from the bar.
+class CommandBarControl {
+ public:
+  virtual ~CommandBarControl() = default;
+  // Takes the picture on the clipboard as the control's face.
+  [[nodiscard]] virtual HostResult<> PasteFace() = 0;
+  [[nodiscard]] virtual HostResult<> SetCaption(std::u16string_view caption) = 0;
+  [[nodiscard]] virtual HostResult<> SetTooltipText(std::u16string_view text) = 0;
+  // Removes the control from its bar.
+  [[nodiscard]] virtual HostResult<> Delete() = 0;
+};
+
+// A running registration for events of the host; destroying it ends the events.
+class Subscription {
+ public:
+  virtual ~Subscription() = default;
+};
+
+// The code of one component. Line numbers are 1-based. A module whose component was closed or
+// removed answers every call with an error.
+class CodeModule {
+ public:
+  virtual ~CodeModule() = default;
+  // The name of the component that owns the module.
+  [[nodiscard]] virtual HostResult<std::u16string> ComponentName() = 0;
+  [[nodiscard]] virtual HostResult<int> CountOfDeclarationLines() = 0;
+  // Answers at once: a busy host is not waited for.
+  [[nodiscard]] virtual HostResult<int> CountOfLines() = 0;
+  // Inserts `text`, which may hold several lines, before `line`.
+  [[nodiscard]] virtual HostResult<> InsertLines(int line, std::u16string_view text) = 0;
+};
+
+// A window of the host that shows a code module.
+class CodePane {
+ public:
+  virtual ~CodePane() = default;
+  // The name of the component whose module the pane shows.
+  [[nodiscard]] virtual HostResult<std::u16string> ComponentName() = 0;
+  [[nodiscard]] virtual HostResult<int> CaretLine() = 0;
+  [[nodiscard]] virtual HostResult<int> TopLine() = 0;
+  [[nodiscard]] virtual HostResult<int> CountOfVisibleLines() = 0;
+  [[nodiscard]] virtual HostResult<> SetTopLine(int line) = 0;
+};
+
+// What happened to the host's components, as far as the active code module depends on it.
+class ComponentEvents {
+ public:
+  virtual ~ComponentEvents() = default;
+  // A component was selected or activated; `module` is null when it has no code.
+  virtual void ComponentSelected(std::unique_ptr<CodeModule> module) = 0;
+  // A component left its project.
+  virtual void ComponentRemoved(std::u16string_view name) = 0;
+  // Something else happened that may have moved the selection: the host is to be asked.
+  virtual void SelectionMayHaveChanged() = 0;
+};
+
+// The host's application object.
+class HostApplication {
+ public:
+  virtual ~HostApplication() = default;
+
+  // Adds a button at the end of the command bar `bar`.
+  [[nodiscard]] virtual HostResult<std::unique_ptr<CommandBarControl>> AddControl(
+      std::u16string_view bar) = 0;
+
+  // Calls `clicked` for each click on `control`, which must come from this application.
+  [[nodiscard]] virtual HostResult<std::unique_ptr<Subscription>> SubscribeClick(
+      CommandBarControl& control, std::function<void()> clicked) = 0;
+
+  // Reports to `events`, which must outlive the subscription. Projects opened later are followed
+  // too.
+  [[nodiscard]] virtual HostResult<std::unique_ptr<Subscription>> SubscribeComponents(
+      ComponentEvents& events) = 0;
+
+  // The module of the selected component, or of the active code pane when no component is selected;
+  // null when there is neither.
+  [[nodiscard]] virtual HostResult<std::unique_ptr<CodeModule>> ActiveModule() = 0;
+
+  // Null when the host has no active code pane.
+  [[nodiscard]] virtual HostResult<std::unique_ptr<CodePane>> ActivePane() = 0;
+};
+
+}  // namespace declarium

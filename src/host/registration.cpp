@@ -1,0 +1,97 @@
+#include "host/registration.h"
+
+#include <array>
+
+namespace declarium {
+namespace {
+
+constexpr std::u16string_view kClasses = u"Software\\Classes\\";
+constexpr std::u16string_view kAddIns = u"Software\\Microsoft\\Visual Basic\\6.0\\Addins";
+constexpr std::array<std::u16string_view, 3> kAboveAddIns = {
+    kAddIns, u"Software\\Microsoft\\Visual Basic\\6.0", u"Software\\Microsoft\\Visual Basic"};
+
+constexpr std::uint32_t kLoadAtStartup = 1;
+
+std::u16string Joined(std::u16string_view a, std::u16string_view b) {
+  return std::u16string(a).append(b);
+}
+
+// Writes values until one fails and keeps that failure.
+class Writer {
+ public:
+  explicit Writer(Registry& registry) : registry_(registry) {}
+  void Write(RegistryRoot root, std::u16string_view key, std::u16string_view name,
+             const RegistryData& data) {
+    if (result_) result_ = registry_.Write(root, key, name, data);
+  }
+  [[nodiscard]] std::expected<void, RegistryError> result() const { return result_; }
+
+ private:
+  Registry& registry_;
+  std::expected<void, RegistryError> result_;
+};
+
+void WriteClass(Writer& writer, const ServerIdentity& server, std::u16string_view program,
+                RegistryRoot root) {
+  const std::u16string class_id(server.class_id);
+  const std::u16string description(server.description);
+  writer.Write(root, ProgIdKey(server), u"", description);
+  writer.Write(root, ProgIdKey(server) + u"\\CLSID", u"", class_id);
+  writer.Write(root, ClassKey(server), u"", description);
+  writer.Write(root, ClassKey(server) + u"\\ProgID", u"", std::u16string(server.prog_id));
+  writer.Write(root, LocalServerKey(server), u"", Joined(u"\"", program) + u"\"");
+  writer.Write(root, LocalServerKey(server), u"ServerExecutable", std::u16string(program));
+}
+
+void WriteAddIn(Writer& writer, const ServerIdentity& server) {
+  const auto root = RegistryRoot::kCurrentUser;
+  const auto key = AddInKey(server);
+  writer.Write(root, key, u"FriendlyName", std::u16string(server.friendly_name));
+  writer.Write(root, key, u"Description", std::u16string(server.description));
+  writer.Write(root, key, u"LoadBehavior", kLoadAtStartup);
+  writer.Write(root, key, u"CommandLineSafe", std::uint32_t{0});
+}
+
+}  // namespace
+
+std::u16string ProgIdKey(const ServerIdentity& server) {
+  return Joined(kClasses, server.prog_id);
+}
+
+std::u16string ClassKey(const ServerIdentity& server) {
+  return Joined(kClasses, u"CLSID\\").append(server.class_id);
+}
+
+std::u16string LocalServerKey(const ServerIdentity& server) {
+  return ClassKey(server) + u"\\LocalServer32";
+}
+
+std::u16string AddInKey(const ServerIdentity& server) {
+  return Joined(kAddIns, u"\\").append(server.prog_id);
+}
+
+std::expected<void, RegistryError> RegisterServer(Registry& registry, const ServerIdentity& server,
+                                                  std::u16string_view program,
+                                                  RegistrationScope scope) {
+  Writer writer(registry);
+  WriteClass(writer, server, program, ClassesRoot(scope));
+  WriteAddIn(writer, server);
+  return writer.result();
+}
+
+std::expected<void, RegistryError> UnregisterServer(Registry& registry,
+                                                    const ServerIdentity& server,
+                                                    RegistrationScope scope) {
+  const auto classes = ClassesRoot(scope);
+  std::expected<void, RegistryError> result;
+  const auto keep_first = [&result](std::expected<void, RegistryError> outcome) {
+    if (result) result = std::move(outcome);
+  };
+  keep_first(registry.DeleteTree(classes, ProgIdKey(server)));
+  keep_first(registry.DeleteTree(classes, ClassKey(server)));
+  keep_first(registry.DeleteTree(RegistryRoot::kCurrentUser, AddInKey(server)));
+  for (const auto key : kAboveAddIns) registry.DeleteIfEmpty(RegistryRoot::kCurrentUser, key);
+  return result;
+}
+
+}  // namespace declarium

@@ -1,0 +1,48 @@
+// What happens to the calls that an add-in makes: counted, recorded, rejected, failed or deadly.
+#pragma once
+
+#include <windows.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace declarium::vbhost {
+
+class CallPolicy {
+ public:
+  // Called for each call before it does anything; `name` is "Object.Member". The result is what the
+  // call returns unless it is S_OK.
+  [[nodiscard]] HRESULT Enter(const std::string& name);
+
+  // Calls from now on, until the next Reset, by number.
+  void Reset();
+  // The `number`th call from now on (1 is the next) returns `result`.
+  void FailCall(int number, HRESULT result);
+  // Every call of the member returns `result`; S_OK ends that. "Member" without the object.
+  void FailMember(const std::string& member, HRESULT result);
+  // The process ends inside the `number`th call from now on.
+  void DieAtCall(int number);
+  void Clear();
+
+  // Incoming calls are rejected: the next `count` ones, all when negative.
+  void BeBusy(DWORD answer, int count);
+  // For the message filter.
+  [[nodiscard]] DWORD AnswerToIncomingCall();
+
+  [[nodiscard]] int count() const noexcept { return static_cast<int>(names_.size()); }
+  [[nodiscard]] const std::vector<std::string>& names() const noexcept { return names_; }
+  [[nodiscard]] int rejected() const noexcept { return rejected_; }
+
+ private:
+  std::vector<std::string> names_;
+  int until_failure_ = 0;
+  HRESULT failure_ = S_OK;
+  int until_death_ = 0;
+  std::map<std::string, HRESULT> failing_members_;
+  DWORD busy_answer_ = 0;
+  int busy_calls_ = 0;
+  int rejected_ = 0;
+};
+
+}  // namespace declarium::vbhost

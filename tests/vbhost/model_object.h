@@ -1,0 +1,95 @@
+// One object of the stand-in IDE's object model: a table of members behind IDispatch, and a
+// connection point where the object is a source of events.
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <oaidl.h>
+#include <ocidl.h>
+#include <string>
+#include <vector>
+
+#include "host/com/automation.h"
+#include "vbhost/call_policy.h"
+
+namespace declarium::vbhost {
+
+using com::ComPtr;
+using com::Variant;
+
+// The sinks that add-ins advised on one source of events.
+class SinkList {
+ public:
+  DWORD Add(ComPtr<IDispatch> sink);
+  [[nodiscard]] bool Remove(DWORD cookie);
+  [[nodiscard]] int count() const noexcept { return static_cast<int>(sinks_.size()); }
+  // Calls event `id` of every sink; the arguments are in declaration order. Returns the worst
+  // status.
+  HRESULT Fire(DISPID id, std::vector<VARIANT> arguments) const;
+
+ private:
+  std::map<DWORD, ComPtr<IDispatch>> sinks_;
+  DWORD next_cookie_ = 1;
+};
+
+struct Call {
+  bool put = false;
+  std::vector<Variant> arguments;   // in declaration order
+  const DISPPARAMS* raw = nullptr;  // for arguments to write to
+  Variant result;
+};
+
+class ModelObject final : public IDispatch, public IConnectionPointContainer {
+ public:
+  using Handler = std::function<HRESULT(Call&)>;
+  enum class Access { kGet, kGetPut, kMethod };
+
+  ModelObject(std::string name, CallPolicy& policy);
+
+  // Declares a member that takes from `least` to `most` arguments (without the value of a put).
+  void Add(DISPID id, const wchar_t* name, Access access, int least, int most, Handler handler);
+  // Makes the object a source of the event set `events`.
+  void SetEvents(const IID& events, std::shared_ptr<SinkList> sinks);
+  // Called when the object is destroyed.
+  void SetGone(std::function<void()> gone) { gone_ = std::move(gone); }
+
+  // Objects in existence.
+  [[nodiscard]] static int count() noexcept { return count_; }
+
+  STDMETHODIMP QueryInterface(REFIID iid, void** object) override;
+  STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
+  STDMETHODIMP_(ULONG) Release() override;
+  STDMETHODIMP GetTypeInfoCount(UINT* count) override;
+  STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+  STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) override;
+  STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* parameters, VARIANT* result,
+                      EXCEPINFO*, UINT*) override;
+  STDMETHODIMP EnumConnectionPoints(IEnumConnectionPoints**) override { return E_NOTIMPL; }
+  STDMETHODIMP FindConnectionPoint(REFIID iid, IConnectionPoint** point) override;
+
+ private:
+  class Point;
+  struct Member {
+    std::wstring name;
+    Access access;
+    int least;
+    int most;
+    Handler handler;
+  };
+
+  ~ModelObject();
+
+  std::string name_;
+  CallPolicy& policy_;
+  std::map<DISPID, Member> members_;
+  IID events_{};
+  std::shared_ptr<SinkList> sinks_;
+  std::function<void()> gone_;
+  ULONG references_ = 1;
+  static int count_;
+};
+
+}  // namespace declarium::vbhost
