@@ -1,5 +1,6 @@
 #include "vbhost/model_object.h"
 
+#include <olectl.h>
 #include <algorithm>
 
 #include "basic/text.h"

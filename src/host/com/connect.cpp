@@ -6,7 +6,6 @@
 
 #include "host/com/automation.h"
 #include "host/com/process_watch.h"
-#include "host/com/server_process.h"
 #include "host/com/vb_host_application.h"
 
 namespace declarium::com {
@@ -34,7 +33,7 @@ constexpr std::array<EntryName, 5> kEntryNames = {{{L"OnConnection", kOnConnecti
 
 class Connect final : public AddInEntries {
  public:
-  explicit Connect(ConnectContext& context) : context_(context), hold_(context.last_gone) {}
+  explicit Connect(ConnectContext& context) : context_(context), hold_(context.process) {}
 
   STDMETHODIMP QueryInterface(REFIID iid, void** object) override;
   STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
@@ -205,9 +204,9 @@ class ConnectFactory final : public IClassFactory {
   }
   STDMETHODIMP LockServer(BOOL lock) override {
     if (lock) {
-      CoAddRefServerProcess();
-    } else if (CoReleaseServerProcess() == 0) {
-      context_.last_gone();
+      context_.process.AddHold();
+    } else {
+      context_.process.ReleaseHold();
     }
     return S_OK;
   }
@@ -224,15 +223,8 @@ ComPtr<AddInEntries> MakeConnect(ConnectContext& context) {
   return ComPtr<AddInEntries>::Attach(new Connect(context));
 }
 
-ConnectClass::ConnectClass(const CLSID& class_id, ConnectContext& context) {
-  const auto factory = ComPtr<IClassFactory>::Attach(new ConnectFactory(context));
-  result_ = CoRegisterClassObject(class_id, factory.get(), CLSCTX_LOCAL_SERVER,
-                                  REGCLS_MULTIPLEUSE | REGCLS_SUSPENDED, &cookie_);
-  if (SUCCEEDED(result_)) result_ = CoResumeClassObjects();
-}
-
-ConnectClass::~ConnectClass() {
-  if (cookie_) CoRevokeClassObject(cookie_);
+ComPtr<IClassFactory> MakeConnectFactory(ConnectContext& context) {
+  return ComPtr<IClassFactory>::Attach(new ConnectFactory(context));
 }
 
 }  // namespace declarium::com

@@ -3,12 +3,12 @@
 
 #include <windows.h>
 
-#include <functional>
 #include <memory>
 #include <oleauto.h>
 
 #include "host/com/com_ptr.h"
 #include "host/com/posted_calls.h"
+#include "host/com/server_process.h"
 #include "host/host_sessions.h"
 
 namespace declarium::com {
@@ -32,25 +32,13 @@ inline constexpr IID kIDTExtensibility2 = {
 struct ConnectContext {
   HostSessions& sessions;
   PostedCalls& posted_calls;
-  std::function<void()> last_gone;  // nothing keeps the server process any more
+  ServerProcess& process;
 };
 
 // A new add-in object, for one host.
 [[nodiscard]] ComPtr<AddInEntries> MakeConnect(ConnectContext& context);
 
-// The registration of the class with the system for as long as the object lives: hosts get their
-// add-in objects from this process. Failing means that no host can reach it.
-class ConnectClass {
- public:
-  ConnectClass(const CLSID& class_id, ConnectContext& context);
-  ConnectClass(const ConnectClass&) = delete;
-  ConnectClass& operator=(const ConnectClass&) = delete;
-  ~ConnectClass();
-  [[nodiscard]] HRESULT result() const noexcept { return result_; }
-
- private:
-  DWORD cookie_ = 0;
-  HRESULT result_;
-};
+// The factory of add-in objects, for ServerProcess::Offer.
+[[nodiscard]] ComPtr<IClassFactory> MakeConnectFactory(ConnectContext& context);
 
 }  // namespace declarium::com

@@ -5,26 +5,42 @@
 #include <windows.h>
 
 #include <functional>
+#include <objbase.h>
 #include <utility>
 
 namespace declarium::com {
 
+class ServerProcess {
+ public:
+  // `ended` is called when the last hold goes; no host can reach the process by then.
+  explicit ServerProcess(std::function<void()> ended) : ended_(std::move(ended)) {}
+  ServerProcess(const ServerProcess&) = delete;
+  ServerProcess& operator=(const ServerProcess&) = delete;
+  ~ServerProcess() { Withdraw(); }
+
+  // Lets hosts get their objects of the class from this process. Failing means that none can.
+  [[nodiscard]] HRESULT Offer(const CLSID& class_id, IClassFactory& factory);
+
+  void AddHold() { CoAddRefServerProcess(); }
+  void ReleaseHold();
+
+ private:
+  void Withdraw();
+
+  std::function<void()> ended_;
+  DWORD cookie_ = 0;
+};
+
 // Keeps the server process from ending. The main window holds one while it is shown.
 class ServerHold {
  public:
-  // `last_gone` is called when the last hold of the process goes; the class objects are closed to
-  // new hosts by then.
-  explicit ServerHold(std::function<void()> last_gone) : last_gone_(std::move(last_gone)) {
-    CoAddRefServerProcess();
-  }
+  explicit ServerHold(ServerProcess& process) : process_(process) { process_.AddHold(); }
   ServerHold(const ServerHold&) = delete;
   ServerHold& operator=(const ServerHold&) = delete;
-  ~ServerHold() {
-    if (CoReleaseServerProcess() == 0) last_gone_();
-  }
+  ~ServerHold() { process_.ReleaseHold(); }
 
  private:
-  std::function<void()> last_gone_;
+  ServerProcess& process_;
 };
 
 // Enters the single-threaded apartment for its lifetime.

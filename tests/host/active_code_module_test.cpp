@@ -1,0 +1,91 @@
+#include "host/active_code_module.h"
+
+#include <gtest/gtest.h>
+
+#include "host/fake_host.h"
+
+namespace declarium {
+namespace {
+
+class ActiveCodeModuleTest : public testing::Test {
+ protected:
+  static std::shared_ptr<FakeModule> Named(std::u16string name) {
+    return std::make_shared<FakeModule>(FakeModule{.name = std::move(name)});
+  }
+  std::u16string ActiveName() const {
+    return active_.module() ? active_.module()->ComponentName().value_or(u"?") : u"none";
+  }
+
+  FakeHostState host_;
+  int changes_ = 0;
+  ActiveCodeModule active_{std::make_shared<FakeApplication>(host_), [this] { ++changes_; }};
+};
+
+TEST_F(ActiveCodeModuleTest, StartsWithWhatTheHostHasSelected) {
+  host_.selected = Named(u"A");
+  active_.Follow();
+  EXPECT_EQ(ActiveName(), u"A");
+  EXPECT_EQ(changes_, 1);
+}
+
+TEST_F(ActiveCodeModuleTest, FollowsTheSelection) {
+  active_.Follow();
+  EXPECT_EQ(ActiveName(), u"none");
+  host_.events->ComponentSelected(host_.Module(Named(u"B")));
+  EXPECT_EQ(ActiveName(), u"B");
+  host_.events->ComponentSelected(nullptr);
+  EXPECT_EQ(ActiveName(), u"none");
+  EXPECT_EQ(changes_, 3);
+}
+
+TEST_F(ActiveCodeModuleTest, RemovedComponentIsNoLongerActive) {
+  host_.selected = Named(u"A");
+  active_.Follow();
+  host_.selected = Named(u"B");
+  host_.events->ComponentRemoved(u"A");
+  EXPECT_EQ(ActiveName(), u"B");
+}
+
+TEST_F(ActiveCodeModuleTest, RemovedComponentThatIsStillSelectedIsNoLongerActive) {
+  host_.selected = Named(u"A");
+  active_.Follow();
+  host_.events->ComponentRemoved(u"A");
+  EXPECT_EQ(ActiveName(), u"none");
+}
+
+TEST_F(ActiveCodeModuleTest, RemovalOfAnotherComponentChangesNothing) {
+  host_.selected = Named(u"A");
+  active_.Follow();
+  host_.events->ComponentRemoved(u"B");
+  EXPECT_EQ(ActiveName(), u"A");
+  EXPECT_EQ(changes_, 1);
+}
+
+TEST_F(ActiveCodeModuleTest, RemovalWhileTheActiveModuleIsGoneAsksTheHost) {
+  host_.selected = Named(u"A");
+  active_.Follow();
+  host_.selected->gone = true;
+  host_.selected = nullptr;
+  host_.events->ComponentRemoved(u"?");
+  EXPECT_EQ(ActiveName(), u"none");
+}
+
+TEST_F(ActiveCodeModuleTest, FailingHostMeansNone) {
+  host_.selected = Named(u"A");
+  active_.Follow();
+  host_.record.failing = "ActiveModule";
+  host_.events->SelectionMayHaveChanged();
+  EXPECT_EQ(ActiveName(), u"none");
+}
+
+TEST_F(ActiveCodeModuleTest, StoppedItStaysWithoutModule) {
+  host_.selected = Named(u"A");
+  active_.Follow();
+  active_.Stop();
+  active_.Refresh();
+  EXPECT_EQ(ActiveName(), u"none");
+  EXPECT_EQ(changes_, 1);
+}
+
+}  // namespace
+}  // namespace declarium

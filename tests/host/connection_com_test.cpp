@@ -1,0 +1,441 @@
+// The whole way between the host and the add-in: two processes, real COM, a real clipboard.
+#include <algorithm>
+#include <cstdio>
+#include <gtest/gtest.h>
+#include <set>
+
+#include "host/ide_driver.h"
+
+namespace declarium {
+namespace {
+
+const std::string kConnect = "connect Declarium.Probe";
+const std::string kDisconnect = "disconnect Declarium.Probe";
+const std::string kCaption = "Brindlework Declarium 3.0";
+const std::string kText = "Private Const A = 5";
+constexpr int kRounds = 1000;
+
+std::string Box(int step) {
+  return "box Vyskytla sa chyba vo funkcii 'IDTExtensibility_OnConnection' na riadku '" +
+         std::to_string(step) + "'.";
+}
+
+std::wstring Probe(const wchar_t* arguments) {
+  return L"\"" + Beside(L"addin_probe.exe").wstring() + L"\" " + arguments;
+}
+
+class Connection : public testing::Test {
+ protected:
+  static void SetUpTestSuite() {
+    std::string output;
+    ASSERT_EQ(RunProgram(Probe(L"/RegServer:machine"), output), 0) << output;
+    ASSERT_EQ(IdeProcess().Tell("interfaces on"), "ok");
+  }
+  static void TearDownTestSuite() {
+    IdeProcess().Tell("interfaces off");
+    std::string output;
+    EXPECT_EQ(RunProgram(Probe(L"-unregserver:MACHINE"), output), 0) << output;
+  }
+
+  // No probe of one test serves the next.
+  void TearDown() override {
+    EXPECT_TRUE(log_.Lines().empty() || log_.Comes("end")) << "the add-in's process stays";
+  }
+
+  void OpenModule(IdeProcess& ide, const std::string& text) {
+    ASSERT_EQ(ide.Tell("project Project1"), "ok");
+    ASSERT_EQ(ide.Tell("component Project1 Module1 1"), "ok");
+    ASSERT_EQ(ide.Tell("text Module1 " + text), "ok");
+    ASSERT_EQ(ide.Tell("select Module1"), "ok");
+  }
+
+  // Connects, answers the insertion's question and clicks the button; the module's text afterwards.
+  std::string InsertInto(IdeProcess& ide, const std::string& answer) {
+    log_.Set(".text", kText);
+    log_.Set(".answer", answer);
+    EXPECT_EQ(ide.Tell(kConnect), "ok");
+    EXPECT_EQ(ide.Tell("click Standard"), "ok");
+    EXPECT_TRUE(log_.Comes(answer == "yes" ? "inserted" : "insert declined"));
+    const std::string lines = ide.Tell("lines Module1");
+    EXPECT_EQ(ide.Tell(kDisconnect), "ok");
+    return lines;
+  }
+
+  ProbeLog log_;
+};
+
+TEST_F(Connection, PlacesOneButtonAndOneMenuEntryWithTheirFaces) {
+  IdeProcess ide;
+  ASSERT_EQ(ide.Tell(kConnect), "ok");
+  const std::string controls = ide.Tell("controls");
+  EXPECT_TRUE(controls.starts_with("ok Standard|" + kCaption + "|" + kCaption + "|")) << controls;
+  EXPECT_NE(controls.find("\\tAdd-Ins|Declar&ium||"), std::string::npos) << controls;
+  EXPECT_EQ(controls.find("none"), std::string::npos) << controls;
+  EXPECT_EQ(ide.Tell(kDisconnect), "ok");
+  EXPECT_EQ(ide.Tell("controls"), "ok ");
+}
+
+TEST_F(Connection, IsInTheUsersListOfAddIns) {
+  EXPECT_EQ(IdeProcess().Tell("listed"), "ok Declarium.Probe");
+}
+
+TEST_F(Connection, ButtonAndMenuShowOneMainWindow) {
+  IdeProcess ide;
+  ASSERT_EQ(ide.Tell(kConnect), "ok");
+  EXPECT_EQ(ide.Tell("click Standard"), "ok");
+  EXPECT_TRUE(log_.Comes("show"));
+  EXPECT_EQ(ide.Tell("click Add-Ins"), "ok");
+  EXPECT_TRUE(log_.Comes("front"));
+  EXPECT_EQ(log_.Count("show"), 1);
+  EXPECT_EQ(log_.Count("load"), 1);
+  EXPECT_EQ(ide.Tell(kDisconnect), "ok");
+}
+
+TEST_F(Connection, ConnectingAgainLeavesOneButtonAndOneEntry) {
+  IdeProcess ide;
+  ASSERT_EQ(ide.Tell(kConnect), "ok");
+  const std::string first = ide.Tell("controls");
+  ASSERT_EQ(ide.Tell(kDisconnect), "ok");
+  ASSERT_EQ(ide.Tell(kConnect), "ok");
+  EXPECT_EQ(ide.Tell("controls"), first);
+  ASSERT_EQ(ide.Tell(kDisconnect), "ok");
+}
+
+TEST_F(Connection, LeavesNothingBehindInTheHost) {
+  IdeProcess ide;
+  OpenModule(ide, "Option Explicit");
+  ASSERT_EQ(ide.Tell(kConnect), "ok");
+  EXPECT_GT(ide.Ask("sinks"), 0);
+  ASSERT_EQ(ide.Tell(kDisconnect), "ok");
+  EXPECT_EQ(ide.Ask("sinks"), 0);
+  EXPECT_TRUE(Eventually([&] { return ide.Ask("objects") == 0; })) << ide.Tell("objects");
+}
+
+TEST_F(Connection, InsertsAfterTheDeclarations) {
+  const struct {
+    const char* before;
+    const char* after;
+  } cases[] = {
+      {"", "ok Private Const A = 5"},
+      {"Option Explicit", "ok Option Explicit\\nPrivate Const A = 5"},
+      {"A\\nB\\nC\\nD\\nE\\nSub X()\\nEnd Sub",
+       "ok A\\nB\\nC\\nD\\nE\\nPrivate Const A = 5\\nSub X()\\nEnd Sub"},
+      {"Sub X()\\nEnd Sub", "ok Private Const A = 5\\nSub X()\\nEnd Sub"},
+  };
+  for (const auto& c : cases) {
+    const ProbeLog log;
+    IdeProcess ide;
+    OpenModule(ide, c.before);
+    log.Set(".text", kText);
+    log.Set(".answer", "yes");
+    ASSERT_EQ(ide.Tell(kConnect), "ok");
+    EXPECT_EQ(ide.Tell("click Standard"), "ok");
+    EXPECT_TRUE(log.Comes("inserted"));
+    EXPECT_EQ(log.Count("ask Vložiť do 'Module1' ?"), 1);
+    EXPECT_EQ(ide.Tell("lines Module1"), c.after);
+    EXPECT_EQ(ide.Tell(kDisconnect), "ok");
+    EXPECT_TRUE(log.Comes("end"));
+  }
+}
+
+TEST_F(Connection, AnsweringNoLeavesTheModuleAlone) {
+  IdeProcess ide;
+  OpenModule(ide, "Option Explicit");
+  EXPECT_EQ(InsertInto(ide, "no"), "ok Option Explicit");
+}
+
+TEST_F(Connection, KeepsTheCaretInView) {
+  IdeProcess ide;
+  OpenModule(ide, "Option Explicit\\nSub X()\\nEnd Sub");
+  ASSERT_EQ(ide.Tell("pane Module1 1 3 3"), "ok");
+  InsertInto(ide, "yes");
+  EXPECT_EQ(ide.Tell("pane? Module1"), "ok 2 3 4");
+}
+
+TEST_F(Connection, FollowsTheActiveCodeModule) {
+  IdeProcess ide;
+  ASSERT_EQ(ide.Tell(kConnect), "ok");
+  EXPECT_EQ(log_.Count("no module"), 1);
+  OpenModule(ide, "Option Explicit");
+  EXPECT_TRUE(log_.Comes("module"));
+  ASSERT_EQ(ide.Tell("component Project1 Resources -1"), "ok");
+  const int without = log_.Count("no module");
+  ASSERT_EQ(ide.Tell("select Resources"), "ok");
+  EXPECT_TRUE(log_.Comes("no module", without + 1));
+  ASSERT_EQ(ide.Tell("select Module1"), "ok");
+  EXPECT_EQ(log_.Lines().back(), "module");
+  ASSERT_EQ(ide.Tell("remove Module1"), "ok");
+  EXPECT_EQ(log_.Lines().back(), "no module");
+  ASSERT_EQ(ide.Tell(kDisconnect), "ok");
+}
+
+TEST_F(Connection, RemovedProjectTakesTheActiveModuleAway) {
+  IdeProcess ide;
+  OpenModule(ide, "Option Explicit");
+  ASSERT_EQ(ide.Tell(kConnect), "ok");
+  EXPECT_EQ(log_.Lines().back(), "module");
+  ASSERT_EQ(ide.Tell("remove-project Project1"), "ok");
+  EXPECT_EQ(log_.Lines().back(), "no module");
+  ASSERT_EQ(ide.Tell(kDisconnect), "ok");
+}
+
+TEST_F(Connection, SurvivesAModuleThatVanishes) {
+  IdeProcess ide;
+  OpenModule(ide, "Option Explicit");
+  ASSERT_EQ(ide.Tell(kConnect), "ok");
+  ASSERT_EQ(ide.Tell("vanish Module1"), "ok");
+  const auto calls = ide.Ask("calls");
+  EXPECT_TRUE(Eventually([&] { return ide.Ask("calls") > calls + 2; }));
+  ASSERT_EQ(ide.Tell(kDisconnect), "ok");
+}
+
+TEST_F(Connection, OnlyThePollCallsAnIdleHost) {
+  IdeProcess ide;
+  OpenModule(ide, "Option Explicit");
+  ASSERT_EQ(ide.Tell(kConnect), "ok");
+  ASSERT_EQ(ide.Tell("calls reset"), "ok 0");
+  EXPECT_TRUE(Eventually([&] { return ide.Ask("calls") >= 5; }));
+  const std::string names = ide.Tell("call-names") + " ";
+  EXPECT_EQ(names.find(' '), 2u);
+  for (std::size_t begin = 3; begin < names.size();) {
+    const auto end = names.find(' ', begin);
+    EXPECT_EQ(names.substr(begin, end - begin), "CodeModule.CountOfLines");
+    begin = end + 1;
+  }
+  ASSERT_EQ(ide.Tell(kDisconnect), "ok");
+}
+
+// The step that a call of the host belongs to, by what the host saw up to it.
+int StepOf(const std::string& names) {
+  const std::string call = names.substr(names.rfind(' ') + 1);
+  if (names.find("VBE.Events") != std::string::npos) return 6;
+  const bool second_bar = names.find("CommandBars.Item") != names.rfind("CommandBars.Item");
+  const bool names_second_bar = names.ends_with("VBE.CommandBars") &&
+                                names.find("VBE.CommandBars") != names.rfind("VBE.CommandBars");
+  return second_bar || names_second_bar ? 5 : 4;
+}
+
+TEST_F(Connection, EveryFailingCallIsReportedWithItsStep) {
+  // Another host keeps the add-in's process running.
+  IdeProcess keeper;
+  ASSERT_EQ(keeper.Tell(kConnect), "ok");
+  IdeProcess ide;
+  OpenModule(ide, "Option Explicit");
+  ASSERT_EQ(ide.Tell(kConnect), "ok");
+  const int call_count = static_cast<int>(ide.Ask("calls"));
+  ASSERT_EQ(ide.Tell(kDisconnect), "ok");
+  ASSERT_GT(call_count, 20);
+  std::set<int> steps;
+  for (int call = 1; call <= call_count; ++call) {
+    const auto before = log_.Lines().size();
+    ASSERT_EQ(ide.Tell("calls reset"), "ok 0");
+    ASSERT_EQ(ide.Tell("fail " + std::to_string(call) + " 80004005"), "ok");
+    ASSERT_EQ(ide.Tell(kConnect), "ok");
+    const std::string names = ide.Tell("call-names");
+    ASSERT_EQ(ide.Tell("well"), "ok");
+    auto lines = log_.Lines();
+    lines.erase(lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(before));
+    for (int step = 1; step <= 7; ++step) {
+      if (std::ranges::count(lines, Box(step)) == 0) continue;
+      steps.insert(step);
+      // Nothing more was asked of the host than up to the failing call, apart from where its
+      // process is.
+      EXPECT_EQ(step, StepOf(names.substr(0, names.find(" VBE.MainWindow")))) << names;
+    }
+    // Disconnecting takes away what was placed, whatever failed.
+    EXPECT_EQ(ide.Tell(kDisconnect), "ok");
+    EXPECT_EQ(ide.Tell("controls"), "ok ") << names;
+    EXPECT_EQ(ide.Ask("sinks"), 0) << names;
+  }
+  EXPECT_EQ(steps, (std::set<int>{4, 5, 6}));
+  ASSERT_EQ(keeper.Tell(kDisconnect), "ok");
+}
+
+TEST_F(Connection, MainWindowThatDoesNotLoadIsStepOne) {
+  log_.Set(".noload", "");
+  IdeProcess ide;
+  ASSERT_EQ(ide.Tell(kConnect), "ok");
+  EXPECT_EQ(log_.Count(Box(1)), 1);
+  EXPECT_EQ(ide.Tell("controls"), "ok ");
+  ASSERT_EQ(ide.Tell(kDisconnect), "ok");
+}
+
+TEST_F(Connection, FaceThatCannotBePastedIsNoFailure) {
+  IdeProcess ide;
+  ASSERT_EQ(ide.Tell("fail-member PasteFace 80004005"), "ok");
+  ASSERT_EQ(ide.Tell(kConnect), "ok");
+  EXPECT_EQ(ide.Tell("controls"), "ok Standard|" + kCaption + "|" + kCaption +
+                                      "|none|none\\tAdd-Ins|Declar&ium||none|none");
+  ASSERT_EQ(ide.Tell(kDisconnect), "ok");
+}
+
+TEST_F(Connection, ControlThatCannotBeDeletedIsReported) {
+  IdeProcess ide;
+  ASSERT_EQ(ide.Tell(kConnect), "ok");
+  ASSERT_EQ(ide.Tell("fail-member Delete 80004005"), "ok");
+  ASSERT_EQ(ide.Tell(kDisconnect), "ok");
+  EXPECT_EQ(log_.Count("box Vyskytla sa chyba vo funkcii 'IDTExtensibility_OnDisconnection' na "
+                       "riadku '1'."),
+            1);
+  EXPECT_EQ(log_.Count("unload"), 0);
+  EXPECT_EQ(ide.Ask("sinks"), 0);
+}
+
+TEST_F(Connection, WaitsForABusyHost) {
+  for (const char* answer : {"retry", "reject"}) {
+    const ProbeLog log;
+    IdeProcess ide;
+    ASSERT_EQ(ide.Tell(kConnect), "ok");
+    OpenModule(ide, "Option Explicit");
+    ASSERT_EQ(ide.Tell("busy " + std::string(answer) + " 8"), "ok");
+    log.Set(".text", kText);
+    log.Set(".answer", "yes");
+    ASSERT_EQ(ide.Tell("click Standard"), "ok");
+    EXPECT_TRUE(log.Comes("inserted")) << answer;
+    EXPECT_EQ(ide.Ask("rejected"), 8);
+    EXPECT_EQ(ide.Tell("lines Module1"), "ok Option Explicit\\n" + kText);
+    ASSERT_EQ(ide.Tell(kDisconnect), "ok");
+    EXPECT_TRUE(log.Comes("end"));
+  }
+}
+
+TEST_F(Connection, GivesUpOnAHostThatStaysBusy) {
+  IdeProcess ide;
+  OpenModule(ide, "Option Explicit");
+  ASSERT_EQ(ide.Tell("busy reject -1"), "ok");
+  ASSERT_EQ(ide.Tell(kConnect), "ok");
+  EXPECT_EQ(log_.Count(Box(4)), 1);
+  ASSERT_EQ(ide.Tell("well"), "ok");
+  ASSERT_EQ(ide.Tell(kDisconnect), "ok");
+}
+
+TEST_F(Connection, EndsWhenTheHostDies) {
+  {
+    IdeProcess ide;
+    OpenModule(ide, "Option Explicit");
+    ASSERT_EQ(ide.Tell(kConnect), "ok");
+    ide.Kill();
+  }
+  EXPECT_TRUE(log_.Comes("end"));
+  EXPECT_EQ(log_.Count("unload"), 1);
+}
+
+TEST_F(Connection, EndsWhenTheHostDiesWithTheMainWindowShown) {
+  IdeProcess ide;
+  ASSERT_EQ(ide.Tell(kConnect), "ok");
+  ASSERT_EQ(ide.Tell("click Standard"), "ok");
+  ASSERT_TRUE(log_.Comes("show"));
+  ide.Kill();
+  EXPECT_TRUE(log_.Comes("end"));
+}
+
+TEST_F(Connection, WindowInUseStaysWhenTheHostDisconnects) {
+  IdeProcess ide;
+  ASSERT_EQ(ide.Tell(kConnect), "ok");
+  ASSERT_EQ(ide.Tell("click Standard"), "ok");
+  ASSERT_TRUE(log_.Comes("show"));
+  log_.Set(".stay", "");
+  ASSERT_EQ(ide.Tell(kDisconnect), "ok");
+  EXPECT_EQ(ide.Tell("controls"), "ok ");
+  EXPECT_EQ(log_.Count("unload"), 0);
+  // The process is still there and serves the next connection.
+  ASSERT_EQ(ide.Tell(kConnect), "ok");
+  EXPECT_EQ(log_.Count("load"), 1);
+  std::filesystem::remove(log_.path().string() + ".stay");
+  ASSERT_EQ(ide.Tell(kDisconnect), "ok");
+  EXPECT_EQ(log_.Count("unload"), 1);
+}
+
+TEST_F(Connection, ServesTwoHostsAtOnce) {
+  IdeProcess first;
+  IdeProcess second;
+  OpenModule(first, "' first");
+  OpenModule(second, "' second");
+  log_.Set(".text", kText);
+  log_.Set(".answer", "yes");
+  ASSERT_EQ(first.Tell(kConnect), "ok");
+  ASSERT_EQ(second.Tell(kConnect), "ok");
+  EXPECT_EQ(log_.Count("load"), 1);
+  ASSERT_EQ(second.Tell("click Standard"), "ok");
+  EXPECT_TRUE(log_.Comes("inserted"));
+  EXPECT_EQ(second.Tell("lines Module1"), "ok ' second\\n" + kText);
+  EXPECT_EQ(first.Tell("lines Module1"), "ok ' first");
+  ASSERT_EQ(second.Tell(kDisconnect), "ok");
+  EXPECT_EQ(log_.Count("handover"), 1);
+  EXPECT_EQ(log_.Count("unload"), 0);
+  ASSERT_EQ(first.Tell("click Add-Ins"), "ok");
+  EXPECT_TRUE(log_.Comes("inserted", 2));
+  EXPECT_EQ(first.Tell("lines Module1"), "ok ' first\\n" + kText);
+  ASSERT_EQ(first.Tell(kDisconnect), "ok");
+  EXPECT_EQ(log_.Count("unload"), 1);
+}
+
+TEST_F(Connection, OneHostDyingLeavesTheOtherConnected) {
+  IdeProcess first;
+  IdeProcess second;
+  ASSERT_EQ(first.Tell(kConnect), "ok");
+  ASSERT_EQ(second.Tell(kConnect), "ok");
+  first.Kill();
+  EXPECT_TRUE(log_.Comes("handover") || log_.Count("forget") == 1);
+  ASSERT_EQ(second.Tell("click Standard"), "ok");
+  EXPECT_TRUE(log_.Comes("show"));
+  ASSERT_EQ(second.Tell(kDisconnect), "ok");
+}
+
+TEST_F(Connection, ManyRoundsLeaveNothingBehindInEitherProcess) {
+  // A second host keeps the add-in's process running, so that its growth can be seen.
+  IdeProcess keeper;
+  ASSERT_EQ(keeper.Tell(kConnect), "ok");
+  IdeProcess ide;
+  OpenModule(ide, "Option Explicit");
+  log_.Set(".text", kText);
+  log_.Set(".answer", "yes");
+  struct Resources {
+    long long add_in_handles = 0, add_in_memory = 0, handles = 0, memory = 0;
+  };
+  int insertions = 0;
+  const auto run = [&](int rounds) {
+    for (int i = 0; i < rounds; ++i) {
+      ASSERT_EQ(ide.Tell("text Module1 Option Explicit"), "ok");
+      ASSERT_EQ(ide.Tell(kConnect), "ok");
+      ASSERT_EQ(ide.Tell("click Standard"), "ok");
+      ++insertions;
+      ASSERT_TRUE(Eventually([&] { return ide.Tell("lines Module1") != "ok Option Explicit"; }));
+      ASSERT_EQ(ide.Tell(kDisconnect), "ok");
+    }
+  };
+  const auto measure = [&] {
+    Resources now;
+    EXPECT_TRUE(log_.Comes("inserted", insertions));
+    long long process = 0;
+    EXPECT_EQ(std::sscanf(log_.Get(".resources").c_str(), "%lld %lld %lld", &process,
+                          &now.add_in_handles, &now.add_in_memory),
+              3);
+    now.handles = ide.Ask("handles");
+    now.memory = ide.Ask("memory");
+    return now;
+  };
+  run(kRounds / 10);
+  const Resources before = measure();
+  run(kRounds);
+  const Resources after = measure();
+  RecordProperty("rounds", kRounds);
+  std::printf(
+      "rounds %d: add-in handles %lld to %lld, memory %lld to %lld; host handles %lld to "
+      "%lld, memory %lld to %lld\n",
+      kRounds, before.add_in_handles, after.add_in_handles, before.add_in_memory,
+      after.add_in_memory, before.handles, after.handles, before.memory, after.memory);
+  constexpr long long kHandleNoise = 8;
+  constexpr long long kMemoryNoise = 1 << 20;
+  EXPECT_LE(after.add_in_handles, before.add_in_handles + kHandleNoise);
+  EXPECT_LE(after.handles, before.handles + kHandleNoise);
+  EXPECT_LE(after.add_in_memory, before.add_in_memory + kMemoryNoise);
+  EXPECT_LE(after.memory, before.memory + kMemoryNoise);
+  EXPECT_EQ(ide.Tell("controls"), "ok ");
+  EXPECT_EQ(ide.Ask("sinks"), 0);
+  EXPECT_EQ(ide.Ask("objects"), 0);
+  ASSERT_EQ(keeper.Tell(kDisconnect), "ok");
+}
+
+}  // namespace
+}  // namespace declarium

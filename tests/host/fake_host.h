@@ -1,0 +1,214 @@
+// A host, its clipboard and the main window as plain objects that record what is asked of them and
+// fail on demand.
+#pragma once
+
+#include <algorithm>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "basic/text.h"
+#include "host/face_clipboard.h"
+#include "host/host_object_model.h"
+#include "host/main_window_link.h"
+
+namespace declarium {
+
+// What happened, in order, and which entries fail.
+struct Record {
+  std::vector<std::string> entries;
+  std::string failing;  // the entry that fails, "" for none
+
+  HostResult<> Enter(const std::string& entry) {
+    entries.push_back(entry);
+    if (entry == failing) return std::unexpected(HostError{-1});
+    return {};
+  }
+  [[nodiscard]] int Count(const std::string& entry) const {
+    return static_cast<int>(std::ranges::count(entries, entry));
+  }
+};
+
+struct FakeModule {
+  std::u16string name;
+  int declaration_lines = 0;
+  int lines = 0;
+  std::vector<std::pair<int, std::u16string>> insertions{};
+  bool gone = false;
+};
+
+class FakeCodeModule final : public CodeModule {
+ public:
+  FakeCodeModule(std::shared_ptr<FakeModule> state, Record& record)
+      : state_(std::move(state)), record_(record) {}
+  HostResult<std::u16string> ComponentName() override {
+    if (state_->gone) return std::unexpected(HostError{-1});
+    return state_->name;
+  }
+  HostResult<int> CountOfDeclarationLines() override {
+    if (auto entered = record_.Enter("CountOfDeclarationLines"); !entered) {
+      return std::unexpected(entered.error());
+    }
+    return state_->declaration_lines;
+  }
+  HostResult<int> CountOfLines() override {
+    if (auto entered = record_.Enter("CountOfLines"); !entered) {
+      return std::unexpected(entered.error());
+    }
+    return state_->lines;
+  }
+  HostResult<> InsertLines(int line, std::u16string_view text) override {
+    if (auto entered = record_.Enter("InsertLines"); !entered) return entered;
+    state_->insertions.emplace_back(line, text);
+    return {};
+  }
+
+ private:
+  std::shared_ptr<FakeModule> state_;
+  Record& record_;
+};
+
+struct FakePaneState {
+  std::u16string name;
+  int top = 1;
+  int visible_lines = 10;
+  int caret = 1;
+};
+
+class FakeCodePane final : public CodePane {
+ public:
+  explicit FakeCodePane(std::shared_ptr<FakePaneState> state) : state_(std::move(state)) {}
+  HostResult<std::u16string> ComponentName() override { return state_->name; }
+  HostResult<int> CaretLine() override { return state_->caret; }
+  HostResult<int> TopLine() override { return state_->top; }
+  HostResult<int> CountOfVisibleLines() override { return state_->visible_lines; }
+  HostResult<> SetTopLine(int line) override {
+    state_->top = line;
+    return {};
+  }
+
+ private:
+  std::shared_ptr<FakePaneState> state_;
+};
+
+class FakeControl final : public CommandBarControl {
+ public:
+  FakeControl(std::string bar, Record& record) : bar_(std::move(bar)), record_(record) {}
+  HostResult<> PasteFace() override { return record_.Enter(bar_ + ".PasteFace"); }
+  HostResult<> SetCaption(std::u16string_view caption) override {
+    return record_.Enter(bar_ + ".Caption " + ToUtf8(caption));
+  }
+  HostResult<> SetTooltipText(std::u16string_view text) override {
+    return record_.Enter(bar_ + ".TooltipText " + ToUtf8(text));
+  }
+  HostResult<> Delete() override { return record_.Enter(bar_ + ".Delete"); }
+  [[nodiscard]] const std::string& bar() const { return bar_; }
+
+ private:
+  std::string bar_;
+  Record& record_;
+};
+
+class RecordedSubscription final : public Subscription {
+ public:
+  RecordedSubscription(std::string name, Record& record)
+      : name_(std::move(name)), record_(record) {}
+  RecordedSubscription(const RecordedSubscription&) = delete;
+  RecordedSubscription& operator=(const RecordedSubscription&) = delete;
+  ~RecordedSubscription() override { record_.entries.push_back("end of " + name_); }
+
+ private:
+  std::string name_;
+  Record& record_;
+};
+
+// What tests set up and look at while a FakeApplication is owned by a connection.
+struct FakeHostState {
+  Record record;
+  std::map<std::string, std::function<void()>> clicks;  // by bar
+  ComponentEvents* events = nullptr;
+  std::shared_ptr<FakeModule> selected;
+  std::shared_ptr<FakePaneState> pane;
+
+  std::unique_ptr<CodeModule> Module(const std::shared_ptr<FakeModule>& module) {
+    if (!module) return nullptr;
+    return std::make_unique<FakeCodeModule>(module, record);
+  }
+};
+
+class FakeApplication final : public HostApplication {
+ public:
+  explicit FakeApplication(FakeHostState& state) : state_(state) {}
+  HostResult<std::unique_ptr<CommandBarControl>> AddControl(std::u16string_view bar) override {
+    if (auto entered = state_.record.Enter(ToUtf8(bar) + ".Add"); !entered) {
+      return std::unexpected(entered.error());
+    }
+    return std::make_unique<FakeControl>(ToUtf8(bar), state_.record);
+  }
+  HostResult<std::unique_ptr<Subscription>> SubscribeClick(CommandBarControl& control,
+                                                           std::function<void()> clicked) override {
+    const std::string& bar = static_cast<FakeControl&>(control).bar();
+    if (auto entered = state_.record.Enter(bar + ".SubscribeClick"); !entered) {
+      return std::unexpected(entered.error());
+    }
+    state_.clicks[bar] = std::move(clicked);
+    return std::make_unique<RecordedSubscription>(bar + " clicks", state_.record);
+  }
+  HostResult<std::unique_ptr<Subscription>> SubscribeComponents(ComponentEvents& events) override {
+    if (auto entered = state_.record.Enter("SubscribeComponents"); !entered) {
+      return std::unexpected(entered.error());
+    }
+    state_.events = &events;
+    return std::make_unique<RecordedSubscription>("component events", state_.record);
+  }
+  HostResult<std::unique_ptr<CodeModule>> ActiveModule() override {
+    if (auto entered = state_.record.Enter("ActiveModule"); !entered) {
+      return std::unexpected(entered.error());
+    }
+    return state_.Module(state_.selected);
+  }
+  HostResult<std::unique_ptr<CodePane>> ActivePane() override {
+    if (!state_.pane) return nullptr;
+    return std::make_unique<FakeCodePane>(state_.pane);
+  }
+
+ private:
+  FakeHostState& state_;
+};
+
+class FakeClipboard final : public FaceClipboard {
+ public:
+  explicit FakeClipboard(Record& record) : record_(record) {}
+  HostResult<> Save() override { return record_.Enter("Save"); }
+  HostResult<> PutPicture() override { return record_.Enter("PutPicture"); }
+  HostResult<> Restore() override { return record_.Enter("Restore"); }
+
+ private:
+  Record& record_;
+};
+
+class FakeWindows final : public MainWindowLink {
+ public:
+  explicit FakeWindows(Record& record) : record_(record) {}
+  bool LoadMainWindow(HostConnection&) override { return record_.Enter("load").has_value(); }
+  void ShowMainWindow(HostConnection&) override { Note("show"); }
+  void ForgetConnection(HostConnection&, HostConnection* successor) override {
+    Note(successor ? "handover" : "forget");
+  }
+  bool MayStay() override {
+    Note("may stay");
+    return may_stay;
+  }
+  void UnloadAll() override { Note("unload"); }
+  void ActiveCodeModuleChanged(HostConnection&) override { Note("module changed"); }
+  void ShowFailure(std::u16string_view text) override { Note("box " + ToUtf8(text)); }
+
+  bool may_stay = false;
+
+ private:
+  void Note(const std::string& entry) { record_.entries.push_back(entry); }
+  Record& record_;
+};
+
+}  // namespace declarium

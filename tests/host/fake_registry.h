@@ -1,0 +1,77 @@
+// A registry in memory. Values are named "HKCU\key|value".
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/registry.h"
+
+namespace declarium {
+
+class FakeRegistry final : public Registry {
+ public:
+  std::map<std::u16string, RegistryData> values;
+  std::vector<std::u16string> emptied;  // keys that DeleteIfEmpty removed
+  std::optional<RegistryRoot> read_only_root;
+  std::optional<RegistryView> hidden_view;  // has no class
+
+  [[nodiscard]] std::u16string Text(const std::u16string& name) const {
+    const auto found = values.find(name);
+    return found == values.end() ? u"(absent)" : std::get<std::u16string>(found->second);
+  }
+  [[nodiscard]] std::uint32_t Number(const std::u16string& name) const {
+    return std::get<std::uint32_t>(values.at(name));
+  }
+
+  std::optional<RegistryData> Read(RegistryRoot root, std::u16string_view key,
+                                   std::u16string_view name, RegistryView view) const override {
+    if (view == hidden_view) return std::nullopt;
+    const auto found = values.find(KeyName(root, key) + u"|" + std::u16string(name));
+    if (found == values.end()) return std::nullopt;
+    return found->second;
+  }
+  std::vector<std::u16string> SubKeys(RegistryRoot root, std::u16string_view key) const override {
+    const std::u16string prefix = KeyName(root, key);
+    std::vector<std::u16string> names;
+    for (const auto& [name, data] : values) {
+      if (!name.starts_with(prefix)) continue;
+      const auto rest = name.substr(prefix.size());
+      const auto sub_key = rest.substr(0, rest.find_first_of(u"\\|"));
+      if (names.empty() || names.back() != sub_key) names.push_back(sub_key);
+    }
+    return names;
+  }
+  std::expected<void, RegistryError> Write(RegistryRoot root, std::u16string_view key,
+                                           std::u16string_view name,
+                                           const RegistryData& data) override {
+    if (root == read_only_root) return std::unexpected(RegistryError{root, std::u16string(key), 5});
+    values[KeyName(root, key) + u"|" + std::u16string(name)] = data;
+    return {};
+  }
+  std::expected<void, RegistryError> DeleteTree(RegistryRoot root,
+                                                std::u16string_view key) override {
+    std::erase_if(values, [&](const auto& value) { return IsIn(value.first, KeyName(root, key)); });
+    return {};
+  }
+  void DeleteIfEmpty(RegistryRoot root, std::u16string_view key) override {
+    const auto name = KeyName(root, key);
+    for (const auto& value : values) {
+      if (IsIn(value.first, name)) return;
+    }
+    emptied.push_back(name);
+  }
+
+ private:
+  static std::u16string KeyName(RegistryRoot root, std::u16string_view key) {
+    const char16_t* names[] = {u"HKCU\\", u"HKLM\\", u"HKU\\"};
+    return names[static_cast<int>(root)] + std::u16string(key);
+  }
+  static bool IsIn(std::u16string_view value, std::u16string_view key) {
+    return value.starts_with(key) && value.size() > key.size() &&
+           (value[key.size()] == u'\\' || value[key.size()] == u'|');
+  }
+};
+
+}  // namespace declarium

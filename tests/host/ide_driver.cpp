@@ -1,0 +1,183 @@
+#include "host/ide_driver.h"
+
+#include <algorithm>
+#include <chrono>
+#include <fstream>
+#include <iterator>
+#include <thread>
+
+namespace declarium {
+namespace {
+
+constexpr auto kLimit = std::chrono::seconds(20);
+
+struct Pipe {
+  HANDLE read = nullptr;
+  HANDLE write = nullptr;
+  Pipe() {
+    SECURITY_ATTRIBUTES inheritable{sizeof inheritable, nullptr, TRUE};
+    CreatePipe(&read, &write, &inheritable, 0);
+  }
+};
+
+HANDLE Start(std::wstring command_line, HANDLE input, HANDLE output) {
+  STARTUPINFOW startup{};
+  startup.cb = sizeof startup;
+  startup.dwFlags = STARTF_USESTDHANDLES;
+  startup.hStdInput = input;
+  startup.hStdOutput = output;
+  startup.hStdError = GetStdHandle(STD_ERROR_HANDLE);
+  PROCESS_INFORMATION process{};
+  if (!CreateProcessW(nullptr, command_line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr,
+                      &startup, &process)) {
+    return nullptr;
+  }
+  CloseHandle(process.hThread);
+  return process.hProcess;
+}
+
+}  // namespace
+
+std::filesystem::path Beside(const std::filesystem::path& program) {
+  wchar_t path[1024] = L"";
+  GetModuleFileNameW(nullptr, path, 1024);
+  return (std::filesystem::path(path).parent_path() / program).lexically_normal();
+}
+
+int RunProgram(const std::wstring& command_line, std::string& output) {
+  Pipe pipe;
+  SetHandleInformation(pipe.read, HANDLE_FLAG_INHERIT, 0);
+  HANDLE process = Start(command_line, nullptr, pipe.write);
+  CloseHandle(pipe.write);
+  char buffer[512];
+  DWORD read = 0;
+  while (process && ReadFile(pipe.read, buffer, sizeof buffer, &read, nullptr) && read > 0) {
+    output.append(buffer, read);
+  }
+  CloseHandle(pipe.read);
+  DWORD status = static_cast<DWORD>(-1);
+  if (process) {
+    WaitForSingleObject(process, 20000);
+    GetExitCodeProcess(process, &status);
+    CloseHandle(process);
+  }
+  return static_cast<int>(status);
+}
+
+bool Eventually(const std::function<bool()>& condition) {
+  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+  while (!condition()) {
+    if (std::chrono::steady_clock::now() > end) return false;
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  }
+  return true;
+}
+
+IdeProcess::IdeProcess() {
+  Pipe input;
+  Pipe output;
+  SetHandleInformation(input.write, HANDLE_FLAG_INHERIT, 0);
+  SetHandleInformation(output.read, HANDLE_FLAG_INHERIT, 0);
+  process_ =
+      Start(L"\"" + Beside(L"../vbhost/vbhost.exe").wstring() + L"\"", input.read, output.write);
+  CloseHandle(input.read);
+  CloseHandle(output.write);
+  input_ = input.write;
+  output_ = output.read;
+}
+
+IdeProcess::~IdeProcess() {
+  Kill();
+  CloseHandle(input_);
+  CloseHandle(output_);
+  CloseHandle(process_);
+}
+
+void IdeProcess::Kill() {
+  TerminateProcess(process_, 3);
+  WaitForSingleObject(process_, 10000);
+}
+
+void IdeProcess::Send(const std::string& line) {
+  const std::string bytes = line + "\n";
+  DWORD written = 0;
+  WriteFile(input_, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
+}
+
+std::string IdeProcess::Answer() {
+  const auto end = std::chrono::steady_clock::now() + kLimit;
+  for (;;) {
+    if (const auto line_end = unread_.find('\n'); line_end != std::string::npos) {
+      std::string line = unread_.substr(0, line_end);
+      unread_.erase(0, line_end + 1);
+      std::erase(line, '\r');
+      return line;
+    }
+    DWORD available = 0;
+    if (!PeekNamedPipe(output_, nullptr, 0, nullptr, &available, nullptr)) return "dead";
+    if (available > 0) {
+      std::string bytes(available, '\0');
+      DWORD read = 0;
+      ReadFile(output_, bytes.data(), available, &read, nullptr);
+      unread_.append(bytes, 0, read);
+      continue;
+    }
+    if (WaitForSingleObject(process_, 0) == WAIT_OBJECT_0) return "dead";
+    if (std::chrono::steady_clock::now() > end) return "no answer";
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  }
+}
+
+std::string IdeProcess::Tell(const std::string& line) {
+  Send(line);
+  return Answer();
+}
+
+long long IdeProcess::Ask(const std::string& line) {
+  const std::string answer = Tell(line);
+  return answer.starts_with("ok ") ? std::stoll(answer.substr(3)) : -1;
+}
+
+ProbeLog::ProbeLog() {
+  static int number = 0;
+  path_ = std::filesystem::temp_directory_path() /
+          (L"declarium_probe_" + std::to_wstring(GetCurrentProcessId()) + L"_" +
+           std::to_wstring(++number) + L".log");
+  SetEnvironmentVariableW(L"DECLARIUM_PROBE_LOG", path_.c_str());
+}
+
+ProbeLog::~ProbeLog() {
+  std::error_code ignored;
+  for (const char* suffix : {"", ".text", ".answer", ".stay", ".noload", ".resources"}) {
+    auto path = path_;
+    std::filesystem::remove(path += suffix, ignored);
+  }
+}
+
+std::vector<std::string> ProbeLog::Lines() const {
+  std::ifstream file(path_, std::ios::binary);
+  std::vector<std::string> lines;
+  for (std::string line; std::getline(file, line);) lines.push_back(line);
+  return lines;
+}
+
+int ProbeLog::Count(const std::string& line) const {
+  return static_cast<int>(std::ranges::count(Lines(), line));
+}
+
+bool ProbeLog::Comes(const std::string& line, int times) const {
+  return Eventually([&] { return Count(line) >= times; });
+}
+
+void ProbeLog::Set(const char* suffix, const std::string& text) const {
+  auto path = path_;
+  std::ofstream(path += suffix, std::ios::binary | std::ios::trunc) << text;
+}
+
+std::string ProbeLog::Get(const char* suffix) const {
+  auto path = path_;
+  std::ifstream file(path += suffix, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+}  // namespace declarium

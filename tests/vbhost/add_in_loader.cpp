@@ -1,0 +1,126 @@
+#include "vbhost/add_in_loader.h"
+
+#include <array>
+#include <objbase.h>
+
+namespace declarium::vbhost {
+namespace {
+
+constexpr wchar_t kList[] = L"Software\\Microsoft\\Visual Basic\\6.0\\Addins";
+constexpr DWORD kLoadAtStartup = 1;
+
+constexpr IID kExtensibility = {0x0002E151, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
+constexpr IID kExtensibility2 = {
+    0xB65AD801, 0xABAF, 0x11D0, {0xBB, 0x8B, 0x00, 0xA0, 0xC9, 0x0F, 0x27, 0x44}};
+
+HRESULT CallEntry(IDispatch& add_in, DISPID entry, std::vector<VARIANT> reversed) {
+  DISPPARAMS parameters{reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};
+  return add_in.Invoke(entry, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, nullptr,
+                       nullptr, nullptr);
+}
+
+VARIANT Number(int number) {
+  VARIANT value{};
+  value.vt = VT_I4;
+  value.lVal = number;
+  return value;
+}
+
+VARIANT Object(const ComPtr<IDispatch>& object) {
+  VARIANT value{};
+  value.vt = VT_DISPATCH;
+  value.pdispVal = object.get();
+  return value;
+}
+
+// The custom array: the IDE passes one, empty.
+class CustomArray {
+ public:
+  CustomArray() : array_(SafeArrayCreateVector(VT_VARIANT, 1, 0)) {}
+  CustomArray(const CustomArray&) = delete;
+  CustomArray& operator=(const CustomArray&) = delete;
+  ~CustomArray() { SafeArrayDestroy(array_); }
+  [[nodiscard]] VARIANT value() {
+    VARIANT value{};
+    value.vt = VT_BYREF | VT_ARRAY | VT_VARIANT;
+    value.pparray = &array_;
+    return value;
+  }
+
+ private:
+  SAFEARRAY* array_;
+};
+
+}  // namespace
+
+std::vector<std::u16string> AddInLoader::Listed() {
+  std::vector<std::u16string> listed;
+  HKEY list = nullptr;
+  if (RegOpenKeyExW(HKEY_CURRENT_USER, kList, 0, KEY_READ, &list) != ERROR_SUCCESS) return listed;
+  std::array<wchar_t, 256> name{};
+  for (DWORD i = 0;; ++i) {
+    auto length = static_cast<DWORD>(name.size());
+    if (RegEnumKeyExW(list, i, name.data(), &length, nullptr, nullptr, nullptr, nullptr) !=
+        ERROR_SUCCESS) {
+      break;
+    }
+    DWORD load = 0;
+    DWORD bytes = sizeof load;
+    RegGetValueW(list, name.data(), L"LoadBehavior", RRF_RT_REG_DWORD, nullptr, &load, &bytes);
+    if (load & kLoadAtStartup) listed.push_back(com::Narrow16(name.data()));
+  }
+  RegCloseKey(list);
+  return listed;
+}
+
+HRESULT AddInLoader::Connect(const std::u16string& prog_id, EntryInterface entries, int mode) {
+  CLSID class_id{};
+  HRESULT status = CLSIDFromProgID(com::Wide(prog_id).c_str(), &class_id);
+  if (FAILED(status)) return status;
+  ComPtr<IUnknown> created;
+  status = CoCreateInstance(class_id, nullptr, CLSCTX_LOCAL_SERVER, IID_IUnknown,
+                            reinterpret_cast<void**>(created.Receive()));
+  if (FAILED(status)) return status;
+  const IID& wanted = entries == EntryInterface::kExtensibility2  ? kExtensibility2
+                      : entries == EntryInterface::kExtensibility ? kExtensibility
+                                                                  : IID_IDispatch;
+  const auto add_in = created.Query<IDispatch>(wanted);
+  if (!add_in) return E_NOINTERFACE;
+  add_ins_[prog_id] = add_in;
+  CustomArray custom;
+  status = CallEntry(
+      *add_in, 1,
+      {custom.value(), Object(model_.AddIn(prog_id)), Number(mode), Object(model_.Vbe())});
+  if (SUCCEEDED(status) && mode == 1) status = CallEntry(*add_in, 4, {custom.value()});
+  return status;
+}
+
+HRESULT AddInLoader::Disconnect(const std::u16string& prog_id, int mode) {
+  const auto found = add_ins_.find(prog_id);
+  if (found == add_ins_.end()) return S_FALSE;
+  const auto add_in = found->second;
+  CustomArray custom;
+  const HRESULT status = CallEntry(*add_in, 2, {custom.value(), Number(mode)});
+  add_ins_.erase(prog_id);
+  return status;
+}
+
+HRESULT RegisterEntryInterfaces(bool present) {
+  // The system's own proxy for interfaces that are called by Invoke only.
+  constexpr wchar_t kDispatchProxy[] = L"{00020420-0000-0000-C000-000000000046}";
+  for (const wchar_t* iid :
+       {L"{0002E151-0000-0000-C000-000000000046}", L"{B65AD801-ABAF-11D0-BB8B-00A0C90F2744}"}) {
+    const std::wstring key = std::wstring(L"Software\\Classes\\Interface\\") + iid;
+    LSTATUS status = ERROR_SUCCESS;
+    if (present) {
+      status = RegSetKeyValueW(HKEY_LOCAL_MACHINE, (key + L"\\ProxyStubClsid32").c_str(), nullptr,
+                               REG_SZ, kDispatchProxy, sizeof kDispatchProxy);
+    } else {
+      RegDeleteTreeW(HKEY_LOCAL_MACHINE, key.c_str());
+    }
+    if (status != ERROR_SUCCESS) return HRESULT_FROM_WIN32(static_cast<DWORD>(status));
+  }
+  return S_OK;
+}
+
+}  // namespace declarium::vbhost

@@ -1,0 +1,45 @@
+// Starting add-ins as the IDE does: the list of add-ins of the current user names a ProgID, the
+// class behind it is created in its own process, and its entries are called.
+#pragma once
+
+#include <windows.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "vbhost/object_model.h"
+
+namespace declarium::vbhost {
+
+// Which of its interfaces the add-in is asked for. Entries are called by Invoke on it.
+enum class EntryInterface { kExtensibility2, kExtensibility, kDispatch };
+
+class AddInLoader {
+ public:
+  explicit AddInLoader(ObjectModel& model) : model_(model) {}
+
+  // The ProgIDs in the user's list that are to be loaded at start.
+  [[nodiscard]] static std::vector<std::u16string> Listed();
+
+  // Creates the add-in and calls OnConnection, with mode 1 (startup) followed by OnStartupComplete.
+  HRESULT Connect(const std::u16string& prog_id, EntryInterface entries, int mode);
+  // Calls OnDisconnection and releases the add-in, also when the call fails.
+  HRESULT Disconnect(const std::u16string& prog_id, int mode);
+  // Releases the add-in without a call.
+  void Forget(const std::u16string& prog_id) { add_ins_.erase(prog_id); }
+
+  [[nodiscard]] bool IsConnected(const std::u16string& prog_id) const {
+    return add_ins_.contains(prog_id);
+  }
+
+ private:
+  ObjectModel& model_;
+  std::map<std::u16string, ComPtr<IDispatch>> add_ins_;
+};
+
+// Writes, or removes, the machine-wide registration that lets another process be asked for the
+// add-in interfaces, as the IDE's own setup does. Only for registries without the real IDE.
+HRESULT RegisterEntryInterfaces(bool present);
+
+}  // namespace declarium::vbhost
