@@ -1,8 +1,9 @@
 #include <memory>
-#include <shellapi.h>
 #include <windows.h>
 
 #include "cli/arguments.h"
+
+#include <shellapi.h>
 
 #include "basic/text.h"
 

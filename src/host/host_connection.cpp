@@ -4,14 +4,18 @@
 #include <utility>
 
 #include "basic/number.h"
-#include "host/host_texts.h"
+#include "basic/texts.h"
 
 namespace declarium {
 namespace {
 
+// The host's command bars: its standard toolbar and its Add-Ins menu.
+constexpr std::u16string_view kStandardBar = u"Standard";
+constexpr std::u16string_view kAddInsBar = u"Add-Ins";
+
 std::u16string FailureText(std::u16string_view beginning, int step) {
   std::u16string text(beginning);
-  return text.append(NumberText(step)).append(kFailureEnd);
+  return text.append(NumberText(step)).append(texts::kHostErrorBehind);
 }
 
 // E_FAIL, for failures that are not the host's.
@@ -31,7 +35,7 @@ HostConnection::~HostConnection() = default;
 
 void HostConnection::Connect() {
   if (const int step = RunConnectionSteps()) {
-    windows_.ShowFailure(FailureText(kConnectionFailure, step));
+    windows_.ShowFailure(FailureText(texts::kConnectionErrorBefore, step));
     return;
   }
   active_.Follow();
@@ -62,8 +66,8 @@ HostResult<> HostConnection::AddButton() {
   button_control_ = std::move(*control);
   // Hosts refuse faces at random; a button with its caption works as well.
   static_cast<void>(button_control_->PasteFace());
-  if (auto done = button_control_->SetCaption(kButtonCaption); !done) return done;
-  return button_control_->SetTooltipText(kButtonCaption);
+  if (auto done = button_control_->SetCaption(texts::kHostButton); !done) return done;
+  return button_control_->SetTooltipText(texts::kHostButton);
 }
 
 HostResult<> HostConnection::AddMenuEntry() {
@@ -71,7 +75,7 @@ HostResult<> HostConnection::AddMenuEntry() {
   if (!control) return std::unexpected(control.error());
   menu_control_ = std::move(*control);
   static_cast<void>(menu_control_->PasteFace());
-  return menu_control_->SetCaption(kMenuCaption);
+  return menu_control_->SetCaption(texts::kHostMenuEntry);
 }
 
 HostResult<> HostConnection::BindClicks() {
@@ -103,7 +107,7 @@ bool HostConnection::Disconnect() {
     if (*control && !(*control)->Delete()) removed = false;
   }
   Abandon();
-  if (!removed) windows_.ShowFailure(FailureText(kDisconnectionFailure, 1));
+  if (!removed) windows_.ShowFailure(FailureText(texts::kDisconnectionErrorBefore, 1));
   return removed;
 }
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "host/host_texts.h"
+#include "basic/texts.h"
 
 namespace declarium {
 
@@ -12,8 +12,8 @@ HostResult<Insertion> InsertIntoModule(CodeModule* module,
   if (!module) return Insertion::kNoModule;
   const auto name = module->ComponentName();
   if (!name) return std::unexpected(name.error());
-  std::u16string question(kInsertQuestion);
-  question.append(*name).append(kInsertQuestionEnd);
+  std::u16string question(texts::kAskInsertBefore);
+  question.append(*name).append(texts::kAskInsertBehind);
   if (!ask(question)) return Insertion::kDeclined;
   const auto declaration_lines = module->CountOfDeclarationLines();
   if (!declaration_lines) return std::unexpected(declaration_lines.error());

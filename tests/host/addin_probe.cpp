@@ -5,16 +5,15 @@
 // The text that "insert" inserts, and the answer to its question, come from the files
 // LOG.text and LOG.answer ("yes" or "no"); a file LOG.stay makes the main window answer that it may
 // stay, LOG.noload that it cannot be loaded.
-#include <windows.h>
-
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <memory>
-#include <psapi.h>
-#include <shellapi.h>
 #include <string>
 #include <vector>
+#include <windows.h>
+#include <psapi.h>
+#include <shellapi.h>
 
 #include "basic/text.h"
 #include "host/com/connect.h"

@@ -1,12 +1,11 @@
 // Drives stand-in IDEs and watches the add-in from a test.
 #pragma once
 
-#include <windows.h>
-
 #include <filesystem>
 #include <functional>
 #include <string>
 #include <vector>
+#include <windows.h>
 
 namespace declarium {
 

@@ -2,11 +2,10 @@
 // class behind it is created in its own process, and its entries are called.
 #pragma once
 
-#include <windows.h>
-
 #include <map>
 #include <string>
 #include <vector>
+#include <windows.h>
 
 #include "vbhost/object_model.h"
 

@@ -1,11 +1,10 @@
 // What happens to the calls that an add-in makes: counted, recorded, rejected, failed or deadly.
 #pragma once
 
-#include <windows.h>
-
 #include <map>
 #include <string>
 #include <vector>
+#include <windows.h>
 
 namespace declarium::vbhost {
 

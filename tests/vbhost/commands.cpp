@@ -1,9 +1,9 @@
 #include "vbhost/commands.h"
-#include <windows.h>
 
 #include <algorithm>
 #include <charconv>
 #include <cstdio>
+#include <windows.h>
 #include <psapi.h>
 
 #include "basic/text.h"

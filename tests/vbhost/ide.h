@@ -2,13 +2,12 @@
 // them is active. Plain state; object_model.h shows it to add-ins.
 #pragma once
 
-#include <windows.h>
-
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
 #include <vector>
+#include <windows.h>
 
 #include "vbhost/call_policy.h"
 #include "vbhost/model_object.h"

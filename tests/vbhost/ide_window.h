@@ -2,9 +2,8 @@
 // "Add-Ins" and the code of the active component. Buttons and entries can be clicked.
 #pragma once
 
-#include <windows.h>
-
 #include <functional>
+#include <windows.h>
 
 #include "vbhost/ide.h"
 

@@ -1,13 +1,12 @@
 // A stand-in for the Visual Basic 6.0 IDE, driven by lines on standard input.
-#include <windows.h>
-
 #include <cstdio>
 #include <deque>
 #include <iostream>
 #include <mutex>
-#include <objbase.h>
 #include <string>
 #include <thread>
+#include <windows.h>
+#include <objbase.h>
 
 #include "vbhost/commands.h"
 #include "vbhost/ide_window.h"

@@ -1,7 +1,7 @@
 #include "vbhost/model_object.h"
 
-#include <olectl.h>
 #include <algorithm>
+#include <olectl.h>
 
 #include "basic/text.h"
 

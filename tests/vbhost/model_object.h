@@ -2,15 +2,14 @@
 // connection point where the object is a source of events.
 #pragma once
 
-#include <windows.h>
-
 #include <functional>
 #include <map>
 #include <memory>
-#include <oaidl.h>
-#include <ocidl.h>
 #include <string>
 #include <vector>
+#include <windows.h>
+#include <oaidl.h>
+#include <ocidl.h>
 
 #include "host/com/automation.h"
 #include "vbhost/call_policy.h"

@@ -1,11 +1,10 @@
 // Automation values: owned strings and variants.
 #pragma once
 
-#include <windows.h>
-
-#include <oleauto.h>
 #include <string>
 #include <string_view>
+#include <windows.h>
+#include <oleauto.h>
 
 #include "host/com/com_ptr.h"
 

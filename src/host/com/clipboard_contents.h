@@ -1,12 +1,11 @@
 // A copy of everything on the clipboard that can be copied.
 #pragma once
 
-#include <windows.h>
-
 #include <cstdint>
 #include <memory>
 #include <span>
 #include <vector>
+#include <windows.h>
 
 #include "host/host_object_model.h"
 

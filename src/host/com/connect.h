@@ -1,9 +1,8 @@
 // The add-in class that the host starts, and the factory through which it does.
 #pragma once
 
-#include <windows.h>
-
 #include <memory>
+#include <windows.h>
 #include <oleauto.h>
 
 #include "host/com/com_ptr.h"

@@ -1,7 +1,7 @@
 #include "host/com/event_sink.h"
 
-#include <ocidl.h>
 #include <utility>
+#include <ocidl.h>
 
 namespace declarium::com {
 namespace {

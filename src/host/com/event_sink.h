@@ -1,12 +1,11 @@
 // Receiving the events of an object of the host through its connection point.
 #pragma once
 
-#include <windows.h>
-
 #include <functional>
 #include <memory>
-#include <oleauto.h>
 #include <span>
+#include <windows.h>
+#include <oleauto.h>
 
 #include "host/com/com_ptr.h"
 #include "host/com/host_calls.h"

@@ -1,9 +1,8 @@
 // Calls to the host through IDispatch, with patience for a host that is busy.
 #pragma once
 
-#include <windows.h>
-
 #include <initializer_list>
+#include <windows.h>
 #include <oleauto.h>
 
 #include "host/busy_host.h"

@@ -1,11 +1,10 @@
 // Calls that run later on the same thread, from its message loop.
 #pragma once
 
-#include <windows.h>
-
 #include <deque>
 #include <functional>
 #include <mutex>
+#include <windows.h>
 
 namespace declarium::com {
 

@@ -1,10 +1,9 @@
 // Noticing the end of another process.
 #pragma once
 
-#include <windows.h>
-
 #include <functional>
 #include <memory>
+#include <windows.h>
 
 namespace declarium::com {
 

@@ -1,7 +1,7 @@
 #include "host/com/registry_win32.h"
-#include <windows.h>
 
 #include <array>
+#include <windows.h>
 
 #include "host/com/automation.h"
 

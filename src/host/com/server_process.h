@@ -2,11 +2,10 @@
 // its own holds it, and ends otherwise.
 #pragma once
 
-#include <windows.h>
-
 #include <functional>
-#include <objbase.h>
 #include <utility>
+#include <windows.h>
+#include <objbase.h>
 
 namespace declarium::com {
 

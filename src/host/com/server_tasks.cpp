@@ -1,7 +1,7 @@
 #include "host/com/server_tasks.h"
-#include <windows.h>
 
 #include <algorithm>
+#include <windows.h>
 
 #include "basic/number.h"
 #include "basic/text.h"

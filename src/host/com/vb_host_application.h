@@ -1,9 +1,8 @@
 // The host's real object model behind the interfaces of host_object_model.h.
 #pragma once
 
-#include <windows.h>
-
 #include <memory>
+#include <windows.h>
 #include <oaidl.h>
 
 #include "host/com/com_ptr.h"
