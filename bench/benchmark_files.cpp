@@ -1,0 +1,48 @@
+#include "bench/benchmark_files.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <string_view>
+
+#include "basic/code_page.h"
+#include "bench/generated_library.h"
+#include "database/file_format.h"
+#include "database/file_io.h"
+#include "render/item_text.h"
+
+namespace declarium::bench {
+namespace {
+
+void Write(const std::filesystem::path& path, std::string_view bytes) {
+  const auto written = WriteWholeFile(path, bytes);
+  if (written) return;
+  std::fprintf(stderr, "%s\n", written.error().Message().c_str());
+  std::exit(1);
+}
+
+}  // namespace
+
+BenchmarkFiles::BenchmarkFiles(std::filesystem::path folder) : folder_(std::move(folder)) {
+  std::filesystem::create_directories(folder_);
+}
+
+std::filesystem::path BenchmarkFiles::Library(std::size_t items) const {
+  const auto path = folder_ / ("library-" + std::to_string(items) + ".api");
+  if (!exists(path)) Write(path, LibraryBytes(GenerateLibrary(items)));
+  return path;
+}
+
+std::filesystem::path BenchmarkFiles::Export(std::size_t items) const {
+  const auto path = folder_ / ("library-" + std::to_string(items) + ".bas");
+  if (!exists(path)) Write(path, EncodeCodePage(ExportText(GenerateLibrary(items))));
+  return path;
+}
+
+std::filesystem::path BenchmarkFiles::Module(std::size_t lines) const {
+  const auto path = folder_ / ("module-" + std::to_string(lines) + ".bas");
+  if (!exists(path)) Write(path, GenerateModule(lines));
+  return path;
+}
+
+}  // namespace declarium::bench

@@ -1,0 +1,208 @@
+// Measures the engine on generated libraries, each figure beside its floor in the same run.
+//   engine_benchmark FOLDER TOOL [--benchmark_... options]
+// FOLDER keeps the generated files, TOOL is the command-line tool.
+#include <benchmark/benchmark.h>
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <memory>
+#include <vector>
+
+#include "basic/code_page.h"
+#include "basic/text.h"
+#include "bench/benchmark_files.h"
+#include "bench/generated_library.h"
+#include "bench/process_benchmark.h"
+#include "database/database_file.h"
+#include "database/file_format.h"
+#include "database/file_io.h"
+#include "search/quick_find.h"
+#include "search/search_engine.h"
+
+namespace declarium::bench {
+namespace {
+
+enum class Flush { kNo, kYes };
+
+Database Loaded(const std::filesystem::path& path) { return LoadLibraryFile(path).value(); }
+
+void Load(benchmark::State& state, const std::filesystem::path& path) {
+  for (auto _ : state) benchmark::DoNotOptimize(LoadLibraryFile(path)->lists[0].names.size());
+}
+
+// What no loader can do without: the bytes, and their text in one buffer that nothing clears first.
+void LoadFloor(benchmark::State& state, const std::filesystem::path& path) {
+  for (auto _ : state) {
+    const auto bytes = ReadWholeFile(path).value();
+    const auto text = std::make_unique_for_overwrite<char16_t[]>(bytes.size());
+    DecodeCodePageInto(bytes, text.get());
+    benchmark::DoNotOptimize(text.get());
+  }
+}
+
+bool WritePlainly(const std::filesystem::path& path, std::string_view bytes, Flush flush) {
+  const int file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0666);
+  bool done = file >= 0 && ::write(file, bytes.data(), bytes.size()) == std::ssize(bytes);
+  if (flush == Flush::kYes) done = done && ::fsync(file) == 0;
+  ::close(file);
+  return done;
+}
+
+void Save(benchmark::State& state, const Database& database, const BenchmarkFiles& files) {
+  const auto path = files.Output("saved.api");
+  for (auto _ : state) {
+    if (!SaveLibraryFile(database, path)) state.SkipWithError("cannot save");
+  }
+}
+
+// The same bytes without waiting for the disk.
+void SaveUnflushed(benchmark::State& state, const Database& database, const BenchmarkFiles& files) {
+  const auto path = files.Output("saved-unflushed.api");
+  for (auto _ : state) {
+    if (!WritePlainly(path, LibraryBytes(database), Flush::kNo)) state.SkipWithError("cannot save");
+  }
+}
+
+void SaveFloor(benchmark::State& state, const std::u16string& text, const BenchmarkFiles& files,
+               Flush flush) {
+  const auto path = files.Output(flush == Flush::kYes ? "floor.api" : "floor-unflushed.api");
+  for (auto _ : state) {
+    const auto bytes = std::make_unique_for_overwrite<char[]>(text.size());
+    EncodeCodePageInto(text, bytes.get());
+    if (!WritePlainly(path, {bytes.get(), text.size()}, flush)) state.SkipWithError("cannot write");
+  }
+}
+
+// One list of as many rows as the library has items, in the order of a kind's list.
+StringList AllNames(const Database& database) {
+  std::vector<std::u16string_view> names;
+  for (const auto& lists : database.lists) {
+    names.insert(names.end(), lists.names.begin(), lists.names.end());
+  }
+  std::ranges::sort(names, [](auto a, auto b) { return CompareIgnoringCase(a, b) < 0; });
+  StringList rows;
+  for (const auto name : names) rows.Add(name);
+  return rows;
+}
+
+// Keystrokes: the first one to eight letters of names from all over the list.
+std::vector<std::u16string> Keystrokes(const StringList& names) {
+  constexpr std::size_t kTypedNames = 997;
+  constexpr std::size_t kLongest = 8;
+  std::vector<std::u16string> keystrokes;
+  for (std::size_t i = 0; i < kTypedNames; ++i) {
+    const auto name = names[names.size() * i / kTypedNames];
+    keystrokes.push_back(LowerCase(name.substr(0, 1 + i % kLongest)));
+  }
+  return keystrokes;
+}
+
+// How many rows at most one keystroke read beyond the rows of the fine scan.
+double CoarseReads(const StringList& names, const std::vector<std::u16string>& keystrokes) {
+  std::size_t most = 0;
+  for (const auto& text : keystrokes) {
+    std::size_t reads = 0;
+    std::size_t fine_start = names.size();
+    std::size_t previous = names.size();
+    const auto found = TypeAheadRow({names.size(), [&](std::size_t row) {
+      ++reads;
+      if (row == previous + 1) fine_start = std::min(fine_start, previous);
+      previous = row;
+      return names[row];
+    }}, text);
+    const auto fine = found && fine_start <= *found ? *found - fine_start + 1 : 1;
+    most = std::max(most, reads - fine);
+  }
+  return static_cast<double>(most);
+}
+
+void TypeAhead(benchmark::State& state, const StringList& names) {
+  const auto keystrokes = Keystrokes(names);
+  const auto rows = RowsOf(names);
+  std::size_t next = 0;
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(TypeAheadRow(rows, keystrokes[next]));
+    next = (next + 1) % keystrokes.size();
+  }
+  state.counters["coarse_reads"] = CoarseReads(names, keystrokes);
+}
+
+// Counts hits; a clock that stands still keeps the count label out of the measurement.
+class CountingReceiver final : public SearchReceiver {
+ public:
+  void Begin(std::int32_t) override {}
+  void Hit(const SearchHit&) override { ++hits; }
+  void Position(std::int32_t) override {}
+  void Count(std::int32_t) override {}
+  void End() override {}
+  std::uint32_t TickCount() override { return 0; }
+
+  std::size_t hits = 0;
+};
+
+void SearchAll(benchmark::State& state, const Database& database, const SearchCriteria& criteria) {
+  CountingReceiver receiver;
+  for (auto _ : state) {
+    receiver.hits = 0;
+    benchmark::DoNotOptimize(Search(criteria, database, receiver));
+  }
+  state.counters["hits"] = static_cast<double>(receiver.hits);
+}
+
+template <typename Measure>
+void Register(const char* name, std::size_t size, Measure measure) {
+  const auto full_name = std::string(name) + "/" + std::to_string(size);
+  benchmark::RegisterBenchmark(full_name.c_str(), measure)
+      ->UseRealTime()
+      ->Unit(benchmark::kMillisecond);
+}
+
+void RegisterEngineBenchmarks(const BenchmarkFiles& files, std::size_t size) {
+  const auto path = files.Library(size);
+  // Shared by the benchmarks that read it; they live to the end of the program.
+  const auto database = std::make_shared<const Database>(Loaded(path));
+  const auto text = std::make_shared<const std::u16string>(DecodeCodePage(*ReadWholeFile(path)));
+  Register("load", size, [=](auto& state) { Load(state, path); });
+  Register("load_floor", size, [=](auto& state) { LoadFloor(state, path); });
+  Register("save", size, [=, &files](auto& state) { Save(state, *database, files); });
+  Register("save_floor", size,
+           [=, &files](auto& state) { SaveFloor(state, *text, files, Flush::kYes); });
+  Register("save_unflushed", size,
+           [=, &files](auto& state) { SaveUnflushed(state, *database, files); });
+  Register("save_unflushed_floor", size,
+           [=, &files](auto& state) { SaveFloor(state, *text, files, Flush::kNo); });
+  const auto rows = std::make_shared<const StringList>(AllNames(*database));
+  Register("type_ahead", size, [=](auto& state) { TypeAhead(state, *rows); });
+  SearchCriteria text_anywhere;
+  text_anywhere.fullText = FromUtf8(kSoughtWord);
+  SearchCriteria whole_words = text_anywhere;
+  whole_words.fullWholeWords = true;
+  SearchCriteria name_anywhere;
+  name_anywhere.nameText = FromUtf8(kSoughtWord);
+  Register("search_text", size, [=](auto& state) { SearchAll(state, *database, text_anywhere); });
+  Register("search_words", size, [=](auto& state) { SearchAll(state, *database, whole_words); });
+  Register("search_name", size, [=](auto& state) { SearchAll(state, *database, name_anywhere); });
+}
+
+}  // namespace
+}  // namespace declarium::bench
+
+int main(int argc, char** argv) {
+  using namespace declarium::bench;
+  if (argc < 3) {
+    std::fprintf(stderr, "usage: engine_benchmark FOLDER TOOL [options]\n");
+    return 2;
+  }
+  const BenchmarkFiles files(argv[1]);
+  const std::filesystem::path tool = argv[2];
+  argc -= 2;
+  argv[2] = argv[0];
+  benchmark::Initialize(&argc, argv + 2);
+  for (const std::size_t size : {1'000, 10'000, 100'000, 1'000'000}) {
+    RegisterEngineBenchmarks(files, size);
+  }
+  RegisterProcessBenchmarks(files, tool);
+  benchmark::RunSpecifiedBenchmarks();
+}

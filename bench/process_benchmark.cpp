@@ -1,0 +1,61 @@
+#include "bench/process_benchmark.h"
+
+#include <benchmark/benchmark.h>
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "bench/generated_library.h"
+
+namespace declarium::bench {
+namespace {
+
+using Command = std::vector<std::string>;
+
+// Runs the command with its output thrown away; its exit status, or -1 when it cannot be run.
+int Run(const Command& command) {
+  std::vector<char*> arguments;
+  for (const auto& argument : command) arguments.push_back(const_cast<char*>(argument.c_str()));
+  arguments.push_back(nullptr);
+  posix_spawn_file_actions_t actions;
+  posix_spawn_file_actions_init(&actions);
+  posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+  pid_t process = 0;
+  const int failed =
+      posix_spawnp(&process, arguments[0], &actions, nullptr, arguments.data(), environ);
+  posix_spawn_file_actions_destroy(&actions);
+  int status = 0;
+  if (failed != 0 || waitpid(process, &status, 0) != process || !WIFEXITED(status)) return -1;
+  return WEXITSTATUS(status);
+}
+
+void RegisterCommand(const std::string& name, Command command) {
+  benchmark::RegisterBenchmark(name.c_str(), [command](benchmark::State& state) {
+    for (auto _ : state) {
+      if (Run(command) != 0) {
+        state.SkipWithError((command[0] + " failed").c_str());
+        break;
+      }
+    }
+  })->UseRealTime()->Unit(benchmark::kMillisecond);
+}
+
+}  // namespace
+
+void RegisterProcessBenchmarks(const BenchmarkFiles& files, const std::filesystem::path& tool) {
+  for (const std::size_t size : {100'000, 1'000'000}) {
+    const auto suffix = "/" + std::to_string(size);
+    RegisterCommand("rg" + suffix, {"rg", "-ic", kSoughtWord, files.Export(size)});
+    RegisterCommand("search_process" + suffix,
+                    {tool, "search", files.Library(size), "--text", kSoughtWord});
+    const auto source = files.Module(size);
+    RegisterCommand("ctags" + suffix, {"ctags", "--languages=Basic", "-f", "/dev/null", source});
+    // Replacing gives every round the same work, and the library that it replaces is the result of
+    // the round before.
+    RegisterCommand("import" + suffix, {tool, "import", files.Output("imported.api"), source,
+                                        "--replace", "--create", "Imported"});
+  }
+}
+
+}  // namespace declarium::bench
