@@ -3,6 +3,7 @@
 // FOLDER keeps the generated files, TOOL is the command-line tool.
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
+#include <malloc.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -199,6 +200,9 @@ int main(int argc, char** argv) {
   const std::filesystem::path tool = argv[2];
   argc -= 2;
   argv[2] = argv[0];
+  // Large blocks come fresh from the system every time, as in a program that was just started:
+  // otherwise a round would find the pages of the round before.
+  mallopt(M_MMAP_THRESHOLD, 128 * 1024);
   benchmark::Initialize(&argc, argv + 2);
   for (const std::size_t size : {1'000, 10'000, 100'000, 1'000'000}) {
     RegisterEngineBenchmarks(files, size);

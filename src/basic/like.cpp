@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "basic/scan.h"
 #include "basic/text.h"
 
 namespace declarium {
@@ -132,6 +133,13 @@ bool LikePattern::Matches(std::u16string_view text) const noexcept {
   if (malformed_) return false;
   if (is_contained_text_) return text.find(contained_) != text.npos;
   return MatchesElements(text);
+}
+
+bool LikePattern::MatchesLowerCaseOf(std::u16string_view text, std::u16string& scratch) const {
+  if (malformed_) return false;
+  if (is_contained_text_) return FindIgnoringCase(text, contained_) != text.npos;
+  LowerCaseInto(text, scratch);
+  return MatchesElements(scratch);
 }
 
 bool Matches(std::u16string_view text, std::u16string_view pattern) {

@@ -28,6 +28,10 @@ class LikePattern {
 
   [[nodiscard]] bool Matches(std::u16string_view text) const noexcept;
 
+  // Whether the lower-case form of `text` matches. Makes that form, in `scratch`, only where a plain
+  // search does not do.
+  [[nodiscard]] bool MatchesLowerCaseOf(std::u16string_view text, std::u16string& scratch) const;
+
  private:
   enum class Step : unsigned char { kUnit, kAnyUnit, kAnyRun, kDigit, kInList, kNotInList };
   struct Range {

@@ -4,6 +4,8 @@
 #include <array>
 #include <cstdint>
 
+#include "basic/scan.h"
+
 namespace declarium {
 namespace {
 
@@ -107,7 +109,7 @@ std::u16string LowerCase(std::u16string_view text) {
 
 void LowerCaseInto(std::u16string_view text, std::u16string& out) {
   out.resize(text.size());
-  std::ranges::transform(text, out.begin(), [](char16_t unit) { return kLowerCase[unit]; });
+  LowerCaseInto(text, out.data());
 }
 
 bool EqualIgnoringCase(std::u16string_view a, std::u16string_view b) noexcept {

@@ -1,8 +1,10 @@
 #include "database/file_format.h"
 
+#include <algorithm>
 #include <array>
 
 #include "basic/code_page.h"
+#include "basic/scan.h"
 #include "database/file_io.h"
 
 namespace declarium {
@@ -12,7 +14,7 @@ namespace {
 // stands behind it, nothing when there is none.
 std::u16string_view TakeUntil(std::optional<std::u16string_view>& text, char16_t separator) {
   const auto whole = *text;
-  const auto end = whole.find(separator);
+  const auto end = FindUnit(whole, separator);
   text = end == whole.npos ? std::nullopt : std::optional(whole.substr(end + 1));
   return whole.substr(0, end);
 }
@@ -82,10 +84,18 @@ LibrarySections CutIntoSections(std::string_view bytes) {
   const auto room = sections.text->Allocate(bytes.size());
   DecodeCodePageInto(bytes, room.data());
 
-  std::optional rest = std::u16string_view(room.data(), room.size());
-  sections.title = TakeUntil(rest, kSectionSeparator);
-  if (rest) sections.names = TakeUntil(rest, kSectionSeparator);
-  if (rest) sections.items = TakeUntil(rest, kSectionSeparator);
+  // Position i of the text is byte i, and bytes are searched faster.
+  const std::u16string_view text(room.data(), room.size());
+  const auto end_from = [&](std::size_t start) {
+    return std::min(bytes.find(static_cast<char>(kSectionSeparator), start), bytes.size());
+  };
+  const auto title_end = end_from(0);
+  sections.title = text.substr(0, title_end);
+  if (title_end == text.size()) return sections;
+  const auto names_end = end_from(title_end + 1);
+  sections.names = text.substr(title_end + 1, names_end - title_end - 1);
+  if (names_end == text.size()) return sections;
+  sections.items = text.substr(names_end + 1, end_from(names_end + 1) - names_end - 1);
   return sections;
 }
 

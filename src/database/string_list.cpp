@@ -4,6 +4,8 @@
 #include <cassert>
 #include <string>
 
+#include "basic/scan.h"
+
 namespace declarium {
 
 StringList::StringList(std::initializer_list<std::u16string_view> texts) {
@@ -16,11 +18,12 @@ StringList StringList::Split(std::u16string_view text, char16_t separator,
   list.Keep(std::move(arena));
   if (text.empty()) return list;
   list.Reserve(static_cast<std::size_t>(std::ranges::count(text, separator)) + 1);
+  std::size_t start = 0;
   for (;;) {
-    const auto end = text.find(separator);
-    list.AddKept(text.substr(0, end));
+    const auto end = FindUnit(text, separator, start);
+    list.AddKept(text.substr(start, end - start));
     if (end == text.npos) return list;
-    text.remove_prefix(end + 1);
+    start = end + 1;
   }
 }
 

@@ -30,10 +30,9 @@ std::size_t FindBlock(const RowSource& rows, std::size_t step, std::u16string_vi
 std::vector<std::size_t> FindNames(const StringList& names, std::u16string_view text) {
   const LikePattern pattern(u"*" + LowerCase(text) + u"*");
   std::vector<std::size_t> found;
-  std::u16string lowered;
+  std::u16string scratch;
   for (std::size_t i = 0; i < names.size(); ++i) {
-    LowerCaseInto(names[i], lowered);
-    if (pattern.Matches(lowered)) found.push_back(i);
+    if (pattern.MatchesLowerCaseOf(names[i], scratch)) found.push_back(i);
   }
   return found;
 }

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "basic/number.h"
+#include "basic/scan.h"
 #include "basic/text.h"
 #include "database/item.h"
 #include "render/keyword.h"
@@ -29,6 +30,13 @@ std::optional<LikePattern> MakeFullTextPattern(std::u16string_view text, bool wh
                          .append(LowerCase(text))
                          .append(kNoWordUnit)
                          .append(u"*"));
+}
+
+// The lower-cased text when it is nothing but units that stand for themselves both in a pattern and
+// in a normalised text, otherwise empty.
+std::u16string PlainText(std::u16string_view text) {
+  constexpr std::u16string_view kSpecial = u"?*#[ .,()'";
+  return text.find_first_of(kSpecial) == text.npos ? LowerCase(text) : std::u16string();
 }
 
 std::u16string_view UpTo(std::u16string_view text, std::u16string_view end) {
@@ -93,6 +101,8 @@ SearchMatcher::SearchMatcher(const SearchCriteria& criteria)
       value_(MakePattern(criteria.valueText, criteria.valueWhole)),
       argument_(MakePattern(criteria.argText, criteria.argWhole)),
       full_(MakeFullTextPattern(criteria.fullText, criteria.fullWholeWords)),
+      plain_text_(PlainText(criteria.fullText)),
+      full_whole_words_(criteria.fullWholeWords),
       value_as_number_(criteria.valueAsNumber) {}
 
 bool SearchMatcher::Matches(Kind kind, std::u16string_view name, std::u16string_view item) {
@@ -111,11 +121,14 @@ bool SearchMatcher::Matches(Kind kind, std::u16string_view name, std::u16string_
 }
 
 bool SearchMatcher::MatchesName(std::u16string_view name) {
-  LowerCaseInto(name, lowered_);
-  return name_->Matches(lowered_);
+  return name_->MatchesLowerCaseOf(name, lowered_);
 }
 
 bool SearchMatcher::MatchesFullText(std::u16string_view text) {
+  if (!plain_text_.empty()) {
+    if (FindIgnoringCase(text, plain_text_) == text.npos) return false;
+    if (!full_whole_words_) return true;
+  }
   NormaliseFullTextInto(text, normalised_);
   return full_->Matches(normalised_);
 }
