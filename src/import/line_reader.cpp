@@ -5,20 +5,21 @@
 #include <cstdint>
 
 #include "basic/code_page.h"
+#include "basic/scan.h"
 #include "basic/text.h"
 
 namespace declarium {
 namespace {
 
-constexpr std::u16string_view kContinuation = u"_\r\n";
-
-void UseCrLf(std::u16string& text) {
-  if (text.find(kCrLf) != text.npos || text.find_first_of(kCrLf) == text.npos) return;
-  std::u16string with_cr_lf;
+template <typename Unit>
+void UseCrLf(std::basic_string<Unit>& text) {
+  constexpr Unit kLineEnd[] = {'\r', '\n', 0};
+  if (FindLineEnd(text, 0) != text.npos || text.find_first_of(kLineEnd) == text.npos) return;
+  std::basic_string<Unit> with_cr_lf;
   with_cr_lf.reserve(text.size() + text.size() / 16);
-  for (const char16_t unit : text) {
-    if (unit == u'\r' || unit == u'\n') {
-      with_cr_lf += kCrLf;
+  for (const Unit unit : text) {
+    if (unit == '\r' || unit == '\n') {
+      with_cr_lf += kLineEnd;
     } else {
       with_cr_lf += unit;
     }
@@ -26,48 +27,30 @@ void UseCrLf(std::u16string& text) {
   text = std::move(with_cr_lf);
 }
 
-// Sort keys with their first units in front, so that most comparisons touch no text.
-class SortEntry {
- public:
-  explicit SortEntry(std::u16string_view text) : text_(text) {
-    for (std::size_t i = 0; i < kFirstUnits; ++i) {
-      auto& word = first_[i / kUnitsPerWord];
-      word = word << 16 | (i < text.size() ? text[i] : 0);
-    }
+template <typename Unit>
+std::size_t FindLineEndIn(std::basic_string_view<Unit> text, std::size_t from) noexcept {
+  for (;; ++from) {
+    from = FindUnit(text, Unit{'\r'}, from);
+    if (from == text.npos || (from + 1 < text.size() && text[from + 1] == '\n')) return from;
   }
+}
 
-  [[nodiscard]] std::u16string_view text() const { return text_; }
-
-  friend bool operator<(const SortEntry& a, const SortEntry& b) {
-    if (a.first_ != b.first_) return a.first_ < b.first_;
-    return CompareOrdinal(a.text_, b.text_) < 0;
+// The first "_" with a line end behind it, at or behind `from`.
+template <typename Unit>
+std::size_t FindContinuation(std::basic_string_view<Unit> text, std::size_t from) {
+  for (;; from += kCrLf.size()) {
+    from = FindLineEnd(text, from);
+    if (from == text.npos || (from > 0 && text[from - 1] == '_')) break;
   }
-
- private:
-  static constexpr std::size_t kUnitsPerWord = 4;
-  static constexpr std::size_t kFirstUnits = 16;
-  std::array<std::uint64_t, kFirstUnits / kUnitsPerWord> first_{};
-  std::u16string_view text_;
-};
-
-}  // namespace
-
-std::size_t SourceText::JoinsUpTo(std::size_t position) const {
-  return static_cast<std::size_t>(std::ranges::upper_bound(joins, position) - joins.begin());
+  return from == text.npos ? from : from - 1;
 }
 
-SourceText ReadSource(std::string_view bytes) {
-  return ReadSource(DecodeCodePage(bytes));
-}
-
-SourceText ReadSource(std::u16string text) {
-  UseCrLf(text);
-  return {std::move(text), {}};
-}
-
-void JoinContinuedLines(SourceText& source) {
+template <typename Unit>
+void JoinLines(BasicSource<Unit>& source) {
+  constexpr std::size_t kContinuationSize = 3;
   auto& text = source.text;
-  auto found = text.find(kContinuation);
+  const std::basic_string_view<Unit> old = text;
+  auto found = FindContinuation(old, 0);
   if (found == text.npos) return;
 
   std::vector<std::size_t> joins;
@@ -81,18 +64,75 @@ void JoinContinuedLines(SourceText& source) {
     for (; earlier != source.joins.end() && *earlier < found + kContinuation.size(); ++earlier) {
       joins.push_back(std::min(*earlier, found) - removed);
     }
-    std::copy(text.begin() + static_cast<std::ptrdiff_t>(read),
-              text.begin() + static_cast<std::ptrdiff_t>(found),
-              text.begin() + static_cast<std::ptrdiff_t>(write));
+    std::copy(text.data() + read, text.data() + found, text.data() + write);
     write += found - read;
     joins.push_back(write);
-    read = found + kContinuation.size();
-    removed += kContinuation.size();
-    found = text.find(kContinuation, read);
+    read = found + kContinuationSize;
+    removed += kContinuationSize;
+    found = FindContinuation(old, read);
   }
   for (; earlier != source.joins.end(); ++earlier) joins.push_back(*earlier - removed);
   text.erase(write, read - write);
   source.joins = std::move(joins);
+}
+
+// A text with its first units in front, so that most comparisons need not look for it.
+class SortEntry {
+ public:
+  explicit SortEntry(std::u16string_view text) : text_(text) {
+    for (std::size_t i = 0; i < kFirstUnits; ++i) {
+      auto& word = first_[i / kUnitsPerWord];
+      word = word << 8 | (i < text.size() ? std::min<char16_t>(text[i], 0xFF) : 0);
+    }
+  }
+
+  [[nodiscard]] std::u16string_view text() const { return text_; }
+
+  friend bool operator<(const SortEntry& a, const SortEntry& b) {
+    if (a.first_ != b.first_) return a.first_ < b.first_;
+    return CompareOrdinal(a.text_, b.text_) < 0;
+  }
+
+ private:
+  // Units from 0xFF on count alike here, and so do a missing unit and 0: what is equal so far is
+  // decided by the whole texts.
+  static constexpr std::size_t kUnitsPerWord = 8;
+  static constexpr std::size_t kFirstUnits = 24;
+  std::array<std::uint64_t, kFirstUnits / kUnitsPerWord> first_{};
+  std::u16string_view text_;
+};
+
+}  // namespace
+
+template <typename Unit>
+std::size_t BasicSource<Unit>::JoinsUpTo(std::size_t position) const {
+  return static_cast<std::size_t>(std::ranges::upper_bound(joins, position) - joins.begin());
+}
+
+template struct BasicSource<char>;
+template struct BasicSource<char16_t>;
+
+SourceText ReadSource(std::string_view bytes) { return ReadSource(DecodeCodePage(bytes)); }
+
+SourceText ReadSource(std::u16string text) {
+  UseCrLf(text);
+  return {std::move(text), {}};
+}
+
+SourceBytes ReadSourceBytes(std::string bytes) {
+  UseCrLf(bytes);
+  return {std::move(bytes), {}};
+}
+
+void JoinContinuedLines(SourceText& source) { JoinLines(source); }
+void JoinContinuedLines(SourceBytes& source) { JoinLines(source); }
+
+std::size_t FindLineEnd(std::u16string_view text, std::size_t from) noexcept {
+  return FindLineEndIn(text, from);
+}
+
+std::size_t FindLineEnd(std::string_view bytes, std::size_t from) noexcept {
+  return FindLineEndIn(bytes, from);
 }
 
 std::u16string NormalizeLine(std::u16string_view line) {
@@ -106,6 +146,10 @@ std::u16string NormalizeLine(std::u16string_view line) {
   result.erase(apostrophe + 1, std::min(comment, result.size()) - apostrophe - 1);
   while (result.find(u"  ") < apostrophe) result = Replace(result, u"  ", u" ");
   return result;
+}
+
+bool IsNormalized(std::u16string_view line) noexcept {
+  return FindUnit(line, u'\'') == line.npos;
 }
 
 std::u16string_view RestAfterBlank(std::u16string_view line, int n) {

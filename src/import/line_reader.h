@@ -11,27 +11,42 @@ namespace declarium {
 
 // A source text with CR LF line ends, and where its continued lines were joined, so that a message
 // can name the line of the file.
-struct SourceText {
-  std::u16string text;
+template <typename Unit>
+struct BasicSource {
+  std::basic_string<Unit> text;
   std::vector<std::size_t> joins;  // positions in `text`, ascending, where a line end was removed
 
   // How many line ends were removed up to `position` (0-based) in `text`.
   [[nodiscard]] std::size_t JoinsUpTo(std::size_t position) const;
 };
 
+using SourceText = BasicSource<char16_t>;
+// The same in the code page. Its bytes are the units of the decoded text, position by position, so
+// a whole file need not be decoded to find the few lines that matter.
+using SourceBytes = BasicSource<char>;
+
 // The source text in the bytes of a file, or in pasted text. A text without any CR LF gets CR LF
 // for its bare line ends: it passed through tools that write them.
 [[nodiscard]] SourceText ReadSource(std::string_view bytes);
 [[nodiscard]] SourceText ReadSource(std::u16string text);
+[[nodiscard]] SourceBytes ReadSourceBytes(std::string bytes);
 
 // Removes every "_" followed by CR LF, together with it. The blank before the "_" stays.
 void JoinContinuedLines(SourceText& source);
+void JoinContinuedLines(SourceBytes& source);
+
+// The first CR LF at or behind `from`, npos when there is none.
+[[nodiscard]] std::size_t FindLineEnd(std::u16string_view text, std::size_t from) noexcept;
+[[nodiscard]] std::size_t FindLineEnd(std::string_view bytes, std::size_t from) noexcept;
 
 // Replaces tabs by blanks and removes leading blanks; then, in a line with an apostrophe, removes
 // the blanks behind the first one and, while a double blank stands before where that apostrophe was
 // found, folds double blanks in the whole line. An apostrophe inside quotes counts, and a line
 // without one keeps its runs of blanks.
 [[nodiscard]] std::u16string NormalizeLine(std::u16string_view line);
+
+// Whether NormalizeLine changes nothing in a line without tabs and leading blanks.
+[[nodiscard]] bool IsNormalized(std::u16string_view line) noexcept;
 
 // What stands behind the n-th blank. A round that finds no further blank starts the next one at the
 // beginning of the line; when the last round finds none the result is empty. Refers into `line`.

@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "basic/text.h"
+#include "basic/scan.h"
 
 namespace declarium {
 namespace {
@@ -36,9 +36,8 @@ std::vector<std::u16string_view> MakeKeys(const StringList& names, TextArena& ar
   for (std::size_t position = 1; position <= names.size(); ++position) {
     const auto name = names[position - 1];
     const auto room = arena.Allocate(name.size() + 1 + kMostDigits);
-    auto out = std::ranges::transform(name, room.begin(), [](char16_t unit) {
-                 return LowerCase(unit);
-               }).out;
+    LowerCaseInto(name, room.data());
+    auto out = room.begin() + static_cast<std::ptrdiff_t>(name.size());
     *out++ = kPositionMark;
     char digits[kMostDigits];
     const auto end = std::to_chars(digits, digits + kMostDigits, position).ptr;

@@ -1,87 +1,152 @@
 #include "import/parser.h"
 
 #include <algorithm>
+#include <array>
+#include <memory>
 #include <optional>
 
+#include "basic/code_page.h"
 #include "basic/text.h"
 #include "database/item.h"
+#include "import/records.h"
 
 namespace declarium {
 namespace {
 
-constexpr std::u16string_view kConst = u"const";
-constexpr std::u16string_view kDeclare = u"declare";
-constexpr std::u16string_view kType = u"type";
+template <typename Unit>
+using Text = std::basic_string_view<Unit>;
 
-bool IsBlank(char16_t unit) {
-  return unit == u' ' || unit == u'\t';
+// The sought words are ASCII, and no character of the code page but an ASCII letter has an ASCII
+// lower-case form, so bytes can be compared undecoded.
+constexpr char16_t Lower(char byte) {
+  return static_cast<unsigned char>(byte >= 'A' && byte <= 'Z' ? byte + 32 : byte);
+}
+char16_t Lower(char16_t unit) { return LowerCase(unit); }
+
+bool IsBlank(char16_t unit) { return unit == u' ' || unit == u'\t'; }
+
+template <typename Unit>
+bool StartsWithIgnoringCase(Text<Unit> text, std::u16string_view lowered) {
+  return text.size() >= lowered.size() &&
+         std::ranges::equal(text.substr(0, lowered.size()), lowered, {},
+                            [](Unit unit) { return Lower(unit); });
 }
 
-bool StartsWithIgnoringCase(std::u16string_view text, std::u16string_view lowered) {
-  return text.size() >= lowered.size() &&
-         EqualIgnoringCase(text.substr(0, lowered.size()), lowered);
+template <typename Unit>
+bool IsWordIgnoringCase(Text<Unit> text, std::u16string_view lowered) {
+  return text.size() == lowered.size() && StartsWithIgnoringCase(text, lowered);
 }
 
 // "public " or "private " in any case, where the blank may be a tab, which counts as a blank.
-bool StartsWithScope(std::u16string_view text, std::u16string_view scope) {
+template <typename Unit>
+bool StartsWithScope(Text<Unit> text, std::u16string_view scope) {
   return text.size() > scope.size() && StartsWithIgnoringCase(text, scope) &&
          IsBlank(text[scope.size()]);
 }
 
-// The line without its leading blanks and scope words.
-std::u16string_view DeclarationStart(std::u16string_view line) {
+template <typename Unit>
+Text<Unit> WithoutLeadingBlanks(Text<Unit> line) {
   const auto first = std::ranges::find_if_not(line, IsBlank);
-  line.remove_prefix(static_cast<std::size_t>(first - line.begin()));
+  return line.substr(static_cast<std::size_t>(first - line.begin()));
+}
+
+// The line without its leading blanks and scope words.
+template <typename Unit>
+Text<Unit> DeclarationStart(Text<Unit> line) {
+  line = WithoutLeadingBlanks(line);
   for (const std::u16string_view scope : {u"public", u"private"}) {
     if (StartsWithScope(line, scope)) line.remove_prefix(scope.size() + 1);
   }
   return line;
 }
 
-std::optional<Kind> DeclarationKind(std::u16string_view declaration) {
+template <typename Unit>
+std::optional<Kind> DeclarationKind(Text<Unit> declaration) {
   const auto end = std::ranges::find_if(declaration, IsBlank);
   const auto word = declaration.substr(0, static_cast<std::size_t>(end - declaration.begin()));
-  if (EqualIgnoringCase(word, kConst)) return Kind::kConst;
-  if (EqualIgnoringCase(word, kDeclare)) return Kind::kDeclare;
-  if (EqualIgnoringCase(word, kType)) return Kind::kType;
+  if (IsWordIgnoringCase(word, u"const")) return Kind::kConst;
+  if (IsWordIgnoringCase(word, u"declare")) return Kind::kDeclare;
+  if (IsWordIgnoringCase(word, u"type")) return Kind::kType;
   return std::nullopt;
 }
 
 // Walks the lines of a text.
+template <typename Unit>
 class LineCursor {
  public:
-  LineCursor(std::u16string_view text, std::size_t position) : text_(text), next_(position) {}
+  LineCursor(Text<Unit> text, std::size_t position) : text_(text), next_(position) {}
 
   // False behind the last line. A text always ends in a line, though an empty one.
   bool Next() {
     if (next_ == text_.npos) return false;
     start_ = next_;
-    const auto end = text_.find(kCrLf, start_);
+    const auto end = FindLineEnd(text_, start_);
     line_ = text_.substr(start_, end - start_);
     next_ = end == text_.npos ? end : end + kCrLf.size();
     return true;
   }
-  [[nodiscard]] std::u16string_view line() const { return line_; }
+  [[nodiscard]] Text<Unit> line() const { return line_; }
   [[nodiscard]] std::size_t start() const { return start_; }
   [[nodiscard]] std::size_t next() const { return next_; }
 
  private:
-  std::u16string_view text_;
-  std::u16string_view line_;
+  Text<Unit> text_;
+  Text<Unit> line_;
   std::size_t start_ = 0;
   std::size_t next_;
 };
 
-// "End Type" at the line's very start, one blank between, nothing behind.
-bool EndsRecord(std::u16string_view line) {
-  constexpr std::u16string_view kEndType = u"end type";
-  return line.size() == kEndType.size() && EqualIgnoringCase(line, kEndType);
+void AppendDecoded(std::u16string_view text, std::u16string& out) { out += text; }
+void AppendDecoded(std::string_view bytes, std::u16string& out) {
+  const auto start = out.size();
+  out.resize(start + bytes.size());
+  DecodeCodePageInto(bytes, out.data() + start);
 }
 
+// Appends the decoded line with blanks for tabs.
+template <typename Unit>
+void AppendWithBlanks(Text<Unit> line, std::u16string& out) {
+  const auto start = static_cast<std::ptrdiff_t>(out.size());
+  AppendDecoded(line, out);
+  std::replace(out.begin() + start, out.end(), u'\t', u' ');
+}
+
+// Appends NormalizeLine of the decoded line.
+template <typename Unit>
+void AppendNormalized(Text<Unit> line, std::u16string& out) {
+  const auto start = out.size();
+  AppendWithBlanks(WithoutLeadingBlanks(line), out);
+  const auto appended = std::u16string_view(out).substr(start);
+  if (!IsNormalized(appended)) out.replace(start, out.npos, NormalizeLine(appended));
+}
+
+// The first words of a line, as many as a declaration looks at.
+class Words {
+ public:
+  void Split(std::u16string_view line) {
+    for (count_ = 0; count_ < words_.size(); ++count_) {
+      const auto end = line.find(u' ');
+      words_[count_] = line.substr(0, end);
+      if (end == line.npos) {
+        ++count_;
+        return;
+      }
+      line.remove_prefix(end + 1);
+    }
+  }
+  [[nodiscard]] std::size_t size() const { return count_; }
+  [[nodiscard]] std::u16string_view operator[](std::size_t i) const { return words_[i]; }
+
+ private:
+  std::array<std::u16string_view, 4> words_;
+  std::size_t count_ = 0;
+};
+
+template <typename Unit>
 class Parser {
  public:
-  explicit Parser(const SourceText& source)
-      : source_(source), arena_(std::make_shared<TextArena>()) {
+  explicit Parser(const BasicSource<Unit>& source)
+      : source_(source), arena_(std::make_shared<TextArena>()), records_(arena_) {
     for (auto& [names, items] : parsed_.lists) {
       names.Keep(arena_);
       items.Keep(arena_);
@@ -90,39 +155,36 @@ class Parser {
 
   ParsedItems Run() {
     if (source_.text.empty()) return std::move(parsed_);
-    for (LineCursor lines(source_.text, 0); lines.Next();) {
+    for (LineCursor<Unit> lines(source_.text, 0); lines.Next();) {
       ++line_number_;
       const auto declaration = DeclarationStart(lines.line());
       if (const auto kind = DeclarationKind(declaration)) Read(*kind, declaration, lines);
     }
+    for (const auto& line : records_.Finish(parsed_)) SkipTooLong(line);
+    std::ranges::stable_sort(parsed_.skipped, {}, &SkippedLine::number);
     return std::move(parsed_);
   }
 
  private:
-  void Read(Kind kind, std::u16string_view declaration, const LineCursor& line) {
+  void Read(Kind kind, Text<Unit> declaration, const LineCursor<Unit>& line) {
     line_ = &line;
-    declaration_.assign(declaration);
-    std::ranges::replace(declaration_, u'\t', u' ');
-    SplitWords();
+    declaration_.clear();
+    AppendWithBlanks(declaration, declaration_);
+    words_.Split(declaration_);
     switch (kind) {
-      case Kind::kConst:
-        return ReadConst();
-      case Kind::kDeclare:
-        return ReadDeclare();
-      case Kind::kType:
-        return ReadType();
+      case Kind::kConst: return ReadConst();
+      case Kind::kDeclare: return ReadDeclare();
+      case Kind::kType: return ReadType();
     }
   }
-
-  void SplitWords() { words_ = Split(declaration_, u' '); }
 
   void ReadConst() {
     if (words_.size() < 2) return Skip(SkipReason::kTooFewWords);
     if (const auto as = declaration_.find(u"As"); as != declaration_.npos) {
-      auto rebuilt = std::u16string(words_[0]);
-      rebuilt.append(u" ").append(words_[1]).append(u" ").append(declaration_, as);
-      declaration_ = std::move(rebuilt);
-      SplitWords();
+      rebuilt_.assign(words_[0]).append(u" ").append(words_[1]).append(u" ");
+      rebuilt_.append(declaration_, as);
+      declaration_.swap(rebuilt_);
+      words_.Split(declaration_);
     }
     if (words_.size() < 3) return Skip(SkipReason::kTooFewWords);
     if (words_[2] != u"As") return AddConst({}, 3);
@@ -133,7 +195,7 @@ class Parser {
   void AddConst(std::u16string_view type, int blanks_before_value) {
     item_.assign(type);
     item_ += kValueSeparator;
-    item_ += RestAfterBlank(NormalizeLine(declaration_), blanks_before_value);
+    item_ += RestAfterBlank(NormalizedDeclaration(), blanks_before_value);
     Add(Kind::kConst, words_[1]);
   }
 
@@ -143,21 +205,37 @@ class Parser {
     if (!is_sub && !EqualIgnoringCase(words_[1], u"function")) return;
     if (words_.size() < 3) return Skip(SkipReason::kTooFewWords);
     item_.assign(1, is_sub ? kSubMarker : kFunctionMarker);
-    item_ += RestAfterBlank(NormalizeLine(declaration_), 4);
+    item_ += RestAfterBlank(NormalizedDeclaration(), 4);
     Add(Kind::kDeclare, words_[2]);
   }
 
   void ReadType() {
     if (words_.size() < 2) return Skip(SkipReason::kTooFewWords);
-    item_.assign(RestAfterBlank(NormalizeLine(declaration_), 2));
+    if (words_[1].empty()) return Skip(SkipReason::kNoName);
+    item_.assign(RestAfterBlank(NormalizedDeclaration(), 2));
     item_ += kMembersSeparator;
-    for (LineCursor member(source_.text, line_->next()); member.Next();) {
-      if (EndsRecord(member.line())) break;
-      item_ += NormalizeLine(member.line());
+    const RecordLine line = {FileLine(), line_->start(), line_->next()};
+    if (records_.AddNested(line, words_[1], item_, parsed_)) return;
+    records_.Begin();
+    std::size_t end = source_.text.size();
+    for (LineCursor<Unit> member(source_.text, line_->next()); member.Next();) {
+      // Nothing but this at the line's very start ends a record.
+      if (IsWordIgnoringCase(member.line(), u"end type")) {
+        end = member.start();
+        break;
+      }
+      records_.AddMember(member.start(), item_.size());
+      AppendNormalized(member.line(), item_);
       item_ += kMemberSeparator;
     }
-    item_.pop_back();
-    Add(Kind::kType, words_[1]);
+    records_.AddOutermost(end, words_[1], item_, parsed_);
+  }
+
+  // The line as NormalizeLine leaves it.
+  std::u16string_view NormalizedDeclaration() {
+    if (IsNormalized(declaration_)) return declaration_;
+    normalized_ = NormalizeLine(declaration_);
+    return normalized_;
   }
 
   void Add(Kind kind, std::u16string_view name) {
@@ -167,36 +245,68 @@ class Parser {
     items.AddKept(arena_->Store(item_));
   }
 
-  void Skip(SkipReason reason) {
-    parsed_.skipped.push_back(
-        {line_number_ + source_.JoinsUpTo(line_->start()), std::u16string(line_->line()), reason});
+  [[nodiscard]] std::size_t FileLine() const {
+    return line_number_ + source_.JoinsUpTo(line_->start());
   }
 
-  const SourceText& source_;
+  void Skip(SkipReason reason) { Skip(FileLine(), line_->line(), reason); }
+
+  void SkipTooLong(const RecordLine& record) {
+    LineCursor<Unit> line(source_.text, record.start);
+    line.Next();
+    Skip(record.number, line.line(), SkipReason::kTooLong);
+  }
+
+  void Skip(std::size_t number, Text<Unit> line, SkipReason reason) {
+    std::u16string text;
+    AppendDecoded(line, text);
+    parsed_.skipped.push_back({number, std::move(text), reason});
+  }
+
+  const BasicSource<Unit>& source_;
   std::shared_ptr<TextArena> arena_;
+  Records records_;
   ParsedItems parsed_;
-  std::size_t line_number_ = 0;             // 1-based, continued lines counted once
-  const LineCursor* line_ = nullptr;        // the line that begins the declaration
-  std::u16string declaration_;              // without scope words, tabs as blanks
-  std::vector<std::u16string_view> words_;  // of declaration_
-  std::u16string item_;                     // the item string being built
+  std::size_t line_number_ = 0;              // 1-based, continued lines counted once
+  const LineCursor<Unit>* line_ = nullptr;   // the line that begins the declaration
+  std::u16string declaration_;               // without scope words, tabs as blanks
+  Words words_;                              // of declaration_
+  std::u16string item_;                      // the item string being built
+  std::u16string rebuilt_;
+  std::u16string normalized_;
 };
+
+}  // namespace
+
+namespace {
+
+template <typename Unit>
+ParsedItems Parse(const BasicSource<Unit>& source) {
+  return Parser<Unit>(source).Run();
+}
 
 }  // namespace
 
 std::string_view ReasonText(SkipReason reason) {
   switch (reason) {
-    case SkipReason::kTooFewWords:
-      return "too few words for a declaration";
-    case SkipReason::kNoName:
-      return "no name where it is expected";
+    case SkipReason::kTooFewWords: return "too few words for a declaration";
+    case SkipReason::kNoName: return "no name where it is expected";
+    case SkipReason::kTooLong: return "a record without its End Type, too long to keep";
   }
   return {};
 }
 
 ParsedItems ParseDeclarations(SourceText source) {
   JoinContinuedLines(source);
-  return Parser(source).Run();
+  return Parse(source);
+}
+
+ParsedItems ParseSourceFile(std::string bytes) {
+  auto source = ReadSourceBytes(std::move(bytes));
+  JoinContinuedLines(source);
+  // Joined pieces may form a continuation of their own; the import has always joined twice.
+  if (!source.joins.empty()) JoinContinuedLines(source);
+  return Parse(source);
 }
 
 }  // namespace declarium

@@ -18,6 +18,7 @@ namespace declarium {
 enum class SkipReason {
   kTooFewWords,  // the line lacks a word that its declaration needs
   kNoName,       // two blanks stand where the name should
+  kTooLong,      // one of many records that run on to the end of a long text, see records.h
 };
 
 // A line that begins a declaration but gave no item.
@@ -46,5 +47,10 @@ struct ParsedItems {
 // also read as ordinary lines, so a member line that begins like a declaration counts twice. A
 // record ends only at a line that is exactly "End Type" in any case, or at the end of the text.
 [[nodiscard]] ParsedItems ParseDeclarations(SourceText source);
+
+// Everything that importing a file does with its bytes: the same as
+//   auto source = ReadSource(bytes); JoinContinuedLines(source); ParseDeclarations(source)
+// without decoding the lines that are no declarations.
+[[nodiscard]] ParsedItems ParseSourceFile(std::string bytes);
 
 }  // namespace declarium
