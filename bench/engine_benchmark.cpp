@@ -1,14 +1,13 @@
 // Measures the engine on generated libraries, each figure beside its floor in the same run.
 //   engine_benchmark FOLDER TOOL [--benchmark_... options]
 // FOLDER keeps the generated files, TOOL is the command-line tool.
+#include <algorithm>
 #include <benchmark/benchmark.h>
+#include <cstdio>
 #include <fcntl.h>
 #include <malloc.h>
-#include <unistd.h>
-
-#include <algorithm>
-#include <cstdio>
 #include <memory>
+#include <unistd.h>
 #include <vector>
 
 #include "basic/code_page.h"
@@ -27,7 +26,9 @@ namespace {
 
 enum class Flush { kNo, kYes };
 
-Database Loaded(const std::filesystem::path& path) { return LoadLibraryFile(path).value(); }
+Database Loaded(const std::filesystem::path& path) {
+  return LoadLibraryFile(path).value();
+}
 
 void Load(benchmark::State& state, const std::filesystem::path& path) {
   for (auto _ : state) benchmark::DoNotOptimize(LoadLibraryFile(path)->lists[0].names.size());
@@ -107,12 +108,15 @@ double CoarseReads(const StringList& names, const std::vector<std::u16string>& k
     std::size_t reads = 0;
     std::size_t fine_start = names.size();
     std::size_t previous = names.size();
-    const auto found = TypeAheadRow({names.size(), [&](std::size_t row) {
-      ++reads;
-      if (row == previous + 1) fine_start = std::min(fine_start, previous);
-      previous = row;
-      return names[row];
-    }}, text);
+    const auto found = TypeAheadRow({names.size(),
+                                     [&](std::size_t row) {
+                                       ++reads;
+                                       if (row == previous + 1)
+                                         fine_start = std::min(fine_start, previous);
+                                       previous = row;
+                                       return names[row];
+                                     }},
+                                    text);
     const auto fine = found && fine_start <= *found ? *found - fine_start + 1 : 1;
     most = std::max(most, reads - fine);
   }

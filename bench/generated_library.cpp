@@ -12,20 +12,21 @@ namespace declarium::bench {
 namespace {
 
 constexpr std::u16string_view kWords[] = {
-    u"Window",  u"Device",  u"Context", u"Registry", u"Process", u"Thread", u"File",   u"Memory",
-    u"Font",    u"Brush",   u"Region",  u"Bitmap",   u"Cursor",  u"Menu",   u"Dialog", u"Message",
-    u"Hook",    u"Timer",   u"Clipboard", u"Printer", u"Service", u"Event", u"Security", u"Token",
-    u"Locale",  u"String",  u"Module",  u"Resource", u"Icon",    u"Scroll", u"Caret",  u"Desktop",
-    u"Station", u"Palette", u"Metafile", u"Section", u"Mapping", u"Pipe",   u"Console", u"Volume",
-    u"Handle",  u"Object",  u"Class",   u"Style",    u"Parent",  u"Child",  u"Rect",   u"Point",
+    u"Window",  u"Device",   u"Context", u"Registry", u"Process",   u"Thread",  u"File",
+    u"Memory",  u"Font",     u"Brush",   u"Region",   u"Bitmap",    u"Cursor",  u"Menu",
+    u"Dialog",  u"Message",  u"Hook",    u"Timer",    u"Clipboard", u"Printer", u"Service",
+    u"Event",   u"Security", u"Token",   u"Locale",   u"String",    u"Module",  u"Resource",
+    u"Icon",    u"Scroll",   u"Caret",   u"Desktop",  u"Station",   u"Palette", u"Metafile",
+    u"Section", u"Mapping",  u"Pipe",    u"Console",  u"Volume",    u"Handle",  u"Object",
+    u"Class",   u"Style",    u"Parent",  u"Child",    u"Rect",      u"Point",
 };
 constexpr std::u16string_view kVerbs[] = {u"Get",  u"Set",    u"Create", u"Delete", u"Find",
                                           u"Open", u"Close",  u"Enum",   u"Query",  u"Is",
                                           u"Load", u"Update", u"Copy",   u"Draw",   u"Lock"};
-constexpr std::u16string_view kPrefixes[] = {u"WM",  u"WS",    u"ERROR", u"GW",  u"SW",  u"KEY",
-                                             u"REG", u"FILE",  u"PAGE",  u"HWND", u"DT", u"LB",
-                                             u"SPI", u"EVENT", u"LOCALE"};
-constexpr std::u16string_view kLibraries[] = {u"user32", u"kernel32", u"gdi32",
+constexpr std::u16string_view kPrefixes[] = {u"WM",  u"WS",  u"ERROR", u"GW",    u"SW",
+                                             u"KEY", u"REG", u"FILE",  u"PAGE",  u"HWND",
+                                             u"DT",  u"LB",  u"SPI",   u"EVENT", u"LOCALE"};
+constexpr std::u16string_view kLibraries[] = {u"user32",       u"kernel32",    u"gdi32",
                                               u"advapi32.dll", u"shell32.dll", u"comdlg32.dll"};
 constexpr std::u16string_view kTypes[] = {u"Long", u"Integer", u"String", u"Byte", u"Any", u"RECT"};
 
@@ -127,8 +128,10 @@ class Writer {
     name += UpperCase(dice_.OneOf(kWords)) + u"_" + UpperCase(dice_.OneOf(kWords));
     name += Number(number);
     switch (dice_.Below(4)) {
-      case 0: return Line(u"Public Const ", name, u" As Long = &H", Hexadecimal(dice_.Below(1 << 30)));
-      case 1: return Line(u"Public Const ", name, u" = ", Number(dice_.Below(5000)));
+      case 0:
+        return Line(u"Public Const ", name, u" As Long = &H", Hexadecimal(dice_.Below(1 << 30)));
+      case 1:
+        return Line(u"Public Const ", name, u" = ", Number(dice_.Below(5000)));
       case 2:
         return Line(u"Const ", name, u" = (", dice_.OneOf(kPrefixes), u"_BASE + ",
                     Number(dice_.Below(900)), u")    ' ", dice_.OneOf(kWords), u" messages");
@@ -163,9 +166,14 @@ class Writer {
     for (auto rest = 2 + dice_.Below(8); rest > 0; --rest) {
       const auto word = dice_.OneOf(kWords);
       switch (dice_.Below(5)) {
-        case 0: Line(u"    sz", word, u" As String * MAX_PATH"); break;
-        case 1: Line(u"    ab", word, u"(0 To ", Number(dice_.Below(64)), u") As Byte"); break;
-        default: Line(u"    n", word, u" As ", dice_.OneOf(kTypes));
+        case 0:
+          Line(u"    sz", word, u" As String * MAX_PATH");
+          break;
+        case 1:
+          Line(u"    ab", word, u"(0 To ", Number(dice_.Below(64)), u") As Byte");
+          break;
+        default:
+          Line(u"    n", word, u" As ", dice_.OneOf(kTypes));
       }
     }
     Line(u"End Type");

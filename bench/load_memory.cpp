@@ -1,8 +1,7 @@
 // Loads the library named on the command line and prints the peak memory of the whole process and
 // the size of the file, in bytes.
-#include <sys/resource.h>
-
 #include <cstdio>
+#include <sys/resource.h>
 
 #include "database/database_file.h"
 

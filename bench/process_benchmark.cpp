@@ -31,14 +31,17 @@ int Run(const Command& command) {
 }
 
 void RegisterCommand(const std::string& name, Command command) {
-  benchmark::RegisterBenchmark(name.c_str(), [command](benchmark::State& state) {
-    for (auto _ : state) {
-      if (Run(command) != 0) {
-        state.SkipWithError((command[0] + " failed").c_str());
-        break;
-      }
-    }
-  })->UseRealTime()->Unit(benchmark::kMillisecond);
+  benchmark::RegisterBenchmark(name.c_str(),
+                               [command](benchmark::State& state) {
+                                 for (auto _ : state) {
+                                   if (Run(command) != 0) {
+                                     state.SkipWithError((command[0] + " failed").c_str());
+                                     break;
+                                   }
+                                 }
+                               })
+      ->UseRealTime()
+      ->Unit(benchmark::kMillisecond);
 }
 
 }  // namespace

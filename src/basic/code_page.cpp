@@ -41,6 +41,27 @@ constexpr auto kEncode = [] {
 }();
 
 constexpr std::size_t kBlock = 32;
+constexpr std::size_t kSmallBlock = 8;
+
+char Encode(char16_t unit) {
+  return unit < kEncodeSize ? kEncode[unit] : '?';
+}
+
+// Encodes whole blocks from `start` on; returns where the rest starts.
+template <std::size_t block>
+std::size_t EncodeBlocks(std::u16string_view text, std::size_t start, char* out) {
+  auto i = start;
+  for (; text.size() - i >= block; i += block) {
+    char16_t any = 0;
+    for (std::size_t k = 0; k < block; ++k) any |= text[i + k];
+    if (any < 0x80) {
+      for (std::size_t k = 0; k < block; ++k) out[i + k] = static_cast<char>(text[i + k]);
+    } else {
+      for (std::size_t k = 0; k < block; ++k) out[i + k] = Encode(text[i + k]);
+    }
+  }
+  return i;
+}
 
 }  // namespace
 
@@ -68,19 +89,10 @@ std::u16string DecodeCodePage(std::string_view bytes) {
 }
 
 void EncodeCodePageInto(std::u16string_view text, char* out) noexcept {
-  const auto encode = [](char16_t unit) { return unit < kEncodeSize ? kEncode[unit] : '?'; };
-  std::size_t i = 0;
-  while (text.size() - i >= kBlock) {
-    char16_t any = 0;
-    for (std::size_t k = 0; k < kBlock; ++k) any |= text[i + k];
-    if (any < 0x80) {
-      for (std::size_t k = 0; k < kBlock; ++k) out[i + k] = static_cast<char>(text[i + k]);
-    } else {
-      for (std::size_t k = 0; k < kBlock; ++k) out[i + k] = encode(text[i + k]);
-    }
-    i += kBlock;
-  }
-  for (; i < text.size(); ++i) out[i] = encode(text[i]);
+  const auto i = EncodeBlocks<kBlock>(text, 0, out);
+  // Most entries of a library are no longer than a few small blocks.
+  const auto rest = EncodeBlocks<kSmallBlock>(text, i, out);
+  for (auto k = rest; k < text.size(); ++k) out[k] = Encode(text[k]);
 }
 
 void AppendCodePage(std::u16string_view text, std::string& out) {

@@ -1,5 +1,6 @@
 #include "basic/scan.h"
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <cstdint>
@@ -20,7 +21,9 @@ Units Load(const char16_t* text) {
   return units;
 }
 
-Units AllEqualTo(std::uint16_t unit) { return Units{} + unit; }
+Units AllEqualTo(std::uint16_t unit) {
+  return Units{} + unit;
+}
 
 template <typename Vector>
 bool AnyBit(Vector units) {
@@ -28,7 +31,9 @@ bool AnyBit(Vector units) {
   return (halves[0] | halves[1]) != 0;
 }
 
-bool IsAscii(Units units) { return !AnyBit(units & AllEqualTo(0xFF80)); }
+bool IsAscii(Units units) {
+  return !AnyBit(units & AllEqualTo(0xFF80));
+}
 
 // Lower case of units that are all ASCII.
 Units LowerAscii(Units units) {
@@ -76,6 +81,15 @@ std::size_t FindUnit(std::u16string_view text, char16_t unit, std::size_t from) 
 
 std::size_t FindUnit(std::string_view bytes, char byte, std::size_t from) noexcept {
   return bytes.find(byte, from);
+}
+
+bool HasUnitUpTo(std::u16string_view text, char16_t limit) noexcept {
+  const auto most = AllEqualTo(limit);
+  while (text.size() >= kUnits) {
+    if (AnyBit(Load(text.data()) <= most)) return true;
+    text.remove_prefix(kUnits);
+  }
+  return std::ranges::any_of(text, [limit](char16_t unit) { return unit <= limit; });
 }
 
 std::size_t FindIgnoringCase(std::u16string_view text, std::u16string_view sought) noexcept {

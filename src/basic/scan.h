@@ -13,6 +13,9 @@ namespace declarium {
 [[nodiscard]] std::size_t FindUnit(std::string_view bytes, char byte,
                                    std::size_t from = 0) noexcept;
 
+// Whether any unit is at most `limit`.
+[[nodiscard]] bool HasUnitUpTo(std::u16string_view text, char16_t limit) noexcept;
+
 // Where `sought` first stands in the lower-case form of `text`, which is not made; npos when
 // nowhere. `sought` is compared as it is, so it should be in lower case.
 [[nodiscard]] std::size_t FindIgnoringCase(std::u16string_view text,

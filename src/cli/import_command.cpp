@@ -11,6 +11,7 @@
 #include "cli/output.h"
 #include "cli/status_line.h"
 
+#include "basic/scan.h"
 #include "basic/text.h"
 #include "database/file_format.h"
 #include "database/file_io.h"
@@ -58,15 +59,15 @@ std::string ReadStandardInput(std::istream& in) {
   return bytes;
 }
 
-SourceText ReadSourceOf(const std::string& source, const Session& session) {
-  if (source == "-") return ReadSource(ReadStandardInput(session.streams.in));
-  const auto bytes = ReadWholeFile(PathOf(source));
+std::string ReadSourceOf(const std::string& source, const Session& session) {
+  if (source == "-") return ReadStandardInput(session.streams.in);
+  auto bytes = ReadWholeFile(PathOf(source));
   if (!bytes) throw FileFailed(bytes.error());
-  return ReadSource(*bytes);
+  return *std::move(bytes);
 }
 
 bool IsStorable(std::u16string_view text) {
-  return std::ranges::none_of(text, [](char16_t unit) { return unit <= kSectionSeparator; });
+  return !HasUnitUpTo(text, kSectionSeparator);
 }
 
 // An item with one of the library file's separators in it would tear the file apart.
@@ -103,7 +104,7 @@ Database OpenLibrary(const ImportOptions& options) {
 
 void ImportSource(const std::string& source, Existing existing, const Session& session,
                   Database& database, ImportReport& report) {
-  auto parsed = ParseDeclarations(ReadSourceOf(source, session));
+  auto parsed = ParseSourceFile(ReadSourceOf(source, session));
   CheckStorable(parsed, source);
   const auto found = CountItems(parsed.lists);
   std::ranges::transform(report.found, found, report.found.begin(), std::plus());

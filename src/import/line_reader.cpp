@@ -112,7 +112,9 @@ std::size_t BasicSource<Unit>::JoinsUpTo(std::size_t position) const {
 template struct BasicSource<char>;
 template struct BasicSource<char16_t>;
 
-SourceText ReadSource(std::string_view bytes) { return ReadSource(DecodeCodePage(bytes)); }
+SourceText ReadSource(std::string_view bytes) {
+  return ReadSource(DecodeCodePage(bytes));
+}
 
 SourceText ReadSource(std::u16string text) {
   UseCrLf(text);
@@ -124,8 +126,12 @@ SourceBytes ReadSourceBytes(std::string bytes) {
   return {std::move(bytes), {}};
 }
 
-void JoinContinuedLines(SourceText& source) { JoinLines(source); }
-void JoinContinuedLines(SourceBytes& source) { JoinLines(source); }
+void JoinContinuedLines(SourceText& source) {
+  JoinLines(source);
+}
+void JoinContinuedLines(SourceBytes& source) {
+  JoinLines(source);
+}
 
 std::size_t FindLineEnd(std::u16string_view text, std::size_t from) noexcept {
   return FindLineEndIn(text, from);

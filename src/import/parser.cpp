@@ -21,9 +21,13 @@ using Text = std::basic_string_view<Unit>;
 constexpr char16_t Lower(char byte) {
   return static_cast<unsigned char>(byte >= 'A' && byte <= 'Z' ? byte + 32 : byte);
 }
-char16_t Lower(char16_t unit) { return LowerCase(unit); }
+char16_t Lower(char16_t unit) {
+  return LowerCase(unit);
+}
 
-bool IsBlank(char16_t unit) { return unit == u' ' || unit == u'\t'; }
+bool IsBlank(char16_t unit) {
+  return unit == u' ' || unit == u'\t';
+}
 
 template <typename Unit>
 bool StartsWithIgnoringCase(Text<Unit> text, std::u16string_view lowered) {
@@ -48,6 +52,23 @@ template <typename Unit>
 Text<Unit> WithoutLeadingBlanks(Text<Unit> line) {
   const auto first = std::ranges::find_if_not(line, IsBlank);
   return line.substr(static_cast<std::size_t>(first - line.begin()));
+}
+
+// Whether the first letter is that of a scope word or of a declaration's first word; tells nearly
+// all other lines apart at once.
+template <typename Unit>
+bool MayDeclare(Text<Unit> line) {
+  line = WithoutLeadingBlanks(line);
+  if (line.empty()) return false;
+  switch (Lower(line.front())) {
+    case u'p':
+    case u'c':
+    case u'd':
+    case u't':
+      return true;
+    default:
+      return false;
+  }
 }
 
 // The line without its leading blanks and scope words.
@@ -96,7 +117,9 @@ class LineCursor {
   std::size_t next_;
 };
 
-void AppendDecoded(std::u16string_view text, std::u16string& out) { out += text; }
+void AppendDecoded(std::u16string_view text, std::u16string& out) {
+  out += text;
+}
 void AppendDecoded(std::string_view bytes, std::u16string& out) {
   const auto start = out.size();
   out.resize(start + bytes.size());
@@ -157,6 +180,7 @@ class Parser {
     if (source_.text.empty()) return std::move(parsed_);
     for (LineCursor<Unit> lines(source_.text, 0); lines.Next();) {
       ++line_number_;
+      if (!MayDeclare(lines.line())) continue;
       const auto declaration = DeclarationStart(lines.line());
       if (const auto kind = DeclarationKind(declaration)) Read(*kind, declaration, lines);
     }
@@ -172,9 +196,12 @@ class Parser {
     AppendWithBlanks(declaration, declaration_);
     words_.Split(declaration_);
     switch (kind) {
-      case Kind::kConst: return ReadConst();
-      case Kind::kDeclare: return ReadDeclare();
-      case Kind::kType: return ReadType();
+      case Kind::kConst:
+        return ReadConst();
+      case Kind::kDeclare:
+        return ReadDeclare();
+      case Kind::kType:
+        return ReadType();
     }
   }
 
@@ -267,11 +294,11 @@ class Parser {
   std::shared_ptr<TextArena> arena_;
   Records records_;
   ParsedItems parsed_;
-  std::size_t line_number_ = 0;              // 1-based, continued lines counted once
-  const LineCursor<Unit>* line_ = nullptr;   // the line that begins the declaration
-  std::u16string declaration_;               // without scope words, tabs as blanks
-  Words words_;                              // of declaration_
-  std::u16string item_;                      // the item string being built
+  std::size_t line_number_ = 0;             // 1-based, continued lines counted once
+  const LineCursor<Unit>* line_ = nullptr;  // the line that begins the declaration
+  std::u16string declaration_;              // without scope words, tabs as blanks
+  Words words_;                             // of declaration_
+  std::u16string item_;                     // the item string being built
   std::u16string rebuilt_;
   std::u16string normalized_;
 };
@@ -289,9 +316,12 @@ ParsedItems Parse(const BasicSource<Unit>& source) {
 
 std::string_view ReasonText(SkipReason reason) {
   switch (reason) {
-    case SkipReason::kTooFewWords: return "too few words for a declaration";
-    case SkipReason::kNoName: return "no name where it is expected";
-    case SkipReason::kTooLong: return "a record without its End Type, too long to keep";
+    case SkipReason::kTooFewWords:
+      return "too few words for a declaration";
+    case SkipReason::kNoName:
+      return "no name where it is expected";
+    case SkipReason::kTooLong:
+      return "a record without its End Type, too long to keep";
   }
   return {};
 }

@@ -83,9 +83,9 @@ void Records::RemoveUnmade(ParsedItems& parsed) const {
 
 std::vector<RecordLine> Records::Finish(ParsedItems& parsed) {
   auto& [names, items] = TypesOf(parsed);
-  const auto total = std::accumulate(
-      nested_.begin(), nested_.end(), std::size_t{0},
-      [](std::size_t sum, const Nested& record) { return sum + record.Size(); });
+  const auto total =
+      std::accumulate(nested_.begin(), nested_.end(), std::size_t{0},
+                      [](std::size_t sum, const Nested& record) { return sum + record.Size(); });
   auto kept = total <= limit_ ? nested_ : Survivors(names);
   std::size_t used = 0;
   const auto too_long = std::ranges::find_if(kept, [&](const Nested& record) {

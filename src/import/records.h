@@ -1,8 +1,8 @@
 // The records of one source text. A record without an End Type line of its own runs on through the
 // Type lines below it, so a text of such lines holds records inside records, each nearly as long as
-// the rest of the text: a million lines would take terabytes. What such a nested record needs is all
-// in the record around it, so it is only noted while the text is read, and made at the end if there
-// is room.
+// the rest of the text: a million lines would take terabytes. What such a nested record needs is
+// all in the record around it, so it is only noted while the text is read, and made at the end if
+// there is room.
 #pragma once
 
 #include <cstddef>
@@ -61,7 +61,7 @@ class Records {
   };
   struct Nested {
     RecordLine line;
-    std::size_t position;         // among the records parsed
+    std::size_t position;  // among the records parsed
     std::u16string_view head;
     std::u16string_view members;  // inside the item string of the record around it
     [[nodiscard]] std::size_t Size() const { return head.size() + members.size(); }
@@ -74,9 +74,9 @@ class Records {
 
   std::shared_ptr<TextArena> arena_;
   std::size_t limit_;
-  std::vector<Member> members_;     // of the outermost record read last
-  std::u16string_view outermost_;   // its item string
-  std::size_t end_ = 0;             // where the line behind its members starts
+  std::vector<Member> members_;    // of the outermost record read last
+  std::u16string_view outermost_;  // its item string
+  std::size_t end_ = 0;            // where the line behind its members starts
   std::vector<Nested> nested_;
 };
 
