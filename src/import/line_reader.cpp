@@ -61,7 +61,7 @@ void JoinLines(BasicSource<Unit>& source) {
   while (found != text.npos) {
     // Joins made before keep their place in the text that now moves forward; one inside the line
     // end that goes, which it brought together, moves to where that stood.
-    for (; earlier != source.joins.end() && *earlier < found + kContinuation.size(); ++earlier) {
+    for (; earlier != source.joins.end() && *earlier < found + kContinuationSize; ++earlier) {
       joins.push_back(std::min(*earlier, found) - removed);
     }
     std::copy(text.data() + read, text.data() + found, text.data() + write);
