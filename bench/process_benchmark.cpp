@@ -30,18 +30,22 @@ int Run(const Command& command) {
   return WEXITSTATUS(status);
 }
 
-void RegisterCommand(const std::string& name, Command command) {
-  benchmark::RegisterBenchmark(name.c_str(),
-                               [command](benchmark::State& state) {
-                                 for (auto _ : state) {
-                                   if (Run(command) != 0) {
-                                     state.SkipWithError((command[0] + " failed").c_str());
-                                     break;
-                                   }
-                                 }
-                               })
-      ->UseRealTime()
-      ->Unit(benchmark::kMillisecond);
+void Measure(benchmark::State& state, const Command& command, const std::filesystem::path& made) {
+  for (auto _ : state) {
+    std::error_code ignored;
+    std::filesystem::remove(made, ignored);
+    if (Run(command) != 0) {
+      state.SkipWithError((command[0] + " failed").c_str());
+      break;
+    }
+  }
+}
+
+// `made` is a file that the command makes, if any; it is removed before every round.
+void RegisterCommand(const std::string& name, const Command& command,
+                     const std::filesystem::path& made = {}) {
+  const auto measure = [=](benchmark::State& state) { Measure(state, command, made); };
+  benchmark::RegisterBenchmark(name.c_str(), measure)->UseRealTime()->Unit(benchmark::kMillisecond);
 }
 
 }  // namespace
@@ -54,10 +58,10 @@ void RegisterProcessBenchmarks(const BenchmarkFiles& files, const std::filesyste
                     {tool, "search", files.Library(size), "--text", kSoughtWord});
     const auto source = files.Module(size);
     RegisterCommand("ctags" + suffix, {"ctags", "--languages=Basic", "-f", "/dev/null", source});
-    // Replacing gives every round the same work, and the library that it replaces is the result of
-    // the round before.
-    RegisterCommand("import" + suffix, {tool, "import", files.Output("imported.api"), source,
-                                        "--replace", "--create", "Imported"});
+    // Into a library that does not exist yet, so that every round does the same.
+    const auto library = files.Output(("imported-" + std::to_string(size) + ".api").c_str());
+    RegisterCommand("import" + suffix, {tool, "import", library, source, "--create", "Imported"},
+                    library);
   }
 }
 
