@@ -1,5 +1,8 @@
 #include "import/records.h"
 
+#include <string>
+#include <vector>
+
 #include "gmock/gmock.h"
 #include "gtest/gtest.h"
 
@@ -10,6 +13,10 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+
+std::vector<std::u16string> Texts(const StringList& list) {
+  return {list.begin(), list.end()};
+}
 
 ParsedItems ParsedBoth(const std::string& bytes) {
   auto of_bytes = ParseSourceFile(bytes);
@@ -23,19 +30,20 @@ ParsedItems ParsedBoth(const std::string& bytes) {
 
 TEST(Records, ARecordInsideAnotherHoldsTheRestOfIt) {
   const auto parsed = ParsedBoth("Type A\r\nx\r\nType B note\r\n'  y\r\nEnd Type\r\nType C\r\nz");
-  EXPECT_THAT(parsed[Kind::kType].names, ElementsAre(u"A", u"B", u"C"));
-  EXPECT_THAT(parsed[Kind::kType].items,
+  EXPECT_THAT(Texts(parsed[Kind::kType].names), ElementsAre(u"A", u"B", u"C"));
+  EXPECT_THAT(Texts(parsed[Kind::kType].items),
               ElementsAre(u"\x0Cx\x0DType B note\x0D'y", u"note\x0C'y", u"\x0Cz"));
 }
 
 TEST(Records, ARecordDirectlyBeforeTheEndHasNoMembers) {
   const auto parsed = ParsedBoth("Type A\r\nType B\r\nEnd Type\r\nType C\r\nType D");
-  EXPECT_THAT(parsed[Kind::kType].items, ElementsAre(u"\x0CType B", u"", u"\x0CType D", u""));
+  EXPECT_THAT(Texts(parsed[Kind::kType].items),
+              ElementsAre(u"\x0CType B", u"", u"\x0CType D", u""));
 }
 
 TEST(Records, AnEmptyMemberIsAMember) {
   const auto parsed = ParsedBoth("Type A\r\nType B\r\n\r\nEnd Type");
-  EXPECT_THAT(parsed[Kind::kType].items, ElementsAre(u"\x0CType B\x0D", u"\x0C"));
+  EXPECT_THAT(Texts(parsed[Kind::kType].items), ElementsAre(u"\x0CType B\x0D", u"\x0C"));
 }
 
 // Nested records of the names given, all inside one outermost record with one member of ten units
@@ -75,16 +83,16 @@ struct Nest {
 TEST(Records, WithinTheLimitEveryNestedRecordIsMade) {
   Nest nest(100, {u"A", u"B", u"C"});
   EXPECT_THAT(nest.DroppedLines(), IsEmpty());
-  EXPECT_THAT(nest.parsed[Kind::kType].items, ElementsAre(u"\x0C"
-                                                          u"123456789\x0D"
-                                                          u"123456789\x0D"
-                                                          u"123456789",
-                                                          u"\x0C"
-                                                          u"123456789\x0D"
-                                                          u"123456789",
-                                                          u"\x0C"
-                                                          u"123456789",
-                                                          u""));
+  EXPECT_THAT(Texts(nest.parsed[Kind::kType].items), ElementsAre(u"\x0C"
+                                                                 u"123456789\x0D"
+                                                                 u"123456789\x0D"
+                                                                 u"123456789",
+                                                                 u"\x0C"
+                                                                 u"123456789\x0D"
+                                                                 u"123456789",
+                                                                 u"\x0C"
+                                                                 u"123456789",
+                                                                 u""));
 }
 
 TEST(Records, BeyondTheLimitOnlyWhatAMergeKeepsIsMade) {
@@ -92,14 +100,14 @@ TEST(Records, BeyondTheLimitOnlyWhatAMergeKeepsIsMade) {
   EXPECT_THAT(nest.DroppedLines(), IsEmpty());
   Database database;
   MergeItems(database, nest.parsed, Existing::kReplace);
-  EXPECT_THAT(database[Kind::kType].names, ElementsAre(u"A", u"Outermost"));
+  EXPECT_THAT(Texts(database[Kind::kType].names), ElementsAre(u"A", u"Outermost"));
   EXPECT_EQ(database[Kind::kType].items[0], u"");
 }
 
 TEST(Records, BeyondTheLimitTheLongestAreDroppedAndReported) {
   Nest nest(12, {u"A", u"B", u"C", u"D"});
   EXPECT_THAT(nest.DroppedLines(), ElementsAre(3, 2));
-  EXPECT_THAT(nest.parsed[Kind::kType].names, ElementsAre(u"Outermost", u"C", u"D"));
+  EXPECT_THAT(Texts(nest.parsed[Kind::kType].names), ElementsAre(u"Outermost", u"C", u"D"));
 }
 
 TEST(Records, ManyTypeLinesWithoutAnEndNeitherCrashNorFillTheMemory) {
@@ -123,8 +131,8 @@ TEST(Records, ManyTypeLinesOfOneNameAreOneRecord) {
   Database database;
   MergeItems(database, parsed, Existing::kReplace);
   ASSERT_EQ(database[Kind::kType].names.size(), 1);
-  // Position 9999 comes last as text: 50 001 lines stand behind that one, the last of them empty.
-  EXPECT_EQ(database[Kind::kType].items[0].size(), 1 + 50'001 * 7 - 7);
+  // Position 9999 comes last as text; 50 001 lines and an empty one stand behind it.
+  EXPECT_EQ(database[Kind::kType].items[0].size(), 1 + 50'001 * 7);
 }
 
 }  // namespace
