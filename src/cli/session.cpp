@@ -17,7 +17,11 @@ bool Session::UsesColour() const noexcept {
 }
 
 void Session::Say(std::string_view message) const {
-  streams.err << "declarium-cli: " << message << '\n';
+  for (std::size_t start = 0; start != message.npos;) {
+    const auto end = message.find('\n', start);
+    streams.err << "declarium-cli: " << message.substr(start, end - start) << '\n';
+    start = end == message.npos ? end : end + 1;
+  }
 }
 
 CommandFailed FileFailed(const Error& error) {

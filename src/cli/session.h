@@ -25,7 +25,7 @@ struct Session {
   // Whether source text is coloured: on a terminal whose user has not asked for none, or always.
   [[nodiscard]] bool UsesColour() const noexcept;
 
-  // Writes one message line to the error stream, with the program's name in front.
+  // Writes a message to the error stream, with the program's name in front of every line.
   void Say(std::string_view message) const;
 };
 

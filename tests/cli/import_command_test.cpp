@@ -1,0 +1,125 @@
+#include <gtest/gtest.h>
+
+#include "cli/library_fixture.h"
+
+namespace declarium::cli {
+namespace {
+
+using std::string_literals::operator""s;
+
+class ImportCommand : public CliTest {};
+
+TEST_F(ImportCommand, CountsWhatWasThereWhatWasFoundAndWhatIsThere) {
+  folder_.Put("more.bas", "Const EXTRA = 1\r\nConst LIMIT = 2\r\n");
+  const auto run = RunCli({"import", library_, Path("more.bas")});
+  EXPECT_EQ(run.status, 0);
+  EXPECT_EQ(run.out,
+            "const\t4 before\t2 found\t5 after\ndeclare\t2 before\t0 found\t2 after\n"
+            "type\t2 before\t0 found\t2 after\n");
+  EXPECT_EQ(run.err, "");
+}
+
+TEST_F(ImportCommand, CountsInJson) {
+  folder_.Put("more.bas", "Const EXTRA = 1\r\nConst\r\n");
+  const auto run = RunCli({"--json", "import", library_, Path("more.bas")});
+  EXPECT_EQ(
+      run.out.substr(0, run.out.find('\n')),
+      "{\"declarium\":1,\"command\":\"import\",\"before\":{\"const\":4,\"declare\":2,\"type\":2}"
+      ",\"found\":{\"const\":1,\"declare\":0,\"type\":0}"
+      ",\"after\":{\"const\":5,\"declare\":2,\"type\":2}}");
+  EXPECT_NE(run.out.find("more.bas\",\"line\":2,\"reason\":\"too few words for a declaration\"}\n"),
+            std::string::npos);
+  EXPECT_EQ(run.err, "");
+}
+
+TEST_F(ImportCommand, ReportsSkippedLinesWithFileLineTextAndReason) {
+  folder_.Put("bad.bas", "Const A = _\r\n 1\r\nDeclare Sub\r\nConst  X = 1\r\n");
+  const auto run = RunCli({"import", library_, Path("bad.bas")});
+  EXPECT_EQ(run.status, 0);
+  EXPECT_EQ(run.err,
+            Path("bad.bas") + ":3: skipped, too few words for a declaration: Declare Sub\n" +
+                Path("bad.bas") + ":4: skipped, no name where it is expected: Const  X = 1\n");
+}
+
+TEST_F(ImportCommand, ReplaceDropsTheLibraryAndKeepsAllSources) {
+  folder_.Put("a.bas", "Const A = 1\r\n");
+  folder_.Put("b.bas", "Const B = 1\r\n");
+  EXPECT_EQ(RunCli({"import", library_, "--replace", Path("a.bas"), Path("b.bas")}).status, 0);
+  EXPECT_EQ(RunCli({"list", library_}).out, "const:A\nconst:B\n");
+}
+
+TEST_F(ImportCommand, ReplaceWithoutDeclarationsEmptiesTheLibrary) {
+  folder_.Put("none.bas", "Option Explicit\r\n");
+  EXPECT_EQ(RunCli({"import", library_, "--replace", Path("none.bas")}).status, 0);
+  EXPECT_EQ(RunCli({"list", library_}).out, "");
+}
+
+TEST_F(ImportCommand, ReadsStandardInput) {
+  EXPECT_EQ(RunCli({"import", library_, "-", "--replace"}, {.input = "Const Z = 1\n"}).status, 0);
+  EXPECT_EQ(RunCli({"list", library_}).out, "const:Z\n");
+}
+
+TEST_F(ImportCommand, NamesStandardInputInReports) {
+  const auto run = RunCli({"import", library_, "-"}, {.input = "Type\n"});
+  EXPECT_EQ(run.err, "standard input:1: skipped, too few words for a declaration: Type\n");
+}
+
+TEST_F(ImportCommand, AMissingLibraryNeedsATitle) {
+  const auto run = RunCli({"import", Path("other.api"), Path("sample.bas")});
+  EXPECT_EQ(run.status, 3);
+  EXPECT_NE(run.err.find("other.api"), std::string::npos);
+  EXPECT_NE(run.err.find("--create"), std::string::npos);
+  EXPECT_FALSE(std::filesystem::exists(Path("other.api")));
+}
+
+TEST_F(ImportCommand, CreateKeepsAnExistingLibraryAndItsTitle) {
+  folder_.Put("a.bas", "Const A = 1\r\n");
+  ASSERT_EQ(RunCli({"import", library_, Path("a.bas"), "--create", "Other"}).status, 0);
+  const auto list = RunCli({"--json", "list", library_}).out;
+  EXPECT_NE(list.find("\"title\":\"Sample\""), std::string::npos);
+  EXPECT_NE(list.find("\"name\":\"LIMIT\""), std::string::npos);
+}
+
+TEST_F(ImportCommand, AnUnreadableSourceChangesNothing) {
+  const auto before = Bytes("sample.api");
+  folder_.Put("a.bas", "Const A = 1\r\n");
+  const auto run = RunCli({"import", library_, Path("a.bas"), Path("missing.bas")});
+  EXPECT_EQ(run.status, 3);
+  EXPECT_NE(run.err.find("missing.bas"), std::string::npos);
+  EXPECT_EQ(run.out, "");
+  EXPECT_EQ(Bytes("sample.api"), before);
+}
+
+TEST_F(ImportCommand, AnItemThatWouldTearTheLibraryApartChangesNothing) {
+  const auto before = Bytes("sample.api");
+  folder_.Put("a.bas", "Const A = 1\x02\r\n"s);
+  folder_.Put("b.bas", "Const A\0B = 1\r\n"s);
+  for (const std::string source : {"a.bas", "b.bas"}) {
+    const auto run = RunCli({"import", library_, Path(source)});
+    EXPECT_EQ(run.status, 3);
+    EXPECT_NE(run.err.find(source), std::string::npos);
+  }
+  EXPECT_EQ(Bytes("sample.api"), before);
+}
+
+TEST_F(ImportCommand, ControlCharactersOutsideDeclarationsDoNoHarm) {
+  folder_.Put("a.bas", "' \x01\r\nConst A = 1\r\n"s);
+  EXPECT_EQ(RunCli({"import", library_, Path("a.bas")}).status, 0);
+}
+
+TEST_F(ImportCommand, ProgressIsShownOnATerminalOnlyAndRemoved) {
+  const auto quiet = RunCli({"import", library_, Path("sample.bas")});
+  EXPECT_EQ(quiet.err, "");
+  const auto terminal = RunCli({"import", library_, Path("sample.bas")}, {.err_is_terminal = true});
+  EXPECT_NE(terminal.err.find("importing "), std::string::npos);
+  EXPECT_TRUE(terminal.err.ends_with("\r\x1B[K"));
+}
+
+TEST_F(ImportCommand, ImportingTwiceGivesTheSameFile) {
+  const auto before = Bytes("sample.api");
+  ASSERT_EQ(RunCli({"import", library_, Path("sample.bas")}).status, 0);
+  EXPECT_EQ(Bytes("sample.api"), before);
+}
+
+}  // namespace
+}  // namespace declarium::cli

@@ -1,0 +1,142 @@
+#include <gtest/gtest.h>
+
+#include "cli/library_fixture.h"
+
+namespace declarium::cli {
+namespace {
+
+using std::string_literals::operator""s;
+
+class LibraryCommands : public CliTest {};
+
+TEST_F(LibraryCommands, NewWritesTheTitleAndNoItems) {
+  const auto run = RunCli({"new", Path("new.api"), "Okná"});
+  EXPECT_EQ(run.status, 0);
+  EXPECT_EQ(run.out, "");
+  const auto list = RunCli({"--json", "list", Path("new.api")});
+  EXPECT_EQ(list.out, "{\"declarium\":1,\"command\":\"list\",\"title\":\"Okná\"}\n");
+}
+
+TEST_F(LibraryCommands, NewRefusesAnExistingFileUnlessForced) {
+  const auto before = Bytes("sample.api");
+  const auto refused = RunCli({"new", library_, "T"});
+  EXPECT_EQ(refused.status, 3);
+  EXPECT_NE(refused.err.find(library_), std::string::npos);
+  EXPECT_NE(refused.err.find("--force"), std::string::npos);
+  EXPECT_EQ(Bytes("sample.api"), before);
+  EXPECT_EQ(RunCli({"new", library_, "T", "--force"}).status, 0);
+  EXPECT_EQ(RunCli({"list", library_}).out, "");
+}
+
+TEST_F(LibraryCommands, ATitleWithASeparatorIsWrongUse) {
+  EXPECT_EQ(RunCli({"new", Path("new.api"), "a\x02"s}).status, 2);
+  EXPECT_EQ(RunCli({"rename", library_, "a\x01"s}).status, 2);
+  EXPECT_FALSE(std::filesystem::exists(Path("new.api")));
+}
+
+TEST_F(LibraryCommands, NewSaysSoInJson) {
+  EXPECT_EQ(RunCli({"new", Path("new.api"), "T", "--json"}).out,
+            "{\"declarium\":1,\"command\":\"new\"}\n");
+}
+
+TEST_F(LibraryCommands, ListGivesNamesThatEveryCommandTakes) {
+  EXPECT_EQ(RunCli({"list", library_}).out,
+            "const:HEX_TEN\nconst:LIMIT\nconst:MAX_PATH\nconst:RECT\n"
+            "declare:GetOuter\ndeclare:ResetAll\ntype:Outer\ntype:RECT\n");
+}
+
+TEST_F(LibraryCommands, ListKeepsToOneKind) {
+  EXPECT_EQ(RunCli({"list", library_, "--kind", "TYPE"}).out, "type:Outer\ntype:RECT\n");
+}
+
+TEST_F(LibraryCommands, ListGivesStoredItemStringsInJson) {
+  EXPECT_EQ(
+      RunCli({"--json", "list", library_, "--kind", "const"}).out,
+      "{\"declarium\":1,\"command\":\"list\",\"title\":\"Sample\"}\n"
+      "{\"kind\":\"const\",\"name\":\"HEX_TEN\",\"item\":\"\\u000e&H10\"}\n"
+      "{\"kind\":\"const\",\"name\":\"LIMIT\",\"item\":\"Long\\u000eMAX_PATH + 1 'longest\"}\n"
+      "{\"kind\":\"const\",\"name\":\"MAX_PATH\",\"item\":\"\\u000e260\"}\n"
+      "{\"kind\":\"const\",\"name\":\"RECT\",\"item\":\"\\u000e7\"}\n");
+}
+
+TEST_F(LibraryCommands, ListOfAnEmptyLibraryIsNoFailure) {
+  ASSERT_EQ(RunCli({"new", Path("new.api"), "T"}).status, 0);
+  EXPECT_EQ(RunCli({"list", Path("new.api")}).status, 0);
+}
+
+TEST_F(LibraryCommands, ControlCharactersInNamesStayInTheirLine) {
+  folder_.Put("odd.api",
+              "T\x02"
+              "a\nb\x1B\x01\x01\x02\x0E"
+              "1\x01\x01");
+  EXPECT_EQ(RunCli({"list", Path("odd.api")}).out, "const:a\\x0Ab\\x1B\n");
+}
+
+TEST_F(LibraryCommands, ExportWritesEveryItemInTheLibrarysEncoding) {
+  folder_.Put("accents.bas", "Const A = \"\xBEltý\"\r\n");
+  ASSERT_EQ(RunCli({"import", library_, Path("accents.bas"), "--replace"}).status, 0);
+  const auto run = RunCli({"export", library_, Path("out.bas")});
+  EXPECT_EQ(run.status, 0);
+  EXPECT_EQ(run.out, "");
+  EXPECT_EQ(Bytes("out.bas"), "Const A = \"\xBEltý\"");
+}
+
+TEST_F(LibraryCommands, ExportOfEverythingHasCrLfBetweenItems) {
+  ASSERT_EQ(RunCli({"export", library_, Path("out.bas")}).status, 0);
+  EXPECT_EQ(
+      Bytes("out.bas"),
+      "Const HEX_TEN = &H10\r\nConst LIMIT As Long = MAX_PATH + 1 'longest\r\n"
+      "Const MAX_PATH = 260\r\nConst RECT = 7\r\n"
+      "Declare Function GetOuter Lib \"user32\" (ByVal hWnd As Long, lpOuter As Outer) As Long"
+      "\r\nDeclare Sub ResetAll Lib \"user32\" ()\r\n"
+      "Type Outer\r\n\tInner As RECT\r\n\tUnknown As Missing\r\nEnd Type\r\n"
+      "Type RECT\r\n\tLeft As Long\r\n\tName As String * MAX_PATH\r\nEnd Type");
+}
+
+TEST_F(LibraryCommands, RenameChangesTheTitleAlone) {
+  const auto before = Bytes("sample.api");
+  EXPECT_EQ(RunCli({"rename", library_, "Žltý kôň"}).status, 0);
+  EXPECT_EQ(Bytes("sample.api"), "\x8Elt\xFD k\xF4\xF2" + before.substr(before.find('\x02')));
+}
+
+TEST_F(LibraryCommands, DeleteRemovesTheNamedItemsAndListsThem) {
+  const auto run = RunCli({"delete", library_, "type:rect", "hex_ten", "HEX_TEN", "limit"});
+  EXPECT_EQ(run.status, 0);
+  EXPECT_EQ(run.out, "const:HEX_TEN\nconst:LIMIT\ntype:RECT\n");
+  EXPECT_EQ(RunCli({"list", library_}).out,
+            "const:MAX_PATH\nconst:RECT\ndeclare:GetOuter\ndeclare:ResetAll\ntype:Outer\n");
+}
+
+TEST_F(LibraryCommands, DeleteWithAnUnknownNameDeletesNothing) {
+  const auto before = Bytes("sample.api");
+  const auto run = RunCli({"delete", library_, "LIMIT", "nothing_like_it"});
+  EXPECT_EQ(run.status, 1);
+  EXPECT_EQ(run.out, "");
+  EXPECT_EQ(Bytes("sample.api"), before);
+}
+
+TEST_F(LibraryCommands, DatabasesListsPathsAndTitles) {
+  const auto run = RunCli({"databases", PathText(folder_.path())});
+  EXPECT_EQ(run.status, 0);
+  EXPECT_EQ(run.out, library_ + "\tSample\n");
+}
+
+TEST_F(LibraryCommands, DatabasesGivesObjectsInJson) {
+  const auto run = RunCli({"--json", "databases", PathText(folder_.path())});
+  EXPECT_EQ(run.out.substr(0, run.out.find('\n')), "{\"declarium\":1,\"command\":\"databases\"}");
+  EXPECT_NE(run.out.find("\n{\"title\":\"Sample\",\"path\":\""), std::string::npos);
+}
+
+TEST_F(LibraryCommands, AFolderWithoutLibrariesIsNothingFound) {
+  const TemporaryFolder empty;
+  EXPECT_EQ(RunCli({"databases", PathText(empty.path())}).status, 1);
+}
+
+TEST_F(LibraryCommands, AFolderThatDoesNotExistCannotBeRead) {
+  const auto run = RunCli({"databases", Path("nowhere")});
+  EXPECT_EQ(run.status, 3);
+  EXPECT_NE(run.err.find("nowhere"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace declarium::cli
