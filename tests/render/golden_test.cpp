@@ -1,9 +1,8 @@
-// Whole texts against files below tests/render/golden. A mismatch writes the new text beside the
-// file, as NAME.new.
+// Whole texts against files below tests/render/golden.
+#include "support/golden.h"
+
 #include <filesystem>
-#include <fstream>
 #include <gtest/gtest.h>
-#include <iterator>
 
 #include "basic/code_page.h"
 #include "database/database.h"
@@ -17,16 +16,8 @@ namespace {
 
 const std::filesystem::path kGolden = DECLARIUM_SOURCE_DIR "/tests/render/golden";
 
-std::string ReadGolden(const std::filesystem::path& name) {
-  std::ifstream file(kGolden / name, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
-
 void ExpectGolden(const std::string& name, std::u16string_view text) {
-  const auto bytes = EncodeCodePage(text);
-  const auto golden = ReadGolden(name);
-  EXPECT_EQ(bytes, golden);
-  if (bytes != golden) std::ofstream(kGolden / (name + ".new"), std::ios::binary) << bytes;
+  ExpectGoldenFile(kGolden / name, EncodeCodePage(text));
 }
 
 struct Item {
@@ -101,7 +92,8 @@ TEST(Golden, Colours) {
 }
 
 TEST(Golden, ColoursOfAWholeModule) {
-  ExpectGolden("declarations.golden", RunLines(DecodeCodePage(ReadGolden("declarations.bas"))));
+  ExpectGolden("declarations.golden",
+               RunLines(DecodeCodePage(ReadGolden(kGolden / "declarations.bas"))));
 }
 
 }  // namespace
