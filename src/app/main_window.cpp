@@ -80,7 +80,7 @@ ToolbarActions MainWindow::ActionsForToolbar() {
       .save = [this] { commands_.mnuSave_Click(); },
       .add = [this] { quick_find_.AddSelected(); },
       .delete_entry = [this] { basket_view_.DeleteAddItem(); },
-      .insert = [this] { options_.host.insert(BasketText()); },
+      .insert = [this] { options_.host.insert([this] { return BasketText(); }); },
       .find = [this] { search_dialog_.Show(form_.frmMain.get()); },
       .settings = [this] { ShowOptionsDialog(toolkit_, form_.frmMain.get(), store_, colours_); },
       .basket_text = [this] { return BasketText(); }};
@@ -194,6 +194,7 @@ void MainWindow::Form_Unload(bool& cancel) {
   } else if (!unloading_for_good_) {
     cancel = true;
     form_.frmMain->Hide();
+    options_.host.hidden();
   }
 }
 

@@ -35,8 +35,10 @@ enum class RunMode {
 // What the main window asks of the host it works in; without a host nothing is active.
 struct HostLink {
   std::function<bool()> has_code_module = [] { return false; };
-  std::function<void(std::u16string_view text)> insert = [](std::u16string_view) {};
-  std::function<void()> check_code_module = [] {};  // every 100 ms while the window is loaded
+  // Inserts the basket's text, which is built only after the user agreed.
+  std::function<void(const std::function<std::u16string()>& text)> insert = [](const auto&) {};
+  std::function<void()> check_code_module = [] {};  // every 100 ms while the window is in use
+  std::function<void()> hidden = [] {};             // closing has hidden the window
 };
 
 struct MainWindowOptions {

@@ -97,7 +97,7 @@ TEST_F(MainWindowTest, InsertIsEnabledByACodeModuleAndANonEmptyBasketTogether) {
   Rows inserted;
   options_.mode = RunMode::kInHost;
   options_.host.has_code_module = [&] { return has_module; };
-  options_.host.insert = [&](std::u16string_view text) { inserted.emplace_back(text); };
+  options_.host.insert = [&](const auto& text) { inserted.push_back(text()); };
   Open();
   User().ChooseRow(Form().cmbDatabase, 0);
   User().ChooseRow(Form().cmbSelector, 0);

@@ -1,0 +1,82 @@
+#include "app/program_windows.h"
+
+#include <utility>
+
+#include "host/host_connection.h"
+
+namespace declarium {
+
+ProgramWindows::ProgramWindows(Toolkit& toolkit, SettingsStore& store, std::filesystem::path folder,
+                               MakeHold make_hold)
+    : toolkit_(toolkit),
+      store_(store),
+      folder_(std::move(folder)),
+      make_hold_(std::move(make_hold)) {}
+
+bool ProgramWindows::LoadMainWindow(HostConnection& connection) {
+  connection_ = &connection;
+  if (!window_) {
+    window_ = std::make_unique<MainWindow>(
+        toolkit_, store_,
+        MainWindowOptions{
+            .folder = folder_, .command_line = {}, .mode = RunMode::kInHost, .host = LinkToHost()});
+    window_->Load();
+  }
+  return true;
+}
+
+void ProgramWindows::ShowMainWindow(HostConnection& connection) {
+  if (!LoadMainWindow(connection)) return;
+  if (!hold_) hold_ = make_hold_();
+  window_->CodeModuleChanged();
+  window_->ShowMainWindow();
+}
+
+void ProgramWindows::ForgetConnection(HostConnection& connection, HostConnection* successor) {
+  if (connection_ != &connection) return;
+  connection_ = successor;
+  if (window_) window_->CodeModuleChanged();
+}
+
+bool ProgramWindows::MayStay() {
+  return toolkit_.IsModalOpen();
+}
+
+void ProgramWindows::UnloadAll() {
+  // A user who cancels the closing keeps the window, and with it the process.
+  if (window_ && !window_->Unload()) return;
+  window_.reset();
+  hold_.reset();
+}
+
+void ProgramWindows::ActiveCodeModuleChanged(HostConnection& connection) {
+  if (window_ && connection_ == &connection) window_->CodeModuleChanged();
+}
+
+void ProgramWindows::ShowFailure(std::u16string_view text) {
+  toolkit_.ShowMessage(
+      {std::u16string(text), MessageButtons::kAbortRetryIgnore, MessageIcon::kCritical});
+}
+
+HostLink ProgramWindows::LinkToHost() {
+  return {.has_code_module =
+              [this] { return connection_ != nullptr && connection_->HasActiveCodeModule(); },
+          .insert = [this](const std::function<std::u16string()>& text) { Insert(text); },
+          .check_code_module =
+              [this] {
+                if (connection_ != nullptr) connection_->CheckActiveCodeModule();
+              },
+          .hidden = [this] { hold_.reset(); }};
+}
+
+void ProgramWindows::Insert(const std::function<std::u16string()>& text) {
+  if (connection_ == nullptr) return;
+  const auto ask = [this](std::u16string_view question) {
+    return toolkit_.ShowMessage({std::u16string(question), MessageButtons::kYesNo,
+                                 MessageIcon::kQuestion}) == Answer::kYes;
+  };
+  // A host that refuses leaves its module as it was.
+  (void)connection_->Insert(ask, text);
+}
+
+}  // namespace declarium

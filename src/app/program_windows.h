@@ -1,0 +1,47 @@
+// The program's windows as the hosts connected to it use them: one main window for all, bound to
+// the host that showed it last.
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string_view>
+
+#include "app/main_window.h"
+#include "host/main_window_link.h"
+#include "shell/settings_store.h"
+#include "toolkit/toolkit.h"
+
+namespace declarium {
+
+class ProgramWindows final : public MainWindowLink {
+ public:
+  // Keeps the process alive for as long as what it returns lives.
+  using MakeHold = std::function<std::shared_ptr<void>()>;
+
+  // `toolkit` and `store` must outlive the windows.
+  ProgramWindows(Toolkit& toolkit, SettingsStore& store, std::filesystem::path folder,
+                 MakeHold make_hold);
+
+  bool LoadMainWindow(HostConnection& connection) override;
+  void ShowMainWindow(HostConnection& connection) override;
+  void ForgetConnection(HostConnection& connection, HostConnection* successor) override;
+  bool MayStay() override;
+  void UnloadAll() override;
+  void ActiveCodeModuleChanged(HostConnection& connection) override;
+  void ShowFailure(std::u16string_view text) override;
+
+ private:
+  [[nodiscard]] HostLink LinkToHost();
+  void Insert(const std::function<std::u16string()>& text);
+
+  Toolkit& toolkit_;
+  SettingsStore& store_;
+  std::filesystem::path folder_;
+  MakeHold make_hold_;
+  std::unique_ptr<MainWindow> window_;
+  HostConnection* connection_ = nullptr;  // the host that the window is bound to
+  std::shared_ptr<void> hold_;            // while the window is shown
+};
+
+}  // namespace declarium
