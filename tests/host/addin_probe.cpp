@@ -12,7 +12,6 @@
 #include <string>
 #include <vector>
 #include <windows.h>
-#include <psapi.h>
 #include <shellapi.h>
 
 #include "basic/text.h"
@@ -23,6 +22,7 @@
 #include "host/com/windows_face_clipboard.h"
 #include "host/host_sessions.h"
 #include "host/server_switches.h"
+#include "vbhost/process_resources.h"
 
 namespace declarium {
 namespace {
@@ -112,12 +112,8 @@ class LoggingWindow final : public MainWindowLink {
 
   // What the growth tests watch.
   void WriteResources() {
-    DWORD handles = 0;
-    GetProcessHandleCount(GetCurrentProcess(), &handles);
-    PROCESS_MEMORY_COUNTERS counters{};
-    GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof counters);
     std::ofstream(std::filesystem::path(LogPath() + L".resources"), std::ios::trunc)
-        << GetCurrentProcessId() << ' ' << handles << ' ' << counters.PagefileUsage;
+        << vbhost::OwnHandleCount() << ' ' << vbhost::OwnMemory();
   }
 
   Log log_;

@@ -1,68 +1,19 @@
 // The whole way between the host and the add-in: two processes, real COM, a real clipboard.
 #include <algorithm>
-#include <cstdio>
 #include <gtest/gtest.h>
 #include <set>
 
-#include "host/ide_driver.h"
+#include "host/connection_fixture.h"
 
 namespace declarium {
 namespace {
 
-const std::string kConnect = "connect Declarium.Probe";
-const std::string kDisconnect = "disconnect Declarium.Probe";
 const std::string kCaption = "Brindlework Declarium 3.0";
-const std::string kText = "Private Const A = 5";
-constexpr int kRounds = 1000;
 
 std::string Box(int step) {
   return "box Vyskytla sa chyba vo funkcii 'IDTExtensibility_OnConnection' na riadku '" +
          std::to_string(step) + "'.";
 }
-
-std::wstring Probe(const wchar_t* arguments) {
-  return L"\"" + Beside(L"addin_probe.exe").wstring() + L"\" " + arguments;
-}
-
-class Connection : public testing::Test {
- protected:
-  static void SetUpTestSuite() {
-    std::string output;
-    ASSERT_EQ(RunProgram(Probe(L"/RegServer:machine"), output), 0) << output;
-    ASSERT_EQ(IdeProcess().Tell("interfaces on"), "ok");
-  }
-  static void TearDownTestSuite() {
-    IdeProcess().Tell("interfaces off");
-    std::string output;
-    EXPECT_EQ(RunProgram(Probe(L"-unregserver:MACHINE"), output), 0) << output;
-  }
-
-  // No probe of one test serves the next.
-  void TearDown() override {
-    EXPECT_TRUE(log_.Lines().empty() || log_.Comes("end")) << "the add-in's process stays";
-  }
-
-  void OpenModule(IdeProcess& ide, const std::string& text) {
-    ASSERT_EQ(ide.Tell("project Project1"), "ok");
-    ASSERT_EQ(ide.Tell("component Project1 Module1 1"), "ok");
-    ASSERT_EQ(ide.Tell("text Module1 " + text), "ok");
-    ASSERT_EQ(ide.Tell("select Module1"), "ok");
-  }
-
-  // Connects, answers the insertion's question and clicks the button; the module's text afterwards.
-  std::string InsertInto(IdeProcess& ide, const std::string& answer) {
-    log_.Set(".text", kText);
-    log_.Set(".answer", answer);
-    EXPECT_EQ(ide.Tell(kConnect), "ok");
-    EXPECT_EQ(ide.Tell("click Standard"), "ok");
-    EXPECT_TRUE(log_.Comes(answer == "yes" ? "inserted" : "insert declined"));
-    const std::string lines = ide.Tell("lines Module1");
-    EXPECT_EQ(ide.Tell(kDisconnect), "ok");
-    return lines;
-  }
-
-  ProbeLog log_;
-};
 
 TEST_F(Connection, PlacesOneButtonAndOneMenuEntryWithTheirFaces) {
   IdeProcess ide;
@@ -122,20 +73,20 @@ TEST_F(Connection, InsertsAfterTheDeclarations) {
        "ok A\\nB\\nC\\nD\\nE\\nPrivate Const A = 5\\nSub X()\\nEnd Sub"},
       {"Sub X()\\nEnd Sub", "ok Private Const A = 5\\nSub X()\\nEnd Sub"},
   };
+  IdeProcess ide;
+  OpenModule(ide, "");
+  log_.Set(".text", kText);
+  log_.Set(".answer", "yes");
+  ASSERT_EQ(ide.Tell(kConnect), "ok");
+  int insertions = 0;
   for (const auto& c : cases) {
-    const ProbeLog log;
-    IdeProcess ide;
-    OpenModule(ide, c.before);
-    log.Set(".text", kText);
-    log.Set(".answer", "yes");
-    ASSERT_EQ(ide.Tell(kConnect), "ok");
+    ASSERT_EQ(ide.Tell(std::string("text Module1 ") + c.before), "ok");
     EXPECT_EQ(ide.Tell("click Standard"), "ok");
-    EXPECT_TRUE(log.Comes("inserted"));
-    EXPECT_EQ(log.Count("ask Vložiť do 'Module1' ?"), 1);
+    EXPECT_TRUE(log_.Comes("inserted", ++insertions));
+    EXPECT_EQ(log_.Count("ask Vložiť do 'Module1' ?"), insertions);
     EXPECT_EQ(ide.Tell("lines Module1"), c.after);
-    EXPECT_EQ(ide.Tell(kDisconnect), "ok");
-    EXPECT_TRUE(log.Comes("end"));
   }
+  ASSERT_EQ(ide.Tell(kDisconnect), "ok");
 }
 
 TEST_F(Connection, AnsweringNoLeavesTheModuleAlone) {
@@ -380,61 +331,6 @@ TEST_F(Connection, OneHostDyingLeavesTheOtherConnected) {
   ASSERT_EQ(second.Tell("click Standard"), "ok");
   EXPECT_TRUE(log_.Comes("show"));
   ASSERT_EQ(second.Tell(kDisconnect), "ok");
-}
-
-TEST_F(Connection, ManyRoundsLeaveNothingBehindInEitherProcess) {
-  // A second host keeps the add-in's process running, so that its growth can be seen.
-  IdeProcess keeper;
-  ASSERT_EQ(keeper.Tell(kConnect), "ok");
-  IdeProcess ide;
-  OpenModule(ide, "Option Explicit");
-  log_.Set(".text", kText);
-  log_.Set(".answer", "yes");
-  struct Resources {
-    long long add_in_handles = 0, add_in_memory = 0, handles = 0, memory = 0;
-  };
-  int insertions = 0;
-  const auto run = [&](int rounds) {
-    for (int i = 0; i < rounds; ++i) {
-      ASSERT_EQ(ide.Tell("text Module1 Option Explicit"), "ok");
-      ASSERT_EQ(ide.Tell(kConnect), "ok");
-      ASSERT_EQ(ide.Tell("click Standard"), "ok");
-      ++insertions;
-      ASSERT_TRUE(Eventually([&] { return ide.Tell("lines Module1") != "ok Option Explicit"; }));
-      ASSERT_EQ(ide.Tell(kDisconnect), "ok");
-    }
-  };
-  const auto measure = [&] {
-    Resources now;
-    EXPECT_TRUE(log_.Comes("inserted", insertions));
-    long long process = 0;
-    EXPECT_EQ(std::sscanf(log_.Get(".resources").c_str(), "%lld %lld %lld", &process,
-                          &now.add_in_handles, &now.add_in_memory),
-              3);
-    now.handles = ide.Ask("handles");
-    now.memory = ide.Ask("memory");
-    return now;
-  };
-  run(kRounds / 10);
-  const Resources before = measure();
-  run(kRounds);
-  const Resources after = measure();
-  RecordProperty("rounds", kRounds);
-  std::printf(
-      "rounds %d: add-in handles %lld to %lld, memory %lld to %lld; host handles %lld to "
-      "%lld, memory %lld to %lld\n",
-      kRounds, before.add_in_handles, after.add_in_handles, before.add_in_memory,
-      after.add_in_memory, before.handles, after.handles, before.memory, after.memory);
-  constexpr long long kHandleNoise = 8;
-  constexpr long long kMemoryNoise = 1 << 20;
-  EXPECT_LE(after.add_in_handles, before.add_in_handles + kHandleNoise);
-  EXPECT_LE(after.handles, before.handles + kHandleNoise);
-  EXPECT_LE(after.add_in_memory, before.add_in_memory + kMemoryNoise);
-  EXPECT_LE(after.memory, before.memory + kMemoryNoise);
-  EXPECT_EQ(ide.Tell("controls"), "ok ");
-  EXPECT_EQ(ide.Ask("sinks"), 0);
-  EXPECT_EQ(ide.Ask("objects"), 0);
-  ASSERT_EQ(keeper.Tell(kDisconnect), "ok");
 }
 
 }  // namespace

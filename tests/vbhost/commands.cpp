@@ -4,9 +4,9 @@
 #include <charconv>
 #include <cstdio>
 #include <windows.h>
-#include <psapi.h>
 
 #include "basic/text.h"
+#include "vbhost/process_resources.h"
 
 namespace declarium::vbhost {
 namespace {
@@ -354,16 +354,8 @@ void Commands::AddReportCommands() {
                           return Ok(count);
                         }};
   commands_["objects"] = {0, [](const Words&) { return Ok(ModelObject::count()); }};
-  commands_["handles"] = {0, [](const Words&) {
-                            DWORD count = 0;
-                            GetProcessHandleCount(GetCurrentProcess(), &count);
-                            return Ok(static_cast<long long>(count));
-                          }};
-  commands_["memory"] = {0, [](const Words&) {
-                           PROCESS_MEMORY_COUNTERS counters{};
-                           GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof counters);
-                           return Ok(static_cast<long long>(counters.PagefileUsage));
-                         }};
+  commands_["handles"] = {0, [](const Words&) { return Ok(OwnHandleCount()); }};
+  commands_["memory"] = {0, [](const Words&) { return Ok(OwnMemory()); }};
   commands_["process"] = {
       0, [](const Words&) { return Ok(static_cast<long long>(GetCurrentProcessId())); }};
 }
