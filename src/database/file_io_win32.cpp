@@ -114,7 +114,10 @@ bool PutInPlace(const fs::path& temporary, const fs::path& path, bool replaces) 
     return ::MoveFileExW(temporary.c_str(), path.c_str(),
                          MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
   }
-  return ::ReplaceFileW(path.c_str(), temporary.c_str(), nullptr,
+  // A name without a folder is not enough for some systems to find the replaced file's folder.
+  std::error_code ignored;
+  const auto replaced = fs::absolute(path, ignored);
+  return ::ReplaceFileW(replaced.c_str(), temporary.c_str(), nullptr,
                         REPLACEFILE_IGNORE_MERGE_ERRORS | REPLACEFILE_IGNORE_ACL_ERRORS, nullptr,
                         nullptr) != 0;
 }

@@ -85,16 +85,6 @@ TEST(WriteWholeFile, ASymbolicLinkToNothingCreatesItsTarget) {
   EXPECT_EQ(ContentOf(folder / "target.api"), "new");
 }
 
-TEST(WriteWholeFile, AFileInTheCurrentFolderNeedsNoFolderName) {
-  const TemporaryFolder folder;
-  const auto before = fs::current_path();
-  fs::current_path(folder.path());
-  EXPECT_TRUE(WriteWholeFile("a.api", "1"));
-  EXPECT_TRUE(WriteWholeFile("a.api", "2"));
-  fs::current_path(before);
-  EXPECT_EQ(ContentOf(folder / "a.api"), "2");
-}
-
 TEST(WriteWholeFile, InAFolderThatTakesNoNewFileItWritesInPlace) {
   const TemporaryFolder folder;
   const auto path = folder.Put("a.api", "old content");

@@ -104,6 +104,18 @@ TEST(WriteWholeFile, ReplacesALongerContentWhole) {
   EXPECT_EQ(folder.CountFiles(), 1U);
 }
 
+TEST(WriteWholeFile, AFileInTheCurrentFolderNeedsNoFolderName) {
+  const TemporaryFolder folder;
+  const auto before = std::filesystem::current_path();
+  std::filesystem::current_path(folder.path());
+  const auto created = WriteWholeFile("x.api", "new");
+  const auto replaced = WriteWholeFile("x.api", "newer");
+  std::filesystem::current_path(before);
+  EXPECT_TRUE(created.has_value());
+  EXPECT_TRUE(replaced.has_value()) << replaced.error().Message();
+  EXPECT_EQ(ContentOf(folder / "x.api"), "newer");
+}
+
 TEST(WriteWholeFile, TakesAFileNameAsLongAsTheSystemDoes) {
   const TemporaryFolder folder;
   const auto path = folder / (std::string(240, 'n') + ".api");
