@@ -46,7 +46,7 @@ class Toolkit {
 
   // The clipboard's text; empty when it holds none.
   [[nodiscard]] virtual std::u16string ClipboardText() const = 0;
-  // Setting does not clear first what is there in other formats: clear, then set.
+  // Replaces what is there, in every format.
   virtual void SetClipboardText(std::u16string_view text) = 0;
   virtual void ClearClipboard() = 0;
 

@@ -33,8 +33,7 @@ HeadlessForm::~HeadlessForm() {
 void HeadlessForm::Build(const FormDefinition& definition) {
   for (const ControlDefinition& control : definition.controls) {
     std::unique_ptr<Component> component = Make(control);
-    if (auto* made = dynamic_cast<Control*>(component.get()))
-      tab_order_.push_back({&control, made});
+    if (auto* made = dynamic_cast<Control*>(component.get())) tabs_.Append(control, *made);
     components_.emplace(control.name, std::move(component));
   }
   std::vector<HeadlessMenuItem*> path;
@@ -66,9 +65,12 @@ std::unique_ptr<Component> HeadlessForm::Make(const ControlDefinition& definitio
       return std::make_unique<HeadlessToolbar>(*this, definition);
     case ControlKind::kProgressBar:
       return std::make_unique<HeadlessProgressBar>(*this, definition);
-    case ControlKind::kPictureBox:
-      return std::make_unique<HeadlessPictureBox>(
+    case ControlKind::kPictureBox: {
+      auto picture = std::make_unique<HeadlessPictureBox>(
           *this, definition, [this](std::function<void()> action) { PostWhileOpen(action); });
+      pictures_.push_back(picture.get());
+      return picture;
+    }
     case ControlKind::kTimer: {
       auto timer = std::make_unique<HeadlessTimer>(definition, toolkit_.Clock());
       timers_.push_back(timer.get());
@@ -215,44 +217,22 @@ void HeadlessForm::MoveFocus(Control& control) {
 
 void HeadlessForm::PassFocusFrom(const Control& control) {
   if (focus_ != &control) return;
-  focus_ = NextTabStop(&control);
+  focus_ = tabs_.Next(&control);
   if (toolkit_.ActiveForm() == this) toolkit_.SetFocusedControl(focus_);
 }
 
 void HeadlessForm::TakeFocus() {
-  if (!focus_) focus_ = FirstTabStop();
+  if (!focus_) focus_ = tabs_.Next(nullptr);
   toolkit_.SetFocusedControl(focus_);
 }
 
-Control* HeadlessForm::NextTabStop(const Control* control) const {
-  const auto current = std::ranges::find(tab_order_, control, &TabEntry::control);
-  const std::size_t count = tab_order_.size();
-  const std::size_t first =
-      current == tab_order_.end() ? 0 : static_cast<std::size_t>(current - tab_order_.begin()) + 1;
-  for (std::size_t step = 0; step < count; ++step) {
-    const TabEntry& entry = tab_order_[(first + step) % count];
-    if (entry.control == control || !IsTabStop(*entry.definition)) continue;
-    if (CanTakeFocus(*entry.control)) return entry.control;
-  }
-  return nullptr;
-}
-
 CommandButton* HeadlessForm::ButtonWith(ButtonRole role) const {
-  const auto found = std::ranges::find_if(
-      tab_order_, [role](const TabEntry& entry) { return entry.definition->role == role; });
-  return found == tab_order_.end() ? nullptr : dynamic_cast<CommandButton*>(found->control);
-}
-
-bool HeadlessForm::TakesEnter(const Control& control) const {
-  const auto found = std::ranges::find(tab_order_, &control, &TabEntry::control);
-  return found != tab_order_.end() && found->definition->takes_enter;
+  return dynamic_cast<CommandButton*>(tabs_.WithRole(role));
 }
 
 void HeadlessForm::PaintPictures() {
   if (!visible_ || locks_ > 0) return;
-  for (const TabEntry& entry : tab_order_) {
-    if (auto* picture = dynamic_cast<HeadlessPictureBox*>(entry.control)) picture->PaintIfNeeded();
-  }
+  for (HeadlessPictureBox* picture : pictures_) picture->PaintIfNeeded();
 }
 
 void HeadlessForm::PostWhileOpen(std::function<void()> action) {

@@ -11,9 +11,11 @@
 #include "toolkit/form_definition.h"
 #include "toolkit/headless/control.h"
 #include "toolkit/headless/simple_controls.h"
+#include "toolkit/tab_order.h"
 
 namespace declarium::headless {
 
+class HeadlessPictureBox;
 class HeadlessToolkit;
 
 class HeadlessForm : public Form, public FocusOwner {
@@ -63,13 +65,8 @@ class HeadlessForm : public Form, public FocusOwner {
   void MoveFocus(Control& control) override;
   void PassFocusFrom(const Control& control) override;
   [[nodiscard]] Control* KeptFocus() const { return focus_; }
-  [[nodiscard]] Control* FirstTabStop() const { return NextTabStop(nullptr); }
-  // The next control behind `control` at which the tab key stops, around the end; nullptr when none
-  // but itself can take the focus. For nullptr the first one.
-  [[nodiscard]] Control* NextTabStop(const Control* control) const;
+  [[nodiscard]] const TabOrder& Tabs() const { return tabs_; }
   [[nodiscard]] CommandButton* ButtonWith(ButtonRole role) const;
-  // Whether Enter in the control is its own key rather than the default button's.
-  [[nodiscard]] bool TakesEnter(const Control& control) const;
   [[nodiscard]] const std::vector<HeadlessMenuItem*>& Menus() const { return menus_; }
   [[nodiscard]] const std::vector<HeadlessTimer*>& Timers() const { return timers_; }
   [[nodiscard]] bool CanTakeInput() const { return visible_ && enabled_ && blocked_ == 0; }
@@ -83,10 +80,6 @@ class HeadlessForm : public Form, public FocusOwner {
 
  private:
   enum class State { kCreated, kLoaded, kUnloaded };
-  struct TabEntry {
-    const ControlDefinition* definition;
-    Control* control;
-  };
 
   [[nodiscard]] Component& Find(std::string_view name) const override;
   void Close() override;
@@ -105,7 +98,8 @@ class HeadlessForm : public Form, public FocusOwner {
   Size minimum_size_;
   bool has_menu_bar_ = false;
   std::map<std::string, std::unique_ptr<Component>, std::less<>> components_;
-  std::vector<TabEntry> tab_order_;
+  TabOrder tabs_;
+  std::vector<HeadlessPictureBox*> pictures_;
   std::vector<HeadlessMenuItem*> menus_;
   std::vector<HeadlessTimer*> timers_;
   std::shared_ptr<int> open_ = std::make_shared<int>();  // gone when the windows are

@@ -178,16 +178,16 @@ bool HeadlessUser::PressShortcut(HeadlessForm& form, int code, Modifiers modifie
 bool HeadlessUser::PressDialogKey(HeadlessForm& form, Control& control, int code,
                                   Modifiers modifiers) {
   if (code == key::kTab && !modifiers.control) {
-    if (Control* next = form.NextTabStop(&control)) next->SetFocus();
+    const TabOrder& tabs = form.Tabs();
+    Control* next = modifiers.shift ? tabs.Previous(&control) : tabs.Next(&control);
+    if (next) next->SetFocus();
     return true;
   }
   CommandButton* button = nullptr;
   if (code == key::kEscape) button = form.ButtonWith(ButtonRole::kCancel);
   if (code == key::kEnter) {
-    const auto* box = dynamic_cast<const HeadlessTextBox*>(&control);
     button = dynamic_cast<CommandButton*>(&control);
-    const bool takes_enter = (box && box->IsMultiLine()) || form.TakesEnter(control);
-    if (!button && !takes_enter) button = form.ButtonWith(ButtonRole::kDefault);
+    if (!button && !form.Tabs().TakesEnter(control)) button = form.ButtonWith(ButtonRole::kDefault);
   }
   if (!button) return false;
   if (button->Visible() && button->Enabled()) Click(*button);

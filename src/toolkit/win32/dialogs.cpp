@@ -1,0 +1,105 @@
+// The system's dialogs: messages, files, colours; and the input box, which is a form of ours.
+
+#include <algorithm>
+
+#include "toolkit/captioned.h"
+#include "toolkit/text_box.h"
+#include "toolkit/win32/scale.h"
+#include "toolkit/win32/system.h"
+#include "toolkit/win32/toolkit.h"
+#include "toolkit/win32/wide.h"
+
+namespace declarium::win32 {
+
+namespace {
+
+constexpr std::size_t kLongestPath = 32768;
+
+using ShowFileDialog = BOOL(WINAPI*)(OPENFILENAMEW*);
+
+std::optional<std::u16string> ChooseFile(const FileDialog& dialog, HWND owner, DWORD flags,
+                                         ShowFileDialog show) {
+  std::u16string filter = dialog.filter + u"||";
+  std::ranges::replace(filter, u'|', u'\0');
+  std::u16string path = dialog.file_name;
+  path.resize(kLongestPath);
+  OPENFILENAMEW request{};
+  request.lStructSize = sizeof request;
+  request.hwndOwner = owner;
+  request.lpstrFilter = dialog.filter.empty() ? nullptr : Wide(filter);
+  request.lpstrFile = WideBuffer(path);
+  request.nMaxFile = kLongestPath;
+  if (!dialog.initial_folder.empty()) request.lpstrInitialDir = Wide(dialog.initial_folder);
+  if (!dialog.default_extension.empty()) request.lpstrDefExt = Wide(dialog.default_extension);
+  request.Flags = OFN_EXPLORER | OFN_HIDEREADONLY | OFN_NOCHANGEDIR | OFN_PATHMUSTEXIST | flags;
+  if (!show(&request)) return std::nullopt;
+  return std::u16string(path.c_str());
+}
+
+constexpr ControlDefinition kInputControls[] = {
+    {.kind = ControlKind::kLabel, .name = "Label1", .bounds = {12, 12, 336, 34}},
+    {.kind = ControlKind::kTextBox, .name = "Text1", .bounds = {12, 50, 336, 21}},
+    {.kind = ControlKind::kCommandButton,
+     .name = "Command1",
+     .caption = u"&OK",
+     .bounds = {192, 82, 75, 23},
+     .role = ButtonRole::kDefault},
+    {.kind = ControlKind::kCommandButton,
+     .name = "Command2",
+     .caption = u"&Zrušiť",
+     .bounds = {273, 82, 75, 23},
+     .role = ButtonRole::kCancel},
+};
+
+constexpr FormDefinition kInputForm = {
+    .name = "frmInput", .size = {360, 116}, .controls = kInputControls};
+
+}  // namespace
+
+Answer Win32Toolkit::ShowMessage(const Message& message) {
+  const ModalScope modal(*this, active_);
+  const int answer = MessageBoxW(OwnerWindow(), Wide(message.text), Wide(title_),
+                                 static_cast<UINT>(message.Style()) | MB_SETFOREGROUND);
+  return static_cast<Answer>(answer);
+}
+
+std::u16string Win32Toolkit::AskText(std::u16string_view prompt, std::u16string_view initial_text) {
+  const std::unique_ptr<Form> form = CreateForm(kInputForm);
+  auto& box = form->Get<TextBox>("Text1");
+  form->SetCaption(title_);
+  form->Get<Label>("Label1").SetCaption(prompt);
+  box.SetText(initial_text);
+  box.Select(0, static_cast<int>(initial_text.size()));
+  std::u16string answer;
+  form->Get<CommandButton>("Command1").on_click = [&] {
+    answer = box.Text();
+    form->Unload();
+  };
+  form->Get<CommandButton>("Command2").on_click = [&] { form->Unload(); };
+  form->Show(ShowMode::kModal);
+  return answer;
+}
+
+std::optional<std::u16string> Win32Toolkit::ChooseFileToOpen(const FileDialog& dialog) {
+  const ModalScope modal(*this, active_);
+  return ChooseFile(dialog, OwnerWindow(), OFN_FILEMUSTEXIST, GetOpenFileNameW);
+}
+
+std::optional<std::u16string> Win32Toolkit::ChooseFileToSave(const FileDialog& dialog) {
+  const ModalScope modal(*this, active_);
+  return ChooseFile(dialog, OwnerWindow(), OFN_OVERWRITEPROMPT, GetSaveFileNameW);
+}
+
+std::optional<Colour> Win32Toolkit::ChooseColour(Colour initial) {
+  const ModalScope modal(*this, active_);
+  CHOOSECOLORW request{};
+  request.lStructSize = sizeof request;
+  request.hwndOwner = OwnerWindow();
+  request.rgbResult = ToColorRef(initial);
+  request.lpCustColors = custom_colours_.data();
+  request.Flags = CC_RGBINIT | CC_FULLOPEN;
+  if (!ChooseColorW(&request)) return std::nullopt;
+  return request.rgbResult;
+}
+
+}  // namespace declarium::win32

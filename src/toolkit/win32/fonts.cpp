@@ -1,0 +1,57 @@
+#include "toolkit/win32/fonts.h"
+
+#include <cwchar>
+
+namespace declarium::win32 {
+
+namespace {
+
+LOGFONTW MessageFont(int dpi) {
+  NONCLIENTMETRICSW metrics{};
+  metrics.cbSize = sizeof metrics;
+  if (!SystemParametersInfoForDpi(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0,
+                                  static_cast<UINT>(dpi))) {
+    metrics.lfMessageFont.lfHeight = -MulDiv(9, dpi, 72);
+  }
+  return metrics.lfMessageFont;
+}
+
+LOGFONTW CodeFont(int dpi) {
+  LOGFONTW font{};
+  font.lfHeight = -MulDiv(kCodePoints, dpi, 72);
+  font.lfCharSet = DEFAULT_CHARSET;
+  font.lfPitchAndFamily = FIXED_PITCH | FF_MODERN;
+  std::wcsncpy(font.lfFaceName, FindCodeFace(), LF_FACESIZE - 1);
+  return font;
+}
+
+int CALLBACK FoundFace(const LOGFONTW*, const TEXTMETRICW*, DWORD, LPARAM found) {
+  *reinterpret_cast<bool*>(found) = true;
+  return 0;
+}
+
+}  // namespace
+
+const wchar_t* FindCodeFace() {
+  LOGFONTW wanted{};
+  wanted.lfCharSet = DEFAULT_CHARSET;
+  std::wcsncpy(wanted.lfFaceName, kCodeFace, LF_FACESIZE - 1);
+  bool found = false;
+  const HDC screen = GetDC(nullptr);
+  EnumFontFamiliesExW(screen, &wanted, FoundFace, reinterpret_cast<LPARAM>(&found), 0);
+  ReleaseDC(nullptr, screen);
+  return found ? kCodeFace : L"Courier New";
+}
+
+Fonts::Fonts(int dpi) {
+  LOGFONTW font = MessageFont(dpi);
+  fonts_[static_cast<std::size_t>(FontRole::kText)] = UniqueFont(CreateFontIndirectW(&font));
+  font.lfWeight = FW_BOLD;
+  fonts_[static_cast<std::size_t>(FontRole::kBold)] = UniqueFont(CreateFontIndirectW(&font));
+  font.lfHeight *= 2;
+  fonts_[static_cast<std::size_t>(FontRole::kHeading)] = UniqueFont(CreateFontIndirectW(&font));
+  const LOGFONTW code = CodeFont(dpi);
+  fonts_[static_cast<std::size_t>(FontRole::kCode)] = UniqueFont(CreateFontIndirectW(&code));
+}
+
+}  // namespace declarium::win32

@@ -1,0 +1,78 @@
+// The keys of a form that are not for the focused control alone.
+#include "toolkit/captioned.h"
+#include "toolkit/text_box.h"
+#include "toolkit/win32/form.h"
+#include "toolkit/win32/toolkit.h"
+#include "toolkit/win32/widget.h"
+
+namespace declarium::win32 {
+
+namespace {
+
+bool IsHeld(int key) {
+  return GetKeyState(key) < 0;
+}
+
+}  // namespace
+
+bool Win32Form::TranslateKey(MSG& message) {
+  if (!visible_ || message.message < WM_KEYFIRST || message.message > WM_KEYLAST) return false;
+  if (message.message == WM_KEYDOWN || message.message == WM_SYSKEYDOWN) {
+    const int key = static_cast<int>(message.wParam);
+    if (PressShortcut(key)) return true;
+    if (key == VK_TAB && !IsHeld(VK_CONTROL) && !IsHeld(VK_MENU)) return PressTab();
+    if ((key == VK_RETURN || key == VK_ESCAPE) && message.message == WM_KEYDOWN) {
+      return PressButtonKey(key);
+    }
+  }
+  const bool plain_key = message.message == WM_KEYDOWN || message.message == WM_KEYUP;
+  const bool dialog_char = message.wParam == VK_RETURN || message.wParam == VK_ESCAPE;
+  if (plain_key || (message.message == WM_CHAR && dialog_char)) return false;
+  // Access keys, with the Alt key or, on buttons, without it.
+  return IsDialogMessageW(Window(), &message) != FALSE;
+}
+
+bool Win32Form::PressShortcut(int key) {
+  const Modifiers held{
+      .shift = IsHeld(VK_SHIFT), .control = IsHeld(VK_CONTROL), .alt = IsHeld(VK_MENU)};
+  Win32MenuItem* item = menus_->WithShortcut(key, held);
+  if (!item) return false;
+  for (Win32MenuItem* above = item->Parent(); above; above = above->Parent()) {
+    if (!above->Enabled()) return true;
+    above->on_click.Raise();
+  }
+  if (item->Enabled()) item->on_click.Raise();
+  return true;
+}
+
+bool Win32Form::PressTab() {
+  Control* next = IsHeld(VK_SHIFT) ? tabs_.Previous(focus_) : tabs_.Next(focus_);
+  if (!next) return true;
+  next->SetFocus();
+  // As in dialogs: the text of a box that was reached by the tab key is selected.
+  if (auto* box = dynamic_cast<TextBox*>(next))
+    box->Select(0, static_cast<int>(box->Text().size()));
+  return true;
+}
+
+bool Win32Form::PressButtonKey(int key) {
+  Control* button = nullptr;
+  if (key == VK_ESCAPE) {
+    button = tabs_.WithRole(ButtonRole::kCancel);
+  } else {
+    button = dynamic_cast<CommandButton*>(focus_);
+    const bool takes_enter = focus_ && tabs_.TakesEnter(*focus_);
+    if (!button && !takes_enter) button = tabs_.WithRole(ButtonRole::kDefault);
+  }
+  if (!button) return false;
+  ClickFromKeyboard(*button);
+  return true;
+}
+
+void Win32Form::ClickFromKeyboard(Control& button) {
+  if (!button.Visible() || !button.Enabled()) return;
+  button.SetFocus();
+  dynamic_cast<CommandButton&>(button).on_click.Raise();
+}
+
+}  // namespace declarium::win32

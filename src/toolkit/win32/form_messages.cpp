@@ -1,0 +1,168 @@
+// What a form's window does with its messages, one function each.
+
+#include "toolkit/win32/form.h"
+#include "toolkit/win32/scale.h"
+#include "toolkit/win32/system.h"
+#include "toolkit/win32/timer.h"
+#include "toolkit/win32/toolbar.h"
+#include "toolkit/win32/toolkit.h"
+#include "toolkit/win32/widget.h"
+
+namespace declarium::win32 {
+
+const Win32Form::Entry Win32Form::kHandlers[] = {
+    {WM_COMMAND, &Win32Form::OnCommand},
+    {WM_NOTIFY, &Win32Form::OnNotify},
+    {WM_SIZE, &Win32Form::OnSize},
+    {WM_GETMINMAXINFO, &Win32Form::OnGetMinMaxInfo},
+    {WM_ACTIVATE, &Win32Form::OnActivate},
+    {WM_SETFOCUS, &Win32Form::OnSetFocus},
+    {WM_CLOSE, &Win32Form::OnClose},
+    {WM_QUERYENDSESSION, &Win32Form::OnQueryEndSession},
+    {WM_TIMER, &Win32Form::OnTimer},
+    {WM_INITMENUPOPUP, &Win32Form::OnInitMenuPopup},
+    {WM_SETCURSOR, &Win32Form::OnSetCursor},
+    {WM_CTLCOLORSTATIC, &Win32Form::OnControlColour},
+    {WM_DPICHANGED, &Win32Form::OnDpiChanged},
+    {WM_SETTINGCHANGE, &Win32Form::OnSettingsChanged},
+    {WM_SYSCOLORCHANGE, &Win32Form::OnSettingsChanged},
+};
+
+const wchar_t* Win32Form::WindowClass() {
+  static const wchar_t* const name = [] {
+    WNDCLASSEXW native{};
+    native.cbSize = sizeof native;
+    native.lpfnWndProc = Procedure;
+    native.hInstance = GetModuleHandleW(nullptr);
+    native.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    native.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
+    native.lpszClassName = L"DeclariumForm";
+    RegisterClassExW(&native);
+    return native.lpszClassName;
+  }();
+  return name;
+}
+
+LRESULT CALLBACK Win32Form::Procedure(HWND window, UINT message, WPARAM wparam,
+                                      LPARAM lparam) noexcept {
+  auto* form = reinterpret_cast<Win32Form*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+  if (form) {
+    for (const Entry& entry : kHandlers) {
+      if (entry.message != message) continue;
+      const std::optional<LRESULT> answer = (form->*entry.handler)(wparam, lparam);
+      if (answer) return *answer;
+    }
+  }
+  return DefWindowProcW(window, message, wparam, lparam);
+}
+
+std::optional<LRESULT> Win32Form::OnCommand(WPARAM wparam, LPARAM lparam) {
+  if (!IsLoaded()) return 0;
+  if (lparam == 0) {
+    if (Win32MenuItem* item = menus_->WithId(LOWORD(wparam))) item->on_click.Raise();
+    return 0;
+  }
+  Widget* widget = Widget::Of(reinterpret_cast<HWND>(lparam));
+  if (auto* toolbar = dynamic_cast<Win32Toolbar*>(widget)) {
+    toolbar->OnButton(LOWORD(wparam));
+  } else if (widget) {
+    widget->OnCommand(HIWORD(wparam));
+  }
+  return 0;
+}
+
+std::optional<LRESULT> Win32Form::OnNotify(WPARAM, LPARAM lparam) {
+  auto& header = *reinterpret_cast<NMHDR*>(lparam);
+  Widget* widget = Widget::Of(header.hwndFrom);
+  return widget ? widget->OnNotify(header) : std::nullopt;
+}
+
+std::optional<LRESULT> Win32Form::OnSize(WPARAM wparam, LPARAM) {
+  if (IsLoaded() && wparam != SIZE_MINIMIZED) RaiseResizeIfChanged();
+  return 0;
+}
+
+std::optional<LRESULT> Win32Form::OnGetMinMaxInfo(WPARAM, LPARAM lparam) {
+  if (minimum_size_ == Size{}) return std::nullopt;
+  const Size outer = OuterDots(minimum_size_);
+  reinterpret_cast<MINMAXINFO*>(lparam)->ptMinTrackSize = {outer.width, outer.height};
+  return 0;
+}
+
+std::optional<LRESULT> Win32Form::OnActivate(WPARAM wparam, LPARAM) {
+  if (LOWORD(wparam) == WA_INACTIVE || HIWORD(wparam) != 0 || !visible_) return 0;
+  toolkit_.FormActivated(*this);
+  if (visible_) TakeFocus();
+  return 0;
+}
+
+std::optional<LRESULT> Win32Form::OnSetFocus(WPARAM, LPARAM) {
+  if (visible_) TakeFocus();
+  return 0;
+}
+
+std::optional<LRESULT> Win32Form::OnClose(WPARAM, LPARAM) {
+  Unload(UnloadReason::kUser);
+  return 0;
+}
+
+std::optional<LRESULT> Win32Form::OnQueryEndSession(WPARAM, LPARAM) {
+  if (!IsLoaded()) return TRUE;
+  return Unload(UnloadReason::kSessionEnd) ? TRUE : FALSE;
+}
+
+std::optional<LRESULT> Win32Form::OnTimer(WPARAM wparam, LPARAM) {
+  if (wparam < 1 || wparam > timers_.size()) return std::nullopt;
+  timers_[wparam - 1]->Fire();
+  return 0;
+}
+
+std::optional<LRESULT> Win32Form::OnInitMenuPopup(WPARAM wparam, LPARAM lparam) {
+  if (in_popup_ || HIWORD(lparam) != 0) return 0;
+  if (Win32MenuItem* item = menus_->Opening(reinterpret_cast<HMENU>(wparam))) {
+    item->on_click.Raise();
+  }
+  return 0;
+}
+
+std::optional<LRESULT> Win32Form::OnSetCursor(WPARAM wparam, LPARAM lparam) {
+  if (LOWORD(lparam) != HTCLIENT || reinterpret_cast<HWND>(wparam) != Window()) return std::nullopt;
+  if (!toolkit_.ShowPointer(MousePointer::kDefault)) return std::nullopt;
+  return TRUE;
+}
+
+std::optional<LRESULT> Win32Form::OnControlColour(WPARAM wparam, LPARAM) {
+  const auto device = reinterpret_cast<HDC>(wparam);
+  SetBkColor(device, GetSysColor(COLOR_BTNFACE));
+  SetTextColor(device, GetSysColor(COLOR_BTNTEXT));
+  return reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_BTNFACE));
+}
+
+std::optional<LRESULT> Win32Form::OnDpiChanged(WPARAM wparam, LPARAM lparam) {
+  dpi_ = HIWORD(wparam);
+  fonts_ = Fonts(dpi_);
+  UniqueImageList old = std::exchange(pictures_, DrawImageList(SmallIconSize(dpi_)));
+  SetIcons();
+  for (const auto& component : components_) {
+    if (auto* widget = dynamic_cast<Widget*>(component.get())) widget->OnResolutionChanged();
+  }
+  const RECT& wanted = *reinterpret_cast<const RECT*>(lparam);
+  last_inner_ = {-1, -1};
+  SetWindowPos(Window(), nullptr, wanted.left, wanted.top, wanted.right - wanted.left,
+               wanted.bottom - wanted.top, SWP_NOZORDER | SWP_NOACTIVATE);
+  if (IsLoaded()) RaiseResizeIfChanged();
+  return 0;
+}
+
+std::optional<LRESULT> Win32Form::OnSettingsChanged(WPARAM wparam, LPARAM lparam) {
+  for (const auto& component : components_) {
+    if (auto* widget = dynamic_cast<Widget*>(component.get())) {
+      SendMessageW(widget->Handle(), WM_SYSCOLORCHANGE, wparam, lparam);
+      InvalidateRect(widget->Handle(), nullptr, TRUE);
+    }
+  }
+  InvalidateRect(Window(), nullptr, TRUE);
+  return std::nullopt;
+}
+
+}  // namespace declarium::win32

@@ -1,0 +1,157 @@
+// A form's place and size.
+#include <algorithm>
+
+#include "toolkit/win32/form.h"
+#include "toolkit/win32/scale.h"
+
+namespace declarium::win32 {
+
+namespace {
+
+RECT WindowRect(HWND window) {
+  RECT area{};
+  GetWindowRect(window, &area);
+  return area;
+}
+
+RECT WorkArea(HWND window) {
+  MONITORINFO info{};
+  info.cbSize = sizeof info;
+  GetMonitorInfoW(MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST), &info);
+  return info.rcWork;
+}
+
+bool IsOnSomeScreen(const RECT& area) {
+  return MonitorFromRect(&area, MONITOR_DEFAULTTONULL) != nullptr;
+}
+
+}  // namespace
+
+int Win32Form::ScaleWidth() const {
+  RECT area{};
+  GetClientRect(Window(), &area);
+  return ToPixelsInside(area.right, dpi_);
+}
+
+int Win32Form::ScaleHeight() const {
+  RECT area{};
+  GetClientRect(Window(), &area);
+  return ToPixelsInside(area.bottom, dpi_);
+}
+
+int Win32Form::OuterWidth() const {
+  const RECT area = WindowRect(Window());
+  return ToPixels(area.right - area.left, dpi_);
+}
+
+int Win32Form::OuterHeight() const {
+  const RECT area = WindowRect(Window());
+  return ToPixels(area.bottom - area.top, dpi_);
+}
+
+void Win32Form::SetOuterWidth(int width) {
+  const RECT area = WindowRect(Window());
+  SetOuterSize(ToDots(width, dpi_), area.bottom - area.top);
+}
+
+void Win32Form::SetOuterHeight(int height) {
+  const RECT area = WindowRect(Window());
+  SetOuterSize(area.right - area.left, ToDots(height, dpi_));
+}
+
+void Win32Form::SetOuterSize(int width, int height) {
+  SetWindowPos(Window(), nullptr, 0, 0, width, height, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void Win32Form::RaiseResizeIfChanged() {
+  RECT area{};
+  GetClientRect(Window(), &area);
+  const Size inner{static_cast<int>(area.right), static_cast<int>(area.bottom)};
+  if (inner == last_inner_) return;
+  last_inner_ = inner;
+  on_resize.Raise();
+}
+
+Size Win32Form::OuterDots(Size inner) const {
+  RECT outer = ToDots(Rect{0, 0, inner.width, inner.height}, dpi_);
+  AdjustWindowRectExForDpi(
+      &outer, static_cast<DWORD>(GetWindowLongW(Window(), GWL_STYLE)), menus_->HasBar(),
+      static_cast<DWORD>(GetWindowLongW(Window(), GWL_EXSTYLE)), static_cast<UINT>(dpi_));
+  return {static_cast<int>(outer.right - outer.left), static_cast<int>(outer.bottom - outer.top)};
+}
+
+void Win32Form::ChoosePlace(const Form* owner) {
+  const auto* before = dynamic_cast<const Win32Form*>(owner);
+  const bool on_owner = start_ == StartPosition::kCentreOwner && before && before->Visible();
+  const RECT work = WorkArea(Window());
+  const RECT around = on_owner ? WindowRect(before->Window()) : work;
+  const RECT own = WindowRect(Window());
+  const LONG width = own.right - own.left, height = own.bottom - own.top;
+  POINT place{own.left, own.top};
+  if (start_ != StartPosition::kSystem) {
+    place = {(around.left + around.right - width) / 2, (around.top + around.bottom - height) / 2};
+  }
+  SetWindowPos(Window(), nullptr,
+               std::clamp(place.x, work.left, std::max(work.left, work.right - width)),
+               std::clamp(place.y, work.top, std::max(work.top, work.bottom - height)), 0, 0,
+               SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+Placement Win32Form::GetPlacement() const {
+  WINDOWPLACEMENT native{};
+  native.length = sizeof native;
+  GetWindowPlacement(Window(), &native);
+  const RECT& area = native.rcNormalPosition;
+  return {.left = area.left,
+          .top = area.top,
+          .right = area.right,
+          .bottom = area.bottom,
+          .show = visible_ ? static_cast<ShowCommand>(native.showCmd) : kept_command_};
+}
+
+void Win32Form::SetPlacement(const Placement& placement) {
+  WINDOWPLACEMENT native{};
+  native.length = sizeof native;
+  GetWindowPlacement(Window(), &native);
+  RECT area{placement.left, placement.top, placement.right, placement.bottom};
+  if (!IsOnSomeScreen(area)) {
+    const RECT work = WorkArea(Window());
+    OffsetRect(&area, work.left - area.left, work.top - area.top);
+  }
+  native.rcNormalPosition = area;
+  native.showCmd = visible_ ? static_cast<UINT>(placement.show) : SW_HIDE;
+  placed_ = true;
+  kept_command_ = placement.show;
+  SetWindowPlacement(Window(), &native);
+}
+
+void Win32Form::SetShowCommand(ShowCommand command) {
+  if (state_ == State::kUnloaded) return;
+  if (command == ShowCommand::kHide) {
+    Hide();
+  } else if (visible_) {
+    ShowWindow(Window(), static_cast<int>(command));
+  } else {
+    kept_command_ = command;
+  }
+}
+
+void Win32Form::SetTopmost() {
+  SetWindowPos(Window(), HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+}
+
+void Win32Form::LockUpdate() {
+  if (locks_++ == 0) LockWindowUpdate(Window());
+}
+
+void Win32Form::UnlockUpdate() {
+  if (--locks_ == 0) LockWindowUpdate(nullptr);
+}
+
+Point Win32Form::CursorPosition() const {
+  POINT at{};
+  GetCursorPos(&at);
+  return {ToPixels(at.x, dpi_), ToPixels(at.y, dpi_)};
+}
+
+}  // namespace declarium::win32

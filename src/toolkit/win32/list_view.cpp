@@ -1,0 +1,246 @@
+#include "toolkit/win32/list_view.h"
+
+#include <cstdlib>
+#include <iterator>
+#include <stdexcept>
+
+#include "basic/text.h"
+#include "toolkit/win32/scale.h"
+#include "toolkit/win32/system.h"
+
+namespace declarium::win32 {
+
+namespace {
+
+constexpr UINT kSynchronize = WM_APP + 1;
+
+}  // namespace
+
+Win32ListView::Win32ListView(Win32Form& form, const ControlDefinition& definition)
+    : Win32Control(form, definition,
+                   {WC_LISTVIEWW,
+                    WS_CLIPSIBLINGS | LVS_REPORT | LVS_NOCOLUMNHEADER | LVS_SINGLESEL |
+                        LVS_SHOWSELALWAYS | LVS_OWNERDATA | LVS_SHAREIMAGELISTS,
+                    WS_EX_CLIENTEDGE}) {
+  LVCOLUMNW column{};
+  column.mask = LVCF_WIDTH;
+  column.cx = ToDots(column_width_, Dpi());
+  Send(LVM_INSERTCOLUMNW, 0, reinterpret_cast<LPARAM>(&column));
+  Send(LVM_SETEXTENDEDLISTVIEWSTYLE, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER,
+       LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER);
+  Send(LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(form.SmallPictures()));
+  SetColumnWidth(definition.bounds.width - 20);
+}
+
+void Win32ListView::OnResolutionChanged() {
+  Win32Control::OnResolutionChanged();
+  Send(LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(TheForm().SmallPictures()));
+  SetColumnWidth(column_width_);
+}
+
+const ListEntry& Win32ListView::Entry(int position) const {
+  if (position < 1 || position > Count()) throw std::logic_error(Name() + ": no such entry");
+  return entries_[static_cast<std::size_t>(position - 1)];
+}
+
+void Win32ListView::Insert(int position, ListEntry entry) {
+  if (position < 1 || position > Count() + 1) throw std::logic_error(Name() + ": no such place");
+  entries_.insert(entries_.begin() + (position - 1), std::move(entry));
+  if (selected_ >= position) ++selected_;
+  ListChanged();
+}
+
+void Win32ListView::AppendAll(std::vector<ListEntry> entries) {
+  if (entries.empty()) return;
+  entries_.insert(entries_.end(), std::make_move_iterator(entries.begin()),
+                  std::make_move_iterator(entries.end()));
+  ListChanged();
+}
+
+void Win32ListView::Remove(int position) {
+  if (position < 1 || position > Count()) throw std::logic_error(Name() + ": no such entry");
+  entries_.erase(entries_.begin() + (position - 1));
+  if (selected_ == position) {
+    selected_ = -1;
+  } else if (selected_ > position) {
+    --selected_;
+  }
+  ListChanged();
+}
+
+void Win32ListView::Clear() {
+  entries_.clear();
+  selected_ = -1;
+  ListChanged();
+}
+
+void Win32ListView::ListChanged() {
+  if (!behind_) PostMessageW(Handle(), kSynchronize, 0, 0);
+  behind_ = true;
+}
+
+void Win32ListView::Synchronize() const {
+  if (!behind_) return;
+  behind_ = false;
+  synchronizing_ = true;
+  Send(LVM_SETITEMCOUNT, static_cast<WPARAM>(Count()), LVSICF_NOSCROLL);
+  synchronizing_ = false;
+  ShowSelected();
+  InvalidateRect(Handle(), nullptr, FALSE);
+}
+
+void Win32ListView::ShowSelected() const {
+  synchronizing_ = true;
+  LVITEMW item{};
+  item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+  Send(LVM_SETITEMSTATE, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&item));
+  if (selected_ > 0) {
+    item.state = item.stateMask;
+    Send(LVM_SETITEMSTATE, static_cast<WPARAM>(selected_ - 1), reinterpret_cast<LPARAM>(&item));
+  }
+  synchronizing_ = false;
+}
+
+void Win32ListView::Select(int position) {
+  selected_ = position >= 1 && position <= Count() ? position : -1;
+  Synchronize();
+  ShowSelected();
+}
+
+void Win32ListView::EnsureVisible(int position) {
+  Synchronize();
+  Send(LVM_ENSUREVISIBLE, static_cast<WPARAM>(position - 1), FALSE);
+}
+
+int Win32ListView::HitTest(Point at) const {
+  Synchronize();
+  LVHITTESTINFO info{};
+  info.pt = {ToDots(at.x, Dpi()), ToDots(at.y, Dpi())};
+  const int item = static_cast<int>(Send(LVM_HITTEST, 0, reinterpret_cast<LPARAM>(&info)));
+  return item < 0 || (info.flags & LVHT_ONITEM) == 0 ? -1 : item + 1;
+}
+
+void Win32ListView::SetColumnWidth(int width) {
+  column_width_ = width;
+  Send(LVM_SETCOLUMNWIDTH, 0, ToDots(width, Dpi()));
+}
+
+void Win32ListView::Refresh() {
+  Synchronize();
+  Win32Control::Refresh();
+}
+
+std::optional<LRESULT> Win32ListView::OnNotify(NMHDR& header) {
+  switch (header.code) {
+    case LVN_GETDISPINFOW:
+      GiveText(reinterpret_cast<NMLVDISPINFOW&>(header));
+      return 0;
+    case LVN_ITEMCHANGED:
+      ItemChanged(reinterpret_cast<NMLISTVIEW&>(header));
+      return 0;
+    case LVN_ODFINDITEMW:
+      return FindBeginning(reinterpret_cast<NMLVFINDITEMW&>(header));
+    default:
+      return std::nullopt;
+  }
+}
+
+void Win32ListView::GiveText(NMLVDISPINFOW& info) const {
+  LVITEMW& item = info.item;
+  if (item.iItem < 0 || item.iItem >= Count()) return;
+  const ListEntry& entry = entries_[static_cast<std::size_t>(item.iItem)];
+  if (item.mask & LVIF_TEXT) {
+    lstrcpynW(item.pszText, Wide(entry.text), item.cchTextMax);
+  }
+  if (item.mask & LVIF_IMAGE) item.iImage = entry.icon;
+}
+
+LRESULT Win32ListView::FindBeginning(const NMLVFINDITEMW& wanted) const {
+  if ((wanted.lvfi.flags & (LVFI_STRING | LVFI_PARTIAL)) == 0 || entries_.empty()) return -1;
+  const std::u16string text = FromWide(wanted.lvfi.psz);
+  const int first = wanted.iStart < 0 ? 0 : wanted.iStart;
+  for (int step = 0; step < Count(); ++step) {
+    const int item = (first + step) % Count();
+    const std::u16string_view entry = entries_[static_cast<std::size_t>(item)].text;
+    if (EqualIgnoringCase(entry.substr(0, text.size()), text)) return item;
+  }
+  return -1;
+}
+
+void Win32ListView::ItemChanged(const NMLISTVIEW& change) {
+  if (synchronizing_ || change.iItem < 0) return;
+  const bool selected = (change.uNewState & LVIS_SELECTED) && !(change.uOldState & LVIS_SELECTED);
+  if (!selected || change.iItem + 1 == selected_) return;
+  selected_ = change.iItem + 1;
+  on_item_click.Raise(selected_);
+}
+
+std::optional<LRESULT> Win32ListView::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
+  switch (message) {
+    case kSynchronize:
+      Synchronize();
+      return 0;
+    // The native control would wait for the release inside the press, and would give up the
+    // selection on empty space.
+    case WM_LBUTTONDOWN:
+      Press(MouseButton::kLeft, wparam, lparam);
+      return 0;
+    case WM_RBUTTONDOWN:
+      Press(MouseButton::kRight, wparam, lparam);
+      return 0;
+    case WM_LBUTTONDBLCLK:
+      on_double_click.Raise();
+      return 0;
+    case WM_MOUSEMOVE:
+      FollowDrag(lparam);
+      break;
+    case WM_LBUTTONUP:
+      EndDrag(lparam);
+      break;
+    case WM_CAPTURECHANGED:
+      dragging_ = false;
+      break;
+    default:
+      break;
+  }
+  return Win32Control::OnMessage(message, wparam, lparam);
+}
+
+void Win32ListView::Press(MouseButton button, WPARAM keys, LPARAM dots) {
+  SetFocus();
+  const MouseEvent event = MouseEventOf(button, keys, dots);
+  const int position = HitTest(event.at);
+  if (position > 0) {
+    Select(position);
+    on_item_click.Raise(position);
+  }
+  pressed_ = button == MouseButton::kLeft ? position : -1;
+  pressed_at_ = {GET_X_LPARAM(dots), GET_Y_LPARAM(dots)};
+  on_mouse_down.Raise(event);
+}
+
+void Win32ListView::FollowDrag(LPARAM dots) {
+  if (pressed_ < 1 || !drag_target_ || dragging_ || GetKeyState(VK_LBUTTON) >= 0) return;
+  const bool moved = std::abs(GET_X_LPARAM(dots) - pressed_at_.x) > GetSystemMetrics(SM_CXDRAG) ||
+                     std::abs(GET_Y_LPARAM(dots) - pressed_at_.y) > GetSystemMetrics(SM_CYDRAG);
+  if (!moved) return;
+  dragging_ = true;
+  SetCapture(Handle());
+  SetCursor(LoadCursorW(nullptr, IDC_HAND));
+}
+
+void Win32ListView::EndDrag(LPARAM dots) {
+  const int position = std::exchange(pressed_, -1);
+  if (!std::exchange(dragging_, false)) return;
+  ReleaseCapture();
+  POINT at{GET_X_LPARAM(dots), GET_Y_LPARAM(dots)};
+  ClientToScreen(Handle(), &at);
+  const HWND under = WindowFromPoint(at);
+  Widget* widget = Of(under);
+  if (!widget || &widget->TheControl() != drag_target_ || position > Count()) return;
+  ScreenToClient(under, &at);
+  drag_target_->on_drop.Raise(Drop{
+      .source = this, .position = position, .at = {ToPixels(at.x, Dpi()), ToPixels(at.y, Dpi())}});
+}
+
+}  // namespace declarium::win32

@@ -1,0 +1,60 @@
+// The native list view, which asks for the entries that it shows instead of keeping them.
+#pragma once
+
+#include <vector>
+
+#include "toolkit/list_view.h"
+#include "toolkit/win32/control.h"
+#include "toolkit/win32/system.h"
+
+namespace declarium::win32 {
+
+class Win32ListView : public Win32Control<ListView> {
+ public:
+  Win32ListView(Win32Form& form, const ControlDefinition& definition);
+
+  [[nodiscard]] int Count() const override { return static_cast<int>(entries_.size()); }
+  [[nodiscard]] const ListEntry& Entry(int position) const override;
+  void Insert(int position, ListEntry entry) override;
+  void AppendAll(std::vector<ListEntry> entries) override;
+  void Remove(int position) override;
+  void Clear() override;
+  [[nodiscard]] int Selected() const override { return selected_; }
+  void Select(int position) override;
+  void EnsureVisible(int position) override;
+  [[nodiscard]] int HitTest(Point at) const override;
+  [[nodiscard]] int ColumnWidth() const override { return column_width_; }
+  void SetColumnWidth(int width) override;
+  void SetDragTarget(Control* target) override { drag_target_ = target; }
+  void Refresh() override;
+
+  std::optional<LRESULT> OnNotify(NMHDR& header) override;
+  void OnResolutionChanged() override;
+
+ private:
+  std::optional<LRESULT> OnMessage(UINT message, WPARAM wparam, LPARAM lparam) override;
+  void Press(MouseButton button, WPARAM keys, LPARAM dots);
+  void FollowDrag(LPARAM dots);
+  void EndDrag(LPARAM dots);
+  void GiveText(NMLVDISPINFOW& info) const;
+  [[nodiscard]] LRESULT FindBeginning(const NMLVFINDITEMW& wanted) const;
+  void ItemChanged(const NMLISTVIEW& change);
+
+  // The native control learns of changes when something depends on it, so that long lists are
+  // filled without telling it of each entry.
+  void ListChanged();
+  void Synchronize() const;
+  void ShowSelected() const;
+
+  std::vector<ListEntry> entries_;
+  int selected_ = -1;
+  int column_width_ = 100;
+  mutable bool behind_ = false;         // the native control does not know the list as it is
+  mutable bool synchronizing_ = false;  // native selection changes are not the user's
+  Control* drag_target_ = nullptr;
+  int pressed_ = -1;  // entry under the left button while it is held down
+  POINT pressed_at_{};
+  bool dragging_ = false;
+};
+
+}  // namespace declarium::win32

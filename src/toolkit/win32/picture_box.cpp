@@ -1,0 +1,122 @@
+#include "toolkit/win32/picture_box.h"
+
+#include <algorithm>
+
+#include "toolkit/win32/icons.h"
+#include "toolkit/win32/scale.h"
+
+namespace declarium::win32 {
+
+namespace {
+
+const wchar_t* PictureClass() {
+  static const wchar_t* const name = [] {
+    WNDCLASSEXW native{};
+    native.cbSize = sizeof native;
+    native.style = CS_DBLCLKS;
+    native.lpfnWndProc = DefWindowProcW;
+    native.hInstance = GetModuleHandleW(nullptr);
+    native.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    native.lpszClassName = L"DeclariumPicture";
+    RegisterClassExW(&native);
+    return native.lpszClassName;
+  }();
+  return name;
+}
+
+}  // namespace
+
+void DeviceCanvas::Fill(const Rect& area, Colour colour) {
+  const RECT dots = ToDots(area, dpi_);
+  const UniqueBrush brush(CreateSolidBrush(ToColorRef(colour)));
+  FillRect(device_, &dots, brush.Get());
+}
+
+void DeviceCanvas::Invert(const Rect& area) {
+  const RECT dots = ToDots(area, dpi_);
+  InvertRect(device_, &dots);
+}
+
+void DeviceCanvas::WriteText(const Rect& area, std::u16string_view text, FontRole font,
+                             Colour colour, Alignment alignment) {
+  const std::u16string terminated(text);
+  const HGDIOBJ before = SelectObject(device_, fonts_.Get(font));
+  SetBkMode(device_, TRANSPARENT);
+  SetTextColor(device_, ToColorRef(colour));
+  const UINT flags = DT_NOPREFIX | (alignment == Alignment::kCentre ? DT_CENTER : DT_LEFT);
+  const RECT whole = ToDots(area, dpi_);
+  RECT needed = whole;
+  DrawTextW(device_, Wide(terminated), -1, &needed, flags | DT_CALCRECT);
+  RECT place = whole;
+  place.top += std::max<LONG>((whole.bottom - whole.top - (needed.bottom - needed.top)) / 2, 0);
+  DrawTextW(device_, Wide(terminated), -1, &place, flags);
+  SelectObject(device_, before);
+}
+
+void DeviceCanvas::DrawPicture(const Rect& area, Icon icon) {
+  const RECT dots = ToDots(area, dpi_);
+  const LONG size = std::min(dots.right - dots.left, dots.bottom - dots.top);
+  const UniqueIcon picture = DrawIconPicture(icon, size);
+  DrawIconEx(device_, dots.left + (dots.right - dots.left - size) / 2,
+             dots.top + (dots.bottom - dots.top - size) / 2, picture.Get(), size, size, 0, nullptr,
+             DI_NORMAL);
+}
+
+Win32PictureBox::Win32PictureBox(Win32Form& form, const ControlDefinition& definition)
+    : Win32Control(form, definition, {PictureClass(), WS_CLIPSIBLINGS}),
+      back_colour_(definition.back_colour) {}
+
+void Win32PictureBox::SetBackColour(Colour colour) {
+  back_colour_ = colour;
+  Invalidate();
+}
+
+void Win32PictureBox::PostMouseDown() {
+  PostMessageW(Handle(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(0, 0));
+}
+
+void Win32PictureBox::Paint() {
+  PAINTSTRUCT paint;
+  const HDC screen = BeginPaint(Handle(), &paint);
+  RECT area;
+  GetClientRect(Handle(), &area);
+  const UniqueDevice memory(CreateCompatibleDC(screen));
+  const UniqueBitmap bitmap(CreateCompatibleBitmap(screen, std::max<LONG>(area.right, 1),
+                                                   std::max<LONG>(area.bottom, 1)));
+  const HGDIOBJ before = SelectObject(memory.Get(), bitmap.Get());
+  const UniqueBrush background(CreateSolidBrush(ToColorRef(back_colour_)));
+  FillRect(memory.Get(), &area, background.Get());
+  DeviceCanvas canvas(memory.Get(), {PlacedAt().width, PlacedAt().height}, Dpi(),
+                      TheForm().TheFonts());
+  on_paint.Raise(canvas);
+  BitBlt(screen, 0, 0, area.right, area.bottom, memory.Get(), 0, 0, SRCCOPY);
+  SelectObject(memory.Get(), before);
+  EndPaint(Handle(), &paint);
+}
+
+std::optional<LRESULT> Win32PictureBox::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
+  switch (message) {
+    case WM_PAINT:
+      Paint();
+      return 0;
+    case WM_ERASEBKGND:
+      return 1;
+    case WM_GETDLGCODE:
+      return DLGC_WANTARROWS | DLGC_WANTCHARS;
+    case WM_LBUTTONDOWN:
+      SetFocus();
+      SetCapture(Handle());
+      break;
+    case WM_LBUTTONDBLCLK:
+      SetCapture(Handle());
+      break;
+    case WM_LBUTTONUP:
+      ReleaseCapture();
+      break;
+    default:
+      break;
+  }
+  return Win32Control::OnMessage(message, wparam, lparam);
+}
+
+}  // namespace declarium::win32

@@ -1,0 +1,45 @@
+// A picture box: a window of our own class, painted through a bitmap.
+#pragma once
+
+#include "toolkit/picture_box.h"
+#include "toolkit/win32/control.h"
+#include "toolkit/win32/fonts.h"
+
+namespace declarium::win32 {
+
+class DeviceCanvas : public Canvas {
+ public:
+  DeviceCanvas(HDC device, Size extent, int dpi, const Fonts& fonts)
+      : device_(device), extent_(extent), dpi_(dpi), fonts_(fonts) {}
+
+  [[nodiscard]] Size Extent() const override { return extent_; }
+  void Fill(const Rect& area, Colour colour) override;
+  void Invert(const Rect& area) override;
+  void WriteText(const Rect& area, std::u16string_view text, FontRole font, Colour colour,
+                 Alignment alignment) override;
+  void DrawPicture(const Rect& area, Icon icon) override;
+
+ private:
+  HDC device_;
+  Size extent_;
+  int dpi_;
+  const Fonts& fonts_;
+};
+
+class Win32PictureBox : public Win32Control<PictureBox> {
+ public:
+  Win32PictureBox(Win32Form& form, const ControlDefinition& definition);
+
+  [[nodiscard]] Colour BackColour() const override { return back_colour_; }
+  void SetBackColour(Colour colour) override;
+  void Invalidate() override { InvalidateRect(Handle(), nullptr, FALSE); }
+  void PostMouseDown() override;
+
+ private:
+  std::optional<LRESULT> OnMessage(UINT message, WPARAM wparam, LPARAM lparam) override;
+  void Paint();
+
+  Colour back_colour_;
+};
+
+}  // namespace declarium::win32

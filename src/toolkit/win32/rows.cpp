@@ -1,0 +1,90 @@
+#include "toolkit/win32/rows.h"
+
+#include "toolkit/win32/scale.h"
+
+namespace declarium::win32 {
+
+namespace {
+
+constexpr int kDropDownHeight = 240;
+constexpr int kComboBorders = 6;  // around the closed combo box's text, in dots
+
+}  // namespace
+
+std::u16string RowWindow::Text(int row) const {
+  const int length = row < 0 ? LB_ERR : Send(messages_.get_text_length, row);
+  if (length < 0) return {};
+  std::u16string text(static_cast<std::size_t>(length), u'\0');
+  Send(messages_.get_text, row, reinterpret_cast<LPARAM>(text.data()));
+  return text;
+}
+
+void RowWindow::Add(std::u16string_view text) {
+  const std::u16string terminated(text);
+  Send(messages_.add, 0, TextParameter(terminated));
+}
+
+void RowWindow::Add(std::span<const std::u16string> rows) {
+  std::size_t units = 0;
+  for (const std::u16string& row : rows) units += row.size() + 1;
+  SendMessageW(window_, WM_SETREDRAW, FALSE, 0);
+  Send(messages_.reserve, static_cast<int>(rows.size()),
+       static_cast<LPARAM>(units * sizeof(char16_t)));
+  for (const std::u16string& row : rows) Send(messages_.add, 0, TextParameter(row));
+  SendMessageW(window_, WM_SETREDRAW, TRUE, 0);
+  InvalidateRect(window_, nullptr, TRUE);
+}
+
+void RowWindow::Remove(int row) {
+  if (row < 0 || row >= Count()) return;
+  // The two native controls differ in what becomes of the selection.
+  const int selected = Selection();
+  Send(messages_.remove, row);
+  if (selected == row) {
+    Select(-1);
+  } else if (selected >= 0) {
+    Select(selected > row ? selected - 1 : selected);
+  }
+}
+
+int RowWindow::Find(const std::u16string& text) const {
+  // The native search ignores case and goes around the end.
+  int previous = -1;
+  while (true) {
+    const int row = Send(messages_.find, previous, TextParameter(text));
+    if (row <= previous) return -1;
+    if (Text(row) == text) return row;
+    previous = row;
+  }
+}
+
+Win32ListBox::Win32ListBox(Win32Form& form, const ControlDefinition& definition)
+    : Win32Rows(form, definition,
+                {L"LISTBOX", WS_VSCROLL | WS_CLIPSIBLINGS | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT,
+                 WS_EX_CLIENTEDGE},
+                kListBoxMessages) {}
+
+Win32ComboBox::Win32ComboBox(Win32Form& form, const ControlDefinition& definition)
+    : Win32Rows(form, definition, {L"COMBOBOX", WS_VSCROLL | WS_CLIPSIBLINGS | CBS_DROPDOWNLIST},
+                kComboBoxMessages) {
+  FitHeight();
+  Place(definition.bounds);
+}
+
+void Win32ComboBox::OnResolutionChanged() {
+  Win32Rows::OnResolutionChanged();
+  FitHeight();
+}
+
+void Win32ComboBox::FitHeight() {
+  const int height = ToDots(PlacedAt().height, Dpi()) - kComboBorders;
+  Send(CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), height);
+}
+
+RECT Win32ComboBox::NativeBounds() const {
+  Rect bounds = PlacedAt();
+  bounds.height += kDropDownHeight;  // the native height counts the opened list
+  return ToDots(bounds, Dpi());
+}
+
+}  // namespace declarium::win32

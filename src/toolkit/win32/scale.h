@@ -1,0 +1,31 @@
+// From pixels at 96 dpi to the dots of a screen and back.
+#pragma once
+
+#include "toolkit/colour.h"
+#include "toolkit/geometry.h"
+#include "toolkit/win32/system.h"
+
+namespace declarium::win32 {
+
+[[nodiscard]] inline int ToDots(int pixels, int dpi) {
+  return MulDiv(pixels, dpi, 96);
+}
+[[nodiscard]] inline int ToPixels(int dots, int dpi) {
+  return MulDiv(dots, 96, dpi);
+}
+// Rounded down, so that what is placed within the result is within the dots too.
+[[nodiscard]] inline int ToPixelsInside(int dots, int dpi) {
+  return dots * 96 / dpi;
+}
+
+// Neighbouring rectangles stay neighbours: edges are scaled, not sizes.
+[[nodiscard]] inline RECT ToDots(const Rect& r, int dpi) {
+  return {ToDots(r.left, dpi), ToDots(r.top, dpi), ToDots(r.left + r.width, dpi),
+          ToDots(r.top + r.height, dpi)};
+}
+
+[[nodiscard]] inline COLORREF ToColorRef(Colour colour) {
+  return IsSystemColour(colour) ? GetSysColor(static_cast<int>(colour & 0xFF)) : colour & 0xFFFFFF;
+}
+
+}  // namespace declarium::win32

@@ -1,0 +1,165 @@
+#include "toolkit/win32/text.h"
+
+#include <algorithm>
+#include <cwchar>
+
+#include "toolkit/win32/fonts.h"
+#include "toolkit/win32/scale.h"
+#include "toolkit/win32/system.h"
+
+namespace declarium::win32 {
+
+namespace {
+
+constexpr WPARAM kMostText = 0x7FFFFFFE;
+
+NativeClass TextBoxClass(const ControlDefinition& definition) {
+  DWORD style = WS_CLIPSIBLINGS | ES_AUTOHSCROLL;
+  if (definition.kind == ControlKind::kMultiLineTextBox) {
+    style |= ES_MULTILINE | ES_WANTRETURN | ES_AUTOVSCROLL | WS_VSCROLL | WS_HSCROLL;
+  }
+  return {L"EDIT", style, WS_EX_CLIENTEDGE};
+}
+
+NativeClass RichTextClass() {
+  // Loaded for the rest of the program's life: its window class is needed that long.
+  static const HMODULE library = LoadLibraryW(L"riched20.dll");
+  static_cast<void>(library);
+  return {L"RichEdit20W",
+          WS_CLIPSIBLINGS | WS_VSCROLL | WS_HSCROLL | ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL |
+              ES_AUTOHSCROLL | ES_NOHIDESEL,
+          WS_EX_CLIENTEDGE};
+}
+
+CHARFORMAT2W CodeFormat() {
+  CHARFORMAT2W format{};
+  format.cbSize = sizeof format;
+  format.dwMask = CFM_FACE | CFM_SIZE | CFM_CHARSET | CFM_BOLD;
+  format.yHeight = kCodePoints * 20;
+  format.bCharSet = DEFAULT_CHARSET;
+  std::wcsncpy(format.szFaceName, FindCodeFace(), LF_FACESIZE - 1);
+  return format;
+}
+
+}  // namespace
+
+Win32TextBox::Win32TextBox(Win32Form& form, const ControlDefinition& definition)
+    : Win32Control(form, definition, TextBoxClass(definition)) {
+  Send(EM_LIMITTEXT, kMostText);
+}
+
+int Win32TextBox::SelectionStart() const {
+  DWORD start = 0;
+  Send(EM_GETSEL, reinterpret_cast<WPARAM>(&start), 0);
+  return static_cast<int>(start);
+}
+
+int Win32TextBox::SelectionLength() const {
+  DWORD start = 0, end = 0;
+  Send(EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
+  return static_cast<int>(end - start);
+}
+
+void Win32TextBox::Select(int start, int length) {
+  const int size = GetWindowTextLengthW(Handle());
+  const int begin = std::clamp(start, 0, size);
+  const int end = begin + std::clamp(length, 0, size - begin);
+  Send(EM_SETSEL, static_cast<WPARAM>(begin), end);
+  Send(EM_SCROLLCARET);
+}
+
+void Win32TextBox::ShowText(std::u16string_view text) {
+  showing_ = true;
+  SetWindowTextW(Handle(), Wide(std::u16string(text)));
+  showing_ = false;
+}
+
+void Win32TextBox::OnCommand(int code) {
+  if (code == EN_CHANGE && !showing_) on_change.Raise();
+}
+
+Win32RichText::Win32RichText(Win32Form& form, const ControlDefinition& definition)
+    : Win32Control(form, definition, RichTextClass()) {
+  Send(EM_EXLIMITTEXT, 0, kMostText);
+  Send(EM_SETBKGNDCOLOR, FALSE, static_cast<LPARAM>(ToColorRef(kWindowColour)));
+  Clear();
+}
+
+void Win32RichText::SetVisible(bool visible) {
+  Flush();
+  Win32Control::SetVisible(visible);
+}
+
+void Win32RichText::Refresh() {
+  Flush();
+  Win32Control::Refresh();
+}
+
+void Win32RichText::Clear() {
+  pending_.clear();
+  SetWindowTextW(Handle(), L"");
+  const CHARFORMAT2W format = CodeFormat();
+  Send(EM_SETCHARFORMAT, SCF_ALL, reinterpret_cast<LPARAM>(&format));
+}
+
+void Win32RichText::SetInsertionColour(Colour colour) {
+  if (colour == colour_) return;
+  Flush();
+  colour_ = colour;
+}
+
+void Win32RichText::Flush() const {
+  if (pending_.empty()) return;
+  const LONG behind = GetWindowTextLengthW(Handle());  // at least the number of positions
+  CHARRANGE end{behind, behind};
+  Send(EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&end));
+  CHARFORMAT2W format = CodeFormat();
+  format.dwMask |= CFM_COLOR;
+  format.crTextColor = ToColorRef(colour_);
+  Send(EM_SETCHARFORMAT, SCF_SELECTION, reinterpret_cast<LPARAM>(&format));
+  Send(EM_REPLACESEL, FALSE, TextParameter(pending_));
+  pending_.clear();
+}
+
+void Win32RichText::SetCaretToStart() {
+  Flush();
+  CHARRANGE start{0, 0};
+  Send(EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&start));
+  Send(WM_VSCROLL, SB_TOP);
+  Send(WM_HSCROLL, SB_LEFT);
+}
+
+std::u16string Win32RichText::Text() const {
+  std::u16string text = WindowText(Handle());
+  return text + pending_;
+}
+
+Colour Win32RichText::ColourAt(int position) const {
+  CHARRANGE one{position, position + 1};
+  Send(EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&one));
+  CHARFORMAT2W format{};
+  format.cbSize = sizeof format;
+  Send(EM_GETCHARFORMAT, SCF_SELECTION, reinterpret_cast<LPARAM>(&format));
+  return format.crTextColor;
+}
+
+std::vector<ColouredRun> Win32RichText::Runs() const {
+  Flush();
+  CHARRANGE selection{};
+  Send(EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&selection));
+  std::vector<ColouredRun> runs;
+  int position = 0;  // the native control counts one position for a line end
+  for (const char16_t unit : Text()) {
+    if (unit == u'\n') {
+      runs.back().text += unit;
+      continue;
+    }
+    const Colour colour = ColourAt(position++);
+    if (runs.empty() || runs.back().colour != colour) runs.push_back({colour});
+    runs.back().text += unit;
+  }
+  Send(EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&selection));
+  return runs;
+}
+
+}  // namespace declarium::win32

@@ -1,0 +1,48 @@
+// The native text box, and the coloured display over the system's rich-text control.
+#pragma once
+
+#include "toolkit/rich_text.h"
+#include "toolkit/text_box.h"
+#include "toolkit/win32/control.h"
+
+namespace declarium::win32 {
+
+class Win32TextBox : public Win32Control<TextBox> {
+ public:
+  Win32TextBox(Win32Form& form, const ControlDefinition& definition);
+
+  [[nodiscard]] std::u16string Text() const override { return WindowText(Handle()); }
+  [[nodiscard]] int SelectionStart() const override;
+  [[nodiscard]] int SelectionLength() const override;
+  void Select(int start, int length) override;
+  void OnCommand(int code) override;
+
+ private:
+  void ShowText(std::u16string_view text) override;
+
+  bool showing_ = false;  // the native change notification is not the user's
+};
+
+class Win32RichText : public Win32Control<RichText> {
+ public:
+  Win32RichText(Win32Form& form, const ControlDefinition& definition);
+
+  void SetVisible(bool visible) override;
+  void Clear() override;
+  void SetInsertionColour(Colour colour) override;
+  void Insert(std::u16string_view text) override { pending_ += text; }
+  void SetCaretToStart() override;
+  [[nodiscard]] std::u16string Text() const override;
+  [[nodiscard]] std::vector<ColouredRun> Runs() const override;
+  void Refresh() override;
+
+ private:
+  // Writes the pieces that were inserted in one colour at once.
+  void Flush() const;
+  [[nodiscard]] Colour ColourAt(int position) const;
+
+  mutable std::u16string pending_;
+  Colour colour_ = kBlack;
+};
+
+}  // namespace declarium::win32

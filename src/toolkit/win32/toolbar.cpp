@@ -1,0 +1,80 @@
+#include "toolkit/win32/toolbar.h"
+
+#include <stdexcept>
+
+#include "toolkit/win32/scale.h"
+
+namespace declarium::win32 {
+
+Win32Toolbar::Win32Toolbar(Win32Form& form, const ControlDefinition& definition)
+    : Win32Control(form, definition,
+                   {TOOLBARCLASSNAMEW, WS_CLIPSIBLINGS | TBSTYLE_FLAT | TBSTYLE_TOOLTIPS |
+                                           CCS_NORESIZE | CCS_NODIVIDER | CCS_NOPARENTALIGN}),
+      buttons_(definition.buttons) {
+  Send(TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON));
+  LoadPictures();
+  AddButtons();
+}
+
+void Win32Toolbar::LoadPictures() {
+  const int size = SmallIconSize(Dpi());
+  UniqueImageList normal = DrawImageList(size);
+  UniqueImageList disabled = DrawImageList(size, Look::kDisabled);
+  Send(TB_SETBITMAPSIZE, 0, MAKELPARAM(size, size));
+  Send(TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(normal.Get()));
+  Send(TB_SETDISABLEDIMAGELIST, 0, reinterpret_cast<LPARAM>(disabled.Get()));
+  const int side = ToDots(24, Dpi());
+  Send(TB_SETBUTTONSIZE, 0, MAKELPARAM(side, side));
+  normal_ = std::move(normal);
+  disabled_ = std::move(disabled);
+}
+
+void Win32Toolbar::AddButtons() {
+  int id = 0;
+  for (const ToolbarButtonDefinition& button : buttons_) {
+    TBBUTTON native{};
+    native.idCommand = id++;
+    const bool gap = button.key.empty();
+    native.fsStyle = gap ? BTNS_SEP : BTNS_BUTTON;
+    native.iBitmap = gap ? 0 : static_cast<int>(button.icon);
+    native.fsState = button.enabled ? TBSTATE_ENABLED : 0;
+    tips_.emplace_back(button.tooltip);
+    Send(TB_ADDBUTTONSW, 1, reinterpret_cast<LPARAM>(&native));
+  }
+}
+
+void Win32Toolbar::OnResolutionChanged() {
+  LoadPictures();
+  Win32Control::OnResolutionChanged();
+}
+
+int Win32Toolbar::IdOf(std::string_view key) const {
+  for (std::size_t id = 0; id < buttons_.size(); ++id) {
+    if (!key.empty() && buttons_[id].key == key) return static_cast<int>(id);
+  }
+  throw std::logic_error(Name() + " has no button " + std::string(key));
+}
+
+bool Win32Toolbar::ButtonEnabled(std::string_view key) const {
+  return Send(TB_ISBUTTONENABLED, static_cast<WPARAM>(IdOf(key))) != 0;
+}
+
+void Win32Toolbar::SetButtonEnabled(std::string_view key, bool enabled) {
+  Send(TB_ENABLEBUTTON, static_cast<WPARAM>(IdOf(key)), MAKELPARAM(enabled, 0));
+}
+
+void Win32Toolbar::OnButton(int id) {
+  if (id < 0 || id >= static_cast<int>(buttons_.size())) return;
+  on_button_click.Raise(buttons_[static_cast<std::size_t>(id)].key);
+}
+
+std::optional<LRESULT> Win32Toolbar::OnNotify(NMHDR& header) {
+  if (header.code != TBN_GETINFOTIPW) return std::nullopt;
+  auto& info = reinterpret_cast<NMTBGETINFOTIPW&>(header);
+  if (info.iItem >= 0 && info.iItem < static_cast<int>(tips_.size())) {
+    lstrcpynW(info.pszText, Wide(tips_[static_cast<std::size_t>(info.iItem)]), info.cchTextMax);
+  }
+  return 0;
+}
+
+}  // namespace declarium::win32

@@ -1,0 +1,37 @@
+// The native toolbar.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "toolkit/toolbar.h"
+#include "toolkit/win32/control.h"
+#include "toolkit/win32/icons.h"
+#include "toolkit/win32/system.h"
+
+namespace declarium::win32 {
+
+class Win32Toolbar : public Win32Control<Toolbar> {
+ public:
+  Win32Toolbar(Win32Form& form, const ControlDefinition& definition);
+
+  [[nodiscard]] bool ButtonEnabled(std::string_view key) const override;
+  void SetButtonEnabled(std::string_view key, bool enabled) override;
+
+  // A command from the button with this identifier.
+  void OnButton(int id);
+  std::optional<LRESULT> OnNotify(NMHDR& header) override;
+  void OnResolutionChanged() override;
+
+ private:
+  [[nodiscard]] int IdOf(std::string_view key) const;
+  void AddButtons();
+  void LoadPictures();
+
+  std::span<const ToolbarButtonDefinition> buttons_;
+  std::vector<std::u16string> tips_;
+  UniqueImageList normal_;
+  UniqueImageList disabled_;
+};
+
+}  // namespace declarium::win32

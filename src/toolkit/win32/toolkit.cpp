@@ -1,0 +1,156 @@
+#include "toolkit/win32/toolkit.h"
+
+#include <algorithm>
+
+#include "toolkit/win32/form.h"
+#include "toolkit/win32/system.h"
+#include "toolkit/win32/wide.h"
+
+namespace declarium::win32 {
+
+namespace {
+
+const wchar_t* CursorOf(MousePointer pointer) {
+  switch (pointer) {
+    case MousePointer::kSizeNorthSouth:
+      return IDC_SIZENS;
+    case MousePointer::kSizeWestEast:
+      return IDC_SIZEWE;
+    case MousePointer::kHourglass:
+      return IDC_WAIT;
+    default:
+      return IDC_ARROW;
+  }
+}
+
+}  // namespace
+
+Win32Toolkit::Win32Toolkit() {
+  const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_WIN95_CLASSES | ICC_STANDARD_CLASSES |
+                                                         ICC_BAR_CLASSES | ICC_LISTVIEW_CLASSES |
+                                                         ICC_PROGRESS_CLASS};
+  InitCommonControlsEx(&classes);
+  OleInitialize(nullptr);
+  custom_colours_.fill(RGB(255, 255, 255));
+}
+
+Win32Toolkit::~Win32Toolkit() {
+  OleUninitialize();
+}
+
+std::unique_ptr<Form> Win32Toolkit::CreateForm(const FormDefinition& definition) {
+  RequireValid(definition);
+  return std::make_unique<Win32Form>(*this, definition);
+}
+
+void Win32Toolkit::Unregister(Win32Form& form) {
+  std::erase(forms_, &form);
+  if (active_ == &form) active_ = nullptr;
+}
+
+bool Win32Toolkit::UnloadAllForms() {
+  const std::vector<Win32Form*> forms(forms_.rbegin(), forms_.rend());
+  return std::ranges::all_of(forms, [](Win32Form* form) { return form->Unload(); });
+}
+
+void Win32Toolkit::Dispatch(MSG& message) {
+  const HWND root = GetAncestor(message.hwnd, GA_ROOT);
+  const auto form = std::ranges::find(forms_, root, &Win32Form::Window);
+  if (form != forms_.end() && root && (*form)->TranslateKey(message)) return;
+  TranslateMessage(&message);
+  DispatchMessageW(&message);
+}
+
+void Win32Toolkit::ProcessPendingEvents() {
+  MSG message;
+  while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+    if (message.message == WM_QUIT) {
+      Quit(static_cast<int>(message.wParam));
+    } else {
+      Dispatch(message);
+    }
+  }
+}
+
+void Win32Toolkit::RunUntil(const std::function<bool()>& done) {
+  MSG message;
+  while (!done() && !exit_code_) {
+    if (GetMessageW(&message, nullptr, 0, 0) <= 0) {
+      Quit(static_cast<int>(message.wParam));
+    } else {
+      Dispatch(message);
+    }
+  }
+}
+
+int Win32Toolkit::Run() {
+  exit_code_.reset();
+  RunUntil([] { return false; });
+  return exit_code_.value_or(0);
+}
+
+void Win32Toolkit::Quit(int exit_code) {
+  exit_code_ = exit_code;
+  PostThreadMessageW(GetCurrentThreadId(), WM_NULL, 0, 0);  // wakes the loops that wait
+}
+
+void Win32Toolkit::FormActivated(Win32Form& form) {
+  if (active_ == &form) return;
+  Win32Form* previous = std::exchange(active_, &form);
+  if (previous && previous->Visible()) previous->on_deactivate.Raise();
+  form.on_activate.Raise();
+}
+
+void Win32Toolkit::FormHidden(Win32Form& form) {
+  if (active_ == &form) active_ = nullptr;
+}
+
+void Win32Toolkit::ControlFocused(Control* control) {
+  if (control == focused_) return;
+  Control* previous = std::exchange(focused_, control);
+  if (previous) previous->on_lost_focus.Raise();
+  if (control && focused_ == control) control->on_got_focus.Raise();
+}
+
+void Win32Toolkit::SetPointer(MousePointer pointer) {
+  pointer_ = pointer;
+  // The window under the pointer chooses again when the program's pointer is gone.
+  if (!ShowPointer(MousePointer::kDefault)) {
+    POINT at;
+    if (GetCursorPos(&at)) SetCursorPos(at.x, at.y);
+  }
+}
+
+bool Win32Toolkit::ShowPointer(MousePointer own) const {
+  const MousePointer shown = pointer_ == MousePointer::kDefault ? own : pointer_;
+  if (shown == MousePointer::kDefault) return false;
+  SetCursor(LoadCursorW(nullptr, CursorOf(shown)));
+  return true;
+}
+
+HWND Win32Toolkit::OwnerWindow() const {
+  return active_ && active_->Visible() ? active_->Window() : nullptr;
+}
+
+ModalScope::ModalScope(Win32Toolkit& toolkit, const Win32Form* except) : toolkit_(toolkit) {
+  for (Win32Form* form : toolkit.Forms()) {
+    if (form == except) continue;
+    form->Block();
+    blocked_.push_back(form);
+  }
+  toolkit_.BeginModal();
+}
+
+ModalScope::~ModalScope() {
+  Unblock();
+  toolkit_.EndModal();
+}
+
+void ModalScope::Unblock() {
+  for (Win32Form* form : blocked_) {
+    if (std::ranges::find(toolkit_.Forms(), form) != toolkit_.Forms().end()) form->Unblock();
+  }
+  blocked_.clear();
+}
+
+}  // namespace declarium::win32

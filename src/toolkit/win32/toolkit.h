@@ -1,0 +1,95 @@
+// The backend with real windows.
+#pragma once
+
+#include <array>
+#include <functional>
+#include <vector>
+
+#include "toolkit/toolkit.h"
+#include "toolkit/win32/system.h"
+
+namespace declarium::win32 {
+
+class Win32Form;
+
+class Win32Toolkit : public Toolkit {
+ public:
+  Win32Toolkit();
+  ~Win32Toolkit() override;
+
+  [[nodiscard]] std::unique_ptr<Form> CreateForm(const FormDefinition& definition) override;
+  void SetApplicationTitle(std::u16string_view title) override { title_ = title; }
+
+  Answer ShowMessage(const Message& message) override;
+  [[nodiscard]] std::u16string AskText(std::u16string_view prompt,
+                                       std::u16string_view initial_text) override;
+  [[nodiscard]] std::optional<std::u16string> ChooseFileToOpen(const FileDialog& dialog) override;
+  [[nodiscard]] std::optional<std::u16string> ChooseFileToSave(const FileDialog& dialog) override;
+  [[nodiscard]] std::optional<Colour> ChooseColour(Colour initial) override;
+
+  [[nodiscard]] std::u16string ClipboardText() const override;
+  void SetClipboardText(std::u16string_view text) override;
+  void ClearClipboard() override;
+
+  [[nodiscard]] MousePointer Pointer() const override { return pointer_; }
+  void SetPointer(MousePointer pointer) override;
+
+  void ProcessPendingEvents() override;
+  int Run() override;
+  void Quit(int exit_code) override;
+  [[nodiscard]] std::uint32_t TickCount() const override { return GetTickCount(); }
+  [[nodiscard]] bool IsModalOpen() const override { return open_dialogs_ > 0; }
+  bool UnloadAllForms() override;
+
+  // The backend's side.
+  [[nodiscard]] const std::vector<Win32Form*>& Forms() const { return forms_; }
+  void Register(Win32Form& form) { forms_.push_back(&form); }
+  void Unregister(Win32Form& form);
+  // Handles events until `done` holds or the program is to end.
+  void RunUntil(const std::function<bool()>& done);
+  // The form became the active one: on_deactivate of the last one, on_activate.
+  void FormActivated(Win32Form& form);
+  void FormHidden(Win32Form& form);
+  [[nodiscard]] Win32Form* ActiveForm() const { return active_; }
+  // The control has the focus: on_lost_focus of the last one, on_got_focus.
+  void ControlFocused(Control* control);
+  [[nodiscard]] Control* FocusedControl() const { return focused_; }
+  // Shows the program's pointer or, when that is the default, `own`. False when both are default.
+  [[nodiscard]] bool ShowPointer(MousePointer own) const;
+
+  void BeginModal() { ++open_dialogs_; }
+  void EndModal() { --open_dialogs_; }
+  // The focused control is going away; no event.
+  void ForgetFocus() { focused_ = nullptr; }
+
+ private:
+  void Dispatch(MSG& message);
+  // The window that dialogs stand in front of.
+  [[nodiscard]] HWND OwnerWindow() const;
+
+  std::u16string title_;
+  std::vector<Win32Form*> forms_;
+  Win32Form* active_ = nullptr;
+  Control* focused_ = nullptr;
+  MousePointer pointer_ = MousePointer::kDefault;
+  std::array<COLORREF, 16> custom_colours_;
+  int open_dialogs_ = 0;
+  std::optional<int> exit_code_;
+};
+
+// While it lives, the forms that were there before take no input, but for `except`.
+class ModalScope {
+ public:
+  ModalScope(Win32Toolkit& toolkit, const Win32Form* except);
+  ~ModalScope();
+  ModalScope(const ModalScope&) = delete;
+  ModalScope& operator=(const ModalScope&) = delete;
+  // Ends it early.
+  void Unblock();
+
+ private:
+  Win32Toolkit& toolkit_;
+  std::vector<Win32Form*> blocked_;
+};
+
+}  // namespace declarium::win32

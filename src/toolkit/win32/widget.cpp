@@ -1,0 +1,211 @@
+#include "toolkit/win32/widget.h"
+
+#include "toolkit/win32/form.h"
+#include "toolkit/win32/scale.h"
+#include "toolkit/win32/system.h"
+#include "toolkit/win32/toolkit.h"
+#include "toolkit/win32/wide.h"
+
+namespace declarium::win32 {
+
+namespace {
+
+constexpr UINT_PTR kSubclass = 1;
+constexpr const wchar_t* kWidgetProperty = L"DeclariumWidget";
+
+std::u16string NameOf(const Component& component) {
+  return {component.Name().begin(), component.Name().end()};
+}
+
+Modifiers HeldModifiers() {
+  return {.shift = GetKeyState(VK_SHIFT) < 0,
+          .control = GetKeyState(VK_CONTROL) < 0,
+          .alt = GetKeyState(VK_MENU) < 0};
+}
+
+MouseButton HeldButton(WPARAM keys) {
+  if (keys & MK_LBUTTON) return MouseButton::kLeft;
+  if (keys & MK_RBUTTON) return MouseButton::kRight;
+  return keys & MK_MBUTTON ? MouseButton::kMiddle : MouseButton::kNone;
+}
+
+// Characters that a one-line window only answers with a beep.
+bool IsDialogCharacter(WPARAM character) {
+  return character == VK_RETURN || character == VK_ESCAPE || character == VK_TAB;
+}
+
+}  // namespace
+
+const Widget::Entry Widget::kHandlers[] = {
+    {WM_SETFOCUS, &Widget::OnSetFocus},
+    {WM_KEYDOWN, &Widget::OnKeyDown},
+    {WM_CHAR, &Widget::OnChar},
+    {WM_SETCURSOR, &Widget::OnSetCursor},
+    {WM_MOUSEMOVE, &Widget::OnMouseMove},
+    {WM_LBUTTONDOWN, &Widget::OnLeftDown},
+    {WM_RBUTTONDOWN, &Widget::OnRightDown},
+    {WM_LBUTTONUP, &Widget::OnLeftUp},
+    {WM_RBUTTONUP, &Widget::OnRightUp},
+    {WM_LBUTTONDBLCLK, &Widget::OnDoubleClick},
+};
+
+Widget::Widget(Win32Form& form, Control& control, const ControlDefinition& definition,
+               const NativeClass& native)
+    : form_(form), control_(&control), bounds_(definition.bounds), font_(definition.font) {
+  const std::u16string caption(definition.caption);
+  const DWORD style = WS_CHILD | native.style | (definition.visible ? WS_VISIBLE : 0) |
+                      (definition.enabled ? 0 : WS_DISABLED) |
+                      (IsTabStop(definition) ? WS_TABSTOP : 0);
+  const RECT place = ToDots(bounds_, Dpi());
+  window_.Reset(CreateWindowExW(native.extended_style, native.name, Wide(caption), style,
+                                place.left, place.top, place.right - place.left,
+                                place.bottom - place.top, form.Window(), nullptr,
+                                GetModuleHandleW(nullptr), nullptr));
+  SetWindowSubclass(Handle(), Procedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));
+  SetPropW(Handle(), kWidgetProperty, this);
+  Mark();
+  ApplyFont();
+}
+
+Widget::~Widget() {
+  RemoveWindowSubclass(Handle(), Procedure, kSubclass);
+  RemovePropW(Handle(), kWidgetProperty);
+  Unmark();
+}
+
+void Widget::Mark() {
+  const ATOM name = GlobalAddAtomW(Wide(NameOf(*control_)));
+  SetPropW(Handle(), L"Name", reinterpret_cast<HANDLE>(static_cast<UINT_PTR>(name)));
+}
+
+void Widget::Unmark() {
+  const HANDLE name = RemovePropW(Handle(), L"Name");
+  if (name) GlobalDeleteAtom(static_cast<ATOM>(reinterpret_cast<UINT_PTR>(name)));
+}
+
+Widget* Widget::Of(HWND window) {
+  return static_cast<Widget*>(GetPropW(window, kWidgetProperty));
+}
+
+int Widget::Dpi() const {
+  return form_.Dpi();
+}
+
+void Widget::ApplyFont() {
+  Send(WM_SETFONT, reinterpret_cast<WPARAM>(form_.TheFonts().Get(font_)), TRUE);
+}
+
+RECT Widget::NativeBounds() const {
+  return ToDots(bounds_, Dpi());
+}
+
+void Widget::Place(const Rect& bounds) {
+  bounds_ = bounds;
+  const RECT place = NativeBounds();
+  SetWindowPos(Handle(), nullptr, place.left, place.top, place.right - place.left,
+               place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void Widget::OnResolutionChanged() {
+  ApplyFont();
+  Place(bounds_);
+}
+
+Point Widget::ToPoint(LPARAM dots) const {
+  return {ToPixels(GET_X_LPARAM(dots), Dpi()), ToPixels(GET_Y_LPARAM(dots), Dpi())};
+}
+
+MouseEvent Widget::MouseEventOf(MouseButton button, WPARAM keys, LPARAM dots) const {
+  return {.button = button,
+          .at = ToPoint(dots),
+          .modifiers = {.shift = (keys & MK_SHIFT) != 0,
+                        .control = (keys & MK_CONTROL) != 0,
+                        .alt = GetKeyState(VK_MENU) < 0}};
+}
+
+LRESULT Widget::PassOn(UINT message, WPARAM wparam, LPARAM lparam) const {
+  return DefSubclassProc(Handle(), message, wparam, lparam);
+}
+
+LRESULT CALLBACK Widget::Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam,
+                                   UINT_PTR, DWORD_PTR self) noexcept {
+  Widget& widget = *reinterpret_cast<Widget*>(self);
+  const auto answer = widget.OnMessage(message, wparam, lparam);
+  return answer ? *answer : DefSubclassProc(window, message, wparam, lparam);
+}
+
+std::optional<LRESULT> Widget::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
+  if (!form_.IsLoaded()) return std::nullopt;
+  for (const Entry& entry : kHandlers) {
+    if (entry.message == message) return (this->*entry.handler)(wparam, lparam);
+  }
+  return std::nullopt;
+}
+
+std::optional<LRESULT> Widget::OnSetFocus(WPARAM wparam, LPARAM lparam) {
+  const LRESULT result = PassOn(WM_SETFOCUS, wparam, lparam);
+  form_.FocusArrived(*control_);
+  return result;
+}
+
+std::optional<LRESULT> Widget::OnKeyDown(WPARAM wparam, LPARAM) {
+  KeyDown event{.code = static_cast<int>(wparam), .modifiers = HeldModifiers()};
+  const HWND window = Handle();
+  control_->on_key_down.Raise(event);
+  if (event.code != 0) return std::nullopt;
+  // The character of the key is in the queue already.
+  MSG message;
+  while (PeekMessageW(&message, window, WM_CHAR, WM_DEADCHAR, PM_REMOVE)) {
+  }
+  return 0;
+}
+
+std::optional<LRESULT> Widget::OnChar(WPARAM wparam, LPARAM lparam) {
+  KeyPress event{.character = static_cast<char16_t>(wparam)};
+  control_->on_key_press.Raise(event);
+  if (event.character == 0) return 0;
+  const bool one_line = (Send(WM_GETDLGCODE) & DLGC_WANTALLKEYS) == 0;
+  if (one_line && IsDialogCharacter(event.character)) return 0;
+  return PassOn(WM_CHAR, event.character, lparam);
+}
+
+std::optional<LRESULT> Widget::OnSetCursor(WPARAM, LPARAM lparam) {
+  if (LOWORD(lparam) != HTCLIENT) return std::nullopt;
+  if (!form_.TheToolkit().ShowPointer(control_->Pointer())) return std::nullopt;
+  return TRUE;
+}
+
+std::optional<LRESULT> Widget::OnMouseMove(WPARAM wparam, LPARAM lparam) {
+  control_->on_mouse_move.Raise(MouseEventOf(HeldButton(wparam), wparam, lparam));
+  return std::nullopt;
+}
+
+std::optional<LRESULT> Widget::OnLeftDown(WPARAM wparam, LPARAM lparam) {
+  control_->on_mouse_down.Raise(MouseEventOf(MouseButton::kLeft, wparam, lparam));
+  return std::nullopt;
+}
+
+std::optional<LRESULT> Widget::OnRightDown(WPARAM wparam, LPARAM lparam) {
+  control_->on_mouse_down.Raise(MouseEventOf(MouseButton::kRight, wparam, lparam));
+  return std::nullopt;
+}
+
+std::optional<LRESULT> Widget::OnLeftUp(WPARAM wparam, LPARAM lparam) {
+  const LRESULT result = PassOn(WM_LBUTTONUP, wparam, lparam);
+  control_->on_mouse_up.Raise(MouseEventOf(MouseButton::kLeft, wparam, lparam));
+  return result;
+}
+
+std::optional<LRESULT> Widget::OnRightUp(WPARAM wparam, LPARAM lparam) {
+  const LRESULT result = PassOn(WM_RBUTTONUP, wparam, lparam);
+  control_->on_mouse_up.Raise(MouseEventOf(MouseButton::kRight, wparam, lparam));
+  return result;
+}
+
+std::optional<LRESULT> Widget::OnDoubleClick(WPARAM wparam, LPARAM lparam) {
+  const LRESULT result = PassOn(WM_LBUTTONDBLCLK, wparam, lparam);
+  control_->on_double_click.Raise();
+  return result;
+}
+
+}  // namespace declarium::win32
