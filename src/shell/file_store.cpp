@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <memory>
 #include <system_error>
 
 #include "basic/text.h"
@@ -68,9 +69,11 @@ std::optional<FileStore::NamedValue> FileStore::ParseLine(std::string_view line)
   const auto second = first == line.npos ? first : line.find(' ', first + 1);
   if (second == line.npos) return std::nullopt;
   NamedValue named;
-  const auto parsed = std::from_chars(line.data(), line.data() + first, named.value.type);
+  const std::string_view type = line.substr(0, first);
+  const char* const type_end = std::to_address(type.end());
+  const auto parsed = std::from_chars(std::to_address(type.begin()), type_end, named.value.type);
   auto bytes = FromHex(line.substr(first + 1, second - first - 1));
-  if (parsed.ec != std::errc() || parsed.ptr != line.data() + first || !bytes) return std::nullopt;
+  if (parsed.ec != std::errc() || parsed.ptr != type_end || !bytes) return std::nullopt;
   named.value.bytes = std::move(*bytes);
   named.name = FromUtf8(line.substr(second + 1));
   return named;
