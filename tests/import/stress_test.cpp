@@ -24,7 +24,7 @@ std::string Module(std::size_t lines) {
   const char* const kLines[] = {
       "Attribute VB_Name = \"Module%\"",
       "Public Const WM_FIRST% As Long = &H400 + %",
-      "Private Const  TITLE% = \"it's number %\"   '   a  note",
+      "Private Const TITLE% = \"it's number %\"   '   a  note",
       "\tConst Asterisk% = 1",
       "Const",
       "Const  Nameless% = 1",
