@@ -94,7 +94,7 @@ std::string DeclareTranslator::NameFor(const Function& function) const {
   const std::string& name = function.name;
   if (name.ends_with('A')) {
     const std::string plain = name.substr(0, name.size() - 1);
-    if (function_names_.contains(plain + "W") && libraries_.Find(plain) == nullptr)
+    if (function_names_.contains(plain + "W") && !function_names_.contains(plain))
       return ProcedureName(plain);
   }
   return ProcedureName(name);

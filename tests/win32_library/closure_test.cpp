@@ -1,0 +1,97 @@
+// What the command-line tool writes for a procedure with everything it needs.
+#include <fstream>
+#include <set>
+
+#include "gmock/gmock.h"
+#include "gtest/gtest.h"
+
+#include "basic/code_page.h"
+#include "basic/text.h"
+#include "database/database_file.h"
+#include "deps/shared_items.h"
+#include "import/merge.h"
+#include "import/parser.h"
+#include "toolchain.h"
+
+namespace declarium::win32_library_test {
+namespace {
+
+using ::testing::IsEmpty;
+
+constexpr const char* kLibrary = DECLARIUM_SOURCE_DIR "/data/Win32.api";
+
+std::vector<std::string> FunctionsByUse() {
+  std::ifstream file(DECLARIUM_SOURCE_DIR "/tests/win32_library/functions_by_use.txt");
+  std::vector<std::string> names;
+  for (std::string name; file >> name;) names.push_back(name);
+  return names;
+}
+
+std::string BasketText(const Toolchain& toolchain, const std::string& function) {
+  return toolchain.Output(std::string(DECLARIUM_CLI) + " basket " + kLibrary +
+                          " declare:" + function + " --closure --scope Public");
+}
+
+// The text as the importer reads it.
+ParsedItems Parse(const std::string& text) {
+  return ParseDeclarations(ReadSource(std::string_view(text)));
+}
+
+Database DatabaseOf(const ParsedItems& parsed) {
+  Database database;
+  MergeItems(database, parsed, Existing::kReplace);
+  return database;
+}
+
+bool IsOwnType(std::u16string_view name) {
+  return name == u"Single" || name == u"Date" || name == u"Object";
+}
+
+// The names that the text refers to and does not declare, and those it declares twice.
+std::vector<std::string> Faults(const std::string& text) {
+  const ParsedItems parsed = Parse(text);
+  const Database database = DatabaseOf(parsed);
+  std::vector<std::string> faults;
+  std::set<std::u16string> declared;
+  for (const Kind kind : kKinds) {
+    for (const std::u16string_view name : parsed[kind].names)
+      if (!declared.insert(LowerCase(name)).second)
+        faults.push_back(EncodeCodePage(name) + " is declared twice");
+    for (const std::u16string_view item : parsed[kind].items)
+      for (const GroupedEntry& entry : CreateShared(kind, item))
+        if (!FindItem(database, *KindOfIcon(entry.icon), entry.text) && !IsOwnType(entry.text))
+          faults.push_back(EncodeCodePage(entry.text) + " is not declared");
+  }
+  return faults;
+}
+
+TEST(BasketOfTheLibrary, HoldsEverythingThatAProcedureNeedsOnce) {
+  const std::vector<std::string> functions = FunctionsByUse();
+  ASSERT_GE(functions.size(), 200u);
+  const Toolchain toolchain;
+  for (const std::string& function : functions) {
+    const std::string text = BasketText(toolchain, function);
+    EXPECT_NE(text.find(" " + function + " Lib "), std::string::npos) << function;
+    EXPECT_THAT(Faults(text), IsEmpty()) << function;
+  }
+}
+
+TEST(BasketOfTheLibrary, HoldsConstantsBeforeTheRecordsThatTheyGiveLengths) {
+  const Toolchain toolchain;
+  const std::string text = BasketText(toolchain, "FindFirstFile");
+  const std::size_t constant = text.find("Public Const MAX_PATH As Long = 260");
+  const std::size_t use = text.find("cFileName As String * MAX_PATH");
+  ASSERT_NE(constant, std::string::npos);
+  ASSERT_NE(use, std::string::npos);
+  EXPECT_LT(constant, use);
+}
+
+TEST(BasketOfTheLibrary, TheCheckFindsWhatIsMissing) {
+  EXPECT_THAT(Faults("Public Declare Sub F Lib \"x\" (r As RECT)\r\n"),
+              ::testing::ElementsAre("RECT is not declared"));
+  EXPECT_THAT(Faults("Public Const A = 1\r\nPublic Declare Sub A Lib \"x\" ()\r\n"),
+              ::testing::ElementsAre("A is declared twice"));
+}
+
+}  // namespace
+}  // namespace declarium::win32_library_test
