@@ -21,11 +21,14 @@ bool IsWideText(const HeaderType& type) {
   return type.IsNamed("wchar_t") || type.IsNamed("WCHAR") || type.IsNamed("OLECHAR");
 }
 
-// Whether an untyped address is meant as the address of anything; a typedef of its own (HANDLE,
-// HINTERNET, PSID) makes it a value to pass on.
+// Whether an untyped address is meant as the address of anything; a typedef of its own, of the
+// address (HANDLE, HINTERNET, PSID) or of what it points to (GpGraphics), makes it a value to pass
+// on.
 bool IsPlainAddress(const HeaderType& type) {
   static constexpr std::array<std::string_view, 6> kPlain = {"LPVOID", "PVOID",   "LPCVOID",
                                                              "PCVOID", "PVOID64", "SQLPOINTER"};
+  const std::vector<std::string>& target = type.target->names;
+  if (!target.empty() && target.front() != "VOID" && target.front() != "GLvoid") return false;
   return type.names.empty() || std::ranges::find(kPlain, type.names.front()) != kPlain.end();
 }
 
@@ -177,7 +180,7 @@ DeclareTranslator::Argument DeclareTranslator::PointerOf(const HeaderType& type,
   const HeaderType& target = *type.target;
   if (target.kind == TypeKind::kVoid)
     return {IsPlainAddress(type) ? name + " As Any" : ByValue(name, "Long")};
-  if (IsText(target)) return {ByValue(name, "String")};
+  if (IsText(target) || target.IsNamed("SQLCHAR")) return {ByValue(name, "String")};
   if (IsWideText(target) || target.kind == TypeKind::kFunction) return {ByValue(name, "Long")};
   return ReferenceTo(target, name);
 }

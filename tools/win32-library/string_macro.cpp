@@ -31,21 +31,33 @@ bool AppendLiteral(const std::string& literal, std::string& text) {
   return true;
 }
 
+// Appends what a macro of the name stands for; false when there is none or it is no text.
+bool AppendMacro(const std::string& name, const MacroLookup& macros, int depth, std::string& text);
+
 bool AppendText(const std::vector<Token>& tokens, const MacroLookup& macros, int depth,
                 std::string& text) {
   bool any = false;
+  bool ansi = false;  // __MINGW_NAME_AW(X) is XA
   for (const Token& token : tokens) {
-    if (token.text == "(" || token.text == ")" || IsTextMacro(token.text)) continue;
-    any = true;
-    if (IsStringLiteral(token)) {
-      if (!AppendLiteral(token.text, text)) return false;
+    ansi = ansi || token.text == "__MINGW_NAME_AW";
+    if (token.text == "(" || token.text == ")" || token.text == "__MINGW_NAME_AW" ||
+        IsTextMacro(token.text))
       continue;
-    }
-    const std::vector<Token>* macro =
-        token.kind == TokenKind::kIdentifier && depth > 0 ? macros(token.text) : nullptr;
-    if (macro == nullptr || !AppendText(*macro, macros, depth - 1, text)) return false;
+    any = true;
+    const bool appended =
+        IsStringLiteral(token)
+            ? AppendLiteral(token.text, text)
+            : token.kind == TokenKind::kIdentifier &&
+                  AppendMacro(ansi ? token.text + "A" : token.text, macros, depth, text);
+    if (!appended) return false;
+    ansi = false;
   }
   return any;
+}
+
+bool AppendMacro(const std::string& name, const MacroLookup& macros, int depth, std::string& text) {
+  const std::vector<Token>* macro = depth > 0 ? macros(name) : nullptr;
+  return macro != nullptr && AppendText(*macro, macros, depth - 1, text);
 }
 
 }  // namespace
