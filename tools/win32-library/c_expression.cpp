@@ -134,7 +134,7 @@ class Rewriter {
   // One side of an operation, in brackets unless its own operation binds tighter, or is the same
   // one on the left.
   static std::string Side(const Part& side, const Part& whole, bool left) {
-    const std::string text = TextOf(side);
+    std::string text = TextOf(side);
     if (side.value) return text.starts_with('-') ? "(" + text + ")" : text;
     if (side.shape == Part::Shape::kOperand) return text;
     const bool tighter =

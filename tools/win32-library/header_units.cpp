@@ -19,8 +19,10 @@ bool ReadLine(const std::string& line, std::vector<HeaderUnit>& units) {
   if (units.empty() || !(words >> name)) return false;
   std::string value;
   std::getline(words >> std::ws, value);
-  if (verb == "define") units.back().source += "#define " + name + " " + value + "\n";
-  if (verb == "include") units.back().source += "#include <" + name + ">\n";
+  std::string& source = units.back().source;
+  if (verb == "define")
+    source.append("#define ").append(name).append(" ").append(value).append("\n");
+  if (verb == "include") source.append("#include <").append(name).append(">\n");
   return verb == "define" || verb == "include";
 }
 

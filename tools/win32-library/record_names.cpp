@@ -25,7 +25,7 @@ std::string ChosenName(const Record& record) {
 }  // namespace
 
 std::string RecordName(const Record& record) {
-  const std::string name = ChosenName(record);
+  std::string name = ChosenName(record);
   return name == "POINT" ? "POINTAPI" : name;
 }
 
