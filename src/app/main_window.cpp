@@ -107,7 +107,10 @@ void MainWindow::Load() {
 }
 
 void MainWindow::ShowMainWindow() {
+  const bool first_time = !form_.frmMain->IsLoaded();
   form_.frmMain->Show();
+  // The list took the focus while it was filled, but a window not yet shown keeps none.
+  if (auto* list = selector_.SelectList(); first_time && list != nullptr) list->SetFocus();
   form_.CodeModuleChecker.SetEnabled(true);
 }
 

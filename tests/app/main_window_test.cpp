@@ -27,6 +27,12 @@ TEST_F(MainWindowTest, FirstStartTakesTheDefaultsAndKeepsTheDesignedPlacement) {
   EXPECT_EQ(Form().frmMain->ScaleWidth(), MainFormDefinition().size.width);
 }
 
+TEST_F(MainWindowTest, TheCurrentListHasTheFocusWhenTheWindowAppears) {
+  WriteSetting(*store_, setting::kLastDatabaseIndex, -1);
+  Open();
+  EXPECT_TRUE(Form().lstDeclare.HasFocus());
+}
+
 TEST_F(MainWindowTest, SelectorAndScopeHoldExactlyTheirRows) {
   Open();
   EXPECT_EQ(RowsOf(Form().cmbSelector), (Rows{u"Const", u"Declare", u"Type"}));

@@ -89,7 +89,6 @@ constexpr ControlDefinition kControls[] = {
      .name = "RTB",
      .bounds = {0, 204, 600, 146},
      .accessible_name = texts::kNameCode,
-     .visible = false,
      .font = FontRole::kCode},
     {.kind = ControlKind::kPictureBox,
      .name = "PosMainWidth",
