@@ -28,8 +28,8 @@ class LikePattern {
 
   [[nodiscard]] bool Matches(std::u16string_view text) const noexcept;
 
-  // Whether the lower-case form of `text` matches. Makes that form, in `scratch`, only where a plain
-  // search does not do.
+  // Whether the lower-case form of `text` matches. Makes that form, in `scratch`, only where a
+  // plain search does not do.
   [[nodiscard]] bool MatchesLowerCaseOf(std::u16string_view text, std::u16string& scratch) const;
 
  private:

@@ -45,8 +45,8 @@ class SearchMatcher {
   std::optional<LikePattern> value_;
   std::optional<LikePattern> argument_;
   std::optional<LikePattern> full_;
-  // When not empty, no text without it matches full_, and every text with it does unless whole words
-  // are asked for: normalising leaves it as it is.
+  // When not empty, no text without it matches full_, and every text with it does unless whole
+  // words are asked for: normalising leaves it as it is.
   std::u16string plain_text_;
   bool full_whole_words_;
   bool value_as_number_;
