@@ -53,13 +53,20 @@ bool SurvivesTheLineReader(const std::string& text) {
          (text.find("  ") == std::string::npos && text.find("' ") == std::string::npos);
 }
 
+// The reason why a macro without a value has none.
+std::string NoValueReason(const std::vector<Token>& tokens) {
+  if (HoldsStringLiteral(tokens)) return "a text with characters that no VB literal can hold";
+  const bool initializer = std::ranges::any_of(tokens, [](const Token& token) {
+    return token.text == "{" || token.text == "DEFINE_GUIDSTRUCT";
+  });
+  return initializer ? "a GUID or another initializer of a record"
+                     : "no constant expression: a function, a type or a fragment";
+}
+
 std::expected<vb::Value, std::string> TextValue(const Constant& constant,
                                                 const MacroLookup& macros) {
   const auto text = StringOf(constant.tokens, macros);
-  if (!text)
-    return Failure(HoldsStringLiteral(constant.tokens)
-                       ? "a text with characters that no VB literal can hold"
-                       : "no constant expression: a function, a type or a fragment");
+  if (!text) return Failure(NoValueReason(constant.tokens));
   if (!SurvivesTheLineReader(*text)) return Failure("a text that the importer would change");
   if (text->size() > kLongestText) return Failure("longer than a line of VB");
   return vb::Value::String(*text);
