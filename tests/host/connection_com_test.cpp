@@ -1,5 +1,6 @@
 // The whole way between the host and the add-in: two processes, real COM, a real clipboard.
 #include <algorithm>
+#include <cstring>
 #include <gtest/gtest.h>
 #include <set>
 
@@ -49,6 +50,48 @@ TEST_F(Connection, ConnectingAgainLeavesOneButtonAndOneEntry) {
   ASSERT_EQ(ide.Tell(kDisconnect), "ok");
   ASSERT_EQ(ide.Tell(kConnect), "ok");
   EXPECT_EQ(ide.Tell("controls"), first);
+  ASSERT_EQ(ide.Tell(kDisconnect), "ok");
+}
+
+// The text on the clipboard; nothing when there is none.
+std::wstring ClipboardText() {
+  std::wstring text;
+  EXPECT_TRUE(Eventually([] { return OpenClipboard(nullptr) != FALSE; }));
+  if (const HANDLE memory = GetClipboardData(CF_UNICODETEXT)) {
+    text = static_cast<const wchar_t*>(GlobalLock(memory));
+    GlobalUnlock(memory);
+  }
+  CloseClipboard();
+  return text;
+}
+
+void SetClipboardText(const std::wstring& text) {
+  EXPECT_TRUE(Eventually([] { return OpenClipboard(nullptr) != FALSE; }));
+  EmptyClipboard();
+  const auto bytes = (text.size() + 1) * sizeof(wchar_t);
+  const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, bytes);
+  std::memcpy(GlobalLock(memory), text.c_str(), bytes);
+  GlobalUnlock(memory);
+  SetClipboardData(CF_UNICODETEXT, memory);
+  CloseClipboard();
+}
+
+TEST_F(Connection, LeavesTheUsersClipboardAsItWas) {
+  IdeProcess ide;
+  SetClipboardText(L"what the user copied");
+  ASSERT_EQ(ide.Tell(kConnect), "ok");
+  EXPECT_EQ(ide.Tell("controls").find("none"), std::string::npos);
+  EXPECT_EQ(ClipboardText(), L"what the user copied");
+  ASSERT_EQ(ide.Tell(kDisconnect), "ok");
+}
+
+TEST_F(Connection, FailureWhilePlacingControlsLeavesThePictureOnTheClipboard) {
+  IdeProcess ide;
+  SetClipboardText(L"what the user copied");
+  ASSERT_EQ(ide.Tell("fail-member Caption 80004005"), "ok");
+  ASSERT_EQ(ide.Tell(kConnect), "ok");
+  EXPECT_EQ(ClipboardText(), L"");
+  EXPECT_TRUE(IsClipboardFormatAvailable(CF_DIB));
   ASSERT_EQ(ide.Tell(kDisconnect), "ok");
 }
 

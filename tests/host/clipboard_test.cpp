@@ -1,0 +1,168 @@
+#include <cstring>
+#include <gtest/gtest.h>
+#include <map>
+#include <string>
+#include <vector>
+#include <windows.h>
+
+#include "host/com/clipboard_contents.h"
+#include "host/com/posted_calls.h"
+#include "host/com/windows_face_clipboard.h"
+#include "host/toolbar_face.h"
+
+namespace declarium::com {
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+
+Bytes BytesOf(HANDLE memory) {
+  const auto* begin = static_cast<const std::uint8_t*>(GlobalLock(memory));
+  Bytes bytes(begin, begin + GlobalSize(memory));
+  GlobalUnlock(memory);
+  return bytes;
+}
+
+// A window that renders one format only when it is asked for.
+class LateOwner {
+ public:
+  explicit LateOwner(UINT format) : format_(format) {
+    WNDCLASSW window_class{};
+    window_class.lpfnWndProc = Procedure;
+    window_class.hInstance = GetModuleHandleW(nullptr);
+    window_class.lpszClassName = L"LateOwner";
+    RegisterClassW(&window_class);
+    window_ = CreateWindowW(L"LateOwner", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
+                            window_class.hInstance, nullptr);
+    SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+  }
+  LateOwner(const LateOwner&) = delete;
+  LateOwner& operator=(const LateOwner&) = delete;
+  ~LateOwner() { DestroyWindow(window_); }
+  [[nodiscard]] HWND window() const { return window_; }
+  [[nodiscard]] int rendered() const { return rendered_; }
+
+ private:
+  static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wide, LPARAM last) {
+    auto* self = reinterpret_cast<LateOwner*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (message == WM_RENDERFORMAT && self && wide == self->format_) {
+      ++self->rendered_;
+      EXPECT_TRUE(PutBytes(self->format_, Bytes{9, 8, 7}));
+      return 0;
+    }
+    return DefWindowProcW(window, message, wide, last);
+  }
+
+  UINT format_;
+  HWND window_;
+  int rendered_ = 0;
+};
+
+class ClipboardTest : public testing::Test {
+ protected:
+  // Every memory format on the clipboard with its bytes.
+  std::map<UINT, Bytes> Contents() {
+    const OpenedClipboard clipboard(owner_.window());
+    EXPECT_TRUE(static_cast<bool>(clipboard));
+    std::map<UINT, Bytes> contents;
+    for (UINT format = EnumClipboardFormats(0); format; format = EnumClipboardFormats(format)) {
+      if (format == CF_BITMAP || format == CF_PALETTE || format == CF_ENHMETAFILE ||
+          format == CF_METAFILEPICT) {
+        continue;
+      }
+      if (const HANDLE memory = GetClipboardData(format)) contents[format] = BytesOf(memory);
+    }
+    return contents;
+  }
+
+  void Empty() {
+    const OpenedClipboard clipboard(owner_.window());
+    ASSERT_TRUE(EmptyClipboard());
+  }
+
+  PostedCalls owner_;
+  WindowsFaceClipboard face_clipboard_{owner_.window()};
+  const UINT own_format_ = RegisterClipboardFormatW(L"Declarium test format");
+};
+
+TEST_F(ClipboardTest, TextAndOwnFormatsComeBack) {
+  const std::wstring text = L"Vložiť do";
+  {
+    const OpenedClipboard clipboard(owner_.window());
+    ASSERT_TRUE(static_cast<bool>(clipboard));
+    EmptyClipboard();
+    const auto* begin = reinterpret_cast<const std::uint8_t*>(text.c_str());
+    ASSERT_TRUE(PutBytes(CF_UNICODETEXT, {begin, (text.size() + 1) * sizeof(wchar_t)}));
+    ASSERT_TRUE(PutBytes(own_format_, Bytes{1, 2, 3, 0, 5}));
+  }
+  const auto before = Contents();
+  ASSERT_TRUE(face_clipboard_.Save());
+  ASSERT_TRUE(face_clipboard_.PutPicture());
+  EXPECT_NE(Contents(), before);
+  ASSERT_TRUE(face_clipboard_.Restore());
+  EXPECT_EQ(Contents(), before);
+}
+
+TEST_F(ClipboardTest, EmptyClipboardComesBackEmpty) {
+  Empty();
+  ASSERT_TRUE(face_clipboard_.Save());
+  ASSERT_TRUE(face_clipboard_.PutPicture());
+  ASSERT_TRUE(face_clipboard_.Restore());
+  EXPECT_TRUE(Contents().empty());
+}
+
+TEST_F(ClipboardTest, FormatRenderedLateComesBack) {
+  LateOwner late(own_format_);
+  {
+    const OpenedClipboard clipboard(late.window());
+    ASSERT_TRUE(static_cast<bool>(clipboard));
+    EmptyClipboard();
+    SetClipboardData(own_format_, nullptr);
+  }
+  ASSERT_TRUE(face_clipboard_.Save());
+  EXPECT_EQ(late.rendered(), 1);
+  ASSERT_TRUE(face_clipboard_.PutPicture());
+  ASSERT_TRUE(face_clipboard_.Restore());
+  EXPECT_EQ(Contents().at(own_format_), (Bytes{9, 8, 7}));
+}
+
+TEST_F(ClipboardTest, MetafileComesBack) {
+  HDC device = CreateEnhMetaFileW(nullptr, nullptr, nullptr, nullptr);
+  Rectangle(device, 0, 0, 10, 10);
+  HENHMETAFILE picture = CloseEnhMetaFile(device);
+  const auto bits = [](HENHMETAFILE file) {
+    Bytes bytes(GetEnhMetaFileBits(file, 0, nullptr));
+    GetEnhMetaFileBits(file, static_cast<UINT>(bytes.size()), bytes.data());
+    return bytes;
+  };
+  const Bytes before = bits(picture);
+  {
+    const OpenedClipboard clipboard(owner_.window());
+    ASSERT_TRUE(static_cast<bool>(clipboard));
+    EmptyClipboard();
+    ASSERT_TRUE(SetClipboardData(CF_ENHMETAFILE, picture));
+  }
+  ASSERT_TRUE(face_clipboard_.Save());
+  ASSERT_TRUE(face_clipboard_.PutPicture());
+  ASSERT_TRUE(face_clipboard_.Restore());
+  const OpenedClipboard clipboard(owner_.window());
+  const auto after = static_cast<HENHMETAFILE>(GetClipboardData(CF_ENHMETAFILE));
+  ASSERT_NE(after, nullptr);
+  EXPECT_EQ(bits(after), before);
+}
+
+TEST_F(ClipboardTest, PictureIsThereInTheThreeFormatsThatACommandBarWants) {
+  ASSERT_TRUE(face_clipboard_.PutPicture());
+  const auto contents = Contents();
+  const auto starts_with = [&](UINT format, const Bytes& bytes) {
+    const auto found = contents.find(format);
+    return found != contents.end() && found->second.size() >= bytes.size() &&
+           std::memcmp(found->second.data(), bytes.data(), bytes.size()) == 0;
+  };
+  EXPECT_TRUE(starts_with(CF_DIB, ToolbarFace()));
+  EXPECT_TRUE(starts_with(RegisterClipboardFormatW(L"Toolbar Button Face"), ToolbarFace()));
+  EXPECT_TRUE(starts_with(RegisterClipboardFormatW(L"Toolbar Button Mask"), ToolbarFaceMask()));
+  Empty();
+}
+
+}  // namespace
+}  // namespace declarium::com
