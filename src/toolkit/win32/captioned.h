@@ -26,8 +26,11 @@ class Win32Label : public Win32Captioned<Label> {
 
 class Win32Frame : public Win32Captioned<Frame> {
  public:
-  Win32Frame(Win32Form& form, const ControlDefinition& definition)
-      : Win32Captioned(form, definition, {L"BUTTON", BS_GROUPBOX}) {}
+  Win32Frame(Win32Form& form, const ControlDefinition& definition);
+  void SendToBack();
+
+ private:
+  std::optional<LRESULT> OnMessage(UINT message, WPARAM wparam, LPARAM lparam) override;
 };
 
 class Win32CommandButton : public Win32Captioned<CommandButton> {

@@ -25,22 +25,33 @@ LOGFONTW CodeFont(int dpi) {
   return font;
 }
 
+// The last two are what a machine without the fonts of Windows has.
+constexpr const wchar_t* kCodeFaces[] = {L"Consolas", L"Courier New", L"DejaVu Sans Mono",
+                                         L"Liberation Mono"};
+
 int CALLBACK FoundFace(const LOGFONTW*, const TEXTMETRICW*, DWORD, LPARAM found) {
   *reinterpret_cast<bool*>(found) = true;
   return 0;
 }
 
-}  // namespace
-
-const wchar_t* FindCodeFace() {
+bool HasFace(const wchar_t* face) {
   LOGFONTW wanted{};
   wanted.lfCharSet = DEFAULT_CHARSET;
-  std::wcsncpy(wanted.lfFaceName, kCodeFace, LF_FACESIZE - 1);
+  std::wcsncpy(wanted.lfFaceName, face, LF_FACESIZE - 1);
   bool found = false;
   const HDC screen = GetDC(nullptr);
   EnumFontFamiliesExW(screen, &wanted, FoundFace, reinterpret_cast<LPARAM>(&found), 0);
   ReleaseDC(nullptr, screen);
-  return found ? kCodeFace : L"Courier New";
+  return found;
+}
+
+}  // namespace
+
+const wchar_t* FindCodeFace() {
+  for (const wchar_t* face : kCodeFaces) {
+    if (HasFace(face)) return face;
+  }
+  return L"Courier New";
 }
 
 Fonts::Fonts(int dpi) {

@@ -8,7 +8,6 @@
 
 namespace declarium::win32 {
 
-inline constexpr const wchar_t* kCodeFace = L"Consolas";
 inline constexpr int kCodePoints = 10;
 
 class Fonts {
@@ -22,7 +21,7 @@ class Fonts {
   std::array<UniqueFont, 4> fonts_;
 };
 
-// The fixed-pitch face that this machine has: Consolas, else Courier New.
+// The first fixed-pitch face of those we like that this machine has; Courier New when it has none.
 [[nodiscard]] const wchar_t* FindCodeFace();
 
 }  // namespace declarium::win32

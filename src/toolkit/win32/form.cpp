@@ -105,6 +105,10 @@ void Win32Form::Build(const FormDefinition& definition) {
     if (auto* made = dynamic_cast<Control*>(component.get())) tabs_.Append(control, *made);
     components_.push_back(std::move(component));
   }
+  // Behind the controls that stand in it, wherever the table lists it.
+  for (const auto& component : components_) {
+    if (auto* frame = dynamic_cast<Win32Frame*>(component.get())) frame->SendToBack();
+  }
 }
 
 std::unique_ptr<Component> Win32Form::Make(const ControlDefinition& definition) {
@@ -289,11 +293,22 @@ void Win32Form::SetToolTipOf(HWND control, const std::u16string& text) {
   if (!text.empty()) SendMessageW(tips_.Get(), TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&info));
 }
 
+POINT Win32Form::PopupPlace() const {
+  POINT at{};
+  GetCursorPos(&at);
+  const bool by_keyboard = GetKeyState(VK_APPS) < 0 || GetKeyState(VK_F10) < 0;
+  const auto* widget = dynamic_cast<const Widget*>(focus_);
+  if (!by_keyboard || !widget) return at;
+  RECT area{};
+  GetWindowRect(widget->Handle(), &area);
+  const int inset = ToDots(16, dpi_);
+  return {area.left + inset, area.top + inset};
+}
+
 void Win32Form::ShowPopupMenu(MenuItem& menu) {
   auto& item = dynamic_cast<Win32MenuItem&>(menu);
   if (!item.Opens()) return;
-  POINT at;
-  GetCursorPos(&at);
+  const POINT at = PopupPlace();
   in_popup_ = true;
   const BOOL chosen = TrackPopupMenuEx(item.Opens(), TPM_RETURNCMD | TPM_RIGHTBUTTON, at.x, at.y,
                                        Window(), nullptr);

@@ -96,7 +96,6 @@ class Win32Form : public Form {
   void CreateNativeWindow(const FormDefinition& definition);
   void Build(const FormDefinition& definition);
   [[nodiscard]] std::unique_ptr<Component> Make(const ControlDefinition& definition);
-  void NameForAssistance(const ControlDefinition& definition, HWND control) const;
   void SetIcons();
   void ChoosePlace(const Form* owner);
   // The whole window around an inner area in pixels at 96 dpi, in dots.
@@ -109,6 +108,8 @@ class Win32Form : public Form {
   bool PressButtonKey(int key);
   void ClickFromKeyboard(Control& button);
   void UpdateNativeEnabled();
+  // Where a popup menu opens, in dots of the screen.
+  [[nodiscard]] POINT PopupPlace() const;
 
   std::optional<LRESULT> OnCommand(WPARAM, LPARAM);
   std::optional<LRESULT> OnNotify(WPARAM, LPARAM);

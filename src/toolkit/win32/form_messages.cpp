@@ -23,6 +23,7 @@ const Win32Form::Entry Win32Form::kHandlers[] = {
     {WM_INITMENUPOPUP, &Win32Form::OnInitMenuPopup},
     {WM_SETCURSOR, &Win32Form::OnSetCursor},
     {WM_CTLCOLORSTATIC, &Win32Form::OnControlColour},
+    {WM_CTLCOLORBTN, &Win32Form::OnControlColour},
     {WM_DPICHANGED, &Win32Form::OnDpiChanged},
     {WM_SETTINGCHANGE, &Win32Form::OnSettingsChanged},
     {WM_SYSCOLORCHANGE, &Win32Form::OnSettingsChanged},

@@ -25,10 +25,13 @@ NativeClass RichTextClass() {
   // Loaded for the rest of the program's life: its window class is needed that long.
   static const HMODULE library = LoadLibraryW(L"riched20.dll");
   static_cast<void>(library);
-  return {L"RichEdit20W",
-          WS_CLIPSIBLINGS | WS_VSCROLL | WS_HSCROLL | ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL |
-              ES_AUTOHSCROLL | ES_NOHIDESEL,
-          WS_EX_CLIENTEDGE};
+  return {L"RichEdit20W", WS_CLIPSIBLINGS | WS_VSCROLL | WS_HSCROLL | ES_MULTILINE | ES_READONLY |
+                              ES_AUTOVSCROLL | ES_AUTOHSCROLL | ES_NOHIDESEL | WS_BORDER};
+}
+
+const wchar_t* CodeFace() {
+  static const wchar_t* const face = FindCodeFace();
+  return face;
 }
 
 CHARFORMAT2W CodeFormat() {
@@ -37,7 +40,8 @@ CHARFORMAT2W CodeFormat() {
   format.dwMask = CFM_FACE | CFM_SIZE | CFM_CHARSET | CFM_BOLD;
   format.yHeight = kCodePoints * 20;
   format.bCharSet = DEFAULT_CHARSET;
-  std::wcsncpy(format.szFaceName, FindCodeFace(), LF_FACESIZE - 1);
+  format.bPitchAndFamily = FIXED_PITCH | FF_MODERN;
+  std::wcsncpy(format.szFaceName, CodeFace(), LF_FACESIZE - 1);
   return format;
 }
 
@@ -93,6 +97,25 @@ void Win32RichText::SetVisible(bool visible) {
 void Win32RichText::Refresh() {
   Flush();
   Win32Control::Refresh();
+}
+
+std::optional<LRESULT> Win32RichText::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
+  if (message == WM_NCPAINT) {
+    const LRESULT result = PassOn(message, wparam, lparam);
+    PaintBorder();
+    return result;
+  }
+  return Win32Control::OnMessage(message, wparam, lparam);
+}
+
+// The control draws its border black; the other lists and boxes have a gray one.
+void Win32RichText::PaintBorder() const {
+  RECT area{};
+  GetWindowRect(Handle(), &area);
+  OffsetRect(&area, -area.left, -area.top);
+  const HDC device = GetWindowDC(Handle());
+  FrameRect(device, &area, GetSysColorBrush(COLOR_BTNSHADOW));
+  ReleaseDC(Handle(), device);
 }
 
 void Win32RichText::Clear() {

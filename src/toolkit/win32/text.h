@@ -37,6 +37,8 @@ class Win32RichText : public Win32Control<RichText> {
   void Refresh() override;
 
  private:
+  std::optional<LRESULT> OnMessage(UINT message, WPARAM wparam, LPARAM lparam) override;
+  void PaintBorder() const;
   // Writes the pieces that were inserted in one colour at once.
   void Flush() const;
   [[nodiscard]] Colour ColourAt(int position) const;

@@ -1,5 +1,6 @@
 #include "toolkit/win32/widget.h"
 
+#include "toolkit/win32/assistance.h"
 #include "toolkit/win32/form.h"
 #include "toolkit/win32/scale.h"
 #include "toolkit/win32/system.h"
@@ -65,6 +66,9 @@ Widget::Widget(Win32Form& form, Control& control, const ControlDefinition& defin
   SetPropW(Handle(), kWidgetProperty, this);
   Mark();
   ApplyFont();
+  if (!definition.accessible_name.empty()) {
+    NameForAssistance(Handle(), std::u16string(definition.accessible_name));
+  }
 }
 
 Widget::~Widget() {
