@@ -43,7 +43,9 @@ void ActiveCodeModule::Refresh() {
 }
 
 void ActiveCodeModule::Check() {
-  if (const auto module = module_) static_cast<void>(module->CountOfLines());
+  const auto module = module_;
+  if (!module) return;
+  [[maybe_unused]] const auto lines = module->CountOfLines();
 }
 
 void ActiveCodeModule::ComponentSelected(std::unique_ptr<CodeModule> module) {

@@ -65,7 +65,7 @@ HostResult<> HostConnection::AddButton() {
   if (!control) return std::unexpected(control.error());
   button_control_ = std::move(*control);
   // Hosts refuse faces at random; a button with its caption works as well.
-  static_cast<void>(button_control_->PasteFace());
+  [[maybe_unused]] const auto pasted = button_control_->PasteFace();
   if (auto done = button_control_->SetCaption(texts::kHostButton); !done) return done;
   return button_control_->SetTooltipText(texts::kHostButton);
 }
@@ -74,7 +74,7 @@ HostResult<> HostConnection::AddMenuEntry() {
   auto control = application_->AddControl(kAddInsBar);
   if (!control) return std::unexpected(control.error());
   menu_control_ = std::move(*control);
-  static_cast<void>(menu_control_->PasteFace());
+  [[maybe_unused]] const auto pasted = menu_control_->PasteFace();
   return menu_control_->SetCaption(texts::kHostMenuEntry);
 }
 

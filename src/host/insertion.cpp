@@ -40,7 +40,8 @@ void KeepCaretInView(HostApplication& application, CodeModule& module) {
   const auto visible_lines = (*pane)->CountOfVisibleLines();
   if (!caret || !top || !visible_lines) return;
   const int wanted = TopLineForCaret(*top, *visible_lines, *caret);
-  if (wanted != *top) static_cast<void>((*pane)->SetTopLine(wanted));
+  if (wanted == *top) return;
+  [[maybe_unused]] const auto scrolled = (*pane)->SetTopLine(wanted);
 }
 
 }  // namespace declarium
