@@ -45,8 +45,11 @@ Basket CollectItems(const BasketOptions& options, const Session& session) {
   return basket;
 }
 
+// What was collected by following references must compile as it stands, so in its text records
+// stand behind those that they hold.
 std::u16string TextOf(const Basket& basket, const BasketOptions& options) {
-  return basket.Text(options.scope == "Public" ? kPublic : kPrivate);
+  return CreateSelect(options.closure ? WithMembersFirst(basket) : basket.Entries(),
+                      basket.Record(), options.scope == "Public" ? kPublic : kPrivate);
 }
 
 void PrintEntries(const Basket& basket, const Session& session) {

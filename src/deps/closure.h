@@ -1,10 +1,12 @@
 // Following shared items through a library.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "database/database.h"
+#include "deps/basket.h"
 #include "deps/grouped_list.h"
 
 namespace declarium {
@@ -23,5 +25,10 @@ struct Reference {
 // views refer into `database`.
 [[nodiscard]] std::vector<Reference> FollowSharedItems(const Database& database,
                                                        const ItemView& start);
+
+// The basket's entries with every record behind the records that are its members, as the host
+// language asks of the records of one module. Where that leaves a choice, and for all other
+// entries, the basket's order stays; records that hold each other stand in some order.
+[[nodiscard]] GroupedList WithMembersFirst(const Basket& basket);
 
 }  // namespace declarium

@@ -76,6 +76,38 @@ TEST(BasketOfTheLibrary, HoldsEverythingThatAProcedureNeedsOnce) {
   }
 }
 
+// The records that stand before a record that is one of their members, or before themselves.
+std::vector<std::string> RecordsUsedTooEarly(const std::string& text) {
+  const ParsedItems parsed = Parse(text);
+  const auto& [names, items] = parsed[Kind::kType];
+  std::set<std::u16string> all;
+  for (const auto name : names) all.insert(LowerCase(name));
+  std::vector<std::string> faults;
+  std::set<std::u16string> defined;
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    for (const GroupedEntry& entry : CreateShared(Kind::kType, items[i])) {
+      const auto member = LowerCase(entry.text);
+      if (entry.icon == IconOf(Kind::kType) && all.contains(member) && !defined.contains(member))
+        faults.push_back(EncodeCodePage(names[i]) + " stands before " + EncodeCodePage(entry.text));
+    }
+    defined.insert(LowerCase(names[i]));
+  }
+  return faults;
+}
+
+TEST(BasketOfTheLibrary, HoldsEveryRecordBehindTheRecordsThatAreItsMembers) {
+  const Toolchain toolchain;
+  for (const std::string& function : FunctionsByUse()) {
+    EXPECT_THAT(RecordsUsedTooEarly(BasketText(toolchain, function)), IsEmpty()) << function;
+  }
+}
+
+TEST(BasketOfTheLibrary, TheCheckFindsARecordUsedTooEarly) {
+  EXPECT_THAT(RecordsUsedTooEarly("Type A\r\n\tb As B\r\nEnd Type\r\n"
+                                  "Type B\r\n\tx As Long\r\nEnd Type\r\n"),
+              ::testing::ElementsAre("A stands before B"));
+}
+
 TEST(BasketOfTheLibrary, HoldsConstantsBeforeTheRecordsThatTheyGiveLengths) {
   const Toolchain toolchain;
   const std::string text = BasketText(toolchain, "FindFirstFile");
