@@ -1,5 +1,6 @@
 #include "window/driven_lists.h"
 
+#include <algorithm>
 #include <stdexcept>
 #include <windows.h>
 // after windows.h
@@ -60,14 +61,22 @@ struct RowMessages {
 constexpr RowMessages kListMessages = {LB_GETCOUNT, LB_GETTEXTLEN, LB_GETTEXT};
 constexpr RowMessages kComboMessages = {CB_GETCOUNT, CB_GETLBTEXTLEN, CB_GETLBTEXT};
 
+// The program may change its list between the questions: a row that is gone by then is empty.
+std::u16string RowAt(HWND window, const RowMessages& messages, WPARAM row) {
+  const auto length = Ask(window, messages.length, row);
+  if (length < 0) return {};
+  // Longer than told, since the row may be another one by now.
+  std::u16string text(static_cast<std::size_t>(length) + 1024, u'\0');
+  const auto size = Ask(window, messages.text, row, reinterpret_cast<LPARAM>(text.data()));
+  text.resize(static_cast<std::size_t>(std::max<LRESULT>(size, 0)));
+  return text;
+}
+
 std::vector<std::u16string> Rows(HWND window, const RowMessages& messages) {
   std::vector<std::u16string> rows;
-  const auto count = static_cast<WPARAM>(Ask(window, messages.count));
-  for (WPARAM row = 0; row < count; ++row) {
-    std::u16string text(static_cast<std::size_t>(Ask(window, messages.length, row)) + 1, u'\0');
-    const auto size = Ask(window, messages.text, row, reinterpret_cast<LPARAM>(text.data()));
-    text.resize(static_cast<std::size_t>(size));
-    rows.push_back(std::move(text));
+  const auto count = Ask(window, messages.count);
+  for (LRESULT row = 0; row < count; ++row) {
+    rows.push_back(RowAt(window, messages, static_cast<WPARAM>(row)));
   }
   return rows;
 }

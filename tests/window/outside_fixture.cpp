@@ -65,6 +65,17 @@ std::string OtherLibrary() {
          "3\x01\x01"s;
 }
 
+std::u16string ClipboardText() {
+  if (!OpenClipboard(nullptr)) return {};
+  std::u16string text;
+  if (const HANDLE data = GetClipboardData(CF_UNICODETEXT)) {
+    if (const void* units = GlobalLock(data)) text = static_cast<const char16_t*>(units);
+    GlobalUnlock(data);
+  }
+  CloseClipboard();
+  return text;
+}
+
 OutsideTest::OutsideTest() {
   ForgetSettings();
   std::filesystem::copy_file(ProgramUnderTest(), FileAt("Declarium.exe"));
@@ -150,6 +161,12 @@ void OutsideTest::AnswerMessage(std::u16string_view text, int button) const {
 
 void OutsideTest::AnswerFile(std::string_view name) const {
   window_driver::AnswerFile(Program(), Program().Dialog(), FileAt(name));
+}
+
+void OutsideTest::AnswerFileThatExists(std::string_view name) const {
+  const HWND dialog = Program().Dialog();
+  window_driver::AnswerFile(Program(), dialog, FileAt(name));
+  PressInDialog(Program().Dialog(dialog), IDYES);
 }
 
 void OutsideTest::AnswerText(std::u16string_view text) const {

@@ -24,6 +24,9 @@ using Rows = std::vector<std::u16string>;
 // One constant, C.
 [[nodiscard]] std::string OtherLibrary();
 
+// The clipboard's text, empty when another program has it open.
+[[nodiscard]] std::u16string ClipboardText();
+
 class OutsideTest : public testing::Test {
  protected:
   OutsideTest();
@@ -60,6 +63,8 @@ class OutsideTest : public testing::Test {
   void AnswerMessage(std::u16string_view text, int button) const;
   // Waits for a file dialog and gives it a file of the program's folder.
   void AnswerFile(std::string_view name) const;
+  // The same for a file that is there: lets it be replaced.
+  void AnswerFileThatExists(std::string_view name) const;
   // Waits for the input box, types and presses OK.
   void AnswerText(std::u16string_view text) const;
   void Close() const;

@@ -1,0 +1,158 @@
+// What the menu does with libraries and their items, up to the bytes on the disk.
+#include "window/outside_fixture.h"
+
+namespace declarium {
+namespace {
+
+using namespace std::string_literals;
+using namespace window_driver;
+
+constexpr std::u16string_view kAskDeleteB =
+    u"Naozaj chcete natrvalo odtrániť položku 'B' z databázy?";
+constexpr std::u16string_view kAskKeep = u"Ponechať pôvodné položky?";
+
+// The library with one constant less.
+std::string WithoutB() {
+  auto bytes = WinLibrary();
+  bytes.erase(bytes.find("B\0"s), 2);
+  bytes.erase(bytes.find("Long\x0e"
+                         "A + 1"),
+              11);
+  return bytes;
+}
+
+class LibraryOutside : public OutsideTest {
+ protected:
+  LibraryOutside() {
+    Put("win.api", WinLibrary());
+    StartAndShow(L"win.api");
+    ChooseKind(0);
+    ClickItem("lstConst", 1, u"Const B");
+  }
+  void DeleteB() const {
+    ChooseMenu("mnuDeleteDbItem");
+    AnswerMessage(kAskDeleteB, IDYES);
+    ASSERT_TRUE(ListBecomes("lstConst", {u"A", u"MAX_PATH"}));
+  }
+};
+
+TEST_F(LibraryOutside, TheLibraryOfTheseTestsLosesOneItem) {
+  EXPECT_EQ(WithoutB().size(), WinLibrary().size() - 13);
+}
+
+TEST_F(LibraryOutside, NoKeepsTheItem) {
+  ChooseMenu("mnuDeleteDbItem");
+  AnswerMessage(kAskDeleteB, IDNO);
+  EXPECT_EQ(ListRows(Control("lstConst")), (Rows{u"A", u"B", u"MAX_PATH"}));
+  Close();
+  EXPECT_EQ(Program().WaitForEnd(), 0) << "nothing to ask about";
+}
+
+TEST_F(LibraryOutside, YesDeletesTheItemAndSavingWritesExactlyTheOthers) {
+  DeleteB();
+  EXPECT_EQ(BytesOf("win.api"), WinLibrary()) << "not saved yet";
+  ChooseMenu("mnuSave");
+  EXPECT_TRUE(ComesToHold("win.api", WithoutB()));
+  Close();
+  EXPECT_EQ(Program().WaitForEnd(), 0) << "saved, so nothing to ask about";
+}
+
+TEST_F(LibraryOutside, RenamingChangesTheCaptionAndSavingTheTitle) {
+  ChooseMenu("mnuRename");
+  AnswerText(u"Okná");
+  EXPECT_TRUE(CaptionBecomes(u"Okná - Declarium 3.0"));
+  ChooseMenu("mnuSave");
+  EXPECT_TRUE(ComesToHold("win.api", WinLibrary("Okn\xe1")));
+  EXPECT_TRUE(Eventually([this] { return ComboRows(Control("cmbDatabase")) == Rows{u"Okná"}; }));
+}
+
+TEST_F(LibraryOutside, SaveAsWritesAnotherFileAndGoesOnWithIt) {
+  ChooseMenu("mnuSaveAs");
+  AnswerFile("copy.api");
+  ASSERT_TRUE(ComesToHold("copy.api", WinLibrary()));
+  // The catalogue is read anew, and with it the library.
+  ASSERT_TRUE(Eventually([this] { return SelectedRow(Control("lstConst")) == -1; }));
+  ClickItem("lstConst", 1, u"Const B");
+  DeleteB();
+  ChooseMenu("mnuSave");
+  EXPECT_TRUE(ComesToHold("copy.api", WithoutB()));
+  EXPECT_EQ(BytesOf("win.api"), WinLibrary());
+}
+
+TEST_F(LibraryOutside, ImportWithYesKeepsTheItemsThatWereThere) {
+  Put("m.bas", "Public Const C = 3\r\nPublic Const A = 7\r\n");
+  ChooseMenu("mnuImport");
+  AnswerFile("m.bas");
+  AnswerMessage(kAskKeep, IDYES);
+  EXPECT_TRUE(ListBecomes("lstConst", {u"A", u"B", u"C", u"MAX_PATH"}));
+}
+
+TEST_F(LibraryOutside, ImportWithNoReplacesEverything) {
+  Put("m.bas", "Public Const C = 3\r\n");
+  ChooseMenu("mnuImport");
+  AnswerFile("m.bas");
+  AnswerMessage(kAskKeep, IDNO);
+  ASSERT_TRUE(ListBecomes("lstConst", {u"C"}));
+  ChooseMenu("mnuSave");
+  EXPECT_TRUE(ComesToHold("win.api",
+                          "Win\x02"
+                          "C\x01\x01\x02\x0e"
+                          "3\x01\x01"));
+}
+
+TEST_F(LibraryOutside, ExportWritesEveryItemAsSource) {
+  ChooseMenu("mnuExport");
+  AnswerFile("out.bas");
+  EXPECT_TRUE(ComesToHold("out.bas",
+                          "Const A = 1\r\nConst B As Long = A + 1\r\nConst MAX_PATH = 260\r\n"
+                          "Declare Sub Beep Lib \"kernel32\" (ByVal f As Long)\r\n"
+                          "Declare Function GetTickCount Lib \"kernel32\" () As Long\r\n"
+                          "Declare Function GetWindow Lib \"user32\" (r As RECT, p As POINTAPI) As "
+                          "Long\r\n"
+                          "Type POINTAPI\r\n\tx As Long\r\n\ty As Long\r\nEnd Type\r\n"
+                          "Type RECT\r\n\ta As POINTAPI\r\n\ts As String * MAX_PATH\r\nEnd Type"));
+}
+
+TEST_F(LibraryOutside, TypedDeclarationsAreAdded) {
+  ChooseMenu("mnuAdd");
+  const HWND dialog = Program().Form("frmAdd");
+  SetText(FindControl(dialog, "Text1"), u"Const D = 4\r\nConst E = 5");
+  PressButton(FindControl(dialog, "Command1"));
+  EXPECT_TRUE(ListBecomes("lstConst", {u"A", u"B", u"D", u"E", u"MAX_PATH"}));
+  EXPECT_TRUE(Eventually([this] { return !Program().FindForm("frmAdd"); }));
+}
+
+TEST_F(LibraryOutside, ANewLibraryIsWrittenListedAndOpened) {
+  ChooseMenu("mnuNew");
+  AnswerText(u"Nová");
+  AnswerFile("new.api");
+  EXPECT_TRUE(CaptionBecomes(u"Nová - Declarium 3.0"));
+  EXPECT_EQ(BytesOf("new.api"), "Nov\xe1\x02\x02");
+  EXPECT_EQ(ComboRows(Control("cmbDatabase")), (Rows{u"Nová", u"Win"}));
+}
+
+TEST_F(LibraryOutside, AWriteProtectedFileIsReportedAndKept) {
+  DeleteB();
+  std::filesystem::permissions(FileAt("win.api"), std::filesystem::perms::owner_read);
+  ASSERT_NE(GetFileAttributesW(FileAt("win.api").c_str()) & FILE_ATTRIBUTE_READONLY, 0u);
+  ChooseMenu("mnuSave");
+  AnswerMessage(u"Chyba pri zápise do súboru.", IDOK);
+  EXPECT_EQ(BytesOf("win.api"), WinLibrary());
+  SetFileAttributesW(FileAt("win.api").c_str(), FILE_ATTRIBUTE_NORMAL);
+  Close();
+  EXPECT_EQ(Program().WaitForEnd(), 0) << "the changes count as saved";
+}
+
+TEST_F(LibraryOutside, AFileThatAnotherProgramKeepsIsReportedAndKept) {
+  DeleteB();
+  const HANDLE kept = CreateFileW(FileAt("win.api").c_str(), GENERIC_READ | GENERIC_WRITE, 0,
+                                  nullptr, OPEN_EXISTING, 0, nullptr);
+  ASSERT_NE(kept, INVALID_HANDLE_VALUE);
+  ChooseMenu("mnuSave");
+  AnswerMessage(u"Chyba pri zápise do súboru.", IDOK);
+  CloseHandle(kept);
+  EXPECT_EQ(BytesOf("win.api"), WinLibrary());
+}
+
+}  // namespace
+}  // namespace declarium

@@ -1,0 +1,122 @@
+// Starting and closing the program: what it opens, what it asks, what comes back.
+#include "shell/settings.h"
+#include "window/outside_fixture.h"
+
+namespace declarium {
+namespace {
+
+using namespace window_driver;
+
+constexpr std::u16string_view kAskSave = u"Uložiť zmeny prevedené v databáze 'Okná' ?";
+
+using StartOutside = OutsideTest;
+
+TEST_F(StartOutside, TheSplashWindowComesAndGoesByItself) {
+  Start();
+  EXPECT_NE(Program().Form("frmSplash"), nullptr);
+  EXPECT_NE(Program().Form("frmMain"), nullptr);
+  EXPECT_TRUE(Eventually([this] { return Program().FindForm("frmSplash") == nullptr; }));
+}
+
+TEST_F(StartOutside, ALibraryOnTheCommandLineIsOpenedInsteadOfTheRememberedOne) {
+  Put("win.api", WinLibrary());
+  Put("my library.lib", OtherLibrary());
+  StartAndShow(L"my library.lib");
+  EXPECT_EQ(Caption(), u"Other - Declarium 3.0");
+  EXPECT_EQ(ChosenRow(Control("cmbDatabase")), -1) << "not among the folder's libraries";
+}
+
+TEST_F(StartOutside, ABrokenLibraryAmongGoodOnesIsReportedOnce) {
+  Put("a.api", WinLibrary());
+  Put("b.api", std::string_view("Broken\x02"
+                                "X"));
+  Put("c.api", OtherLibrary());
+  StartAndShow();
+  ASSERT_TRUE(CaptionBecomes(u"Declarium 3.0"));
+  ASSERT_EQ(ComboRows(Control("cmbDatabase")), (Rows{u"Win", u"Broken", u"Other"}));
+  ChooseRow(Control("cmbDatabase"), 2);
+  ASSERT_TRUE(CaptionBecomes(u"Other - Declarium 3.0"));
+  ChooseRow(Control("cmbDatabase"), 1);
+  AnswerMessage(u"Neplatný formát databázy.", IDOK);
+  EXPECT_TRUE(CaptionBecomes(u"Win - Declarium 3.0")) << "the first library takes its place";
+  EXPECT_EQ(ChosenRow(Control("cmbDatabase")), 0);
+  EXPECT_EQ(Program().FindDialog(), nullptr);
+}
+
+TEST_F(StartOutside, ReopeningReturnsToTheSamePlaceLibraryAndChoices) {
+  Put("a.api", OtherLibrary());
+  Put("b.api", WinLibrary());
+  StartAndShow();
+  ChooseRow(Control("cmbDatabase"), 1);
+  ASSERT_TRUE(CaptionBecomes(u"Win - Declarium 3.0"));
+  ChooseKind(2);
+  ASSERT_TRUE(ListBecomes("lstType", {u"POINTAPI", u"RECT"}));
+  ChooseRow(Control("cmbRange"), 1);
+  SetWindowPos(Main(), nullptr, 140, 120, 820, 610, SWP_NOZORDER | SWP_NOACTIVATE);
+  RECT before{};
+  ASSERT_TRUE(Eventually([&] {
+    GetWindowRect(Main(), &before);
+    return before.right - before.left == 820 && before.left == 140;
+  }));
+  Close();
+  ASSERT_EQ(Program().WaitForEnd(), 0);
+
+  StartAndShow();
+  RECT after{};
+  EXPECT_TRUE(Eventually([&] {
+    GetWindowRect(Main(), &after);
+    return EqualRect(&before, &after) != FALSE;
+  })) << after.left
+      << "," << after.top << "," << after.right << "," << after.bottom;
+  EXPECT_EQ(Caption(), u"Win - Declarium 3.0");
+  EXPECT_EQ(ChosenRow(Control("cmbSelector")), 2);
+  EXPECT_EQ(ChosenRow(Control("cmbRange")), 1);
+  EXPECT_TRUE(IsWindowVisible(Control("lstType")));
+}
+
+class CloseOutside : public OutsideTest {
+ protected:
+  // Leaves a changed library open.
+  CloseOutside() {
+    Put("win.api", WinLibrary());
+    StartAndShow(L"win.api");
+    ChooseMenu("mnuRename");
+    AnswerText(u"Okná");
+    EXPECT_TRUE(CaptionBecomes(u"Okná - Declarium 3.0"));
+  }
+};
+
+TEST_F(CloseOutside, YesSavesAndEnds) {
+  Close();
+  AnswerMessage(kAskSave, IDYES);
+  EXPECT_EQ(Program().WaitForEnd(), 0);
+  EXPECT_EQ(BytesOf("win.api"), WinLibrary("Okn\xe1"));
+}
+
+TEST_F(CloseOutside, NoEndsWithoutSaving) {
+  Close();
+  AnswerMessage(kAskSave, IDNO);
+  EXPECT_EQ(Program().WaitForEnd(), 0);
+  EXPECT_EQ(BytesOf("win.api"), WinLibrary());
+}
+
+TEST_F(CloseOutside, CancelKeepsTheWindowAndTheChanges) {
+  Close();
+  AnswerMessage(kAskSave, IDCANCEL);
+  EXPECT_EQ(Caption(), u"Okná - Declarium 3.0");
+  EXPECT_TRUE(Program().Runs());
+  Close();
+  AnswerMessage(kAskSave, IDNO);
+  EXPECT_EQ(Program().WaitForEnd(), 0) << "asked again at the next closing";
+}
+
+TEST_F(CloseOutside, SwitchingTheLibraryAsksTooAndCancelStays) {
+  Put("z.api", OtherLibrary());
+  ChooseMenu("mnuOpen");
+  AnswerMessage(kAskSave, IDCANCEL);
+  EXPECT_EQ(Caption(), u"Okná - Declarium 3.0");
+  EXPECT_EQ(Program().FindDialog(), nullptr);
+}
+
+}  // namespace
+}  // namespace declarium
