@@ -59,11 +59,11 @@ std::string ReadStandardInput(std::istream& in) {
   return bytes;
 }
 
-std::string ReadSourceOf(const std::string& source, const Session& session) {
-  if (source == "-") return ReadStandardInput(session.streams.in);
-  auto bytes = ReadWholeFile(PathOf(source));
-  if (!bytes) throw FileFailed(bytes.error());
-  return *std::move(bytes);
+FileView ViewSource(const std::string& source, const Session& session) {
+  if (source == "-") return ViewOf(ReadStandardInput(session.streams.in));
+  auto view = ViewFile(PathOf(source));
+  if (!view) throw FileFailed(view.error());
+  return *std::move(view);
 }
 
 bool IsStorable(std::u16string_view text) {
@@ -104,7 +104,7 @@ Database OpenLibrary(const ImportOptions& options) {
 
 void ImportSource(const std::string& source, Existing existing, const Session& session,
                   Database& database, ImportReport& report) {
-  auto parsed = ParseSourceFile(ReadSourceOf(source, session));
+  auto parsed = ParseSourceFile(ViewSource(source, session).bytes);
   CheckStorable(parsed, source);
   const auto found = CountItems(parsed.lists);
   std::ranges::transform(report.found, found, report.found.begin(), std::plus());

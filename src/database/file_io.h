@@ -4,6 +4,8 @@
 
 #include <expected>
 #include <filesystem>
+#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -16,6 +18,22 @@ namespace declarium {
 
 // The whole content of a file, which others may have open. A folder is an error.
 [[nodiscard]] std::expected<std::string, Error> ReadWholeFile(const std::filesystem::path& path);
+
+// Bytes to be read, and what keeps them where they are.
+struct FileView {
+  std::string_view bytes;
+  std::shared_ptr<const void> owner;
+};
+
+[[nodiscard]] FileView ViewOf(std::string bytes);
+
+// A file's own pages as the bytes; nothing where the system or the file does not allow it. Nobody
+// may shorten the file as long as the view lives: reading beyond its new end would end the process.
+[[nodiscard]] std::optional<FileView> MapFile(const std::filesystem::path& path);
+
+// ReadWholeFile without the copy, which costs several times what reading the file does, where
+// MapFile works. For a process that changes nothing before it lets the view go.
+[[nodiscard]] std::expected<FileView, Error> ViewFile(const std::filesystem::path& path);
 
 // What stands before the first byte `end` of a file, read in small blocks and never more than
 // `limit` bytes; empty when the limit or the end of the file comes before that byte.

@@ -4,6 +4,7 @@
 #include <fcntl.h>
 #include <optional>
 #include <random>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
@@ -169,6 +170,18 @@ std::expected<std::string, Error> ReadWholeFile(const fs::path& path) {
   }
   if (code != 0) return Failed(ErrorKind::kCannotRead, path, code);
   return bytes;
+}
+
+std::optional<FileView> MapFile(const fs::path& path) {
+  struct stat status = {};
+  const auto file = OpenForReading(path, status);
+  if (!file || !S_ISREG(status.st_mode) || status.st_size == 0) return std::nullopt;
+  const auto size = static_cast<std::size_t>(status.st_size);
+  auto* const start =
+      ::mmap(nullptr, size, PROT_READ, MAP_PRIVATE | MAP_POPULATE, file->Get(), 0);
+  if (start == MAP_FAILED) return std::nullopt;
+  return FileView{{static_cast<const char*>(start), size},
+                  std::shared_ptr<void>(start, [size](void* mapped) { ::munmap(mapped, size); })};
 }
 
 std::expected<std::string, Error> ReadFileUntil(const fs::path& path, char end, std::size_t limit) {

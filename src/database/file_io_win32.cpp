@@ -178,6 +178,11 @@ std::expected<std::string, Error> ReadWholeFile(const fs::path& path) {
   return bytes;
 }
 
+std::optional<FileView> MapFile(const fs::path&) {
+  // A mapped file could not be replaced by others, and this program lets them.
+  return std::nullopt;
+}
+
 std::expected<std::string, Error> ReadFileUntil(const fs::path& path, char end, std::size_t limit) {
   const auto file = OpenForReading(path);
   if (!file) return std::unexpected(file.error());

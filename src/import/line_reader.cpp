@@ -12,9 +12,9 @@ namespace declarium {
 namespace {
 
 template <typename Unit>
-void UseCrLf(std::basic_string<Unit>& text) {
+std::optional<std::basic_string<Unit>> WithCrLf(std::basic_string_view<Unit> text) {
   constexpr Unit kLineEnd[] = {'\r', '\n', 0};
-  if (FindLineEnd(text, 0) != text.npos || text.find_first_of(kLineEnd) == text.npos) return;
+  if (FindLineEnd(text, 0) != text.npos || text.find_first_of(kLineEnd) == text.npos) return {};
   std::basic_string<Unit> with_cr_lf;
   with_cr_lf.reserve(text.size() + text.size() / 16);
   for (const Unit unit : text) {
@@ -24,7 +24,7 @@ void UseCrLf(std::basic_string<Unit>& text) {
       with_cr_lf += unit;
     }
   }
-  text = std::move(with_cr_lf);
+  return with_cr_lf;
 }
 
 template <typename Unit>
@@ -36,44 +36,12 @@ std::size_t FindLineEndIn(std::basic_string_view<Unit> text, std::size_t from) n
 }
 
 // The first "_" with a line end behind it, at or behind `from`.
-template <typename Unit>
-std::size_t FindContinuation(std::basic_string_view<Unit> text, std::size_t from) {
+std::size_t FindContinuation(std::u16string_view text, std::size_t from) {
   for (;; from += kCrLf.size()) {
     from = FindLineEnd(text, from);
     if (from == text.npos || (from > 0 && text[from - 1] == '_')) break;
   }
   return from == text.npos ? from : from - 1;
-}
-
-template <typename Unit>
-void JoinLines(BasicSource<Unit>& source) {
-  constexpr std::size_t kContinuationSize = 3;
-  auto& text = source.text;
-  const std::basic_string_view<Unit> old = text;
-  auto found = FindContinuation(old, 0);
-  if (found == text.npos) return;
-
-  std::vector<std::size_t> joins;
-  auto earlier = source.joins.begin();
-  std::size_t write = found;
-  std::size_t read = found;
-  std::size_t removed = 0;
-  while (found != text.npos) {
-    // Joins made before keep their place in the text that now moves forward; one inside the line
-    // end that goes, which it brought together, moves to where that stood.
-    for (; earlier != source.joins.end() && *earlier < found + kContinuationSize; ++earlier) {
-      joins.push_back(std::min(*earlier, found) - removed);
-    }
-    std::copy(text.data() + read, text.data() + found, text.data() + write);
-    write += found - read;
-    joins.push_back(write);
-    read = found + kContinuationSize;
-    removed += kContinuationSize;
-    found = FindContinuation(old, read);
-  }
-  for (; earlier != source.joins.end(); ++earlier) joins.push_back(*earlier - removed);
-  text.erase(write, read - write);
-  source.joins = std::move(joins);
 }
 
 // A text with its first units in front, so that most comparisons need not look for it.
@@ -104,33 +72,51 @@ class SortEntry {
 
 }  // namespace
 
-template <typename Unit>
-std::size_t BasicSource<Unit>::JoinsUpTo(std::size_t position) const {
+std::size_t SourceText::JoinsUpTo(std::size_t position) const {
   return static_cast<std::size_t>(std::ranges::upper_bound(joins, position) - joins.begin());
 }
-
-template struct BasicSource<char>;
-template struct BasicSource<char16_t>;
 
 SourceText ReadSource(std::string_view bytes) {
   return ReadSource(DecodeCodePage(bytes));
 }
 
 SourceText ReadSource(std::u16string text) {
-  UseCrLf(text);
+  if (auto with_cr_lf = WithCrLf<char16_t>(text)) text = *std::move(with_cr_lf);
   return {std::move(text), {}};
 }
 
-SourceBytes ReadSourceBytes(std::string bytes) {
-  UseCrLf(bytes);
-  return {std::move(bytes), {}};
+std::optional<std::string> CrLfForBareLineEnds(std::string_view bytes) {
+  return WithCrLf(bytes);
 }
 
 void JoinContinuedLines(SourceText& source) {
-  JoinLines(source);
-}
-void JoinContinuedLines(SourceBytes& source) {
-  JoinLines(source);
+  constexpr std::size_t kContinuationSize = 3;
+  auto& text = source.text;
+  const std::u16string_view old = text;
+  auto found = FindContinuation(old, 0);
+  if (found == text.npos) return;
+
+  std::vector<std::size_t> joins;
+  auto earlier = source.joins.begin();
+  std::size_t write = found;
+  std::size_t read = found;
+  std::size_t removed = 0;
+  while (found != text.npos) {
+    // Joins made before keep their place in the text that now moves forward; one inside the line
+    // end that goes, which it brought together, moves to where that stood.
+    for (; earlier != source.joins.end() && *earlier < found + kContinuationSize; ++earlier) {
+      joins.push_back(std::min(*earlier, found) - removed);
+    }
+    std::copy(text.data() + read, text.data() + found, text.data() + write);
+    write += found - read;
+    joins.push_back(write);
+    read = found + kContinuationSize;
+    removed += kContinuationSize;
+    found = FindContinuation(old, read);
+  }
+  for (; earlier != source.joins.end(); ++earlier) joins.push_back(*earlier - removed);
+  text.erase(write, read - write);
+  source.joins = std::move(joins);
 }
 
 std::size_t FindLineEnd(std::u16string_view text, std::size_t from) noexcept {

@@ -2,6 +2,7 @@
 // line, the rest of a line behind its n-th blank, and the sort that orders a library.
 #pragma once
 
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -11,29 +12,24 @@ namespace declarium {
 
 // A source text with CR LF line ends, and where its continued lines were joined, so that a message
 // can name the line of the file.
-template <typename Unit>
-struct BasicSource {
-  std::basic_string<Unit> text;
+struct SourceText {
+  std::u16string text;
   std::vector<std::size_t> joins;  // positions in `text`, ascending, where a line end was removed
 
   // How many line ends were removed up to `position` (0-based) in `text`.
   [[nodiscard]] std::size_t JoinsUpTo(std::size_t position) const;
 };
 
-using SourceText = BasicSource<char16_t>;
-// The same in the code page. Its bytes are the units of the decoded text, position by position, so
-// a whole file need not be decoded to find the few lines that matter.
-using SourceBytes = BasicSource<char>;
-
 // The source text in the bytes of a file, or in pasted text. A text without any CR LF gets CR LF
 // for its bare line ends: it passed through tools that write them.
 [[nodiscard]] SourceText ReadSource(std::string_view bytes);
 [[nodiscard]] SourceText ReadSource(std::u16string text);
-[[nodiscard]] SourceBytes ReadSourceBytes(std::string bytes);
+
+// The same bytes with CR LF for bare line ends; nothing when they need no change.
+[[nodiscard]] std::optional<std::string> CrLfForBareLineEnds(std::string_view bytes);
 
 // Removes every "_" followed by CR LF, together with it. The blank before the "_" stays.
 void JoinContinuedLines(SourceText& source);
-void JoinContinuedLines(SourceBytes& source);
 
 // The first CR LF at or behind `from`, npos when there is none.
 [[nodiscard]] std::size_t FindLineEnd(std::u16string_view text, std::size_t from) noexcept;

@@ -8,6 +8,7 @@
 #include "basic/code_page.h"
 #include "basic/text.h"
 #include "database/item.h"
+#include "import/line_cursor.h"
 #include "import/records.h"
 
 namespace declarium {
@@ -54,8 +55,8 @@ Text<Unit> WithoutLeadingBlanks(Text<Unit> line) {
   return line.substr(static_cast<std::size_t>(first - line.begin()));
 }
 
-// Whether the first letter is that of a scope word or of a declaration's first word; tells nearly
-// all other lines apart at once.
+// Whether the first letter is that of a scope word or of a declaration's first word, or the line
+// may begin further down; tells nearly all other lines apart at once.
 template <typename Unit>
 bool MayDeclare(Text<Unit> line) {
   line = WithoutLeadingBlanks(line);
@@ -65,6 +66,7 @@ bool MayDeclare(Text<Unit> line) {
     case u'c':
     case u'd':
     case u't':
+    case u'_':
       return true;
     default:
       return false;
@@ -90,32 +92,6 @@ std::optional<Kind> DeclarationKind(Text<Unit> declaration) {
   if (IsWordIgnoringCase(word, u"type")) return Kind::kType;
   return std::nullopt;
 }
-
-// Walks the lines of a text.
-template <typename Unit>
-class LineCursor {
- public:
-  LineCursor(Text<Unit> text, std::size_t position) : text_(text), next_(position) {}
-
-  // False behind the last line. A text always ends in a line, though an empty one.
-  bool Next() {
-    if (next_ == text_.npos) return false;
-    start_ = next_;
-    const auto end = FindLineEnd(text_, start_);
-    line_ = text_.substr(start_, end - start_);
-    next_ = end == text_.npos ? end : end + kCrLf.size();
-    return true;
-  }
-  [[nodiscard]] Text<Unit> line() const { return line_; }
-  [[nodiscard]] std::size_t start() const { return start_; }
-  [[nodiscard]] std::size_t next() const { return next_; }
-
- private:
-  Text<Unit> text_;
-  Text<Unit> line_;
-  std::size_t start_ = 0;
-  std::size_t next_;
-};
 
 void AppendDecoded(std::u16string_view text, std::u16string& out) {
   out += text;
@@ -165,10 +141,12 @@ class Words {
   std::size_t count_ = 0;
 };
 
-template <typename Unit>
+template <typename Cursor>
 class Parser {
+  using Unit = Cursor::Unit;
+
  public:
-  explicit Parser(const BasicSource<Unit>& source)
+  explicit Parser(const typename Cursor::Source& source)
       : source_(source), arena_(std::make_shared<TextArena>()), records_(arena_) {
     for (auto& [names, items] : parsed_.lists) {
       names.Keep(arena_);
@@ -176,22 +154,23 @@ class Parser {
     }
   }
 
-  ParsedItems Run() {
-    if (source_.text.empty()) return std::move(parsed_);
-    for (LineCursor<Unit> lines(source_.text, 0); lines.Next();) {
-      ++line_number_;
-      if (!MayDeclare(lines.line())) continue;
-      const auto declaration = DeclarationStart(lines.line());
-      if (const auto kind = DeclarationKind(declaration)) Read(*kind, declaration, lines);
+  // Nothing when the lines could not be told for certain.
+  std::optional<ParsedItems> Run() {
+    Cursor lines(source_, 0);
+    line_ = &lines;
+    while (lines.Next()) {
+      if (!MayDeclare(lines.Beginning())) continue;
+      const auto declaration = DeclarationStart(lines.Line());
+      if (const auto kind = DeclarationKind(declaration)) Read(*kind, declaration);
     }
+    if (lines.IsUncertain()) return std::nullopt;
     for (const auto& line : records_.Finish(parsed_)) SkipTooLong(line);
     std::ranges::stable_sort(parsed_.skipped, {}, &SkippedLine::number);
     return std::move(parsed_);
   }
 
  private:
-  void Read(Kind kind, Text<Unit> declaration, const LineCursor<Unit>& line) {
-    line_ = &line;
+  void Read(Kind kind, Text<Unit> declaration) {
     declaration_.clear();
     AppendWithBlanks(declaration, declaration_);
     words_.Split(declaration_);
@@ -241,18 +220,19 @@ class Parser {
     if (words_[1].empty()) return Skip(SkipReason::kNoName);
     item_.assign(RestAfterBlank(NormalizedDeclaration(), 2));
     item_ += kMembersSeparator;
-    const RecordLine line = {FileLine(), line_->start(), line_->next()};
+    const RecordLine line = {line_->FileLine(), line_->start(), line_->next()};
     if (records_.AddNested(line, words_[1], item_, parsed_)) return;
     records_.Begin();
-    std::size_t end = source_.text.size();
-    for (LineCursor<Unit> member(source_.text, line_->next()); member.Next();) {
+    auto end = Text<Unit>::npos;
+    for (Cursor member(source_, line_->next()); member.Next();) {
+      const auto member_line = member.Line();
       // Nothing but this at the line's very start ends a record.
-      if (IsWordIgnoringCase(member.line(), u"end type")) {
+      if (IsWordIgnoringCase(member_line, u"end type")) {
         end = member.start();
         break;
       }
       records_.AddMember(member.start(), item_.size());
-      AppendNormalized(member.line(), item_);
+      AppendNormalized(member_line, item_);
       item_ += kMemberSeparator;
     }
     records_.AddOutermost(end, words_[1], item_, parsed_);
@@ -272,16 +252,12 @@ class Parser {
     items.AddKept(arena_->Store(item_));
   }
 
-  [[nodiscard]] std::size_t FileLine() const {
-    return line_number_ + source_.JoinsUpTo(line_->start());
-  }
-
-  void Skip(SkipReason reason) { Skip(FileLine(), line_->line(), reason); }
+  void Skip(SkipReason reason) { Skip(line_->FileLine(), line_->Line(), reason); }
 
   void SkipTooLong(const RecordLine& record) {
-    LineCursor<Unit> line(source_.text, record.start);
+    Cursor line(source_, record.start);
     line.Next();
-    Skip(record.number, line.line(), SkipReason::kTooLong);
+    Skip(record.number, line.Line(), SkipReason::kTooLong);
   }
 
   void Skip(std::size_t number, Text<Unit> line, SkipReason reason) {
@@ -290,27 +266,17 @@ class Parser {
     parsed_.skipped.push_back({number, std::move(text), reason});
   }
 
-  const BasicSource<Unit>& source_;
+  const typename Cursor::Source& source_;
   std::shared_ptr<TextArena> arena_;
   Records records_;
   ParsedItems parsed_;
-  std::size_t line_number_ = 0;             // 1-based, continued lines counted once
-  const LineCursor<Unit>* line_ = nullptr;  // the line that begins the declaration
-  std::u16string declaration_;              // without scope words, tabs as blanks
-  Words words_;                             // of declaration_
-  std::u16string item_;                     // the item string being built
+  Cursor* line_ = nullptr;      // at the line that begins the declaration
+  std::u16string declaration_;  // without scope words, tabs as blanks
+  Words words_;                 // of declaration_
+  std::u16string item_;         // the item string being built
   std::u16string rebuilt_;
   std::u16string normalized_;
 };
-
-}  // namespace
-
-namespace {
-
-template <typename Unit>
-ParsedItems Parse(const BasicSource<Unit>& source) {
-  return Parser<Unit>(source).Run();
-}
 
 }  // namespace
 
@@ -328,15 +294,17 @@ std::string_view ReasonText(SkipReason reason) {
 
 ParsedItems ParseDeclarations(SourceText source) {
   JoinContinuedLines(source);
-  return Parse(source);
+  return *Parser<TextCursor>(source).Run();
 }
 
-ParsedItems ParseSourceFile(std::string bytes) {
-  auto source = ReadSourceBytes(std::move(bytes));
-  JoinContinuedLines(source);
+ParsedItems ParseSourceFile(std::string_view bytes) {
+  const auto with_cr_lf = CrLfForBareLineEnds(bytes);
+  const std::string_view source = with_cr_lf ? *with_cr_lf : bytes;
+  if (auto parsed = Parser<FileCursor>(source).Run()) return *std::move(parsed);
   // Joined pieces may form a continuation of their own; the import has always joined twice.
-  if (!source.joins.empty()) JoinContinuedLines(source);
-  return Parse(source);
+  auto text = ReadSource(bytes);
+  JoinContinuedLines(text);
+  return ParseDeclarations(std::move(text));
 }
 
 }  // namespace declarium

@@ -6,6 +6,7 @@
 #include <array>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "database/kind.h"
@@ -50,7 +51,7 @@ struct ParsedItems {
 
 // Everything that importing a file does with its bytes: the same as
 //   auto source = ReadSource(bytes); JoinContinuedLines(source); ParseDeclarations(source)
-// without decoding the lines that are no declarations.
-[[nodiscard]] ParsedItems ParseSourceFile(std::string bytes);
+// without a copy of the file, and decoding nothing but its declarations.
+[[nodiscard]] ParsedItems ParseSourceFile(std::string_view bytes);
 
 }  // namespace declarium
