@@ -44,31 +44,40 @@ std::size_t FindContinuation(std::u16string_view text, std::size_t from) {
   return from == text.npos ? from : from - 1;
 }
 
-// A text with its first units in front, so that most comparisons need not look for it.
-class SortEntry {
- public:
-  explicit SortEntry(std::u16string_view text) : text_(text) {
-    for (std::size_t i = 0; i < kFirstUnits; ++i) {
-      auto& word = first_[i / kUnitsPerWord];
+// A text's position and its first units, which decide most comparisons without looking for it.
+struct SortEntry {
+  // Units from 0xFF on count alike here, and so do a missing unit and 0: what is equal so far is
+  // decided by the whole texts.
+  static constexpr std::size_t kUnitsPerWord = 8;
+  static constexpr std::size_t kWords = 3;
+
+  SortEntry(std::u16string_view text, std::size_t place) : position(place) {
+    for (std::size_t i = 0; i < kWords * kUnitsPerWord; ++i) {
+      auto& word = first[i / kUnitsPerWord];
       word = word << 8 | (i < text.size() ? std::min<char16_t>(text[i], 0xFF) : 0);
     }
   }
 
-  [[nodiscard]] std::u16string_view text() const { return text_; }
-
-  friend bool operator<(const SortEntry& a, const SortEntry& b) {
-    if (a.first_ != b.first_) return a.first_ < b.first_;
-    return CompareOrdinal(a.text_, b.text_) < 0;
-  }
-
- private:
-  // Units from 0xFF on count alike here, and so do a missing unit and 0: what is equal so far is
-  // decided by the whole texts.
-  static constexpr std::size_t kUnitsPerWord = 8;
-  static constexpr std::size_t kFirstUnits = 24;
-  std::array<std::uint64_t, kFirstUnits / kUnitsPerWord> first_{};
-  std::u16string_view text_;
+  std::array<std::uint64_t, kWords> first{};
+  std::size_t position;
 };
+
+std::size_t FindDoubleBlank(std::u16string_view text, std::size_t from) {
+  for (;; ++from) {
+    from = FindUnit(text, u' ', from);
+    if (from == text.npos || (from + 1 < text.size() && text[from + 1] == u' ')) return from;
+  }
+}
+
+// Folds every double blank from `start` on into one blank, each blank once: four become two.
+void HalveBlanks(std::u16string& text, std::size_t start) {
+  auto out = start;
+  for (auto in = start; in < text.size(); ++in) {
+    text[out++] = text[in];
+    if (text[in] == u' ' && in + 1 < text.size() && text[in + 1] == u' ') ++in;
+  }
+  text.resize(out);
+}
 
 }  // namespace
 
@@ -128,20 +137,18 @@ std::size_t FindLineEnd(std::string_view bytes, std::size_t from) noexcept {
 }
 
 std::u16string NormalizeLine(std::u16string_view line) {
-  std::u16string result(line);
+  std::u16string result(line.substr(std::min(line.find_first_not_of(u" \t"), line.size())));
   std::ranges::replace(result, u'\t', u' ');
-  result.erase(0, result.find_first_not_of(u' '));
-
-  const auto apostrophe = result.find(u'\'');
-  if (apostrophe == result.npos) return result;
-  const auto comment = result.find_first_not_of(u' ', apostrophe + 1);
-  result.erase(apostrophe + 1, std::min(comment, result.size()) - apostrophe - 1);
-  while (result.find(u"  ") < apostrophe) result = Replace(result, u"  ", u" ");
+  NormalizeComment(result);
   return result;
 }
 
-bool IsNormalized(std::u16string_view line) noexcept {
-  return FindUnit(line, u'\'') == line.npos;
+void NormalizeComment(std::u16string& line, std::size_t start) {
+  const auto apostrophe = FindUnit(line, u'\'', start);
+  if (apostrophe == line.npos) return;
+  const auto comment = line.find_first_not_of(u' ', apostrophe + 1);
+  line.erase(apostrophe + 1, std::min(comment, line.size()) - apostrophe - 1);
+  while (FindDoubleBlank(line, start) < apostrophe) HalveBlanks(line, start);
 }
 
 std::u16string_view RestAfterBlank(std::u16string_view line, int n) {
@@ -153,10 +160,19 @@ std::u16string_view RestAfterBlank(std::u16string_view line, int n) {
   return behind == 0 ? std::u16string_view() : line.substr(behind);
 }
 
-void SortStrings(std::span<std::u16string_view> texts) {
-  std::vector<SortEntry> entries(texts.begin(), texts.end());
-  std::ranges::stable_sort(entries, std::less<>());
-  std::ranges::transform(entries, texts.begin(), &SortEntry::text);
+std::vector<std::size_t> SortedPositions(std::span<const std::u16string_view> texts) {
+  std::vector<SortEntry> entries;
+  entries.reserve(texts.size());
+  for (const auto text : texts) entries.emplace_back(text, entries.size());
+  std::ranges::stable_sort(entries, [texts](const SortEntry& a, const SortEntry& b) {
+    for (std::size_t i = 0; i < SortEntry::kWords; ++i) {
+      if (a.first[i] != b.first[i]) return a.first[i] < b.first[i];
+    }
+    return CompareOrdinal(texts[a.position], texts[b.position]) < 0;
+  });
+  std::vector<std::size_t> positions(texts.size());
+  std::ranges::transform(entries, positions.begin(), &SortEntry::position);
+  return positions;
 }
 
 }  // namespace declarium

@@ -41,14 +41,16 @@ void JoinContinuedLines(SourceText& source);
 // without one keeps its runs of blanks.
 [[nodiscard]] std::u16string NormalizeLine(std::u16string_view line);
 
-// Whether NormalizeLine changes nothing in a line without tabs and leading blanks.
-[[nodiscard]] bool IsNormalized(std::u16string_view line) noexcept;
+// The part of NormalizeLine that begins with the apostrophe, for the line that stands in `line` from
+// `start` on.
+void NormalizeComment(std::u16string& line, std::size_t start = 0);
 
 // What stands behind the n-th blank. A round that finds no further blank starts the next one at the
 // beginning of the line; when the last round finds none the result is empty. Refers into `line`.
 [[nodiscard]] std::u16string_view RestAfterBlank(std::u16string_view line, int n);
 
-// Sorts by code units, ascending and stable: "B" stands before "a".
-void SortStrings(std::span<std::u16string_view> texts);
+// Where the texts stand (0-based) in the order of their code units, ascending and stable: "B" comes
+// before "a".
+[[nodiscard]] std::vector<std::size_t> SortedPositions(std::span<const std::u16string_view> texts);
 
 }  // namespace declarium

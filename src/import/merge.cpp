@@ -11,6 +11,8 @@ namespace declarium {
 namespace {
 
 constexpr char16_t kPositionMark = 27;
+// How many entries ahead memory is asked for what they point to.
+constexpr std::size_t kAhead = 8;
 
 // The items of one kind before they are sorted; position 1 is the first.
 struct Combined {
@@ -20,6 +22,8 @@ struct Combined {
   void Add(const StringList& new_names, const StringList& new_items) {
     names.KeepArenasOf(new_names);
     items.KeepArenasOf(new_items);
+    names.Reserve(names.size() + new_names.size());
+    items.Reserve(names.size() + new_names.size());
     for (std::size_t i = 0; i < new_names.size(); ++i) {
       if (new_names[i].empty()) continue;
       names.AddKept(new_names[i]);
@@ -49,27 +53,20 @@ std::vector<std::u16string_view> MakeKeys(const StringList& names, TextArena& ar
   return keys;
 }
 
-// The 0-based index in the combined list that a key stands for.
-std::size_t IndexOfKey(std::u16string_view key) {
-  std::size_t position = 0;
-  for (const char16_t digit : key.substr(key.rfind(kPositionMark) + 1)) {
-    position = position * 10 + (digit - u'0');
-  }
-  return position - 1;
-}
-
 KindLists SortAndReduce(const Combined& combined) {
   TextArena arena;
-  auto keys = MakeKeys(combined.names, arena);
-  SortStrings(keys);
+  const auto order = SortedPositions(MakeKeys(combined.names, arena));
 
   KindLists result;
   result.names.KeepArenasOf(combined.names);
   result.items.KeepArenasOf(combined.items);
-  result.names.Reserve(keys.size());
-  result.items.Reserve(keys.size());
-  for (const auto key : keys) {
-    const auto index = IndexOfKey(key);
+  result.names.Reserve(order.size());
+  result.items.Reserve(order.size());
+  for (std::size_t i = 0; i < order.size(); ++i) {
+    // The order is as good as random for where the names stand, and they are compared next.
+    const auto ahead = order[std::min(i + kAhead, order.size() - 1)];
+    Prefetch(combined.names[ahead].data());
+    const auto index = order[i];
     const auto name = combined.names[index];
     const auto item = combined.items[index];
     if (!result.names.empty() && result.names[result.names.size() - 1] == name) {

@@ -115,8 +115,7 @@ template <typename Unit>
 void AppendNormalized(Text<Unit> line, std::u16string& out) {
   const auto start = out.size();
   AppendWithBlanks(WithoutLeadingBlanks(line), out);
-  const auto appended = std::u16string_view(out).substr(start);
-  if (!IsNormalized(appended)) out.replace(start, out.npos, NormalizeLine(appended));
+  NormalizeComment(out, start);
 }
 
 // The first words of a line, as many as a declaration looks at.
@@ -240,8 +239,8 @@ class Parser {
 
   // The line as NormalizeLine leaves it.
   std::u16string_view NormalizedDeclaration() {
-    if (IsNormalized(declaration_)) return declaration_;
-    normalized_ = NormalizeLine(declaration_);
+    normalized_ = declaration_;
+    NormalizeComment(normalized_);
     return normalized_;
   }
 
