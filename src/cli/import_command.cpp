@@ -11,7 +11,6 @@
 #include "cli/output.h"
 #include "cli/status_line.h"
 
-#include "basic/scan.h"
 #include "basic/text.h"
 #include "database/file_format.h"
 #include "database/file_io.h"
@@ -66,12 +65,8 @@ FileView ViewSource(const std::string& source, const Session& session) {
   return *std::move(view);
 }
 
-bool IsStorable(std::u16string_view text) {
-  return !HasUnitUpTo(text, kSectionSeparator);
-}
-
-// An item with one of the library file's separators in it would tear the file apart.
 void CheckStorable(const ParsedItems& parsed, const std::string& source) {
+  if (parsed.all_storable) return;
   for (const auto kind : kKinds) {
     const auto& [names, items] = parsed[kind];
     for (std::size_t i = 0; i < names.size(); ++i) {

@@ -81,6 +81,10 @@ void WriteSection(const Database& database, StringList KindLists::* list, Encode
 
 }  // namespace
 
+bool IsStorable(std::u16string_view text) noexcept {
+  return !HasUnitUpTo(text, kSectionSeparator);
+}
+
 LibrarySections CutIntoSections(std::string_view bytes) {
   LibrarySections sections;
   sections.text = std::make_shared<TextArena>();

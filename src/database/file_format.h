@@ -26,6 +26,10 @@ inline constexpr char16_t kEntrySeparator = 0;
 inline constexpr char16_t kKindSeparator = 1;
 inline constexpr char16_t kSectionSeparator = 2;
 
+// Whether a title, a name or an item string holds none of the separators, which would tear the file
+// apart.
+[[nodiscard]] bool IsStorable(std::u16string_view text) noexcept;
+
 // A library file cut into its sections, which are views into `text`.
 struct LibrarySections {
   std::shared_ptr<TextArena> text;

@@ -38,6 +38,7 @@ struct ParsedItems {
   };
   std::array<Lists, kKindCount> lists;  // in source order
   std::vector<SkippedLine> skipped;     // in source order
+  bool all_storable = true;             // whether IsStorable holds for every name and item
 
   [[nodiscard]] const Lists& operator[](Kind kind) const {
     return lists[static_cast<std::size_t>(kind)];
