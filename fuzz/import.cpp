@@ -41,6 +41,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   auto source = ReadSource(bytes);
   for (const auto line : Split(source.text, kCrLf)) CheckLine(line);
   JoinContinuedLines(source);
-  RequireEqual(ParseSourceFile(std::string(bytes)), ParseDeclarations(source));
+  RequireEqual(ParseSourceFile(bytes), ParseDeclarations(source));
   return 0;
 }

@@ -44,7 +44,7 @@ Items Merged(const Items& combined) {
 }
 
 void MergeAndCheck(Database& database, std::string_view source, Existing existing) {
-  const auto parsed = ParseSourceFile(std::string(source));
+  const auto parsed = ParseSourceFile(source);
   const auto before = database;
   MergeItems(database, parsed, existing);
   for (const auto kind : kKinds) {

@@ -83,7 +83,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const auto text = fuzz::TakeText(bytes);
   const auto flags = static_cast<unsigned char>(bytes.empty() ? 0 : bytes.front());
   Database database;
-  MergeItems(database, ParseSourceFile(std::string(bytes)), Existing::kReplace);
+  MergeItems(database, ParseSourceFile(bytes), Existing::kReplace);
   if (text.empty()) return 0;
 
   const auto anywhere = u"*" + LowerCase(text) + u"*";

@@ -177,8 +177,7 @@ std::optional<FileView> MapFile(const fs::path& path) {
   const auto file = OpenForReading(path, status);
   if (!file || !S_ISREG(status.st_mode) || status.st_size == 0) return std::nullopt;
   const auto size = static_cast<std::size_t>(status.st_size);
-  auto* const start =
-      ::mmap(nullptr, size, PROT_READ, MAP_PRIVATE | MAP_POPULATE, file->Get(), 0);
+  auto* const start = ::mmap(nullptr, size, PROT_READ, MAP_PRIVATE | MAP_POPULATE, file->Get(), 0);
   if (start == MAP_FAILED) return std::nullopt;
   return FileView{{static_cast<const char*>(start), size},
                   std::shared_ptr<void>(start, [size](void* mapped) { ::munmap(mapped, size); })};

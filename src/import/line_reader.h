@@ -41,8 +41,8 @@ void JoinContinuedLines(SourceText& source);
 // without one keeps its runs of blanks.
 [[nodiscard]] std::u16string NormalizeLine(std::u16string_view line);
 
-// The part of NormalizeLine that begins with the apostrophe, for the line that stands in `line` from
-// `start` on.
+// The part of NormalizeLine that begins with the apostrophe, for the line that stands in `line`
+// from `start` on.
 void NormalizeComment(std::u16string& line, std::size_t start = 0);
 
 // What stands behind the n-th blank. A round that finds no further blank starts the next one at the

@@ -64,7 +64,8 @@ KindLists SortAndReduce(const Combined& combined) {
   result.items.Reserve(order.size());
   for (std::size_t i = 0; i < order.size(); ++i) {
     // The order is as good as random for where the names stand, and they are compared next.
-    Prefetch(combined.names.begin().base() + order[std::min(i + 2 * kAhead, order.size() - 1)]);
+    Prefetch(std::to_address(combined.names.begin()) +
+             order[std::min(i + 2 * kAhead, order.size() - 1)]);
     Prefetch(combined.names[order[std::min(i + kAhead, order.size() - 1)]].data());
     const auto index = order[i];
     const auto name = combined.names[index];

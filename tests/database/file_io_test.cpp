@@ -24,6 +24,25 @@ TEST(ReadWholeFile, GivesEveryByte) {
   EXPECT_EQ(ReadWholeFile(folder.Put("large", large)), large);
 }
 
+TEST(ViewFile, GivesWhatReadWholeFileGives) {
+  const TemporaryFolder folder;
+  for (const auto& content : {AllBytes(), std::string(), std::string(1 << 20, '\r')}) {
+    EXPECT_EQ(ViewFile(folder.Put("file", content)).value().bytes, content);
+  }
+  EXPECT_EQ(ViewFile(folder / "missing").error().Message(),
+            ReadWholeFile(folder / "missing").error().Message());
+  EXPECT_EQ(ViewFile(folder.path()).error().Message(),
+            ReadWholeFile(folder.path()).error().Message());
+}
+
+TEST(ViewFile, KeepsItsContentWhenTheFileIsReplaced) {
+  const TemporaryFolder folder;
+  const auto path = folder.Put("file", "content");
+  const auto view = ViewFile(path).value();
+  ASSERT_TRUE(WriteWholeFile(path, "another content"));
+  EXPECT_EQ(view.bytes, "content");
+}
+
 TEST(ReadWholeFile, AMissingFileIsAnErrorThatNamesIt) {
   const TemporaryFolder folder;
   const auto read = ReadWholeFile(folder / "missing.api");

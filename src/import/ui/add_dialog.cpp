@@ -4,6 +4,7 @@
 
 #include "basic/texts.h"
 #include "database/ui/file_messages.h"
+#include "import/parser.h"
 #include "import/ui/import_command.h"
 #include "toolkit/captioned.h"
 #include "toolkit/text_box.h"
@@ -58,7 +59,7 @@ void AddDialog::Command1_Click() {
     auto source = ReadSource(std::move(text));
     JoinContinuedLines(source);
     const HourglassPointer hourglass(toolkit_);
-    ImportSource(database_, selector_, std::move(source), Existing::kKeep);
+    ImportItems(database_, selector_, ParseDeclarations(std::move(source)), Existing::kKeep);
   } else {
     toolkit_.SetPointer(MousePointer::kDefault);
   }

@@ -1,16 +1,13 @@
 #include "import/ui/import_command.h"
 
-#include <utility>
-
 #include "basic/texts.h"
 #include "database/ui/file_messages.h"
-#include "import/parser.h"
 
 namespace declarium {
 
-void ImportSource(Database& database, KindSelector& selector, SourceText source,
-                  Existing existing) {
-  MergeItems(database, ParseDeclarations(std::move(source)), existing);
+void ImportItems(Database& database, KindSelector& selector, const ParsedItems& parsed,
+                 Existing existing) {
+  MergeItems(database, parsed, existing);
   selector.Refill();
   database.dirty = true;
 }
@@ -24,8 +21,7 @@ ImportCommand::ImportCommand(Toolkit& toolkit, Database& database, KindSelector&
 void ImportCommand::mnuImport_Click() {
   const auto file = toolkit_.ChooseFileToOpen({.filter = std::u16string(texts::kModuleFilter)});
   if (!file) return;
-  auto source = ReadSource(ReadFileOrTell(toolkit_, *file));
-  JoinContinuedLines(source);
+  const auto bytes = ReadFileOrTell(toolkit_, *file);
   auto existing = Existing::kReplace;
   if (database_.HasItems() &&
       toolkit_.ShowMessage({std::u16string(texts::kAskKeepItems), MessageButtons::kYesNo,
@@ -33,7 +29,7 @@ void ImportCommand::mnuImport_Click() {
     existing = Existing::kKeep;
   }
   const HourglassPointer hourglass(toolkit_);
-  ImportSource(database_, selector_, std::move(source), existing);
+  ImportItems(database_, selector_, ParseSourceFile(bytes), existing);
 }
 
 }  // namespace declarium

@@ -2,16 +2,17 @@
 #pragma once
 
 #include "database/ui/kind_selector.h"
-#include "import/line_reader.h"
 #include "import/merge.h"
+#include "import/parser.h"
 #include "toolkit/menu.h"
 #include "toolkit/toolkit.h"
 
 namespace declarium {
 
-// Parses `source`, merges its items into `database`, refills the lists and marks the library
-// changed. The part that importing a file and typing declarations have in common.
-void ImportSource(Database& database, KindSelector& selector, SourceText source, Existing existing);
+// Merges the items into `database`, refills the lists and marks the library changed. The part that
+// importing a file and typing declarations have in common.
+void ImportItems(Database& database, KindSelector& selector, const ParsedItems& parsed,
+                 Existing existing);
 
 class ImportCommand {
  public:

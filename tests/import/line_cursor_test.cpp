@@ -1,0 +1,85 @@
+#include "import/line_cursor.h"
+
+#include <algorithm>
+#include <array>
+#include <gtest/gtest.h>
+
+#include "basic/code_page.h"
+#include "import/parser.h"
+#include "support/texts.h"
+
+namespace declarium {
+namespace {
+
+struct Lines {
+  std::vector<std::string> texts;
+  std::vector<std::size_t> numbers;
+  bool is_uncertain = false;
+};
+
+Lines LinesOf(std::string_view bytes) {
+  Lines lines;
+  FileCursor cursor(bytes, 0);
+  while (cursor.Next()) {
+    lines.texts.emplace_back(cursor.Line());
+    lines.numbers.push_back(cursor.FileLine());
+  }
+  lines.is_uncertain = cursor.IsUncertain();
+  return lines;
+}
+
+using Texts = std::vector<std::string>;
+using Numbers = std::vector<std::size_t>;
+
+TEST(FileCursor, ATextAlwaysEndsInALine) {
+  EXPECT_EQ(LinesOf("").texts, Texts{""});
+  EXPECT_EQ(LinesOf("a\r\n\r\nb\r\n").texts, (Texts{"a", "", "b", ""}));
+  EXPECT_EQ(LinesOf("a\rb\nc").texts, Texts{"a\rb\nc"});
+}
+
+TEST(FileCursor, JoinsContinuedLinesAndKeepsTheBlank) {
+  const auto lines = LinesOf("a _\r\n  b _\r\nc\r\nd _");
+  EXPECT_EQ(lines.texts, (Texts{"a   b c", "d _"}));
+  EXPECT_EQ(lines.numbers, (Numbers{1, 4}));
+  EXPECT_FALSE(lines.is_uncertain);
+}
+
+TEST(FileCursor, OwnsUpWhenPiecesMayFormMoreThanALine) {
+  for (const auto* bytes : {"_\r\nx", "a__\r\n\r\nb", "a\r_\r\n\nb", "a_\r\n_\r\n\r\nb"}) {
+    EXPECT_TRUE(LinesOf(bytes).is_uncertain) << bytes;
+  }
+}
+
+TEST(ParseSourceFile, AgreesWithJoiningTheWholeTextOnRandomSources) {
+  constexpr auto kPieces = std::to_array<std::u16string_view>(
+      {u"_", u"_\r\n", u" _\r\n", u"\r\n", u"\r\n", u"\r", u"\n", u" ", u"\t", u"Const A = 1",
+       u"Type B", u"End Type", u"'  x  y", u"Const ", u"Declare Sub C Lib", u"Public ", u"\x01"});
+  Random random(11);
+  for (int round = 0; round < 20'000; ++round) {
+    const auto bytes = EncodeCodePage(random.Text(kPieces, 14));
+    auto text = ReadSource(bytes);
+    JoinContinuedLines(text);
+    const auto expected = ParseDeclarations(text);
+    const auto parsed = ParseSourceFile(bytes);
+    for (const auto kind : kKinds) {
+      ASSERT_EQ(parsed[kind].names, expected[kind].names) << bytes;
+      ASSERT_EQ(parsed[kind].items, expected[kind].items) << bytes;
+    }
+    ASSERT_TRUE(std::ranges::equal(parsed.skipped, expected.skipped, {}, &SkippedLine::number,
+                                   &SkippedLine::number))
+        << bytes;
+    ASSERT_TRUE(std::ranges::equal(parsed.skipped, expected.skipped, {}, &SkippedLine::text,
+                                   &SkippedLine::text))
+        << bytes;
+  }
+}
+
+TEST(ParseSourceFile, TellsWhetherALibraryCanKeepTheItems) {
+  EXPECT_TRUE(ParseSourceFile("' \x02\r\nConst A = \x03").all_storable);
+  EXPECT_FALSE(ParseSourceFile("Const A = \x02").all_storable);
+  EXPECT_FALSE(ParseSourceFile("Declare Sub A\x01 Lib \"x\" ()").all_storable);
+  EXPECT_FALSE(ParseSourceFile("Type A\r\nType B\r\nx\x02\r\nEnd Type").all_storable);
+}
+
+}  // namespace
+}  // namespace declarium
