@@ -10,7 +10,9 @@ target_compile_options(declarium_options INTERFACE
 target_include_directories(declarium_options INTERFACE ${CMAKE_SOURCE_DIR}/src)
 if(DECLARIUM_SANITIZERS)
   target_compile_options(declarium_options INTERFACE
-    -fsanitize=${DECLARIUM_SANITIZERS} -fno-omit-frame-pointer -fno-sanitize-recover=undefined)
+    -fsanitize=${DECLARIUM_SANITIZERS} -fno-omit-frame-pointer -fno-sanitize-recover=undefined
+    # With the sanitizers' checks between, GCC loses track of what the library initializes.
+    $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
   target_link_options(declarium_options INTERFACE -fsanitize=${DECLARIUM_SANITIZERS})
 endif()
 if(WIN32)

@@ -73,6 +73,7 @@ std::vector<ItemView> NearestNames(const Database& database, std::span<const Kin
     }
   }
   std::vector<ItemView> items;
+  items.reserve(nearest.size());
   for (const auto& candidate : nearest) items.push_back(candidate.item);
   return items;
 }

@@ -30,7 +30,7 @@ std::string RecordName(const Record& record) {
 }
 
 std::string HeaderName(const Record& record) {
-  const std::string name = ChosenName(record);
+  std::string name = ChosenName(record);
   if (std::ranges::find(record.typedefs, name) != record.typedefs.end()) return name;
   return (record.is_union ? "union " : "struct ") + name;
 }

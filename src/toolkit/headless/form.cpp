@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <functional>
 #include <stdexcept>
+#include <utility>
 
 #include "toolkit/headless/list_view.h"
 #include "toolkit/headless/picture_box.h"
@@ -67,7 +68,8 @@ std::unique_ptr<Component> HeadlessForm::Make(const ControlDefinition& definitio
       return std::make_unique<HeadlessProgressBar>(*this, definition);
     case ControlKind::kPictureBox: {
       auto picture = std::make_unique<HeadlessPictureBox>(
-          *this, definition, [this](std::function<void()> action) { PostWhileOpen(action); });
+          *this, definition,
+          [this](std::function<void()> action) { PostWhileOpen(std::move(action)); });
       pictures_.push_back(picture.get());
       return picture;
     }

@@ -126,12 +126,12 @@ class Lexer {
     const std::size_t begin = position_;
     while (IsWordPart(Next())) ++position_;
     std::string word(text_.substr(begin, position_ - begin));
-    const std::string lower = Lower(word);
+    std::string lower = Lower(word);
     const bool is_operator = std::ranges::find(kWordOperators, lower) != kWordOperators.end();
     if (!is_operator && !IsLegalName(word)) error_ = "\"" + word + "\" is no name";
     tokens_.push_back(
         {is_operator ? ExpressionToken::Kind::kOperator : ExpressionToken::Kind::kName,
-         is_operator ? lower : std::move(word), Value()});
+         is_operator ? std::move(lower) : std::move(word), Value()});
   }
 
   void LexOperator() {
