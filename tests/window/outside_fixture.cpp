@@ -1,12 +1,5 @@
 #include "window/outside_fixture.h"
 
-#include <algorithm>
-#include <stdexcept>
-
-#include "shell/settings.h"
-#include "shell/ui/main_form.h"
-#include "toolkit/win32/menu.h"
-
 namespace declarium {
 namespace {
 
@@ -18,25 +11,6 @@ std::filesystem::path ProgramUnderTest() {
   GetModuleFileNameW(nullptr, path, 1024);
   return (std::filesystem::path(path).parent_path() / "../../src/app/Declarium.exe")
       .lexically_normal();
-}
-
-void ForgetSettings() {
-  const std::wstring key(kSettingsKey.begin(), kSettingsKey.end());
-  RegDeleteKeyW(HKEY_CURRENT_USER, key.c_str());
-}
-
-int PlaceInToolbar(std::string_view key) {
-  const auto buttons = MainFormDefinition().controls[0].buttons;
-  const auto found = std::ranges::find(buttons, key, &ToolbarButtonDefinition::key);
-  if (found == buttons.end()) throw std::logic_error("no button " + std::string(key));
-  return static_cast<int>(found - buttons.begin());
-}
-
-WPARAM MenuCommand(std::string_view name) {
-  const auto menus = MainFormDefinition().menus;
-  const auto found = std::ranges::find(menus, name, &MenuDefinition::name);
-  if (found == menus.end()) throw std::logic_error("no menu entry " + std::string(name));
-  return win32::MenuSet::kFirstId + static_cast<WPARAM>(found - menus.begin());
 }
 
 }  // namespace
@@ -63,17 +37,6 @@ std::string OtherLibrary() {
   return "Other\x02"
          "C\x01\x01\x02\x0e"
          "3\x01\x01"s;
-}
-
-std::u16string ClipboardText() {
-  if (!OpenClipboard(nullptr)) return {};
-  std::u16string text;
-  if (const HANDLE data = GetClipboardData(CF_UNICODETEXT)) {
-    if (const void* units = GlobalLock(data)) text = static_cast<const char16_t*>(units);
-    GlobalUnlock(data);
-  }
-  CloseClipboard();
-  return text;
 }
 
 OutsideTest::OutsideTest() {
@@ -113,15 +76,15 @@ HWND OutsideTest::Control(std::string_view name) const {
 }
 
 void OutsideTest::ChooseMenu(std::string_view name) const {
-  PostMessageW(main_, WM_COMMAND, MenuCommand(name), 0);
+  window_driver::ChooseMenu(main_, name);
 }
 
 void OutsideTest::ClickToolbar(std::string_view key) const {
-  window_driver::ClickButton(Control("Toolbar1"), PlaceInToolbar(key));
+  window_driver::ClickToolbar(main_, key);
 }
 
 bool OutsideTest::ToolbarEnabled(std::string_view key) const {
-  return IsButtonEnabled(Control("Toolbar1"), PlaceInToolbar(key));
+  return window_driver::ToolbarEnabled(main_, key);
 }
 
 void OutsideTest::ChooseKind(int kind) const {
@@ -170,10 +133,7 @@ void OutsideTest::AnswerFileThatExists(std::string_view name) const {
 }
 
 void OutsideTest::AnswerText(std::u16string_view text) const {
-  const HWND input = Program().Form("frmInput");
-  SetText(FindControl(input, "Text1"), text);
-  PressButton(FindControl(input, "Command1"));
-  WaitFor("the input box's end", [&] { return Program().FindForm("frmInput") == nullptr; });
+  window_driver::AnswerText(Program(), text);
 }
 
 void OutsideTest::Close() const {

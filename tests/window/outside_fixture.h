@@ -12,6 +12,7 @@
 #include "shell/registry_store.h"
 #include "support/temporary_folder.h"
 #include "window/driven_lists.h"
+#include "window/driven_main_window.h"
 #include "window/window_driver.h"
 
 namespace declarium {
@@ -23,9 +24,6 @@ using Rows = std::vector<std::u16string>;
 [[nodiscard]] std::string WinLibrary(std::string_view title = "Win");
 // One constant, C.
 [[nodiscard]] std::string OtherLibrary();
-
-// The clipboard's text, empty when another program has it open.
-[[nodiscard]] std::u16string ClipboardText();
 
 class OutsideTest : public testing::Test {
  protected:

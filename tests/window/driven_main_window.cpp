@@ -1,0 +1,66 @@
+#include "window/driven_main_window.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+#include "shell/settings.h"
+#include "shell/ui/main_form.h"
+#include "toolkit/win32/menu.h"
+#include "window/driven_lists.h"
+
+namespace declarium::window_driver {
+namespace {
+
+int PlaceInToolbar(std::string_view key) {
+  const auto controls = MainFormDefinition().controls;
+  const auto toolbar = std::ranges::find(controls, "Toolbar1", &ControlDefinition::name);
+  const auto found = std::ranges::find(toolbar->buttons, key, &ToolbarButtonDefinition::key);
+  if (found == toolbar->buttons.end()) throw std::logic_error("no button " + std::string(key));
+  return static_cast<int>(found - toolbar->buttons.begin());
+}
+
+WPARAM MenuCommand(std::string_view name) {
+  const auto menus = MainFormDefinition().menus;
+  const auto found = std::ranges::find(menus, name, &MenuDefinition::name);
+  if (found == menus.end()) throw std::logic_error("no menu entry " + std::string(name));
+  return win32::MenuSet::kFirstId + static_cast<WPARAM>(found - menus.begin());
+}
+
+}  // namespace
+
+void ChooseMenu(HWND frmMain, std::string_view name) {
+  PostMessageW(frmMain, WM_COMMAND, MenuCommand(name), 0);
+}
+
+void ClickToolbar(HWND frmMain, std::string_view key) {
+  ClickButton(FindControl(frmMain, "Toolbar1"), PlaceInToolbar(key));
+}
+
+bool ToolbarEnabled(HWND frmMain, std::string_view key) {
+  return IsButtonEnabled(FindControl(frmMain, "Toolbar1"), PlaceInToolbar(key));
+}
+
+void AnswerText(const DrivenProgram& program, std::u16string_view text) {
+  const HWND input = program.Form("frmInput");
+  SetText(FindControl(input, "Text1"), text);
+  PressButton(FindControl(input, "Command1"));
+  WaitFor("the input box's end", [&] { return program.FindForm("frmInput") == nullptr; });
+}
+
+void ForgetSettings() {
+  const std::wstring key(kSettingsKey.begin(), kSettingsKey.end());
+  RegDeleteKeyW(HKEY_CURRENT_USER, key.c_str());
+}
+
+std::u16string ClipboardText() {
+  if (!OpenClipboard(nullptr)) return {};
+  std::u16string text;
+  if (const HANDLE data = GetClipboardData(CF_UNICODETEXT)) {
+    if (const void* units = GlobalLock(data)) text = static_cast<const char16_t*>(units);
+    GlobalUnlock(data);
+  }
+  CloseClipboard();
+  return text;
+}
+
+}  // namespace declarium::window_driver
