@@ -51,6 +51,8 @@ class DailyJob {
     AddItem(2, u"WINDOWPL", u"Type WINDOWPLACEMENT");
     AddTwoSharedItems();
     AddItem(1, u"SetWindowPl", u"Declare Function SetWindowPlacement");
+    Find(u"*placement*");
+    LookAtBasketEntry(u"WINDOWPLACEMENT", u"Type WINDOWPLACEMENT");
     Screenshot("main-window", main_);
     CopyBasket();
     ShowMenu();
@@ -96,6 +98,23 @@ class DailyJob {
     }
     Say("Added it and two of its shared items to the basket:");
     for (const auto& entry : Entries(In("lstAdd"))) Say("  " + ToUtf8(entry.substr(2)));
+  }
+
+  void Find(std::u16string_view pattern) {
+    SetText(In("txtFind"), pattern);
+    PressKey(In("txtFind"), VK_RETURN);
+    WaitFor("hits", [this] { return Ask(In("lstFind"), LB_GETCOUNT) > 0; });
+    Say("Found by \"" + ToUtf8(pattern) + "\":");
+    for (const auto& hit : ListRows(In("lstFind"))) Say("  " + ToUtf8(hit));
+  }
+
+  void LookAtBasketEntry(std::u16string_view name, std::u16string_view code) {
+    const auto entries = Entries(In("lstAdd"));
+    const auto found = std::find_if(entries.begin(), entries.end(),
+                                    [&](const auto& entry) { return entry.substr(2) == name; });
+    if (found == entries.end()) throw std::runtime_error("not in the basket: " + ToUtf8(name));
+    ClickEntry(In("lstAdd"), static_cast<int>(found - entries.begin()));
+    WaitFor("the entry's code", [&] { return TextOf(In("RTB")).starts_with(code); });
   }
 
   void CopyBasket() {
