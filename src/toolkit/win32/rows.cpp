@@ -24,13 +24,18 @@ void RowWindow::Add(std::u16string_view text) {
   Send(messages_.add, 0, TextParameter(terminated));
 }
 
+// Each message through the widget looks for it among the window's properties, which costs more than
+// the row itself; a widget has nothing to do when a row is added.
 void RowWindow::Add(std::span<const std::u16string> rows) {
+  const auto control = reinterpret_cast<WNDPROC>(GetClassLongPtrW(window_, GCLP_WNDPROC));
   std::size_t units = 0;
   for (const std::u16string& row : rows) units += row.size() + 1;
   SendMessageW(window_, WM_SETREDRAW, FALSE, 0);
   Send(messages_.reserve, static_cast<int>(rows.size()),
        static_cast<LPARAM>(units * sizeof(char16_t)));
-  for (const std::u16string& row : rows) Send(messages_.add, 0, TextParameter(row));
+  for (const std::u16string& row : rows) {
+    CallWindowProcW(control, window_, messages_.add, 0, TextParameter(row));
+  }
   SendMessageW(window_, WM_SETREDRAW, TRUE, 0);
   InvalidateRect(window_, nullptr, TRUE);
 }

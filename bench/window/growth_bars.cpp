@@ -1,0 +1,4 @@
+#include "bench/window/measures.h"
+namespace declarium::bench {
+void MeasureGrowth(const std::filesystem::path&, BarsTable&) {}
+}  // namespace declarium::bench

@@ -1,0 +1,128 @@
+#include <stdexcept>
+
+#include "bench/benchmark_files.h"
+#include "bench/generated_library.h"
+#include "bench/window/driven_declarium.h"
+#include "bench/window/measures.h"
+#include "database/database_file.h"
+#include "search/search_engine.h"
+#include "window/driven_lists.h"
+
+namespace declarium::bench {
+namespace {
+
+using namespace window_driver;
+
+constexpr std::size_t kItems = 100'000;
+
+// What the engine reports goes nowhere but to a counter.
+class Counter : public SearchReceiver {
+ public:
+  void Begin(std::int32_t) override {}
+  void Hit(const SearchHit&) override { ++hits; }
+  void Position(std::int32_t) override {}
+  void Count(std::int32_t) override {}
+  void End() override {}
+  std::uint32_t TickCount() override { return GetTickCount(); }
+
+  int hits = 0;
+};
+
+class SearchInDialog {
+ public:
+  SearchInDialog(const std::filesystem::path& folder, int rounds)
+      : rounds_(rounds),
+        database_(LoadLibraryFile(BenchmarkFiles(folder).Library(kItems)).value()),
+        program_(PutProgram(folder), Kind::kType),
+        dialog_(program_.OpenByToolbar("find", "frmFind")) {}
+
+  // One search, by a criterion's text box, in turns with the engine. Each begins with an empty
+  // result.
+  void Measure(const char* box, const SearchCriteria& criteria, std::u16string_view text,
+               const std::string& what, BarsTable& table) {
+    Times figure, floor, freeing;
+    int hits = 0;
+    for (int round = 0; round < rounds_; ++round) {
+      Counter counter;
+      floor.push_back(MillisecondsOf([&] { (void)Search(criteria, database_, counter); }));
+      hits = counter.hits;
+      figure.push_back(TimeOfSearch(box, text, hits));
+      freeing.push_back(TimeOfSearch(box, u"no item holds this", 0));
+    }
+    table.Ratio(
+        what + " over 100 000 items, " + std::to_string(hits) + " hits listed / the bare engine",
+        figure, floor, 2);
+    table.Told("a search without a hit that frees them first", freeing);
+    SetText(FindControl(dialog_, box), u"");
+  }
+
+  // From closing the dialog with a long result to the end of its window.
+  void MeasureClosing(BarsTable& table) {
+    Times figure;
+    for (int round = 0; round < rounds_; ++round) {
+      (void)TimeOfSearch("Text1", u"_", -1);
+      figure.push_back(MillisecondsOf([&] {
+        PostMessageW(dialog_, WM_CLOSE, 0, 0);
+        WaitTightly([&] {
+          return program_.Program().FindForm("frmFind") == nullptr &&
+                 program_.Program().FindForm("frmWait") == nullptr;
+        });
+      }));
+      dialog_ = program_.OpenByToolbar("find", "frmFind");
+    }
+    table.Told("closing the dialog with them", figure);
+  }
+
+ private:
+  static std::filesystem::path PutProgram(const std::filesystem::path& folder) {
+    const auto program = PutProgramInto(folder / "search");
+    std::filesystem::copy_file(BenchmarkFiles(folder).Library(kItems),
+                               folder / "search" / "library.api");
+    return program;
+  }
+
+  // With -1 for the hits, until there are any.
+  [[nodiscard]] double TimeOfSearch(const char* box, std::u16string_view text, int hits) const {
+    SetText(FindControl(dialog_, box), text);
+    const HWND button = FindControl(dialog_, "Command2");
+    const HWND results = FindControl(dialog_, "LV1");
+    return MillisecondsOf([&] {
+      PressButton(button);
+      WaitTightly([&] {
+        const int count = EntryCount(results);
+        return hits < 0 ? count > 0 : count == hits;
+      });
+      Ask(dialog_, WM_NULL);
+      WaitUntilPainted(results);
+    });
+  }
+
+  int rounds_;
+  Database database_;
+  DrivenDeclarium program_;
+  HWND dialog_;
+};
+
+SearchCriteria FullText(std::u16string_view text) {
+  SearchCriteria criteria;
+  criteria.fullText = text;
+  return criteria;
+}
+
+SearchCriteria Name(std::u16string_view text) {
+  SearchCriteria criteria;
+  criteria.nameText = text;
+  return criteria;
+}
+
+}  // namespace
+
+void MeasureSearch(const std::filesystem::path& folder, int rounds, BarsTable& table) {
+  SearchInDialog search(folder, rounds);
+  search.Measure("Text5", FullText(u"clipboard"), u"clipboard", "full-text search", table);
+  search.Measure("Text5", FullText(u"a"), u"a", "full-text search for a letter", table);
+  search.Measure("Text1", Name(u"_"), u"_", "name search", table);
+  search.MeasureClosing(table);
+}
+
+}  // namespace declarium::bench
