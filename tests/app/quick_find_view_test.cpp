@@ -55,7 +55,7 @@ TEST_F(QuickFind, AHitOfAnotherKindTakesTheSelectionAway) {
   Find(u"get");
   User().ChooseRow(Form().cmbSelector, 0);
   User().ChooseRow(Form().lstConst, 0);
-  Form().lstFind.AddRows(Rows{u"GetWindow"});
+  Form().lstFind.AddRow(u"GetWindow");
   User().ChooseRow(Form().lstFind, 0);
   EXPECT_EQ(Form().lstConst.ListIndex(), -1);
 }

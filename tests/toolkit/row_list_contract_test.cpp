@@ -116,7 +116,7 @@ TEST_P(RowListContract, ThirtyThousandRowsAreAddedAtOnce) {
   std::vector<std::u16string> rows;
   for (int i = 0; i < 30'000; ++i) rows.push_back(u"Riadok" + std::u16string(1, u'a' + i % 26));
   list().Clear();
-  list().AddRows(rows);
+  list().AddRows(std::vector<std::u16string_view>(rows.begin(), rows.end()));
   EXPECT_EQ(list().RowCount(), 30'000);
   EXPECT_EQ(list().Row(29'999), rows.back());
   EXPECT_EQ(list().ListIndex(), -1);

@@ -23,9 +23,9 @@ using namespace win32;
 
 void FillLists(Form& form) {
   auto& list = form.Get<ListBox>("List1");
-  list.AddRows(std::vector<std::u16string>{u"GetActiveWindow", u"GetAsyncKeyState", u"GetCursorPos",
-                                           u"GetDC", u"GetDesktopWindow", u"GetTickCount",
-                                           u"GetWindowPlacement", u"SetWindowPos", u"ShowWindow"});
+  list.AddRows(std::vector<std::u16string_view>{
+      u"GetActiveWindow", u"GetAsyncKeyState", u"GetCursorPos", u"GetDC", u"GetDesktopWindow",
+      u"GetTickCount", u"GetWindowPlacement", u"SetWindowPos", u"ShowWindow"});
   list.SetListIndex(6);
   form.Get<ComboBox>("Combo1").SetListIndex(1);
   form.Get<TextBox>("Text1").SetText(u"getwindowp");

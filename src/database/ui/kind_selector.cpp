@@ -1,7 +1,6 @@
 #include "database/ui/kind_selector.h"
 
-#include <string>
-#include <vector>
+#include <span>
 
 namespace declarium {
 
@@ -30,7 +29,7 @@ void KindSelector::FillList(ListBox& list, const StringList& names) {
   if (list.RowCount() == 0 && !names.empty()) {
     list.Clear();
     list.SetVisible(false);
-    list.AddRows(std::vector<std::u16string>(names.begin(), names.end()));
+    list.AddRows(std::span(names.begin(), names.end()));
     list.SetVisible(true);
     list.Refresh();
   } else {

@@ -33,8 +33,8 @@ void QuickFindView::txtFind_KeyDown(KeyDown& key) {
   const auto kind = selector_.SelectedKind();
   if (!kind) return;
   const auto& names = database_[*kind].names;
-  std::vector<std::u16string> hits;
-  for (const auto position : FindNames(names, text)) hits.emplace_back(names[position]);
+  std::vector<std::u16string_view> hits;
+  for (const auto position : FindNames(names, text)) hits.push_back(names[position]);
   controls_.lstFind.AddRows(hits);
 }
 

@@ -31,7 +31,7 @@ class HeadlessRows : public HeadlessControl<Base> {
     return row < 0 || row >= RowCount() ? std::u16string() : state_.rows[Index(row)];
   }
   void AddRow(std::u16string_view text) override { state_.rows.emplace_back(text); }
-  void AddRows(std::span<const std::u16string> rows) override {
+  void AddRows(std::span<const std::u16string_view> rows) override {
     state_.rows.insert(state_.rows.end(), rows.begin(), rows.end());
   }
   void RemoveRow(int row) override { state_.Remove(row); }

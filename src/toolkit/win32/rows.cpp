@@ -26,15 +26,17 @@ void RowWindow::Add(std::u16string_view text) {
 
 // Each message through the widget looks for it among the window's properties, which costs more than
 // the row itself; a widget has nothing to do when a row is added.
-void RowWindow::Add(std::span<const std::u16string> rows) {
+void RowWindow::Add(std::span<const std::u16string_view> rows) {
   const auto control = reinterpret_cast<WNDPROC>(GetClassLongPtrW(window_, GCLP_WNDPROC));
   std::size_t units = 0;
-  for (const std::u16string& row : rows) units += row.size() + 1;
+  for (const std::u16string_view row : rows) units += row.size() + 1;
   SendMessageW(window_, WM_SETREDRAW, FALSE, 0);
   Send(messages_.reserve, static_cast<int>(rows.size()),
        static_cast<LPARAM>(units * sizeof(char16_t)));
-  for (const std::u16string& row : rows) {
-    CallWindowProcW(control, window_, messages_.add, 0, TextParameter(row));
+  std::u16string terminated;
+  for (const std::u16string_view row : rows) {
+    terminated = row;
+    CallWindowProcW(control, window_, messages_.add, 0, TextParameter(terminated));
   }
   SendMessageW(window_, WM_SETREDRAW, TRUE, 0);
   InvalidateRect(window_, nullptr, TRUE);

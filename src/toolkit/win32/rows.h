@@ -28,7 +28,7 @@ class RowWindow {
   [[nodiscard]] int Count() const { return Send(messages_.count); }
   [[nodiscard]] std::u16string Text(int row) const;
   void Add(std::u16string_view text);
-  void Add(std::span<const std::u16string> rows);
+  void Add(std::span<const std::u16string_view> rows);
   void Remove(int row);
   void Clear() { Send(messages_.clear); }
   [[nodiscard]] int Selection() const { return Send(messages_.get_selection); }
@@ -57,7 +57,7 @@ class Win32Rows : public Win32Control<Base> {
   [[nodiscard]] int RowCount() const override { return window_.Count(); }
   [[nodiscard]] std::u16string Row(int row) const override { return window_.Text(row); }
   void AddRow(std::u16string_view text) override { window_.Add(text); }
-  void AddRows(std::span<const std::u16string> rows) override { window_.Add(rows); }
+  void AddRows(std::span<const std::u16string_view> rows) override { window_.Add(rows); }
   void RemoveRow(int row) override { window_.Remove(row); }
   void Clear() override { window_.Clear(); }
   [[nodiscard]] int ListIndex() const override { return window_.Selection(); }
