@@ -13,8 +13,10 @@ using StartOutside = OutsideTest;
 
 TEST_F(StartOutside, TheSplashWindowComesAndGoesByItself) {
   Start();
-  EXPECT_NE(Program().Form("frmSplash"), nullptr);
+  const HWND splash = Program().Form("frmSplash");
   EXPECT_NE(Program().Form("frmMain"), nullptr);
+  EXPECT_TRUE(
+      Eventually([&] { return (GetWindowLongW(splash, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0; }));
   EXPECT_TRUE(Eventually([this] { return Program().FindForm("frmSplash") == nullptr; }));
 }
 

@@ -98,8 +98,6 @@ void Win32Form::SetIcons() {
 }
 
 void Win32Form::Build(const FormDefinition& definition) {
-  tips_.Reset(CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP, 0,
-                              0, 0, 0, Window(), nullptr, GetModuleHandleW(nullptr), nullptr));
   for (const ControlDefinition& control : definition.controls) {
     std::unique_ptr<Component> component = Make(control);
     if (auto* made = dynamic_cast<Control*>(component.get())) tabs_.Append(control, *made);
@@ -280,8 +278,18 @@ void Win32Form::TakeFocus() {
   if (focus_ == wanted) toolkit_.ControlFocused(wanted);
 }
 
+void Win32Form::MakeTips() {
+  tips_.Reset(CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP, 0,
+                              0, 0, 0, Window(), nullptr, GetModuleHandleW(nullptr), nullptr));
+}
+
 void Win32Form::SetToolTipOf(HWND control, const std::u16string& text) {
-  if (!tips_) return;
+  if (!tips_) {
+    // A form without tooltips owns no window for them: owned windows keep a form from becoming
+    // topmost on some systems.
+    if (text.empty()) return;
+    MakeTips();
+  }
   std::u16string shown = text;
   TTTOOLINFOW info{};
   info.cbSize = sizeof info;

@@ -95,6 +95,7 @@ class Win32Form : public Form {
 
   void CreateNativeWindow(const FormDefinition& definition);
   void Build(const FormDefinition& definition);
+  void MakeTips();
   [[nodiscard]] std::unique_ptr<Component> Make(const ControlDefinition& definition);
   void SetIcons();
   void ChoosePlace(const Form* owner);
