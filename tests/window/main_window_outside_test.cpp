@@ -60,5 +60,21 @@ TEST_F(MainWindowOutside, TheFindBoxListsHitsThatSelectTheirItem) {
   EXPECT_EQ(SelectedRow(Control("lstDeclare")), 1);
 }
 
+TEST_F(MainWindowOutside, TheMenuIsUsedByItsAccessKeys) {
+  Put("win.api", WinLibrary());
+  StartAndShow(L"win.api");
+  ASSERT_TRUE(Eventually([this] { return !Program().FindForm("frmSplash"); }));
+  SetForegroundWindow(Main());
+  PostMessageW(Main(), WM_SYSCOMMAND, SC_KEYMENU, 'd');
+  HWND menu = nullptr;
+  ASSERT_TRUE(Eventually([&] {
+    menu = FindWindowW(L"#32768", nullptr);
+    return menu != nullptr && IsWindowVisible(menu);
+  }));
+  Type(Main(), u"p");
+  AnswerText(u"Okná");
+  EXPECT_TRUE(CaptionBecomes(u"Okná - Declarium 3.0"));
+}
+
 }  // namespace
 }  // namespace declarium
