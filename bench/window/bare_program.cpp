@@ -20,7 +20,7 @@ void WriteNames(const std::filesystem::path& file, const StringList& names) {
 
 BareProgram::BareProgram(const std::filesystem::path& names)
     : program_(BuiltProgram("bench/window/bare_list_box.exe"), L"\"" + names.wstring() + L"\"") {
-  WaitTightly([this] {
+  WaitTightly("the bare window", [this] {
     Sleep(1);
     return (window_ = program_.FindForm("BareListBox")) != nullptr;
   });

@@ -19,6 +19,10 @@ std::string Milliseconds(double value) {
   return Number(value, value < 10 ? 2 : value < 100 ? 1 : 0) + " ms";
 }
 
+std::string WithUnit(long long number, std::string_view unit) {
+  return std::to_string(number) + (unit.empty() ? "" : " ") + std::string(unit);
+}
+
 }  // namespace
 
 double MedianOf(Times times) {
@@ -60,8 +64,8 @@ void BarsTable::Told(std::string_view what, const Times& figure) {
 void BarsTable::Growth(std::string_view what, std::string_view unit, long long grown,
                        long long most) {
   rows_.push_back({.what = std::string(what),
-                   .bar = "≤ " + std::to_string(most) + " " + std::string(unit),
-                   .measured = std::to_string(grown) + " " + std::string(unit),
+                   .bar = "≤ " + WithUnit(most, unit),
+                   .measured = WithUnit(grown, unit),
                    .figure = {},
                    .floor = {},
                    .holds = grown <= most});

@@ -52,21 +52,23 @@ void SetStartingKind(Kind kind) {
   RegistryStore store;
   WriteSetting(store, setting::kSizeSaved, 0);
   WriteSetting(store, setting::kSelector, KindCode(kind));
-  WriteSetting(store, setting::kLastDatabaseIndex, 0);
+  WriteSetting(store, setting::kLastDatabaseIndex, -1);
   WriteSetting(store, setting::kLastDatabaseName, u"");
   WriteSetting(store, setting::kFindCheckBox, setting::kFindCheckBox.default_value);
 }
 
-void WaitTightly(const std::function<bool()>& condition) {
+void WaitTightly(const std::string& what, const std::function<bool()>& condition) {
   const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
   while (!condition()) {
-    if (std::chrono::steady_clock::now() > end) throw std::runtime_error("waited in vain");
+    if (std::chrono::steady_clock::now() > end) {
+      throw std::runtime_error("waited in vain for " + what);
+    }
     Sleep(0);  // the program that is waited for may need this core
   }
 }
 
 void WaitUntilPainted(HWND window) {
-  WaitTightly([window] { return !GetUpdateRect(window, nullptr, FALSE); });
+  WaitTightly("the painting", [window] { return !GetUpdateRect(window, nullptr, FALSE); });
 }
 
 DrivenDeclarium::DrivenDeclarium(const fs::path& program, Kind kind)

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <string>
 #include <string_view>
 
 #include "database/kind.h"
@@ -17,13 +18,13 @@ namespace declarium::bench {
 // Makes the folder, empty but for the program; returns the program's path there.
 std::filesystem::path PutProgramInto(const std::filesystem::path& folder);
 
-// What the program reads at its next start: the kind shown, no remembered place.
+// What the program reads at its next start: the kind shown, the first library, no place.
 void SetStartingKind(Kind kind);
 
 // Waits, without a pause, until the window shows what it holds.
 void WaitUntilPainted(HWND window);
 // Waits, without a pause, for a condition. Throws std::runtime_error after twenty seconds.
-void WaitTightly(const std::function<bool()>& condition);
+void WaitTightly(const std::string& what, const std::function<bool()>& condition);
 
 class DrivenDeclarium {
  public:

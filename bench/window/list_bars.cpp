@@ -21,7 +21,7 @@ constexpr Kind kFilled = Kind::kDeclare;
 constexpr Kind kOther = Kind::kType;
 
 void WaitForRows(HWND list, std::size_t count) {
-  WaitTightly([&] { return static_cast<std::size_t>(Ask(list, LB_GETCOUNT)) == count; });
+  WaitTightly("rows", [&] { return static_cast<std::size_t>(Ask(list, LB_GETCOUNT)) == count; });
   WaitUntilPainted(list);
 }
 
@@ -39,7 +39,7 @@ class Lists {
     const HWND list = program_.ListOf(kFilled);
     for (int round = 0; round < rounds_; ++round) {
       program_.ChooseKind(kOther);
-      program_.ChooseLibrary(round % 2);
+      program_.ChooseLibrary((round + 1) % 2);
       WaitForRows(list, 0);
       figure.push_back(MillisecondsOf([&] {
         program_.ChooseKind(kFilled);
@@ -115,10 +115,10 @@ class Lists {
     SetText(input, u"");
     SetText(input, beginning.substr(0, length));
     Ask(input, EM_SETSEL, length, static_cast<LPARAM>(length));
-    WaitTightly([&] { return SelectedRow(list) == before; });
+    WaitTightly("the row before", [&] { return SelectedRow(list) == before; });
     return MillisecondsOf([&] {
       Type(input, beginning.substr(length));
-      WaitTightly([&] { return SelectedRow(list) == wanted; });
+      WaitTightly("the row", [&] { return SelectedRow(list) == wanted; });
     });
   }
 

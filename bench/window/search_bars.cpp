@@ -63,7 +63,7 @@ class SearchInDialog {
       (void)TimeOfSearch("Text1", u"_", -1);
       figure.push_back(MillisecondsOf([&] {
         PostMessageW(dialog_, WM_CLOSE, 0, 0);
-        WaitTightly([&] {
+        WaitTightly("the closing", [&] {
           return program_.Program().FindForm("frmFind") == nullptr &&
                  program_.Program().FindForm("frmWait") == nullptr;
         });
@@ -87,8 +87,8 @@ class SearchInDialog {
     const HWND button = FindControl(dialog_, "Command2");
     const HWND results = FindControl(dialog_, "LV1");
     return MillisecondsOf([&] {
-      PressButton(button);
-      WaitTightly([&] {
+      Ask(button, BM_CLICK);
+      WaitTightly(std::string(box) + ": " + std::to_string(hits) + " hits", [&] {
         const int count = EntryCount(results);
         return hits < 0 ? count > 0 : count == hits;
       });

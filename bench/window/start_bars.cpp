@@ -19,7 +19,7 @@ double DeclariumStart(const std::filesystem::path& program, const std::filesyste
   return MillisecondsOf([&] {
     started.emplace(program, L"\"" + library.wstring() + L"\"");
     HWND window = nullptr;
-    WaitTightly([&] {
+    WaitTightly("frmMain", [&] {
       Sleep(1);
       return (window = started->FindForm("frmMain")) != nullptr;
     });

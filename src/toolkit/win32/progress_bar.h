@@ -21,16 +21,46 @@ class Win32ProgressBar : public Win32Control<ProgressBar> {
     maximum_ = std::max(maximum, 0);
     Send(PBM_SETRANGE32, 0, maximum_);
     SetValue(Value());
+    Synchronize();
   }
   [[nodiscard]] int Value() const override { return value_; }
   void SetValue(int value) override {
     value_ = std::clamp(value, 0, maximum_);
-    Send(PBM_SETPOS, static_cast<WPARAM>(value_));
+    if (!behind_) PostMessageW(Handle(), kSynchronize, 0, 0);
+    behind_ = true;
+  }
+  // Painting each of many positions would take longer than most of the work that they tell of, so
+  // those that follow too fast for the eye are left out; the last one is always shown in the end.
+  void Refresh() override {
+    const DWORD now = GetTickCount();
+    if (now - painted_at_ < kPaintInterval) return;
+    painted_at_ = now;
+    Synchronize();
+    Win32Control::Refresh();
   }
 
  private:
+  static constexpr UINT kSynchronize = WM_APP + 1;
+  static constexpr DWORD kPaintInterval = 25;  // milliseconds
+
+  std::optional<LRESULT> OnMessage(UINT message, WPARAM wparam, LPARAM lparam) override {
+    if (message != kSynchronize) return Win32Control::OnMessage(message, wparam, lparam);
+    Synchronize();
+    return 0;
+  }
+
+  // The native control paints itself at every change that it is told of, so it is told when the
+  // change is to be seen.
+  void Synchronize() {
+    if (!behind_) return;
+    behind_ = false;
+    Send(PBM_SETPOS, static_cast<WPARAM>(value_));
+  }
+
   int maximum_ = 0;
   int value_ = 0;
+  DWORD painted_at_ = 0;
+  bool behind_ = false;  // the native control does not know the value yet
 };
 
 }  // namespace declarium::win32
