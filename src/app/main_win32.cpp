@@ -14,6 +14,7 @@
 #include "host/com/posted_calls.h"
 #include "host/com/server_process.h"
 #include "host/com/server_tasks.h"
+#include "host/com/start_limit.h"
 #include "host/com/windows_face_clipboard.h"
 #include "host/host_sessions.h"
 #include "host/server_switches.h"
@@ -71,15 +72,18 @@ int Serve() {
   RegistryStore store;
   com::PostedCalls posted_calls;
   com::ServerProcess process([&toolkit] { toolkit.Quit(0); });
-  ProgramWindows windows(toolkit, store, ProgramFolder(),
-                         [&process] { return std::make_shared<com::ServerHold>(process); });
-  com::WindowsFaceClipboard clipboard(posted_calls.window());
-  HostSessions sessions(clipboard, windows, [&posted_calls](std::function<void()> call) {
+  const auto post = [&posted_calls](std::function<void()> call) {
     posted_calls.Post(std::move(call));
-  });
+  };
+  ProgramWindows windows(
+      toolkit, store, ProgramFolder(),
+      [&process] { return std::make_shared<com::ServerHold>(process); }, post);
+  com::WindowsFaceClipboard clipboard(posted_calls.window());
+  HostSessions sessions(clipboard, windows, post);
   com::ConnectContext context{sessions, posted_calls, process};
   const auto factory = com::MakeConnectFactory(context);
   if (FAILED(process.Offer(kConnectClass, *factory))) return 1;
+  const com::StartLimit start_limit(posted_calls.window(), process);
   return toolkit.Run();
 }
 

@@ -7,11 +7,12 @@
 namespace declarium {
 
 ProgramWindows::ProgramWindows(Toolkit& toolkit, SettingsStore& store, std::filesystem::path folder,
-                               MakeHold make_hold)
+                               MakeHold make_hold, Post post)
     : toolkit_(toolkit),
       store_(store),
       folder_(std::move(folder)),
-      make_hold_(std::move(make_hold)) {}
+      make_hold_(std::move(make_hold)),
+      post_(std::move(post)) {}
 
 bool ProgramWindows::LoadMainWindow(HostConnection& connection) {
   connection_ = &connection;
@@ -39,7 +40,9 @@ void ProgramWindows::ForgetConnection(HostConnection& connection, HostConnection
 }
 
 bool ProgramWindows::MayStay() {
-  return toolkit_.IsModalOpen();
+  if (toolkit_.IsModalOpen()) return true;
+  unload_later_ = host_calls_ > 0;
+  return unload_later_;
 }
 
 void ProgramWindows::UnloadAll() {
@@ -64,19 +67,36 @@ HostLink ProgramWindows::LinkToHost() {
           .insert = [this](const std::function<std::u16string()>& text) { Insert(text); },
           .check_code_module =
               [this] {
-                if (connection_ != nullptr) connection_->CheckActiveCodeModule();
+                CallHost([](HostConnection& connection) { connection.CheckActiveCodeModule(); });
               },
           .hidden = [this] { hold_.reset(); }};
 }
 
 void ProgramWindows::Insert(const std::function<std::u16string()>& text) {
-  if (connection_ == nullptr) return;
   const auto ask = [this](std::u16string_view question) {
     return toolkit_.ShowMessage({std::u16string(question), MessageButtons::kYesNo,
                                  MessageIcon::kQuestion}) == Answer::kYes;
   };
   // A host that refuses leaves its module as it was.
-  (void)connection_->Insert(ask, text);
+  CallHost([&](HostConnection& connection) { (void)connection.Insert(ask, text); });
+}
+
+void ProgramWindows::CallHost(const std::function<void(HostConnection&)>& call) {
+  if (connection_ == nullptr) return;
+  // The connection may be forgotten during the call, which still runs in it.
+  auto connection = connection_->shared_from_this();
+  ++host_calls_;
+  call(*connection);
+  // Giving the host's objects back calls it, too.
+  connection.reset();
+  --host_calls_;
+  if (host_calls_ == 0 && std::exchange(unload_later_, false)) {
+    post_([this] { UnloadIfForgotten(); });
+  }
+}
+
+void ProgramWindows::UnloadIfForgotten() {
+  if (connection_ == nullptr && !MayStay()) UnloadAll();
 }
 
 }  // namespace declarium

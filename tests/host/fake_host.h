@@ -3,6 +3,7 @@
 #pragma once
 
 #include <algorithm>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -19,9 +20,11 @@ namespace declarium {
 struct Record {
   std::vector<std::string> entries;
   std::string failing;  // the entry that fails, "" for none
+  std::function<void(const std::string& entry)> on_enter = nullptr;  // what the host does meanwhile
 
   HostResult<> Enter(const std::string& entry) {
     entries.push_back(entry);
+    if (const auto act = on_enter) act(entry);
     if (entry == failing) return std::unexpected(HostError{-1});
     return {};
   }

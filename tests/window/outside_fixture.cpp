@@ -68,6 +68,15 @@ void OutsideTest::Start(const std::wstring& arguments) {
 
 void OutsideTest::StartAndShow(const std::wstring& arguments) {
   Start(arguments);
+  AwaitMain();
+}
+
+void OutsideTest::Attach(DWORD process) {
+  program_.reset();
+  program_ = std::make_unique<DrivenProgram>(process);
+}
+
+void OutsideTest::AwaitMain() {
   main_ = Program().Form("frmMain");
 }
 

@@ -40,6 +40,9 @@ class OutsideTest : public testing::Test {
   // Starts the program; StartAndShow waits until its window is there.
   void Start(const std::wstring& arguments = {});
   void StartAndShow(const std::wstring& arguments = {});
+  // Drives a process of the program that a host started; AwaitMain waits until its window is shown.
+  void Attach(DWORD process);
+  void AwaitMain();
   [[nodiscard]] window_driver::DrivenProgram& Program() const { return *program_; }
 
   // frmMain and its controls.

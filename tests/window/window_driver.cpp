@@ -138,6 +138,12 @@ DrivenProgram::DrivenProgram(const std::filesystem::path& program, const std::ws
   id_ = process.dwProcessId;
 }
 
+DrivenProgram::DrivenProgram(DWORD id)
+    : process_(OpenProcess(SYNCHRONIZE | PROCESS_TERMINATE | PROCESS_QUERY_INFORMATION, FALSE, id)),
+      id_(id) {
+  if (!process_) throw std::runtime_error("no process " + std::to_string(id));
+}
+
 DrivenProgram::~DrivenProgram() {
   if (Runs()) TerminateProcess(process_, 3);
   WaitForSingleObject(process_, kAnswerLimit);

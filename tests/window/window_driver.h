@@ -47,6 +47,8 @@ class DrivenProgram {
  public:
   // `arguments` are appended to the command line as they stand.
   explicit DrivenProgram(const std::filesystem::path& program, const std::wstring& arguments = {});
+  // A program that somebody else started, by its process id.
+  explicit DrivenProgram(DWORD id);
   DrivenProgram(const DrivenProgram&) = delete;
   DrivenProgram& operator=(const DrivenProgram&) = delete;
   ~DrivenProgram();

@@ -3,6 +3,7 @@
 #include <array>
 #include <new>
 #include <string_view>
+#include <utility>
 
 #include "host/com/automation.h"
 #include "host/com/process_watch.h"
@@ -62,6 +63,8 @@ class Connect final : public AddInEntries {
   ULONG references_ = 1;
   std::weak_ptr<HostConnection> connection_;
   std::unique_ptr<ProcessWatch> watch_;
+  bool connecting_ = false;
+  bool died_while_connecting_ = false;
 };
 
 STDMETHODIMP Connect::QueryInterface(REFIID iid, void** object) {
@@ -131,8 +134,14 @@ STDMETHODIMP Connect::OnConnection(IDispatch* application, int, IDispatch*, SAFE
   try {
     EndConnection();
     const ComPtr<IDispatch> host(application);
-    connection_ = context_.sessions.Connect(MakeHostApplication(host)).weak_from_this();
+    // Watched from the first call on: the host may die in any of them.
     WatchHost(host);
+    connecting_ = true;
+    connection_ = context_.sessions.Connect(MakeHostApplication(host)).weak_from_this();
+    connecting_ = false;
+    if (std::exchange(died_while_connecting_, false)) {
+      context_.posted_calls.Post([self = ComPtr<Connect>(this)] { self->HostDied(); });
+    }
     return S_OK;
   } catch (const std::bad_alloc&) {
     return E_OUTOFMEMORY;
@@ -165,6 +174,11 @@ void Connect::WatchHost(const ComPtr<IDispatch>& application) {
 }
 
 void Connect::HostDied() {
+  // A failure of the connection is on the screen; what there is of it can be given up afterwards.
+  if (connecting_) {
+    died_while_connecting_ = true;
+    return;
+  }
   const ComPtr<AddInEntries> self(this);
   if (const auto connection = connection_.lock()) {
     connection_.reset();

@@ -1,0 +1,35 @@
+// The program registered as an add-in from a folder of its own, and stand-in IDEs that connect it.
+#pragma once
+
+#include <string>
+
+#include "host/ide_driver.h"
+#include "window/outside_fixture.h"
+
+namespace declarium {
+
+// The library of each test is WinLibrary, opened when the add-in is connected.
+class AddInTest : public OutsideTest {
+ protected:
+  void SetUp() override;
+  // Requires that the process of the add-in has ended by then.
+  void TearDown() override;
+
+  // A project with one module, selected.
+  void OpenModule(IdeProcess& ide, const std::string& text, int type = 1);
+  // Connects the IDE and drives the add-in's process from then on.
+  void Connect(IdeProcess& ide);
+  void AttachToAddIn();
+  void Disconnect(IdeProcess& ide);
+  // Clicks the toolbar button and waits for the main window.
+  void ClickButton(IdeProcess& ide);
+  // Puts the constant A into the basket, through the window.
+  void AddConstant();
+  // Inserts the basket and answers the question.
+  void Insert(int answer);
+  // Whether the module comes to hold this text, as the IDE's line protocol writes it.
+  [[nodiscard]] bool ModuleBecomes(IdeProcess& ide, const std::string& text);
+  [[nodiscard]] bool Ends();
+};
+
+}  // namespace declarium
