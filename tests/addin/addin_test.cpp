@@ -122,7 +122,7 @@ TEST_F(AddInTest, DisconnectedWhileTheQuestionIsOpenTheWindowStaysUntilItIsClose
   Disconnect(ide);
   EXPECT_EQ(ide.Tell("controls"), "ok ");
   EXPECT_TRUE(IsWindow(question));
-  PressInDialog(question, IDYES);
+  PressInDialog(question, IDNO);
   EXPECT_TRUE(Eventually([this] { return !ToolbarEnabled("insert"); }));
   EXPECT_EQ(ide.Tell("lines Module1"), "ok Option Explicit");
   Close();
