@@ -39,12 +39,18 @@ function(declarium_test name)
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE declarium_options ${ARG_LINKS} GTest::gmock_main)
   target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
-  target_compile_definitions(${name} PRIVATE DECLARIUM_SOURCE_DIR="${CMAKE_SOURCE_DIR}")
   add_test(NAME ${name} COMMAND ${name})
   set_tests_properties(${name} PROPERTIES TIMEOUT ${ARG_TIMEOUT})
   foreach(source ${ARG_SOURCES})
     get_filename_component(path ${source} ABSOLUTE)
     set_property(GLOBAL APPEND PROPERTY DECLARIUM_TEST_SOURCES ${path})
+    # Only where it is used, so that the other objects are the same in every checkout and come from
+    # the compiler cache.
+    file(STRINGS ${path} uses REGEX "DECLARIUM_SOURCE_DIR" LIMIT_COUNT 1)
+    if(uses)
+      set_property(SOURCE ${source} APPEND PROPERTY COMPILE_DEFINITIONS
+        DECLARIUM_SOURCE_DIR="${CMAKE_SOURCE_DIR}")
+    endif()
   endforeach()
 endfunction()
 
