@@ -122,7 +122,31 @@ bool PutInPlace(const fs::path& temporary, const fs::path& path, bool replaces) 
                         nullptr) != 0;
 }
 
+// Replacing a file is several steps for the system, and two replacements that meet can leave a
+// temporary file behind; so savers of all processes of the session take turns. One that waits in
+// vain for a hanging saver goes on without its turn.
+class SavingTurn {
+ public:
+  SavingTurn() : mutex_(::CreateMutexW(nullptr, FALSE, L"Local\\Declarium.Saving")) {
+    constexpr DWORD kLongestWait = 5000;  // milliseconds
+    const DWORD outcome =
+        mutex_ == nullptr ? WAIT_FAILED : ::WaitForSingleObject(mutex_, kLongestWait);
+    owned_ = outcome == WAIT_OBJECT_0 || outcome == WAIT_ABANDONED;
+  }
+  SavingTurn(const SavingTurn&) = delete;
+  SavingTurn& operator=(const SavingTurn&) = delete;
+  ~SavingTurn() {
+    if (owned_) ::ReleaseMutex(mutex_);
+    if (mutex_ != nullptr) ::CloseHandle(mutex_);
+  }
+
+ private:
+  HANDLE mutex_;
+  bool owned_ = false;
+};
+
 std::expected<void, Error> Replace(const fs::path& path, std::string_view bytes, bool replaces) {
+  const SavingTurn turn;
   const auto temporary = TemporaryBeside(path);
   FileHandle file(::CreateFileW(temporary.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
                                 FILE_ATTRIBUTE_ARCHIVE, nullptr));
