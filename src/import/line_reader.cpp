@@ -46,15 +46,18 @@ std::size_t FindContinuation(std::u16string_view text, std::size_t from) {
 
 // A text's position and its first units, which decide most comparisons without looking for it.
 struct SortEntry {
-  // Units from 0xFF on count alike here, and so do a missing unit and 0: what is equal so far is
-  // decided by the whole texts.
+  // Units from 0xFF on count alike here, so nothing is kept behind the first of them; a missing
+  // unit counts as 0. What is equal here is decided by the whole texts.
   static constexpr std::size_t kUnitsPerWord = 8;
   static constexpr std::size_t kWords = 3;
 
   SortEntry(std::u16string_view text, std::size_t place) : position(place) {
+    bool kept = true;
     for (std::size_t i = 0; i < kWords * kUnitsPerWord; ++i) {
+      kept = kept && i < text.size();
       auto& word = first[i / kUnitsPerWord];
-      word = word << 8 | (i < text.size() ? std::min<char16_t>(text[i], 0xFF) : 0);
+      word = word << 8 | (kept ? std::min<char16_t>(text[i], 0xFF) : 0);
+      kept = kept && text[i] < 0xFF;
     }
   }
 

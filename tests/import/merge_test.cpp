@@ -214,5 +214,10 @@ TEST(Merge, KeepsTheOrderThatTheLookupNeeds) {
   }
 }
 
+TEST(SortedPositions, AUnitBehindTwoDifferentLettersOutsideLatin1DecidesNothing) {
+  const std::u16string_view texts[] = {u"\u0161a", u"\u010Db", u"\u010Da"};
+  EXPECT_EQ(SortedPositions(texts), (std::vector<std::size_t>{2, 1, 0}));
+}
+
 }  // namespace
 }  // namespace declarium
