@@ -77,7 +77,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   Require(again.has_value(), "a merged library loads");
   for (const auto kind : kKinds) {
     Require((*again)[kind].names == database[kind].names, "the names come back");
-    Require((*again)[kind].items == database[kind].items, "the items come back");
+    // A kind whose only item string is empty is read as a kind without any, which means the same.
+    for (std::size_t i = 0; i < database[kind].names.size(); ++i) {
+      Require((*again)[kind].ItemAt(i) == database[kind].ItemAt(i), "the items come back");
+    }
   }
   return 0;
 }
