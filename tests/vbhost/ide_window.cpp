@@ -42,7 +42,10 @@ void DrawFace(HDC device, int x, int y, const Control& control) {
 
 void DrawLine(HDC device, int x, int y, std::u16string_view text) {
   const std::wstring wide = com::Wide(text);
-  TextOutW(device, x, y, wide.c_str(), static_cast<int>(wide.size()));
+  TEXTMETRICW metrics{};
+  GetTextMetricsW(device, &metrics);
+  const int tab = 4 * static_cast<int>(metrics.tmAveCharWidth);
+  TabbedTextOutW(device, x, y, wide.c_str(), static_cast<int>(wide.size()), 1, &tab, x);
 }
 
 }  // namespace

@@ -4,9 +4,8 @@
 //   daily_job DECLARIUM.EXE TITLE
 //
 // The library of that title stands in the program's folder and holds the usual window functions.
-// Every step is printed. At "screenshot NAME TITLE" the program waits for a line on its input, so
-// that whoever runs it can take a picture of the window with that title. Exit status 0 when every
-// step did what it should. The program's settings of earlier runs are deleted.
+// Every step is printed, and pictures are asked for (window/picture_job.h). Exit status 0 when
+// every step did what it should. The program's settings of earlier runs are deleted.
 #include <algorithm>
 #include <exception>
 #include <filesystem>
@@ -21,6 +20,7 @@
 #include "basic/text.h"
 #include "window/driven_lists.h"
 #include "window/driven_main_window.h"
+#include "window/picture_job.h"
 #include "window/window_driver.h"
 
 namespace declarium {
@@ -28,15 +28,8 @@ namespace {
 
 using namespace window_driver;
 
-void Say(const std::string& line) {
-  std::cout << line << std::endl;
-}
-
-// For a window in front of the others.
 void Screenshot(const std::string& name, HWND window) {
-  Say("screenshot " + name + " " + ToUtf8(TextOf(window)));
-  std::string answer;
-  std::getline(std::cin, answer);
+  TakePicture(name, ToUtf8(TextOf(window)));
 }
 
 class DailyJob {
@@ -68,26 +61,15 @@ class DailyJob {
   [[nodiscard]] HWND In(std::string_view name) const { return FindControl(main_, name); }
 
   void ChooseLibrary(const std::u16string& library) {
-    const auto libraries = ComboRows(In("cmbDatabase"));
-    const auto row = std::find(libraries.begin(), libraries.end(), library);
-    if (row == libraries.end()) throw std::runtime_error("no library " + ToUtf8(library));
-    ChooseRow(In("cmbDatabase"), static_cast<int>(row - libraries.begin()));
-    WaitFor("the library", [&] { return TextOf(main_).starts_with(library); });
+    window_driver::ChooseLibrary(main_, library);
     Say("Chose the library " + ToUtf8(library) + ": " + ToUtf8(TextOf(main_)));
   }
 
   void AddItem(int kind, std::u16string_view beginning, std::u16string_view code) {
-    const char* const lists[] = {"lstConst", "lstDeclare", "lstType"};
-    const HWND list = In(lists[kind]);
-    ChooseRow(In("cmbSelector"), kind);
-    WaitFor("the kind's list", [&] { return IsWindowVisible(list) && Ask(list, LB_GETCOUNT) > 0; });
-    Type(In("txtInput"), beginning);
-    WaitFor("the item", [&] { return TextOf(In("RTB")).starts_with(code); });
-    Say("Typed \"" + ToUtf8(beginning) + "\" among " + std::to_string(Ask(list, LB_GETCOUNT)) +
+    const int names = TypeToItem(main_, kind, beginning, code);
+    Say("Typed \"" + ToUtf8(beginning) + "\" among " + std::to_string(names) +
         " names, which shows:\n" + ToUtf8(TextOf(In("RTB"))));
-    const int before = EntryCount(In("lstAdd"));
-    PressKey(In("txtInput"), VK_RETURN);
-    WaitFor("the basket", [&] { return EntryCount(In("lstAdd")) == before + 1; });
+    AddTypedItem(main_);
   }
 
   void AddTwoSharedItems() {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "basic/text.h"
 #include "shell/settings.h"
 #include "shell/ui/main_form.h"
 #include "toolkit/win32/menu.h"
@@ -38,6 +39,33 @@ void ClickToolbar(HWND frmMain, std::string_view key) {
 
 bool ToolbarEnabled(HWND frmMain, std::string_view key) {
   return IsButtonEnabled(FindControl(frmMain, "Toolbar1"), PlaceInToolbar(key));
+}
+
+void ChooseLibrary(HWND frmMain, std::u16string_view title) {
+  const HWND selector = FindControl(frmMain, "cmbDatabase");
+  const auto titles = ComboRows(selector);
+  const auto row = std::ranges::find(titles, title);
+  if (row == titles.end()) throw std::runtime_error("no library " + ToUtf8(title));
+  ChooseRow(selector, static_cast<int>(row - titles.begin()));
+  WaitFor("the library", [&] { return TextOf(frmMain).starts_with(title); });
+}
+
+int TypeToItem(HWND frmMain, int kind, std::u16string_view beginning, std::u16string_view code) {
+  const char* const lists[] = {"lstConst", "lstDeclare", "lstType"};
+  const HWND list = FindControl(frmMain, lists[kind]);
+  ChooseRow(FindControl(frmMain, "cmbSelector"), kind);
+  WaitFor("the kind's list", [&] { return IsWindowVisible(list) && Ask(list, LB_GETCOUNT) > 0; });
+  Type(FindControl(frmMain, "txtInput"), beginning);
+  const HWND shown = FindControl(frmMain, "RTB");
+  WaitFor("the item", [&] { return TextOf(shown).starts_with(code); });
+  return static_cast<int>(Ask(list, LB_GETCOUNT));
+}
+
+void AddTypedItem(HWND frmMain) {
+  const HWND basket = FindControl(frmMain, "lstAdd");
+  const int before = EntryCount(basket);
+  PressKey(FindControl(frmMain, "txtInput"), VK_RETURN);
+  WaitFor("the basket", [&] { return EntryCount(basket) == before + 1; });
 }
 
 void AnswerText(const DrivenProgram& program, std::u16string_view text) {

@@ -15,6 +15,16 @@ void ChooseMenu(HWND frmMain, std::string_view name);
 void ClickToolbar(HWND frmMain, std::string_view key);
 [[nodiscard]] bool ToolbarEnabled(HWND frmMain, std::string_view key);
 
+// Chooses the library of that title in the selector of libraries and waits until it is open.
+void ChooseLibrary(HWND frmMain, std::u16string_view title);
+
+// Chooses the kind by its row (0 constants, 1 declares, 2 types) and types the beginning of a name
+// into the type-ahead box; waits until code that starts with `code` is shown. Returns the number of
+// names in the kind's list.
+int TypeToItem(HWND frmMain, int kind, std::u16string_view beginning, std::u16string_view code);
+// Presses Enter in the type-ahead box and waits for the new entry of the basket.
+void AddTypedItem(HWND frmMain);
+
 // Waits for the input box, types and presses OK.
 void AnswerText(const DrivenProgram& program, std::u16string_view text);
 

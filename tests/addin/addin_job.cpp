@@ -1,0 +1,186 @@
+// A short job in Declarium.exe as the add-in of the stand-in IDE, both driven from outside:
+//
+//   addin_job DECLARIUM.EXE TITLE
+//
+// The library of that title stands in the program's folder and holds the usual window functions.
+// Every step is printed, and pictures are asked for (window/picture_job.h). Exit status 0 when
+// every step did what it should. The program is registered for the machine and unregistered again;
+// its settings of earlier runs are deleted.
+#include <exception>
+#include <filesystem>
+#include <iostream>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <windows.h>
+#include <shellapi.h>
+
+#include "basic/text.h"
+#include "host/ide_driver.h"
+#include "window/driven_lists.h"
+#include "window/driven_main_window.h"
+#include "window/picture_job.h"
+#include "window/window_driver.h"
+
+namespace declarium {
+namespace {
+
+using namespace window_driver;
+
+const std::string kAddIn = "Declarium.Connect";
+
+void RunTask(const std::filesystem::path& program, const std::wstring& task) {
+  std::string output;
+  if (RunProgram(L"\"" + program.wstring() + L"\" " + task, output) != 0) {
+    throw std::runtime_error(output);
+  }
+}
+
+void ReplaceAll(std::string& text, std::string_view old, std::string_view replacement) {
+  for (auto at = text.find(old); at != text.npos; at = text.find(old, at + replacement.size())) {
+    text.replace(at, old.size(), replacement);
+  }
+}
+
+// The program is an add-in for as long as this lives.
+class Registration {
+ public:
+  // Wine looks classes up for the machine only.
+  explicit Registration(std::filesystem::path program) : program_(std::move(program)) {
+    RunTask(program_, L"/RegServer:machine");
+  }
+  Registration(const Registration&) = delete;
+  Registration& operator=(const Registration&) = delete;
+  ~Registration() {
+    std::string output;
+    RunProgram(L"\"" + program_.wstring() + L"\" /UnregServer:machine", output);
+  }
+
+ private:
+  std::filesystem::path program_;
+};
+
+class AddInJob {
+ public:
+  void Do(const std::u16string& library) {
+    OpenModule();
+    Must("connect " + kAddIn);
+    Say("Connected the add-in: its button is in the toolbar, its entry in the Add-Ins menu");
+    Must("click Standard");
+    AttachToAddIn();
+    ChooseLibrary(main_, library);
+    Say("Clicked the button, which shows " + ToUtf8(TextOf(main_)));
+    Add(2, u"POINTAPI", u"Type POINTAPI");
+    Add(2, u"RECT", u"Type RECT");
+    Add(2, u"WINDOWPL", u"Type WINDOWPLACEMENT");
+    Add(1, u"GetWindowPl", u"Declare Function GetWindowPlacement");
+    TakePicture("addin-basket", "*");
+    Insert();
+    TakePicture("addin", "*");
+    Must("disconnect " + kAddIn);
+    WaitFor("the add-in's end", [this] { return !program_->Runs(); });
+    Say("Disconnected; the add-in has ended");
+  }
+
+ private:
+  std::string Must(const std::string& command) {
+    const auto answer = ide_.Tell(command);
+    if (!answer.starts_with("ok")) throw std::runtime_error(command + ": " + answer);
+    return answer;
+  }
+
+  void OpenModule() {
+    Must("interfaces on");
+    Must("project Project1");
+    Must("component Project1 Module1 1");
+    Must(
+        "text Module1 Option Explicit\\n\\nPrivate Sub Remember(ByVal Window As Long)\\n"
+        "\\tDim Placement As WINDOWPLACEMENT\\n\\tPlacement.Length = Len(Placement)\\n"
+        "\\tGetWindowPlacement Window, Placement\\nEnd Sub");
+    Must("pane Module1 1 40 1");
+    Must("select Module1");
+    PrintModule("The module before:");
+  }
+
+  void AttachToAddIn() {
+    WaitFor("the main window", [this] {
+      main_ = FindWindowOfAddIn();
+      return main_ != nullptr;
+    });
+    DWORD process = 0;
+    GetWindowThreadProcessId(main_, &process);
+    program_ = std::make_unique<DrivenProgram>(process);
+    PlaceBeside();
+  }
+
+  // Both windows are to be seen on one picture, the toolbar and the menu of the IDE above all.
+  void PlaceBeside() const {
+    const HWND ide = FindWindowW(L"StandInIde", nullptr);
+    SetWindowPos(ide, nullptr, 0, 0, 800, 700, SWP_NOZORDER | SWP_NOACTIVATE);
+    SetWindowPos(main_, nullptr, 470, 400, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+  }
+
+  static HWND FindWindowOfAddIn() {
+    HWND found = nullptr;
+    EnumWindows(
+        [](HWND window, LPARAM result) -> BOOL {
+          if (!IsWindowVisible(window) || NameOf(window) != "frmMain") return TRUE;
+          *reinterpret_cast<HWND*>(result) = window;
+          return FALSE;
+        },
+        reinterpret_cast<LPARAM>(&found));
+    return found;
+  }
+
+  void Add(int kind, std::u16string_view beginning, std::u16string_view code) {
+    TypeToItem(main_, kind, beginning, code);
+    AddTypedItem(main_);
+    Say("Typed \"" + ToUtf8(beginning) + "\" and added " + ToUtf8(code));
+  }
+
+  void Insert() {
+    WaitFor("the toolbar's insert", [this] { return ToolbarEnabled(main_, "insert"); });
+    ClickToolbar(main_, "insert");
+    const HWND question = program_->Dialog();
+    Say("Clicked insert, which asks: " + ToUtf8(MessageOf(question)));
+    const auto before = ide_.Tell("lines Module1");
+    PressInDialog(question, IDYES);
+    WaitFor("the text", [&] { return ide_.Tell("lines Module1") != before; });
+    PrintModule("The module after:");
+  }
+
+  void PrintModule(const std::string& heading) {
+    auto text = Must("lines Module1").substr(3);
+    ReplaceAll(text, "\\n", "\n  ");
+    ReplaceAll(text, "\\t", "    ");
+    Say(heading + "\n  " + text);
+  }
+
+  IdeProcess ide_;
+  std::unique_ptr<DrivenProgram> program_;
+  HWND main_ = nullptr;
+};
+
+}  // namespace
+}  // namespace declarium
+
+int main() {
+  using namespace declarium;
+  int count = 0;
+  wchar_t** const words = CommandLineToArgvW(GetCommandLineW(), &count);
+  if (count != 3) {
+    std::cerr << "usage: addin_job DECLARIUM.EXE TITLE\n";
+    return 2;
+  }
+  try {
+    window_driver::ForgetSettings();
+    const Registration registration(words[1]);
+    const std::wstring title = words[2];
+    AddInJob().Do({title.begin(), title.end()});
+  } catch (const std::exception& failure) {
+    std::cerr << "addin_job: " << failure.what() << std::endl;
+    return 1;
+  }
+  return 0;
+}
