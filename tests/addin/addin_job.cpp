@@ -61,6 +61,19 @@ class Registration {
   std::filesystem::path program_;
 };
 
+BOOL CALLBACK FindMainWindow(HWND window, LPARAM found) {
+  if (!IsWindowVisible(window) || NameOf(window) != "frmMain") return TRUE;
+  *reinterpret_cast<HWND*>(found) = window;
+  return FALSE;
+}
+
+// The main window that some process shows; nullptr without one.
+HWND ShownMainWindow() {
+  HWND window = nullptr;
+  EnumWindows(FindMainWindow, reinterpret_cast<LPARAM>(&window));
+  return window;
+}
+
 class AddInJob {
  public:
   void Do(const std::u16string& library) {
@@ -105,7 +118,7 @@ class AddInJob {
 
   void AttachToAddIn() {
     WaitFor("the main window", [this] {
-      main_ = FindWindowOfAddIn();
+      main_ = ShownMainWindow();
       return main_ != nullptr;
     });
     DWORD process = 0;
@@ -119,18 +132,6 @@ class AddInJob {
     const HWND ide = FindWindowW(L"StandInIde", nullptr);
     SetWindowPos(ide, nullptr, 0, 0, 800, 700, SWP_NOZORDER | SWP_NOACTIVATE);
     SetWindowPos(main_, nullptr, 470, 400, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-  }
-
-  static HWND FindWindowOfAddIn() {
-    HWND found = nullptr;
-    EnumWindows(
-        [](HWND window, LPARAM result) -> BOOL {
-          if (!IsWindowVisible(window) || NameOf(window) != "frmMain") return TRUE;
-          *reinterpret_cast<HWND*>(result) = window;
-          return FALSE;
-        },
-        reinterpret_cast<LPARAM>(&found));
-    return found;
   }
 
   void Add(int kind, std::u16string_view beginning, std::u16string_view code) {
