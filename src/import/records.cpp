@@ -1,6 +1,7 @@
 #include "import/records.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <numeric>
 #include <string>
 #include <unordered_map>
@@ -83,9 +84,10 @@ void Records::RemoveUnmade(ParsedItems& parsed) const {
 
 std::vector<RecordLine> Records::Finish(ParsedItems& parsed) {
   auto& [names, items] = TypesOf(parsed);
+  // More than the addresses of a 32-bit process can come together.
   const auto total =
-      std::accumulate(nested_.begin(), nested_.end(), std::size_t{0},
-                      [](std::size_t sum, const Nested& record) { return sum + record.Size(); });
+      std::accumulate(nested_.begin(), nested_.end(), std::uint64_t{0},
+                      [](std::uint64_t sum, const Nested& record) { return sum + record.Size(); });
   auto kept = total <= limit_ ? nested_ : Survivors(names);
   std::size_t used = 0;
   const auto too_long = std::ranges::find_if(kept, [&](const Nested& record) {
