@@ -2,32 +2,40 @@
 // Made for lists of many thousand entries: filling and emptying do not stall.
 #pragma once
 
-#include <string>
+#include <memory>
 #include <string_view>
-#include <utility>
-#include <vector>
 
 #include "toolkit/control.h"
 
 namespace declarium {
 
 struct ListEntry {
-  std::u16string text = {};
+  std::u16string_view text;
   int icon = 0;  // 1 Const, 2 Declare, 3 Type
   bool operator==(const ListEntry&) const = default;
+};
+
+// Entries that are kept outside of the list, which asks for those that it needs.
+class ListEntries {
+ public:
+  virtual ~ListEntries() = default;
+  [[nodiscard]] virtual int Count() const = 0;
+  // `position` is 1..Count(). The text must hold as long as this object.
+  [[nodiscard]] virtual ListEntry At(int position) const = 0;
 };
 
 class ListView : public Control {
  public:
   [[nodiscard]] virtual int Count() const = 0;
-  // `position` must be 1..Count(). The reference holds until the list changes.
-  [[nodiscard]] virtual const ListEntry& Entry(int position) const = 0;
-  // Inserts before the entry at `position`; Count() + 1 appends. The selection stays with its
-  // entry.
-  virtual void Insert(int position, ListEntry entry) = 0;
-  void Append(ListEntry entry) { Insert(Count() + 1, std::move(entry)); }
-  // Appends all at once, which is what long lists are filled with.
-  virtual void AppendAll(std::vector<ListEntry> entries);
+  // `position` must be 1..Count(). The text holds until the list changes.
+  [[nodiscard]] virtual ListEntry Entry(int position) const = 0;
+  // Inserts a copy before the entry at `position`; Count() + 1 appends. The selection stays with
+  // its entry.
+  virtual void Insert(int position, const ListEntry& entry) = 0;
+  void Append(const ListEntry& entry) { Insert(Count() + 1, entry); }
+  // Shows these entries in place of its own, and none as selected. Nothing can be inserted or
+  // removed then before Clear. Takes the same time for any number of entries.
+  virtual void ShowEntries(std::unique_ptr<const ListEntries> entries) = 0;
   // The selection stays with its entry, and is lost when that entry is the removed one.
   virtual void Remove(int position) = 0;
   virtual void Clear() = 0;

@@ -1,7 +1,20 @@
+#include <memory>
+#include <stdexcept>
+
 #include "toolkit/contract.h"
 
 namespace declarium {
 namespace {
+
+class NumberedEntries : public ListEntries {
+ public:
+  explicit NumberedEntries(int count) : count_(count) {}
+  [[nodiscard]] int Count() const override { return count_; }
+  [[nodiscard]] ListEntry At(int position) const override { return {u"Entry", position % 5}; }
+
+ private:
+  int count_;
+};
 
 class ListViewContract : public ShownContract {
  protected:
@@ -157,15 +170,45 @@ TEST_F(ListViewContract, TheColumnKeepsItsWidth) {
   EXPECT_EQ(view().ColumnWidth(), 160);
 }
 
-TEST_F(ListViewContract, AppendingAllKeepsOrderAndSelection) {
+TEST_F(ListViewContract, EntriesKeptElsewhereAreShownInPlaceOfItsOwn) {
   view().Select(2);
-  view().AppendAll({{u"Omega", 3}, {u"Alfa", 1}});
-  ASSERT_EQ(view().Count(), 5);
-  EXPECT_EQ(view().Entry(4), (ListEntry{u"Omega", 3}));
-  EXPECT_EQ(view().Entry(5), (ListEntry{u"Alfa", 1}));
-  EXPECT_EQ(view().Selected(), 2);
-  view().AppendAll({});
-  EXPECT_EQ(view().Count(), 5);
+  view().ShowEntries(std::make_unique<NumberedEntries>(7));
+  ASSERT_EQ(view().Count(), 7);
+  EXPECT_EQ(view().Entry(7), (ListEntry{u"Entry", 2}));
+  EXPECT_EQ(view().Selected(), -1);
+  view().Select(4);
+  EXPECT_EQ(view().Selected(), 4);
+  view().Clear();
+  EXPECT_EQ(view().Count(), 0);
+  EXPECT_EQ(view().Selected(), -1);
+  view().Append({u"Beta", 1});
+  EXPECT_EQ(view().Entry(1), (ListEntry{u"Beta", 1}));
+  EXPECT_THAT(TakeLog(), IsEmpty());
+}
+
+TEST_F(ListViewContract, EntriesKeptElsewhereAreNotInsertedOrRemoved) {
+  view().ShowEntries(std::make_unique<NumberedEntries>(7));
+  EXPECT_THROW(view().Append({u"Beta", 1}), std::logic_error);
+  EXPECT_THROW(view().Remove(1), std::logic_error);
+  EXPECT_EQ(view().Count(), 7);
+}
+
+TEST_F(ListViewContract, ClickingAndArrowsSelectAmongEntriesKeptElsewhere) {
+  view().ShowEntries(std::make_unique<NumberedEntries>(50'000));
+  user().ClickEntry(view(), 2, MouseButton::kLeft);
+  user().PressKey(key::kDown);
+  user().PressKey(key::kDown);
+  user().PressKey(key::kUp);
+  EXPECT_THAT(TakeLog(), ElementsAre("item 2", "item 3", "item 4", "item 3"));
+  EXPECT_EQ(view().Selected(), 3);
+}
+
+TEST_F(ListViewContract, AfterSelectingNoneTheNextArrowSelectsAgain) {
+  user().ClickEntry(view(), 2, MouseButton::kLeft);
+  view().Select(-1);
+  TakeLog();
+  user().PressKey(key::kDown);
+  EXPECT_THAT(TakeLog(), ElementsAre("item 1"));
 }
 
 TEST_F(ListViewContract, FiftyThousandEntriesAreFilledAndEmptied) {

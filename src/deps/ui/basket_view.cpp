@@ -42,7 +42,7 @@ BasketView::BasketView(const Database& database, ItemDisplay& display,
 void BasketView::Add(const ItemView& item) {
   const auto position = basket_.Add(item.kind, item.name, item.item);
   if (!position) return;
-  controls_.lstAdd.Insert(*position, {std::u16string(item.name), IconOf(item.kind)});
+  controls_.lstAdd.Insert(*position, {item.name, IconOf(item.kind)});
   controls_.lstAdd.EnsureVisible(*position);
   SetCEI();
 }
@@ -53,7 +53,7 @@ void BasketView::AddByName(Kind kind, std::u16string_view name) {
 
 void BasketView::AddShared(int position) {
   if (position < 1) return;
-  const auto& entry = controls_.lstShare.Entry(position);
+  const auto entry = controls_.lstShare.Entry(position);
   if (const auto kind = KindOfIcon(entry.icon)) AddByName(*kind, entry.text);
 }
 
@@ -120,7 +120,7 @@ void BasketView::ShowPopup(int position) {
   controls_.mnuDelOnce.SetEnabled(on_entry);
   controls_.mnuDelGroup.SetEnabled(on_entry);
   if (on_entry) {
-    const auto& entry = controls_.lstAdd.Entry(position);
+    const auto entry = controls_.lstAdd.Entry(position);
     controls_.mnuDelOnce.SetCaption(WithName(texts::kDeleteOnce, entry.text));
     controls_.mnuDelGroup.SetCaption(
         WithName(texts::kDeleteGroup, KindName(KindOfIcon(entry.icon).value_or(Kind::kConst))));
@@ -132,7 +132,7 @@ void BasketView::ShowPopup(int position) {
 }
 
 void BasketView::lstShare_ItemClick(int position) {
-  const auto& entry = controls_.lstShare.Entry(position);
+  const auto entry = controls_.lstShare.Entry(position);
   const auto kind = KindOfIcon(entry.icon);
   if (!kind) return;
   if (const auto item = FindItem(database_, *kind, entry.text)) display_.ShowCode(*item);

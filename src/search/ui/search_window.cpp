@@ -1,14 +1,15 @@
 #include "search/ui/search_window.h"
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
-#include <vector>
 
 #include "basic/number.h"
 #include "basic/texts.h"
 #include "database/ui/file_messages.h"
 #include "search/ui/search_form.h"
+#include "search/ui/search_hits.h"
 
 namespace declarium {
 namespace {
@@ -45,17 +46,18 @@ std::array<CheckBox*, sizeof...(I)> FindChecks(const Form& form, std::index_sequ
 // once, and the rows, which nobody can use before the end, are handed over then, all together.
 class SearchWindow::Results : public SearchReceiver {
  public:
-  explicit Results(SearchWindow& window) : window_(window) {}
+  Results(SearchWindow& window, const Database& searched)
+      : window_(window), hits_(std::make_unique<SearchHits>(searched)) {}
 
   void Begin(std::int32_t maximum) override {
     window_.PB_.SetMaximum(maximum);
     window_.PB_.SetValue(0);
     window_.ClearResults();
+    // The maximum counts one item less for each kind.
+    hits_->Reserve(static_cast<std::size_t>(maximum) + kKindCount);
     hourglass_.emplace(window_.toolkit_);
   }
-  void Hit(const SearchHit& hit) override {
-    rows_.push_back({std::u16string(hit.name), IconOf(hit.kind)});
-  }
+  void Hit(const SearchHit& hit) override { hits_->Add(hit); }
   void Position(std::int32_t position) override {
     window_.PB_.SetValue(position);
     window_.PB_.Refresh();
@@ -66,7 +68,7 @@ class SearchWindow::Results : public SearchReceiver {
   }
   void End() override {
     // The events of clearing the earlier results may have closed the dialog.
-    if (window_.IsOpen()) window_.LV1_.AppendAll(std::move(rows_));
+    if (window_.IsOpen()) window_.LV1_.ShowEntries(std::move(hits_));
     window_.PB_.SetValue(0);
     window_.LV1_.Select(-1);
     hourglass_.reset();
@@ -75,7 +77,7 @@ class SearchWindow::Results : public SearchReceiver {
 
  private:
   SearchWindow& window_;
-  std::vector<ListEntry> rows_;
+  std::unique_ptr<SearchHits> hits_;
   std::optional<HourglassPointer> hourglass_;
 };
 
@@ -178,10 +180,12 @@ SearchCriteria SearchWindow::Criteria() const {
 void SearchWindow::Command2_Click() {
   if (SearchBusy_) return;
   const CountUp running(events_running_);
-  // Lists copied, not their texts: clearing the earlier results processes events, which may open
-  // another library or change this one.
-  const Database database = links_.database();
-  Results results(*this);
+  // Clearing earlier results processes events, which may open another library or change this one:
+  // the search then goes through lists of its own. They share their texts.
+  std::optional<Database> copy;
+  if (LV1_.Count() > 0) copy = links_.database();
+  const Database& database = copy ? *copy : links_.database();
+  Results results(*this, database);
   switch (Search(Criteria(), database, results)) {
     case SearchOutcome::kNoCriteria:
       toolkit_.ShowMessage(Exclamation(texts::kNoCriteria));
@@ -204,7 +208,7 @@ void SearchWindow::ClearResults() {
 }
 
 void SearchWindow::LV1_ItemClick(int position) {
-  const auto& row = LV1_.Entry(position);
+  const auto row = LV1_.Entry(position);
   const auto kind = KindOfIcon(row.icon);
   if (!kind) return;
   // The item may have been deleted since, or another library may be open.

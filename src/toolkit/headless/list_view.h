@@ -1,8 +1,10 @@
 // The headless list view: entries stand under each other, kEntryHeight high.
 #pragma once
 
-#include <vector>
+#include <memory>
+#include <utility>
 
+#include "toolkit/entry_list.h"
 #include "toolkit/headless/control.h"
 #include "toolkit/list_view.h"
 
@@ -14,14 +16,17 @@ class HeadlessListView : public HeadlessControl<ListView> {
 
   using HeadlessControl::HeadlessControl;
 
-  [[nodiscard]] int Count() const override { return static_cast<int>(entries_.size()); }
-  [[nodiscard]] const ListEntry& Entry(int position) const override;
-  void Insert(int position, ListEntry entry) override;
-  void Remove(int position) override;
-  void Clear() override;
+  [[nodiscard]] int Count() const override { return entries_.Count(); }
+  [[nodiscard]] ListEntry Entry(int position) const override { return entries_.At(position); }
+  void Insert(int position, const ListEntry& entry) override { entries_.Insert(position, entry); }
+  void ShowEntries(std::unique_ptr<const ListEntries> entries) override {
+    entries_.Show(std::move(entries));
+  }
+  void Remove(int position) override { entries_.Remove(position); }
+  void Clear() override { entries_.Clear(); }
 
-  [[nodiscard]] int Selected() const override { return selected_; }
-  void Select(int position) override;
+  [[nodiscard]] int Selected() const override { return entries_.Selected(); }
+  void Select(int position) override { entries_.Select(position); }
   void EnsureVisible(int position) override { last_made_visible_ = position; }
   [[nodiscard]] int HitTest(Point at) const override;
 
@@ -36,8 +41,7 @@ class HeadlessListView : public HeadlessControl<ListView> {
   [[nodiscard]] static Point PointOf(int position);
 
  private:
-  std::vector<ListEntry> entries_;
-  int selected_ = -1;
+  EntryList entries_;
   int column_width_ = 100;
   int last_made_visible_ = -1;
   Control* drag_target_ = nullptr;

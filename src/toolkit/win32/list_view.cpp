@@ -1,8 +1,8 @@
 #include "toolkit/win32/list_view.h"
 
 #include <cstdlib>
-#include <iterator>
-#include <stdexcept>
+#include <string>
+#include <utility>
 
 #include "basic/text.h"
 #include "toolkit/win32/scale.h"
@@ -38,39 +38,23 @@ void Win32ListView::OnResolutionChanged() {
   SetColumnWidth(column_width_);
 }
 
-const ListEntry& Win32ListView::Entry(int position) const {
-  if (position < 1 || position > Count()) throw std::logic_error(Name() + ": no such entry");
-  return entries_[static_cast<std::size_t>(position - 1)];
-}
-
-void Win32ListView::Insert(int position, ListEntry entry) {
-  if (position < 1 || position > Count() + 1) throw std::logic_error(Name() + ": no such place");
-  entries_.insert(entries_.begin() + (position - 1), std::move(entry));
-  if (selected_ >= position) ++selected_;
+void Win32ListView::Insert(int position, const ListEntry& entry) {
+  entries_.Insert(position, entry);
   ListChanged();
 }
 
-void Win32ListView::AppendAll(std::vector<ListEntry> entries) {
-  if (entries.empty()) return;
-  entries_.insert(entries_.end(), std::make_move_iterator(entries.begin()),
-                  std::make_move_iterator(entries.end()));
+void Win32ListView::ShowEntries(std::unique_ptr<const ListEntries> entries) {
+  entries_.Show(std::move(entries));
   ListChanged();
 }
 
 void Win32ListView::Remove(int position) {
-  if (position < 1 || position > Count()) throw std::logic_error(Name() + ": no such entry");
-  entries_.erase(entries_.begin() + (position - 1));
-  if (selected_ == position) {
-    selected_ = -1;
-  } else if (selected_ > position) {
-    --selected_;
-  }
+  entries_.Remove(position);
   ListChanged();
 }
 
 void Win32ListView::Clear() {
-  entries_.clear();
-  selected_ = -1;
+  entries_.Clear();
   ListChanged();
 }
 
@@ -89,20 +73,29 @@ void Win32ListView::Synchronize() const {
   InvalidateRect(Handle(), nullptr, FALSE);
 }
 
+// Setting the state of all entries in one message would go through each of them, which takes longer
+// than most searches that fill the list.
 void Win32ListView::ShowSelected() const {
   synchronizing_ = true;
-  LVITEMW item{};
-  item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
-  Send(LVM_SETITEMSTATE, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&item));
-  if (selected_ > 0) {
-    item.state = item.stateMask;
-    Send(LVM_SETITEMSTATE, static_cast<WPARAM>(selected_ - 1), reinterpret_cast<LPARAM>(&item));
-  }
+  const auto focused =
+      static_cast<int>(Send(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), MAKELPARAM(LVNI_FOCUSED, 0)));
+  SetState(focused + 1, 0);
+  SetState(marked_, 0);
+  marked_ = Selected();
+  SetState(marked_, LVIS_SELECTED | LVIS_FOCUSED);
   synchronizing_ = false;
 }
 
+void Win32ListView::SetState(int position, UINT state) const {
+  if (position < 1) return;  // the message would mean every entry
+  LVITEMW item{};
+  item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+  item.state = state;
+  Send(LVM_SETITEMSTATE, static_cast<WPARAM>(position - 1), reinterpret_cast<LPARAM>(&item));
+}
+
 void Win32ListView::Select(int position) {
-  selected_ = position >= 1 && position <= Count() ? position : -1;
+  entries_.Select(position);
   Synchronize();
   ShowSelected();
 }
@@ -148,21 +141,20 @@ std::optional<LRESULT> Win32ListView::OnNotify(NMHDR& header) {
 void Win32ListView::GiveText(NMLVDISPINFOW& info) const {
   LVITEMW& item = info.item;
   if (item.iItem < 0 || item.iItem >= Count()) return;
-  const ListEntry& entry = entries_[static_cast<std::size_t>(item.iItem)];
+  const ListEntry entry = Entry(item.iItem + 1);
   if (item.mask & LVIF_TEXT) {
-    lstrcpynW(item.pszText, Wide(entry.text), item.cchTextMax);
+    lstrcpynW(item.pszText, Wide(std::u16string(entry.text)), item.cchTextMax);
   }
   if (item.mask & LVIF_IMAGE) item.iImage = entry.icon;
 }
 
 LRESULT Win32ListView::FindBeginning(const NMLVFINDITEMW& wanted) const {
-  if ((wanted.lvfi.flags & (LVFI_STRING | LVFI_PARTIAL)) == 0 || entries_.empty()) return -1;
+  if ((wanted.lvfi.flags & (LVFI_STRING | LVFI_PARTIAL)) == 0 || Count() == 0) return -1;
   const std::u16string text = FromWide(wanted.lvfi.psz);
   const int first = wanted.iStart < 0 ? 0 : wanted.iStart;
   for (int step = 0; step < Count(); ++step) {
     const int item = (first + step) % Count();
-    const std::u16string_view entry = entries_[static_cast<std::size_t>(item)].text;
-    if (EqualIgnoringCase(entry.substr(0, text.size()), text)) return item;
+    if (EqualIgnoringCase(Entry(item + 1).text.substr(0, text.size()), text)) return item;
   }
   return -1;
 }
@@ -170,9 +162,11 @@ LRESULT Win32ListView::FindBeginning(const NMLVFINDITEMW& wanted) const {
 void Win32ListView::ItemChanged(const NMLISTVIEW& change) {
   if (synchronizing_ || change.iItem < 0) return;
   const bool selected = (change.uNewState & LVIS_SELECTED) && !(change.uOldState & LVIS_SELECTED);
-  if (!selected || change.iItem + 1 == selected_) return;
-  selected_ = change.iItem + 1;
-  on_item_click.Raise(selected_);
+  if (!selected) return;
+  marked_ = change.iItem + 1;
+  if (marked_ == Selected()) return;
+  entries_.Select(marked_);
+  on_item_click.Raise(marked_);
 }
 
 std::optional<LRESULT> Win32ListView::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {

@@ -1,9 +1,9 @@
 // The native list view, which asks for the entries that it shows instead of keeping them.
 #pragma once
 
-#include <vector>
+#include <memory>
 
-#include "toolkit/list_view.h"
+#include "toolkit/entry_list.h"
 #include "toolkit/win32/control.h"
 #include "toolkit/win32/system.h"
 
@@ -13,13 +13,13 @@ class Win32ListView : public Win32Control<ListView> {
  public:
   Win32ListView(Win32Form& form, const ControlDefinition& definition);
 
-  [[nodiscard]] int Count() const override { return static_cast<int>(entries_.size()); }
-  [[nodiscard]] const ListEntry& Entry(int position) const override;
-  void Insert(int position, ListEntry entry) override;
-  void AppendAll(std::vector<ListEntry> entries) override;
+  [[nodiscard]] int Count() const override { return entries_.Count(); }
+  [[nodiscard]] ListEntry Entry(int position) const override { return entries_.At(position); }
+  void Insert(int position, const ListEntry& entry) override;
+  void ShowEntries(std::unique_ptr<const ListEntries> entries) override;
   void Remove(int position) override;
   void Clear() override;
-  [[nodiscard]] int Selected() const override { return selected_; }
+  [[nodiscard]] int Selected() const override { return entries_.Selected(); }
   void Select(int position) override;
   void EnsureVisible(int position) override;
   [[nodiscard]] int HitTest(Point at) const override;
@@ -45,9 +45,10 @@ class Win32ListView : public Win32Control<ListView> {
   void ListChanged();
   void Synchronize() const;
   void ShowSelected() const;
+  void SetState(int position, UINT state) const;
 
-  std::vector<ListEntry> entries_;
-  int selected_ = -1;
+  EntryList entries_;
+  mutable int marked_ = -1;  // the entry that the native control shows as selected
   int column_width_ = 100;
   mutable bool behind_ = false;         // the native control does not know the list as it is
   mutable bool synchronizing_ = false;  // native selection changes are not the user's

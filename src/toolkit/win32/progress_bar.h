@@ -19,6 +19,7 @@ class Win32ProgressBar : public Win32Control<ProgressBar> {
   [[nodiscard]] int Maximum() const override { return maximum_; }
   void SetMaximum(int maximum) override {
     maximum_ = std::max(maximum, 0);
+    painted_at_ = GetTickCount();
     Send(PBM_SETRANGE32, 0, maximum_);
     SetValue(Value());
     Synchronize();

@@ -85,7 +85,7 @@ class SearchDialogTest : public ::testing::Test {
                 },
             .add_to_basket =
                 [this](Kind kind, std::u16string_view name) {
-                  added_.push_back({std::u16string(name), IconOf(kind)});
+                  added_.push_back({kind, std::u16string(name)});
                 },
             .load_check_boxes = [this] { return stored_; },
             .save_check_boxes = [this](std::u16string_view text) { stored_ = text; }};
@@ -132,7 +132,7 @@ class SearchDialogTest : public ::testing::Test {
   }
   std::vector<std::u16string> Rows() {
     std::vector<std::u16string> rows;
-    for (int i = 1; i <= LV1().Count(); ++i) rows.push_back(LV1().Entry(i).text);
+    for (int i = 1; i <= LV1().Count(); ++i) rows.emplace_back(LV1().Entry(i).text);
     return rows;
   }
   std::u16string CountLabel() { return Get<Label>("labCount").Caption(); }
@@ -142,7 +142,7 @@ class SearchDialogTest : public ::testing::Test {
   std::unique_ptr<Form> main_;
   Database library_ = SampleLibrary();
   std::vector<std::u16string> shown_;
-  std::vector<ListEntry> added_;
+  std::vector<std::pair<Kind, std::u16string>> added_;
   std::u16string stored_;
   int searches_and_lookups_ = 0;
   SearchDialog dialog_{toolkit_, Links()};

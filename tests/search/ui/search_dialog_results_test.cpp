@@ -4,6 +4,8 @@
 namespace declarium {
 namespace {
 
+using ::testing::Pair;
+
 class SearchResults : public SearchDialogTest {
  protected:
   SearchResults() {
@@ -48,7 +50,8 @@ TEST_F(SearchResults, TheFocusComingToTheListShowsTheSelectedItem) {
 TEST_F(SearchResults, ADoubleClickOnARowAddsItsItem) {
   user_.DoubleClickEntry(LV1(), 3);
   user_.DoubleClickEntry(LV1(), 5);
-  EXPECT_THAT(added_, ElementsAre(ListEntry{u"GetWindowRect", 2}, ListEntry{u"RECT", 3}));
+  EXPECT_THAT(added_,
+              ElementsAre(Pair(Kind::kDeclare, u"GetWindowRect"), Pair(Kind::kType, u"RECT")));
 }
 
 TEST_F(SearchResults, ADoubleClickOnEmptySpaceAddsNothingEvenWithASelectedRow) {
@@ -69,7 +72,7 @@ TEST_F(SearchResults, EnterAddsTheSelectedItemAndStartsNoSearch) {
   LV1().SetFocus();
   user_.PressKey(key::kDown);
   user_.PressKey(key::kEnter);
-  EXPECT_THAT(added_, ElementsAre(ListEntry{u"MAX_PATH", 1}));
+  EXPECT_THAT(added_, ElementsAre(Pair(Kind::kConst, u"MAX_PATH")));
   EXPECT_EQ(LV1().Count(), 5);
   EXPECT_EQ(LV1().Selected(), 1);
 }

@@ -1,0 +1,36 @@
+// The hits of one search as the entries of the result list. A hit is a view of its item's name, 24
+// bytes, and all of them stand in one block of memory: listing a hit copies no text, and a long
+// list is freed at once. The texts of the library that was searched stay in memory as long as the
+// hits do, whatever becomes of the library.
+#pragma once
+
+#include <vector>
+
+#include "database/database.h"
+#include "search/search_engine.h"
+#include "toolkit/list_view.h"
+
+namespace declarium {
+
+class SearchHits : public ListEntries {
+ public:
+  explicit SearchHits(const Database& searched) {
+    for (const auto kind : kKinds) texts_.KeepArenasOf(searched[kind].names);
+  }
+
+  // Room for this many, so that adding them moves none.
+  void Reserve(std::size_t count) { hits_.reserve(count); }
+  void Add(const SearchHit& hit) { hits_.push_back(hit); }
+
+  [[nodiscard]] int Count() const override { return static_cast<int>(hits_.size()); }
+  [[nodiscard]] ListEntry At(int position) const override {
+    const auto& hit = hits_[static_cast<std::size_t>(position - 1)];
+    return {hit.name, IconOf(hit.kind)};
+  }
+
+ private:
+  std::vector<SearchHit> hits_;
+  StringList texts_;  // holds no entry, but what the names stand in
+};
+
+}  // namespace declarium
