@@ -16,6 +16,8 @@ class Win32Captioned : public Win32Control<Base> {
   void SetCaption(std::u16string_view caption) override {
     SetWindowTextW(this->Handle(), Wide(std::u16string(caption)));
   }
+  // A changed caption is painted or marked for painting by the window itself.
+  void Refresh() override { UpdateWindow(this->Handle()); }
 };
 
 class Win32Label : public Win32Captioned<Label> {

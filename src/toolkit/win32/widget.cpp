@@ -11,7 +11,6 @@ namespace declarium::win32 {
 
 namespace {
 
-constexpr UINT_PTR kSubclass = 1;
 constexpr const wchar_t* kWidgetProperty = L"DeclariumWidget";
 
 std::u16string NameOf(const Component& component) {
@@ -62,7 +61,11 @@ Widget::Widget(Win32Form& form, Control& control, const ControlDefinition& defin
                                 place.left, place.top, place.right - place.left,
                                 place.bottom - place.top, form.Window(), nullptr,
                                 GetModuleHandleW(nullptr), nullptr));
-  SetWindowSubclass(Handle(), Procedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));
+  // Through the window's own data rather than SetWindowSubclass, which looks for its properties at
+  // every message: with a window system in another process that costs more than most messages do.
+  SetWindowLongPtrW(Handle(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+  native_ = reinterpret_cast<WNDPROC>(
+      SetWindowLongPtrW(Handle(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(Procedure)));
   SetPropW(Handle(), kWidgetProperty, this);
   Mark();
   ApplyFont();
@@ -72,7 +75,8 @@ Widget::Widget(Win32Form& form, Control& control, const ControlDefinition& defin
 }
 
 Widget::~Widget() {
-  RemoveWindowSubclass(Handle(), Procedure, kSubclass);
+  // The procedure stays, since a tooltip's may stand before it.
+  SetWindowLongPtrW(Handle(), GWLP_USERDATA, 0);
   RemovePropW(Handle(), kWidgetProperty);
   Unmark();
 }
@@ -128,14 +132,21 @@ MouseEvent Widget::MouseEventOf(MouseButton button, WPARAM keys, LPARAM dots) co
 }
 
 LRESULT Widget::PassOn(UINT message, WPARAM wparam, LPARAM lparam) const {
-  return DefSubclassProc(Handle(), message, wparam, lparam);
+  return CallWindowProcW(native_, Handle(), message, wparam, lparam);
 }
 
-LRESULT CALLBACK Widget::Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam,
-                                   UINT_PTR, DWORD_PTR self) noexcept {
-  Widget& widget = *reinterpret_cast<Widget*>(self);
-  const auto answer = widget.OnMessage(message, wparam, lparam);
-  return answer ? *answer : DefSubclassProc(window, message, wparam, lparam);
+LRESULT CALLBACK Widget::Procedure(HWND window, UINT message, WPARAM wparam,
+                                   LPARAM lparam) noexcept {
+  auto* widget = reinterpret_cast<Widget*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+  if (!widget) {  // the window outlives its widget by the messages of its end
+    const auto native = reinterpret_cast<WNDPROC>(GetClassLongPtrW(window, GCLP_WNDPROC));
+    return CallWindowProcW(native, window, message, wparam, lparam);
+  }
+  const WNDPROC native = widget->native_;
+  const auto answer = widget->OnMessage(message, wparam, lparam);
+  if (answer) return *answer;
+  // A handler may have taken the form away, and with it widget and window.
+  return IsWindow(window) ? CallWindowProcW(native, window, message, wparam, lparam) : 0;
 }
 
 std::optional<LRESULT> Widget::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {

@@ -71,8 +71,8 @@ class Widget {
     Handler handler;
   };
   static const Entry kHandlers[];
-  static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam,
-                                    UINT_PTR id, DWORD_PTR self) noexcept;
+  static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wparam,
+                                    LPARAM lparam) noexcept;
 
   std::optional<LRESULT> OnSetFocus(WPARAM, LPARAM);
   std::optional<LRESULT> OnKeyDown(WPARAM, LPARAM);
@@ -91,6 +91,7 @@ class Widget {
   Control* control_;
   Rect bounds_;
   FontRole font_;
+  WNDPROC native_ = nullptr;  // the control's own procedure
   UniqueWindow window_;
 };
 
