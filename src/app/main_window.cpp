@@ -33,6 +33,7 @@ MainWindow::MainWindow(Toolkit& toolkit, SettingsStore& store, MainWindowOptions
       store_(store),
       options_(std::move(options)),
       form_(toolkit),
+      guide_(toolkit, options_.folder),
       selector_(toolkit, database_, ForSelector(form_)),
       code_display_(form_.RTB, colours_),
       item_display_(code_display_, form_.lstShare),
@@ -51,6 +52,9 @@ MainWindow::MainWindow(Toolkit& toolkit, SettingsStore& store, MainWindowOptions
   WireLists();
   form_.mnuAdd.on_click = [this] { add_dialog_.Show(*form_.frmMain); };
   form_.mnuClose.on_click = [this] { form_.frmMain->Unload(UnloadReason::kUser); };
+  form_.mnuGuide.on_click = [this] { guide_.Open({}); };
+  form_.mnuHelpHere.on_click = [this] { guide_.Open(MainFormDefinition().help_topic); };
+  form_.mnuAbout.on_click = [this] { ShowAbout(toolkit_); };
   form_.CodeModuleChecker.on_timer = [this] { options_.host.check_code_module(); };
   form_.frmMain->on_load = [this] { Form_Load(); };
   form_.frmMain->on_resize = [this] { Form_Resize(); };

@@ -21,6 +21,7 @@
 #include "search/ui/quick_find_view.h"
 #include "search/ui/search_dialog.h"
 #include "shell/settings_store.h"
+#include "shell/ui/guide.h"
 #include "shell/ui/main_form.h"
 #include "shell/ui/splitter.h"
 #include "toolkit/toolkit.h"
@@ -89,6 +90,7 @@ class MainWindow {
   bool unloading_for_good_ = false;
 
   MainForm form_;
+  Guide guide_;
   KindSelector selector_;
   CodeDisplay code_display_;
   ItemDisplay item_display_;

@@ -41,6 +41,15 @@ inline constexpr std::u16string_view kMenuAdd = u"P&ridať položku...";
 inline constexpr std::u16string_view kMenuDeleteItem = u"Odstrániť po&ložku";
 inline constexpr std::u16string_view kMenuClose = u"&Zavrieť";
 
+inline constexpr std::u16string_view kMenuHelp = u"&Pomocník";
+inline constexpr std::u16string_view kMenuGuide = u"&Príručka";
+inline constexpr std::u16string_view kMenuHelpHere = u"Pomoc k &tomuto oknu";
+inline constexpr std::u16string_view kMenuAbout = u"&O programe...";
+
+// The guide
+inline constexpr std::u16string_view kGuideMissing = u"Príručka chýba. Mala by byť v súbore:";
+inline constexpr std::u16string_view kGuideNotShown = u"Príručku sa nepodarilo otvoriť:";
+
 // Toolbar
 inline constexpr std::u16string_view kTipNew = u"Nová databáza";
 inline constexpr std::u16string_view kTipOpen = u"Otvoriť databázu";

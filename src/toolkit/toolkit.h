@@ -11,6 +11,7 @@
 
 #include "toolkit/colour.h"
 #include "toolkit/dialogs.h"
+#include "toolkit/event.h"
 #include "toolkit/form.h"
 #include "toolkit/form_definition.h"
 #include "toolkit/input.h"
@@ -50,6 +51,10 @@ class Toolkit {
   virtual void SetClipboardText(std::u16string_view text) = 0;
   virtual void ClearClipboard() = 0;
 
+  // Shows a file, named by its full path, in the program that the system has for files of its kind.
+  // False when there is no such file or no such program; nothing is told to the user then.
+  [[nodiscard]] virtual bool OpenDocument(std::u16string_view path) = 0;
+
   // The pointer of the whole program; kDefault lets each control show its own.
   [[nodiscard]] virtual MousePointer Pointer() const = 0;
   virtual void SetPointer(MousePointer pointer) = 0;
@@ -67,6 +72,10 @@ class Toolkit {
   [[nodiscard]] virtual bool IsModalOpen() const = 0;
   // Unloads every loaded form, the newest first; false when one of them refused, which ends it.
   virtual bool UnloadAllForms() = 0;
+
+  // F1 was pressed, with no other key held, in a form with this help topic (empty: it has none)
+  // that has no menu entry for the key. No control sees the key.
+  Event<std::string_view> on_help;
 };
 
 }  // namespace declarium

@@ -143,6 +143,7 @@ inline constexpr FormDefinition kDialog = {
     .name = "frmDialog",
     .caption = u"Dialóg",
     .size = {196, 136},
+    .help_topic = "dialog",
     .controls = kDialogControls,
 };
 

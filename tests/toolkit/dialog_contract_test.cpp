@@ -1,3 +1,5 @@
+#include <filesystem>
+
 #include "toolkit/contract.h"
 
 namespace declarium {
@@ -116,6 +118,37 @@ TEST_F(DialogContract, TheInputBoxReturnsTheText) {
 TEST_F(DialogContract, ACancelledInputBoxReturnsAnEmptyText) {
   user().AnswerNextText(u"");
   EXPECT_EQ(toolkit().AskText(u"Zadajte nový názov databázy.", u"Stará"), u"");
+}
+
+TEST_F(DialogContract, F1AsksForTheHelpOfTheFormAndReachesNoControl) {
+  toolkit().on_help = [this](std::string_view topic) {
+    log_.push_back("help " + std::string(topic));
+  };
+  Box().SetFocus();
+  user().PressKey(key::kF1);
+  EXPECT_THAT(TakeLog(), ElementsAre("help dialog"));
+}
+
+TEST_F(DialogContract, F1WithAnotherKeyHeldIsAKeyOfTheControl) {
+  toolkit().on_help = Log("help");
+  Box().SetFocus();
+  user().PressKey(key::kF1, {.control = true});
+  EXPECT_THAT(TakeLog(), ElementsAre("key"));
+}
+
+TEST_F(DialogContract, AFormWithoutAHelpTopicTellsAnEmptyOne) {
+  toolkit().on_help = [this](std::string_view topic) {
+    log_.push_back("help " + std::string(topic));
+  };
+  form().Show();
+  Get<TextBox>("Text1").SetFocus();
+  user().PressKey(key::kF1);
+  EXPECT_THAT(TakeLog(), ElementsAre("help "));
+}
+
+TEST_F(DialogContract, ADocumentThatIsNotThereIsNotOpened) {
+  const auto missing = std::filesystem::temp_directory_path() / "declarium-no-such-page.html";
+  EXPECT_FALSE(toolkit().OpenDocument(missing.u16string()));
 }
 
 TEST_F(DialogContract, TheStyleOfAMessageIsTheHostsNumber) {

@@ -33,8 +33,11 @@ constexpr ControlDefinition kControls[] = {
      .role = ButtonRole::kCancel},
 };
 
-constexpr FormDefinition kDefinition = {
-    .name = "frmAdd", .caption = texts::kAddCaption, .size = {560, 334}, .controls = kControls};
+constexpr FormDefinition kDefinition = {.name = "frmAdd",
+                                        .caption = texts::kAddCaption,
+                                        .size = {560, 334},
+                                        .help_topic = "add-and-import",
+                                        .controls = kControls};
 
 }  // namespace
 

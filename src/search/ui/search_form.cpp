@@ -103,6 +103,7 @@ constexpr FormDefinition kDefinition = {.name = "frmFind",
                                         .caption = texts::kSearchCaption,
                                         .size = {kWidth, kHeight},
                                         .minimum_size = {kWidth, kSmallestHeight},
+                                        .help_topic = "search",
                                         .border = BorderStyle::kSizable,
                                         .start = StartPosition::kCentreOwner,
                                         .controls = kControls};

@@ -158,11 +158,20 @@ constexpr MenuDefinition kMenus[] = {
     {.level = 1, .name = "mnuDelOnce", .caption = texts::kDeleteOnce},
     {.level = 1, .name = "mnuDelGroup", .caption = texts::kDeleteGroup},
     {.level = 1, .name = "mnuDelAll", .caption = texts::kDeleteAll},
+    {.level = 0, .name = "mnuHelp", .caption = texts::kMenuHelp},
+    {.level = 1, .name = "mnuGuide", .caption = texts::kMenuGuide},
+    {.level = 1,
+     .name = "mnuHelpHere",
+     .caption = texts::kMenuHelpHere,
+     .shortcut = {key::kF1, {}}},
+    {.level = 1, .name = "mnuLine4", .caption = u"-"},
+    {.level = 1, .name = "mnuAbout", .caption = texts::kMenuAbout},
 };
 
 constexpr FormDefinition kDefinition = {.name = "frmMain",
                                         .caption = texts::kProgram,
                                         .size = {760, 560},
+                                        .help_topic = "main-window",
                                         .border = BorderStyle::kSizable,
                                         .start = StartPosition::kSystem,
                                         .controls = kControls,
@@ -207,6 +216,9 @@ MainForm::MainForm(Toolkit& toolkit)
       mnuPopupAddList(frmMain->Get<MenuItem>("mnuPopupAddList")),
       mnuDelOnce(frmMain->Get<MenuItem>("mnuDelOnce")),
       mnuDelGroup(frmMain->Get<MenuItem>("mnuDelGroup")),
-      mnuDelAll(frmMain->Get<MenuItem>("mnuDelAll")) {}
+      mnuDelAll(frmMain->Get<MenuItem>("mnuDelAll")),
+      mnuGuide(frmMain->Get<MenuItem>("mnuGuide")),
+      mnuHelpHere(frmMain->Get<MenuItem>("mnuHelpHere")),
+      mnuAbout(frmMain->Get<MenuItem>("mnuAbout")) {}
 
 }  // namespace declarium

@@ -56,6 +56,9 @@ struct MainForm {
   MenuItem& mnuDelOnce;
   MenuItem& mnuDelGroup;
   MenuItem& mnuDelAll;
+  MenuItem& mnuGuide;
+  MenuItem& mnuHelpHere;
+  MenuItem& mnuAbout;
 };
 
 }  // namespace declarium

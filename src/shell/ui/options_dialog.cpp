@@ -49,6 +49,7 @@ constexpr ControlDefinition kControls[] = {LabelFor(0, "Label1", texts::kOptions
 constexpr FormDefinition kForm = {.name = "frmOptions",
                                   .caption = texts::kOptionsCaption,
                                   .size = {256, 149},
+                                  .help_topic = "options",
                                   .controls = kControls};
 
 class OptionsDialog {

@@ -18,7 +18,8 @@ HeadlessForm::HeadlessForm(HeadlessToolkit& toolkit, const FormDefinition& defin
       toolkit_(toolkit),
       caption_(definition.caption),
       border_(definition.border),
-      minimum_size_(definition.minimum_size) {
+      minimum_size_(definition.minimum_size),
+      help_topic_(definition.help_topic) {
   Build(definition);
   const Size borders = Borders();
   placement_ = {.right = definition.size.width + borders.width,

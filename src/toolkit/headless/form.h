@@ -69,6 +69,7 @@ class HeadlessForm : public Form, public FocusOwner {
   [[nodiscard]] CommandButton* ButtonWith(ButtonRole role) const;
   [[nodiscard]] const std::vector<HeadlessMenuItem*>& Menus() const { return menus_; }
   [[nodiscard]] const std::vector<HeadlessTimer*>& Timers() const { return timers_; }
+  [[nodiscard]] std::string_view HelpTopic() const { return help_topic_; }
   [[nodiscard]] bool CanTakeInput() const { return visible_ && enabled_ && blocked_ == 0; }
   [[nodiscard]] bool Owns(const Component& component) const;
   // A modal form or dialog is open above this form.
@@ -96,6 +97,7 @@ class HeadlessForm : public Form, public FocusOwner {
   std::u16string caption_;
   BorderStyle border_;
   Size minimum_size_;
+  std::string_view help_topic_;
   bool has_menu_bar_ = false;
   std::map<std::string, std::unique_ptr<Component>, std::less<>> components_;
   TabOrder tabs_;

@@ -1,6 +1,7 @@
 #include "toolkit/headless/toolkit.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <stdexcept>
 
 #include "toolkit/headless/form.h"
@@ -64,6 +65,13 @@ std::optional<std::u16string> HeadlessToolkit::ChooseFileToSave(const FileDialog
 std::optional<Colour> HeadlessToolkit::ChooseColour(Colour initial) {
   const OpenDialog open(*this, nullptr);
   return script_.Ask(ColourQuestion{initial});
+}
+
+bool HeadlessToolkit::OpenDocument(std::u16string_view path) {
+  std::error_code ignored;
+  if (refuse_documents_ || !std::filesystem::exists(path, ignored)) return false;
+  documents_.emplace_back(path);
+  return true;
 }
 
 void HeadlessToolkit::ShowModally(HeadlessForm& form) {

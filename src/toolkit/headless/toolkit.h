@@ -32,6 +32,9 @@ class HeadlessToolkit : public Toolkit {
   void SetClipboardText(std::u16string_view text) override { clipboard_ = text; }
   void ClearClipboard() override { clipboard_.clear(); }
 
+  // Succeeds for every file that is there.
+  [[nodiscard]] bool OpenDocument(std::u16string_view path) override;
+
   [[nodiscard]] MousePointer Pointer() const override { return pointers_.back(); }
   void SetPointer(MousePointer pointer) override { pointers_.push_back(pointer); }
 
@@ -48,6 +51,10 @@ class HeadlessToolkit : public Toolkit {
   // For tests.
   [[nodiscard]] DialogScript& Script() { return script_; }
   [[nodiscard]] std::u16string ApplicationTitle() const { return title_; }
+  // The documents opened so far, in order.
+  [[nodiscard]] const std::vector<std::u16string>& OpenedDocuments() const { return documents_; }
+  // From now on no program is there that shows a document.
+  void RefuseDocuments() { refuse_documents_ = true; }
   // Every pointer set so far, in order; the first is the default one.
   [[nodiscard]] const std::vector<MousePointer>& Pointers() const { return pointers_; }
   // Lets time pass: timers fire at their moments, pending events are processed.
@@ -84,6 +91,8 @@ class HeadlessToolkit : public Toolkit {
   DialogScript script_;
   std::u16string title_;
   std::u16string clipboard_;
+  std::vector<std::u16string> documents_;
+  bool refuse_documents_ = false;
   std::vector<MousePointer> pointers_{MousePointer::kDefault};
   std::deque<std::function<void()>> pending_;
   std::vector<HeadlessForm*> forms_;

@@ -212,6 +212,7 @@ void HeadlessUser::PressKey(int code, Modifiers modifiers) {
   if (!control) throw std::logic_error("no control has the focus");
   HeadlessForm& form = RequireUsable(*control);
   if (PressShortcut(form, code, modifiers)) return;
+  if (code == key::kF1 && modifiers == Modifiers()) return toolkit_.on_help.Raise(form.HelpTopic());
   if (PressDialogKey(form, *control, code, modifiers)) return;
   KeyDown event{.code = code, .modifiers = modifiers};
   control->on_key_down.Raise(event);

@@ -50,6 +50,7 @@ Win32Form::Win32Form(Win32Toolkit& toolkit, const FormDefinition& definition)
       border_(definition.border),
       start_(definition.start),
       minimum_size_(definition.minimum_size),
+      help_topic_(definition.help_topic),
       dpi_(static_cast<int>(GetDpiForSystem())),
       fonts_(dpi_),
       pictures_(DrawImageList(SmallIconSize(dpi_))) {

@@ -105,6 +105,7 @@ class Win32Form : public Form {
   void RaiseResizeIfChanged();
   [[nodiscard]] bool CanTakeFocus(const Control& control) const;
   bool PressShortcut(int key);
+  bool PressHelpKey(int key);
   bool PressTab();
   bool PressButtonKey(int key);
   void ClickFromKeyboard(Control& button);
@@ -131,6 +132,7 @@ class Win32Form : public Form {
   BorderStyle border_;
   StartPosition start_;
   Size minimum_size_;  // of the inner area
+  std::string_view help_topic_;
   int dpi_;
   Fonts fonts_;
   UniqueImageList pictures_;

@@ -13,13 +13,17 @@ bool IsHeld(int key) {
   return GetKeyState(key) < 0;
 }
 
+Modifiers HeldModifiers() {
+  return {.shift = IsHeld(VK_SHIFT), .control = IsHeld(VK_CONTROL), .alt = IsHeld(VK_MENU)};
+}
+
 }  // namespace
 
 bool Win32Form::TranslateKey(MSG& message) {
   if (!visible_ || message.message < WM_KEYFIRST || message.message > WM_KEYLAST) return false;
   if (message.message == WM_KEYDOWN || message.message == WM_SYSKEYDOWN) {
     const int key = static_cast<int>(message.wParam);
-    if (PressShortcut(key)) return true;
+    if (PressShortcut(key) || PressHelpKey(key)) return true;
     if (key == VK_TAB && !IsHeld(VK_CONTROL) && !IsHeld(VK_MENU)) return PressTab();
     if ((key == VK_RETURN || key == VK_ESCAPE) && message.message == WM_KEYDOWN) {
       return PressButtonKey(key);
@@ -33,15 +37,19 @@ bool Win32Form::TranslateKey(MSG& message) {
 }
 
 bool Win32Form::PressShortcut(int key) {
-  const Modifiers held{
-      .shift = IsHeld(VK_SHIFT), .control = IsHeld(VK_CONTROL), .alt = IsHeld(VK_MENU)};
-  Win32MenuItem* item = menus_->WithShortcut(key, held);
+  Win32MenuItem* item = menus_->WithShortcut(key, HeldModifiers());
   if (!item) return false;
   for (Win32MenuItem* above = item->Parent(); above; above = above->Parent()) {
     if (!above->Enabled()) return true;
     above->on_click.Raise();
   }
   if (item->Enabled()) item->on_click.Raise();
+  return true;
+}
+
+bool Win32Form::PressHelpKey(int key) {
+  if (key != VK_F1 || HeldModifiers() != Modifiers()) return false;
+  toolkit_.on_help.Raise(help_topic_);
   return true;
 }
 

@@ -31,6 +31,8 @@ class Win32Toolkit : public Toolkit {
   void SetClipboardText(std::u16string_view text) override;
   void ClearClipboard() override;
 
+  [[nodiscard]] bool OpenDocument(std::u16string_view path) override;
+
   [[nodiscard]] MousePointer Pointer() const override { return pointer_; }
   void SetPointer(MousePointer pointer) override;
 
