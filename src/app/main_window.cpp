@@ -73,7 +73,9 @@ void MainWindow::WireLists() {
     list.on_got_focus = [this, kind] { ShowSelectedItem(kind, selector_, item_display_); };
     list.on_double_click = [this] { quick_find_.AddSelected(); };
     list.on_key_down = [this](KeyDown& key) { quick_find_.SelectList_KeyDown(key); };
-    list.on_key_press = [this](KeyPress& press) { quick_find_.SelectList_KeyPress(press); };
+    list.on_key_press = [this, is_current](KeyPress& press) {
+      if (is_current()) quick_find_.SelectList_KeyPress(press);
+    };
   }
 }
 

@@ -1,7 +1,8 @@
 // The program's settings: their names, types and defaults, and what they mean.
 //
-// A missing value, and one whose stored type or content does not fit, reads as its default. Writing
-// ignores failures: the program works without its settings.
+// A missing value, and text that is no number where a number is meant, reads as the default; a
+// value of a type that the store does not know reads as an empty one. Writing ignores failures: the
+// program works without its settings.
 #pragma once
 
 #include <cstdint>
@@ -26,23 +27,32 @@ struct TextSetting {
   std::u16string_view default_value;
 };
 
+// The window's normal (restored) rectangle on the screen, in its dots.
+struct WindowEdges {
+  int left = 100;
+  int top = 100;
+  int right = 620;
+  int bottom = 500;
+  bool operator==(const WindowEdges&) const = default;
+};
+
 namespace setting {
 
-inline constexpr IntegerSetting kKeywordColor{u"KeywordColor", 0xFF0000};
-inline constexpr IntegerSetting kCommentColor{u"CommentColor", 0x008000};
-inline constexpr IntegerSetting kNormalColor{u"NormalColor", 0};
+inline constexpr IntegerSetting kKeywordColor{u"KeywordColor", DisplayColours{}.keyword};
+inline constexpr IntegerSetting kCommentColor{u"CommentColor", DisplayColours{}.comment};
+inline constexpr IntegerSetting kNormalColor{u"NormalColor", DisplayColours{}.normal};
 inline constexpr IntegerSetting kSizeSaved{u"SizeSaved", 0};  // 1: the placement below was saved
 // The window's normal rectangle, in dots of the screen. "Left" has always held its upper edge and
 // "Top" its left one; stored settings depend on it.
-inline constexpr IntegerSetting kUpperEdge{u"Left", 100};
-inline constexpr IntegerSetting kLeftEdge{u"Top", 100};
-inline constexpr IntegerSetting kRightEdge{u"Width", 620};
-inline constexpr IntegerSetting kLowerEdge{u"Height", 500};
+inline constexpr IntegerSetting kUpperEdge{u"Left", WindowEdges{}.top};
+inline constexpr IntegerSetting kLeftEdge{u"Top", WindowEdges{}.left};
+inline constexpr IntegerSetting kRightEdge{u"Width", WindowEdges{}.right};
+inline constexpr IntegerSetting kLowerEdge{u"Height", WindowEdges{}.bottom};
 // How the window is shown: 1 normal, 2 minimized, 3 maximized.
 inline constexpr IntegerSetting kWindowState{u"WindowState", 1};
-inline constexpr IntegerSetting kRtbHeight{u"RtbHeight", 146};
-inline constexpr IntegerSetting kMainWidth{u"MainWidth", 300};
-inline constexpr IntegerSetting kAddHeight{u"AddHeight", 300};
+inline constexpr IntegerSetting kRtbHeight{u"RtbHeight", PaneSizes{}.rtb_height};
+inline constexpr IntegerSetting kMainWidth{u"MainWidth", PaneSizes{}.main_width};
+inline constexpr IntegerSetting kAddHeight{u"AddHeight", PaneSizes{}.add_height};
 inline constexpr IntegerSetting kRange{u"Range", 0};
 inline constexpr IntegerSetting kSelector{u"Selector", 1};
 inline constexpr IntegerSetting kLastDatabaseIndex{u"LastDatabaseIndex", 0};
@@ -61,24 +71,16 @@ void WriteSetting(SettingsStore& store, const TextSetting& setting, std::u16stri
 [[nodiscard]] DisplayColours ReadColours(const SettingsStore& store);
 void WriteColours(SettingsStore& store, const DisplayColours& colours);
 
-// The window's normal (restored) rectangle on the screen, in its dots.
-struct WindowEdges {
-  int left = 100;
-  int top = 100;
-  int right = 620;
-  int bottom = 500;
-  bool operator==(const WindowEdges&) const = default;
-};
-
 // What the main window keeps from one run to the next.
 struct WindowSettings {
   bool size_saved = false;  // false: `edges` are the defaults, not to be applied
   WindowEdges edges = {};
-  int show_command = 1;  // 1 normal, 2 minimized, 3 maximized
+  int show_command = setting::kWindowState.default_value;  // 1 normal, 2 minimized, 3 maximized
   PaneSizes panes = {};
-  int range = 0;                // row of cmbRange: 0 Private, 1 Public
-  int selector = 1;             // row of cmbSelector: the kind code
-  int last_database_index = 0;  // row of cmbDatabase, -1 when none
+  int range = setting::kRange.default_value;        // row of cmbRange: 0 Private, 1 Public
+  int selector = setting::kSelector.default_value;  // row of cmbSelector: the kind code
+  int last_database_index =
+      setting::kLastDatabaseIndex.default_value;  // row of cmbDatabase, -1 when none
   std::u16string last_database_name = {};
   bool operator==(const WindowSettings&) const = default;
 };

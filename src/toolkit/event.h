@@ -1,6 +1,6 @@
 // An event of a control or a form: at most one subscriber, raised by the backend.
 //
-//   lstConst.on_click = [this] { lstConst_Click(); };
+//   cmbDatabase.on_click = [this] { cmbDatabase_Click(); };
 #pragma once
 
 #include <functional>

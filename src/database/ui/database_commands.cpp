@@ -122,7 +122,7 @@ bool DatabaseCommands::AskSaveChanges() {
 void DatabaseCommands::OpenAtStart(const std::filesystem::path& command_line, int remembered_row,
                                    std::u16string_view remembered_title) {
   std::error_code ignored;
-  if (!command_line.empty() && std::filesystem::exists(command_line, ignored)) {
+  if (!command_line.empty() && std::filesystem::is_regular_file(command_line, ignored)) {
     LoadDatabase(command_line);
   } else if (const auto row = StartupRow(catalogue_, remembered_row, remembered_title)) {
     controls_.cmbDatabase.SetListIndex(static_cast<int>(*row));

@@ -70,8 +70,6 @@ class DatabaseCommands {
   void mnuRename_Click();
   void mnuDeleteDbItem_Click();
 
-  [[nodiscard]] const DatabaseList& Catalogue() const noexcept { return catalogue_; }
-
  private:
   [[nodiscard]] bool TryLoad(const LibrarySections& sections, const std::filesystem::path& path);
   void ShowInCatalogue(const std::filesystem::path& path);

@@ -44,7 +44,6 @@ class BasketView {
   // code module comes or goes.
   void SetCEI();
 
-  [[nodiscard]] bool Empty() const noexcept { return basket_.Empty(); }
   [[nodiscard]] std::u16string Text(std::u16string_view scope) const { return basket_.Text(scope); }
 
  private:

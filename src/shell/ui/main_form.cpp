@@ -26,7 +26,7 @@ constexpr std::u16string_view kKindRows[] = {KindName(Kind::kConst), KindName(Ki
                                              KindName(Kind::kType)};
 constexpr std::u16string_view kScopeRows[] = {kPrivate, kPublic};
 
-// The places of what the layout moves are those of the smallest window.
+// What the layout moves gets its place when the window is loaded.
 constexpr ControlDefinition kControls[] = {
     {.kind = ControlKind::kToolbar,
      .name = "Toolbar1",

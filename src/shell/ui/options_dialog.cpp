@@ -64,7 +64,7 @@ class OptionsDialog {
     form_->on_load = [this] { Form_Load(); };
     for (int index = 0; index < kSwatches; ++index) Connect(index);
     form_->Get<CommandButton>("Command2").on_click = [this] { Command2_Click(); };
-    form_->Get<CommandButton>("Command1").on_click = [this] { form_->Unload(); };
+    form_->Get<CommandButton>("Command1").on_click = [this] { Command1_Click(); };
   }
 
   void Show(Form* owner) { form_->Show(ShowMode::kModal, owner); }
@@ -77,14 +77,10 @@ class OptionsDialog {
   void Connect(int index) {
     PictureBox& swatch = Swatch(index);
     swatch.on_double_click = [this, index] { picColor_DblClick(index); };
-    swatch.on_key_down = [this, index](KeyDown& event) {
-      if (event.code == key::kSpace) picColor_DblClick(index);
-    };
-    swatch.on_got_focus = [this, index] { SetFocused(index, index); };
-    swatch.on_lost_focus = [this, index] { SetFocused(-1, index); };
-    swatch.on_paint = [this, index](Canvas& canvas) {
-      if (focused_ == index) DrawFocusMark(canvas);
-    };
+    swatch.on_key_down = [this, index](KeyDown& event) { picColor_KeyDown(index, event); };
+    swatch.on_got_focus = [this, index] { picColor_GotFocus(index); };
+    swatch.on_lost_focus = [this, index] { picColor_LostFocus(index); };
+    swatch.on_paint = [this, index](Canvas& canvas) { picColor_Paint(index, canvas); };
   }
 
   void Form_Load() {
@@ -98,10 +94,25 @@ class OptionsDialog {
     Swatch(index).SetBackColour(toolkit_.ChooseColour(preset).value_or(preset));
   }
 
-  void SetFocused(int focused, int repainted) {
-    focused_ = focused;
-    Swatch(repainted).Invalidate();
+  void picColor_KeyDown(int index, const KeyDown& event) {
+    if (event.code == key::kSpace) picColor_DblClick(index);
   }
+
+  void picColor_GotFocus(int index) {
+    focused_ = index;
+    Swatch(index).Invalidate();
+  }
+
+  void picColor_LostFocus(int index) {
+    focused_ = -1;
+    Swatch(index).Invalidate();
+  }
+
+  void picColor_Paint(int index, Canvas& canvas) const {
+    if (focused_ == index) DrawFocusMark(canvas);
+  }
+
+  void Command1_Click() { form_->Unload(); }
 
   void Command2_Click() {
     colours_ = {.keyword = Swatch(0).BackColour(),

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "basic/texts.h"
 #include "toolkit/captioned.h"
 #include "toolkit/text_box.h"
 #include "toolkit/win32/scale.h"
@@ -41,12 +42,12 @@ constexpr ControlDefinition kInputControls[] = {
     {.kind = ControlKind::kTextBox, .name = "Text1", .bounds = {12, 50, 336, 21}},
     {.kind = ControlKind::kCommandButton,
      .name = "Command1",
-     .caption = u"&OK",
+     .caption = texts::kOk,
      .bounds = {192, 82, 75, 23},
      .role = ButtonRole::kDefault},
     {.kind = ControlKind::kCommandButton,
      .name = "Command2",
-     .caption = u"&Zrušiť",
+     .caption = texts::kCancel,
      .bounds = {273, 82, 75, 23},
      .role = ButtonRole::kCancel},
 };

@@ -25,9 +25,8 @@ LOGFONTW CodeFont(int dpi) {
   return font;
 }
 
-// The last two are what a machine without the fonts of Windows has.
-constexpr const wchar_t* kCodeFaces[] = {L"Consolas", L"Courier New", L"DejaVu Sans Mono",
-                                         L"Liberation Mono"};
+// The face of the IDE's code window; the others are what a machine without the fonts of Windows has.
+constexpr const wchar_t* kCodeFaces[] = {L"Courier New", L"DejaVu Sans Mono", L"Liberation Mono"};
 
 int CALLBACK FoundFace(const LOGFONTW*, const TEXTMETRICW*, DWORD, LPARAM found) {
   *reinterpret_cast<bool*>(found) = true;
