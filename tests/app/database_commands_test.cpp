@@ -53,6 +53,16 @@ TEST_F(DatabaseCommandsTest, MissingCommandLineFileFallsBackToTheRememberedRow) 
   EXPECT_EQ(Form().frmMain->Caption(), u"Win - Declarium 3.0");
 }
 
+TEST_F(DatabaseCommandsTest, AFolderOnTheCommandLineFallsBackToTheRememberedRow) {
+  WriteWinLibrary();
+  Open();
+  User().ChooseRow(Form().cmbDatabase, 0);
+  options_.command_line = folder_ / "program";
+  Reopen();
+  EXPECT_TRUE(Messages().empty());
+  EXPECT_EQ(Form().frmMain->Caption(), u"Win - Declarium 3.0");
+}
+
 class WithTwoLibraries : public WindowTest {
  protected:
   WithTwoLibraries() {
@@ -67,6 +77,17 @@ class WithTwoLibraries : public WindowTest {
     User().ChooseMenu(*Form().frmMain, "mnuRename");
     ASSERT_TRUE(window_->OpenDatabase().dirty);
   }
+  // Whether the pointer has been the hourglass since this was last asked, and is none now.
+  bool HourglassCameAndWent() {
+    const auto& all = toolkit_->Pointers();
+    const auto since = all.begin() + static_cast<std::ptrdiff_t>(pointers_seen_);
+    const bool came = std::find(since, all.end(), MousePointer::kHourglass) != all.end();
+    pointers_seen_ = all.size();
+    return came && all.back() == MousePointer::kDefault;
+  }
+
+ private:
+  std::size_t pointers_seen_ = 0;
 };
 
 TEST_F(WithTwoLibraries, ChoosingARowLoadsItsLibraryAndShowsItsItems) {
@@ -141,6 +162,7 @@ TEST_F(WithTwoLibraries, RenameOffersTheTitleAndChangesTheCaptionButNotTheCatalo
 }
 
 TEST_F(WithTwoLibraries, SavingARenamedLibraryShowsItsTitleAndLoadsItAgainFromItsFile) {
+  User().ChooseRow(Form().lstConst, 1);
   Script().AnswerText(u"Renamed");
   User().ChooseMenu(*Form().frmMain, "mnuRename");
   User().PressKey('S', {.control = true});
@@ -148,15 +170,15 @@ TEST_F(WithTwoLibraries, SavingARenamedLibraryShowsItsTitleAndLoadsItAgainFromIt
   EXPECT_FALSE(window_->OpenDatabase().dirty);
   EXPECT_TRUE(ReadFile("a.api").starts_with("Renamed\x02"));
   EXPECT_EQ(RowsOf(Form().lstConst), (Rows{u"A", u"B", u"MAX_PATH"}));
+  EXPECT_EQ(Form().lstConst.ListIndex(), -1) << "the list was filled again";
 }
 
 TEST_F(WithTwoLibraries, SavingWritesTheSameBytesAgain) {
   const auto before = ReadFile("a.api");
+  EXPECT_FALSE(HourglassCameAndWent());
   User().ClickToolbar(Form().Toolbar1, "save");
   EXPECT_EQ(ReadFile("a.api"), before);
-  EXPECT_EQ(toolkit_->Pointers().back(), MousePointer::kDefault);
-  EXPECT_NE(std::ranges::find(toolkit_->Pointers(), MousePointer::kHourglass),
-            toolkit_->Pointers().end());
+  EXPECT_TRUE(HourglassCameAndWent());
 }
 
 TEST_F(WithTwoLibraries, AFailedSaveIsShownAndStillClearsTheChangedFlag) {
@@ -176,9 +198,21 @@ TEST_F(WithTwoLibraries, SaveAsOffersTheLibrarysFileAndSwitchesToTheNewOne) {
   const auto& asked = std::get<headless::SaveQuestion>(Script().AskedSoFar().back());
   EXPECT_EQ(asked.dialog.file_name, FileAt("a.api").u16string());
   EXPECT_EQ(asked.dialog.filter, u"Api Database|*.api");
+  EXPECT_TRUE(HourglassCameAndWent());
   EXPECT_EQ(window_->OpenDatabase().path, FileAt("c.api"));
   EXPECT_FALSE(window_->OpenDatabase().dirty);
   EXPECT_EQ(RowsOf(Form().cmbDatabase), (Rows{u"Win", u"Other", u"Win"}));
+}
+
+TEST_F(WithTwoLibraries, AFailedSaveAsIsShownAndStillSwitchesToTheNewFile) {
+  MakeDirty();
+  const auto missing = folder_ / "missing" / "x.api";
+  Script().AnswerFile(missing.u16string());
+  Script().AnswerMessage(Answer::kOk);
+  User().ChooseMenu(*Form().frmMain, "mnuSaveAs");
+  EXPECT_EQ(Messages(), (Rows{u"Chyba pri zápise do súboru."}));
+  EXPECT_FALSE(window_->OpenDatabase().dirty);
+  EXPECT_EQ(window_->OpenDatabase().path, missing);
 }
 
 TEST_F(WithTwoLibraries, AfterASaveAsTheRestoredRowCanDenoteAnotherLibraryWhichIsLoaded) {
@@ -227,6 +261,41 @@ TEST_F(WithTwoLibraries, NewStopsAtAnEmptyTitleOrACancelledDialog) {
   User().ChooseMenu(*Form().frmMain, "mnuNew");
   EXPECT_EQ(RowsOf(Form().cmbDatabase), (Rows{u"Win", u"Other"}));
   EXPECT_EQ(Form().frmMain->Caption(), u"Win - Declarium 3.0");
+}
+
+TEST_F(WithTwoLibraries, NewAndOpenStopWhenTheSaveQuestionIsCancelled) {
+  MakeDirty();
+  for (const char* command : {"mnuNew", "mnuOpen"}) {
+    Script().AnswerMessage(Answer::kCancel);
+    User().ChooseMenu(*Form().frmMain, command);
+    EXPECT_EQ(Messages(), (Rows{std::u16string(kAskSaveWin)})) << command;
+  }
+  EXPECT_TRUE(window_->OpenDatabase().dirty);
+}
+
+TEST_F(WithTwoLibraries, ANewLibraryThatCannotBeWrittenIsReportedAndNotOpened) {
+  Script().AnswerText(u"T");
+  Script().AnswerFile((folder_ / "missing" / "t.api").u16string());
+  for (int i = 0; i < 3; ++i) Script().AnswerMessage(Answer::kOk);
+  User().ChooseMenu(*Form().frmMain, "mnuNew");
+  EXPECT_EQ(Messages(), (Rows{u"Chyba pri zápise do súboru.", u"Chyba pri čítaní zo súboru.",
+                              u"Neplatný formát databázy."}));
+  EXPECT_EQ(Form().frmMain->Caption(), u"Win - Declarium 3.0");
+}
+
+TEST_F(WithTwoLibraries, CancelledOpenChangesNothing) {
+  Script().AnswerFile(std::nullopt);
+  User().ChooseMenu(*Form().frmMain, "mnuOpen");
+  EXPECT_EQ(Form().frmMain->Caption(), u"Win - Declarium 3.0");
+  EXPECT_EQ(Form().cmbDatabase.ListIndex(), 0);
+}
+
+TEST_F(WithTwoLibraries, AFileWhoseTitleChangedMeanwhileSelectsTheRowOfItsPath) {
+  WriteFile("b.api", LibraryContent(u"Changed", {{u"C", u"/3"}}, {}, {}));
+  Script().AnswerFile(FileAt("b.api").u16string());
+  User().ChooseMenu(*Form().frmMain, "mnuOpen");
+  EXPECT_EQ(Form().frmMain->Caption(), u"Changed - Declarium 3.0");
+  EXPECT_EQ(Form().cmbDatabase.Text(), u"Other");
 }
 
 TEST_F(WithTwoLibraries, OpenLoadsAFileOutsideTheFolderAndShowsNoRow) {
@@ -354,7 +423,10 @@ TEST_F(WithTwoLibraries, CommandsThatNeedALibraryAreDisabledBeforeTheFirstLoad) 
   window_.reset();
   store_.emplace(folder_ / "none");
   Open();
-  EXPECT_FALSE(Form().mnuSave.Enabled());
+  for (const MenuItem* entry : {&Form().mnuSave, &Form().mnuSaveAs, &Form().mnuImport,
+                                &Form().mnuExport, &Form().mnuAdd, &Form().mnuRename}) {
+    EXPECT_FALSE(entry->Enabled()) << entry->Name();
+  }
   EXPECT_FALSE(Form().Toolbar1.ButtonEnabled("save"));
 }
 

@@ -1,3 +1,6 @@
+#include <filesystem>
+#include <set>
+
 #include "app/window_fixture.h"
 #include "toolkit/captioned.h"
 #include "toolkit/headless/form.h"
@@ -133,9 +136,24 @@ TEST_F(ImportAndAdd, ExportWritesEveryItemWithoutALineEndAtTheEnd) {
 }
 
 TEST_F(ImportAndAdd, CancelledExportWritesNothing) {
+  const auto files = [this] {
+    std::set<std::filesystem::path> all;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder_)) {
+      all.insert(entry.path());
+    }
+    return all;
+  };
+  const auto before = files();
   Script().AnswerFile(std::nullopt);
   User().ChooseMenu(*Form().frmMain, "mnuExport");
-  EXPECT_FALSE(std::filesystem::exists(FileAt("out.bas")));
+  EXPECT_EQ(files(), before);
+}
+
+TEST_F(ImportAndAdd, AnExportThatCannotBeWrittenIsReported) {
+  Script().AnswerFile((folder_ / "missing" / "out.bas").u16string());
+  Script().AnswerMessage(Answer::kOk);
+  User().ChooseMenu(*Form().frmMain, "mnuExport");
+  EXPECT_EQ(Messages(), (std::vector<std::u16string>{u"Chyba pri zápise do súboru."}));
 }
 
 }  // namespace

@@ -24,7 +24,10 @@ TEST_F(MainWindowTest, FirstStartTakesTheDefaultsAndKeepsTheDesignedPlacement) {
   EXPECT_EQ(Form().cmbSelector.Text(), u"Declare");
   EXPECT_EQ(Form().txtInput.Bounds().width, 300);
   EXPECT_EQ(Form().RTB.Bounds().height, 146);
+  const auto designed = toolkit().CreateForm(MainFormDefinition());
+  EXPECT_EQ(Form().frmMain->GetPlacement(), designed->GetPlacement());
   EXPECT_EQ(Form().frmMain->ScaleWidth(), MainFormDefinition().size.width);
+  EXPECT_EQ(Form().frmMain->ScaleHeight(), MainFormDefinition().size.height);
 }
 
 TEST_F(MainWindowTest, TheCurrentListHasTheFocusWhenTheWindowAppears) {
@@ -154,7 +157,6 @@ TEST_F(MainWindowTest, EveryPaneStandsWhereTheLayoutPutsIt) {
   EXPECT_EQ(Form().PosRtbHeight.Bounds(), layout.PosRtbHeight);
   EXPECT_EQ(Form().lstAdd.ColumnWidth(), layout.add_column_width);
   EXPECT_EQ(Form().lstShare.ColumnWidth(), layout.share_column_width);
-  EXPECT_FALSE(Frame().IsUpdateLocked());
 }
 
 TEST_F(MainWindowTest, PaneSizesComeBackAfterReopening) {

@@ -153,6 +153,9 @@ TEST_F(QuickFind, BoxesDoNothingBeforeALibraryIsOpen) {
   User().PressKey(Form().txtInput, key::kDown);
   User().PressKey(Form().txtInput, key::kEnter);
   EXPECT_EQ(Form().lstAdd.Count(), 0);
+  EXPECT_EQ(Form().lstDeclare.ListIndex(), -1);
+  User().TypeCharacter(Form().lstDeclare, u'g');
+  EXPECT_EQ(Form().txtInput.Text(), u"get") << "a character typed into the list stays there";
 }
 
 }  // namespace

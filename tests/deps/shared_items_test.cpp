@@ -194,7 +194,7 @@ TEST(SharedItems, TakeTheItemStringOfAnyKind) {
   for (const auto kind : kKinds) EXPECT_TRUE(CreateShared(kind, u"").empty());
 }
 
-// The list as the steps build it, entry by entry.
+// A slow literal twin: the list, entry by entry.
 struct PlainList {
   GroupedList entries;
 
@@ -321,7 +321,7 @@ GroupedList PlainType(std::u16string_view item) {
   return list.entries;
 }
 
-TEST(SharedItems, AgreeWithTheStepsOnRandomTexts) {
+TEST(SharedItems, AgreeWithTheirSlowTwinOnRandomTexts) {
   Random random(12);
   const std::vector<std::u16string> pieces = {u"A",   u"b",    u"RECT", u"rect", u"Long",
                                               u" ",   u" ",    u" ",    u"As ",  u" As ",
@@ -338,7 +338,7 @@ TEST(SharedItems, AgreeWithTheStepsOnRandomTexts) {
   }
 }
 
-TEST(SharedItems, AgreeWithTheStepsOnEverySmallDeclareText) {
+TEST(SharedItems, AgreeWithTheirSlowTwinOnEverySmallDeclareText) {
   for (const auto& tail : AllTexts(u"Q ),\"'", 5)) {
     const auto text = u"x As " + tail;
     ASSERT_EQ(CreateShared_Declare(text), PlainDeclare(text)) << testing::PrintToString(text);

@@ -64,13 +64,13 @@ TEST(NormalizeLine, AnswersForKnownLines) {
   for (const auto& c : cases) EXPECT_EQ(NormalizeLine(c.line), c.normalised);
 }
 
-TEST(NormalizeLine, AgreesWithTheStepsOnEverySmallLine) {
+TEST(NormalizeLine, AgreesWithItsSlowTwinOnEverySmallLine) {
   for (const auto& line : AllTexts(u"a '\t", 8)) {
     ASSERT_EQ(NormalizeLine(line), PlainNormalizeLine(line)) << testing::PrintToString(line);
   }
 }
 
-TEST(NormalizeLine, AgreesWithTheStepsOnRandomLines) {
+TEST(NormalizeLine, AgreesWithItsSlowTwinOnRandomLines) {
   Random random(2);
   const std::vector<std::u16string> pieces = {u"a", u" ", u"  ", u"    ", u"'", u"\t", u"\""};
   for (int round = 0; round < 20'000; ++round) {
@@ -98,7 +98,7 @@ TEST(RestAfterBlank, IsEmptyWithoutAnyBlank) {
   EXPECT_EQ(RestAfterBlank(u"a b", 0), u"");
 }
 
-TEST(RestAfterBlank, AgreesWithTheStepsOnEverySmallLine) {
+TEST(RestAfterBlank, AgreesWithItsSlowTwinOnEverySmallLine) {
   for (const auto& line : AllTexts(u"ab ", 7)) {
     for (int n = 0; n < 9; ++n) ASSERT_EQ(RestAfterBlank(line, n), PlainRestAfterBlank(line, n));
   }

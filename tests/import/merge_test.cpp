@@ -180,7 +180,7 @@ Pairs PlainMerge(const Pairs& parsed, const Pairs& existing) {
   return result;
 }
 
-TEST(Merge, AgreesWithTheStepsOnRandomLists) {
+TEST(Merge, AgreesWithItsSlowTwinOnRandomLists) {
   Random random(6);
   const std::vector<std::u16string> pieces = {u"a", u"A", u"b", u"_", u"č", u"Č"};
   for (int round = 0; round < 3'000; ++round) {

@@ -250,7 +250,7 @@ TEST(Parser, NamesTheLineOfTheFileThoughLinesWereJoined) {
   EXPECT_EQ(ParseDeclarations(std::move(joined_before)).skipped.at(0).number, 3U);
 }
 
-// The steps of the parser written out; lines that lack a word give no item.
+// A slow literal twin of the parser; lines that lack a word give no item.
 AllFound PlainParse(std::u16string_view joined) {
   std::array<AllFound, kKindCount> found;
   std::vector<std::u16string> lines;
@@ -299,7 +299,7 @@ AllFound PlainParse(std::u16string_view joined) {
   return all;
 }
 
-TEST(Parser, AgreesWithTheStepsOnRandomSource) {
+TEST(Parser, AgreesWithItsSlowTwinOnRandomSource) {
   Random random(5);
   const std::vector<std::u16string> pieces = {u"Const ",
                                               u"const",

@@ -85,7 +85,7 @@ TEST(FormatText, ALoneBracketComesOutTwiceAndALoneCommaOnce) {
   EXPECT_EQ(Marked(u"()"), u"()");
 }
 
-// Every insertion of the display, one after another, as the steps name them.
+// Every insertion of the display, one after another, the slow literal twin.
 Runs PlainFormatText(std::u16string_view text) {
   Runs runs;
   auto colour = kNormal;
@@ -133,7 +133,7 @@ Runs PlainFormatText(std::u16string_view text) {
   return runs;
 }
 
-TEST(FormatText, AgreesWithTheStepsOnRandomText) {
+TEST(FormatText, AgreesWithItsSlowTwinOnRandomText) {
   Random random(9);
   const std::vector<std::u16string> pieces = {u"Long", u"x", u" ",  u" ",    u"(",  u")",    u",",
                                               u"\"",   u"'", u"\t", u"\r\n", u"As", u"\"a\""};
@@ -143,7 +143,7 @@ TEST(FormatText, AgreesWithTheStepsOnRandomText) {
   }
 }
 
-TEST(FormatText, AgreesWithTheStepsOnEverySmallText) {
+TEST(FormatText, AgreesWithItsSlowTwinOnEverySmallText) {
   for (const auto& text : AllTexts(u"a (\"',", 6)) {
     ASSERT_EQ(FormatText(text), PlainFormatText(text)) << testing::PrintToString(text);
   }

@@ -41,7 +41,7 @@ TEST(FindNames, AMalformedPatternFindsNothing) {
   EXPECT_EQ(FindNames({u"a"}, u"[z-a]"), Positions{});
 }
 
-// The steps of the type-ahead written out; also tells which rows were read.
+// A slow literal twin of the type-ahead; also tells which rows were read.
 struct PlainTypeAhead {
   std::vector<std::u16string> rows;
   std::set<int> read;
@@ -89,7 +89,7 @@ TEST(TypeAhead, AnEmptyListSelectsNothing) {
   EXPECT_EQ(TypeAheadRow(RowsOf(names), u"a"), std::nullopt);
 }
 
-TEST(TypeAhead, AgreesWithTheStepsOnSmallListsInAnyOrder) {
+TEST(TypeAhead, AgreesWithItsSlowTwinOnSmallListsInAnyOrder) {
   const auto rows = AllTexts(u"aB", 2);
   for (std::size_t a = 0; a < rows.size(); ++a) {
     for (std::size_t b = 0; b < rows.size(); ++b) {
@@ -105,7 +105,7 @@ TEST(TypeAhead, AgreesWithTheStepsOnSmallListsInAnyOrder) {
   }
 }
 
-TEST(TypeAhead, AgreesWithTheStepsAndReadsNoOtherRows) {
+TEST(TypeAhead, AgreesWithItsSlowTwinAndReadsNoOtherRows) {
   Random random(14);
   const std::vector<std::u16string> pieces = {u"a", u"B", u"b", u"c", u"_", u"Z"};
   for (const std::size_t count : {1, 99, 100, 101, 199, 200, 250, 999, 1000, 1234}) {

@@ -425,7 +425,7 @@ struct PlainMatcher {
   }
 };
 
-TEST(SearchMatcher, AgreesWithTheStepsOnRandomItemsAndCriteria) {
+TEST(SearchMatcher, AgreesWithItsSlowTwinOnRandomItemsAndCriteria) {
   Random random(15);
   const std::vector<std::u16string> pieces = {
       u"A", u"b",  u"RECT", u"Long", u"To", u" ",  u" ",      u" As ",   u" As String * ", u"(",
