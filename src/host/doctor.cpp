@@ -1,7 +1,9 @@
 #include "host/doctor.h"
 
 #include <algorithm>
+#include <array>
 #include <optional>
+#include <utility>
 
 #include "basic/number.h"
 #include "basic/text.h"
@@ -33,6 +35,10 @@ std::u16string ProgramOf(std::u16string_view command) {
   return std::u16string(command.substr(1, command.find(u'"', 1) - 1));
 }
 
+// Where COM looks for a class, in this order; it takes the first entry that it finds.
+constexpr std::array<RegistryRoot, 2> kClassesInOrder = {RegistryRoot::kCurrentUser,
+                                                         RegistryRoot::kLocalMachine};
+
 class Examination {
  public:
   Examination(const Registry& registry, const ServerIdentity& server, const DoctorFacts& facts)
@@ -40,15 +46,29 @@ class Examination {
 
   std::vector<Finding> Run() {
     ExamineAddInList();
-    const bool user = ExamineClass(RegistrationScope::kUser);
-    const bool machine = ExamineClass(RegistrationScope::kMachine);
-    JudgeScopes(user, machine);
+    for (const auto root : kClassesInOrder) ExamineClassId(root);
+    // A 32-bit program gets the 32-bit server where there is one.
+    for (const auto root : kClassesInOrder) ExamineProgram(root, RegistryView::k32Bit);
+    const bool narrow = program_found_;
+    for (const auto root : kClassesInOrder) ExamineProgram(root, RegistryView::k64Bit);
+    if (!narrow && program_found_) {
+      Add(FindingLevel::kWarning,
+          u"Only the 64-bit view has the program, the IDE is a 32-bit "
+          u"program; register the 32-bit Declarium.exe");
+    }
+    Judge();
     return std::move(findings_);
   }
 
  private:
   void Add(FindingLevel level, std::u16string text) {
     findings_.push_back({level, std::move(text)});
+  }
+
+  // A broken entry does no harm behind the one that is taken.
+  void AddBroken(bool& found, std::u16string text) {
+    const bool behind = std::exchange(found, true);
+    Add(behind ? FindingLevel::kWarning : FindingLevel::kWrong, std::move(text));
   }
 
   std::optional<std::u16string> Text(RegistryRoot root, std::u16string_view key,
@@ -96,57 +116,45 @@ class Examination {
     }
   }
 
-  // Whether the class can be started by the 32-bit IDE.
-  bool ExamineClass(RegistrationScope scope) {
-    const auto root = ClassesRoot(scope);
+  void ExamineClassId(RegistryRoot root) {
     const auto key = ProgIdKey(server_) + u"\\CLSID";
     const std::u16string where = std::u16string(RootName(root)) + key;
     const auto class_id = Text(root, key, u"", RegistryView::kOwn);
     if (!class_id) {
       Add(FindingLevel::kFine, where + u": not registered");
-      return false;
+    } else if (!EqualIgnoringCase(*class_id, server_.class_id)) {
+      AddBroken(class_id_found_, where + u": " + *class_id + u" is not this program's class");
+    } else {
+      class_id_found_ = true;
+      Add(FindingLevel::kFine, where + u": " + *class_id);
+      if (root == RegistryRoot::kLocalMachine) machine_class_id_ = true;
     }
-    if (!EqualIgnoringCase(*class_id, server_.class_id)) {
-      Add(FindingLevel::kWrong, where + u": " + *class_id + u" is not this program's class");
-      return false;
-    }
-    Add(FindingLevel::kFine, where + u": " + *class_id);
-    const bool narrow = ExamineProgram(root, RegistryView::k32Bit);
-    const bool wide = ExamineProgram(root, RegistryView::k64Bit);
-    if (!narrow && wide) {
-      Add(FindingLevel::kWarning,
-          u"Only the 64-bit view has the program, the IDE is a 32-bit "
-          u"program; register the 32-bit Declarium.exe");
-    }
-    return narrow || wide;
   }
 
-  bool ExamineProgram(RegistryRoot root, RegistryView view) {
+  void ExamineProgram(RegistryRoot root, RegistryView view) {
     const auto key = LocalServerKey(server_);
     const std::u16string where =
         std::u16string(RootName(root)) + key + std::u16string(ViewName(view));
     const auto command = Text(root, key, u"", view);
-    if (!command) {
-      Add(FindingLevel::kFine, where + u": nothing");
-      return false;
-    }
+    if (!command) return Add(FindingLevel::kFine, where + u": nothing");
     const auto program = ProgramOf(*command);
     if (!facts_.file_exists(program)) {
-      Add(FindingLevel::kWrong, where + u": " + program + u" does not exist; run /RegServer");
-      return false;
+      AddBroken(program_found_, where + u": " + program + u" does not exist; run /RegServer");
+      return;
     }
+    program_found_ = true;
+    if (root == RegistryRoot::kLocalMachine) machine_program_ = true;
     if (!EqualIgnoringCase(program, facts_.program)) {
       Add(FindingLevel::kWarning, where + u": " + program + u" is another copy of the program");
     } else {
       Add(FindingLevel::kFine, where + u": " + program);
     }
-    return true;
   }
 
-  void JudgeScopes(bool user, bool machine) {
-    if (!user && !machine) {
+  void Judge() {
+    if (!class_id_found_ || !program_found_) {
       Add(FindingLevel::kWrong, u"The class cannot be started; run /RegServer");
-    } else if (user && !machine) {
+    } else if (!machine_class_id_ || !machine_program_) {
       Add(FindingLevel::kWarning,
           u"The class is registered for this user only: an IDE that runs as "
           u"administrator does not see it; run /RegServer:machine as "
@@ -157,6 +165,10 @@ class Examination {
   const Registry& registry_;
   const ServerIdentity& server_;
   const DoctorFacts& facts_;
+  bool class_id_found_ = false;
+  bool program_found_ = false;
+  bool machine_class_id_ = false;
+  bool machine_program_ = false;
   std::vector<Finding> findings_;
 };
 

@@ -13,7 +13,8 @@ namespace declarium {
 class FakeRegistry final : public Registry {
  public:
   std::map<std::u16string, RegistryData> values;
-  std::vector<std::u16string> emptied;  // keys that DeleteIfEmpty removed
+  std::map<std::u16string, RegistryData> wide_values;  // in the 64-bit view in place of those
+  std::vector<std::u16string> emptied;                 // keys that DeleteIfEmpty removed
   std::optional<RegistryRoot> read_only_root;
   std::optional<RegistryView> hidden_view;  // has no class
 
@@ -28,7 +29,11 @@ class FakeRegistry final : public Registry {
   std::optional<RegistryData> Read(RegistryRoot root, std::u16string_view key,
                                    std::u16string_view name, RegistryView view) const override {
     if (view == hidden_view) return std::nullopt;
-    const auto found = values.find(KeyName(root, key) + u"|" + std::u16string(name));
+    const auto full_name = KeyName(root, key) + u"|" + std::u16string(name);
+    if (view == RegistryView::k64Bit && wide_values.contains(full_name)) {
+      return wide_values.at(full_name);
+    }
+    const auto found = values.find(full_name);
     if (found == values.end()) return std::nullopt;
     return found->second;
   }

@@ -10,6 +10,7 @@ namespace declarium {
 namespace {
 
 const std::u16string kProgram = u"C:\\Program Files\\Declarium\\Declarium.exe";
+const std::u16string kMissingProgram = u"D:\\Old\\Declarium.exe";
 const std::u16string kClassId(kDeclariumServer.class_id);
 
 TEST(Registration, WritesTheClassAndTheIdesList) {
@@ -73,7 +74,8 @@ TEST(Registration, RefusedWriteIsReported) {
 class DoctorTest : public testing::Test {
  protected:
   std::u16string Report(bool file_exists = true) {
-    const DoctorFacts facts{kProgram, [=](std::u16string_view) { return file_exists; }};
+    const DoctorFacts facts{
+        kProgram, [=](std::u16string_view path) { return file_exists && path != kMissingProgram; }};
     return DoctorReport(ExamineRegistration(registry_, kDeclariumServer, facts));
   }
   void Register(RegistrationScope scope) {
@@ -109,7 +111,42 @@ TEST_F(DoctorTest, ClassOfOneUserIsNotSeenByAnElevatedIde) {
 
 TEST_F(DoctorTest, MissingProgramIsWrong) {
   Register(RegistrationScope::kUser);
-  EXPECT_TRUE(Has(Report(false), u"does not exist"));
+  const auto report = Report(false);
+  EXPECT_TRUE(Has(report, u"does not exist"));
+  EXPECT_TRUE(report.ends_with(u"The IDE cannot load the add-in.\r\n"));
+}
+
+// The IDE gets the user's entry before the machine's and the 32-bit one before the other.
+TEST_F(DoctorTest, MissingProgramIsWrongOnlyInTheEntryThatTheIdeGets) {
+  const auto server = [](const char16_t* root) {
+    return std::u16string(root) + u"\\Software\\Classes\\CLSID\\" + kClassId + u"\\LocalServer32|";
+  };
+  const RegistryData missing = u"\"" + kMissingProgram + u"\"";
+  const RegistryData program = u"\"" + kProgram + u"\"";
+  const auto verdict = [&](const char16_t* root, RegistryView view) {
+    registry_ = {};
+    Register(RegistrationScope::kUser);
+    Register(RegistrationScope::kMachine);
+    (view == RegistryView::k64Bit ? registry_.wide_values : registry_.values)[server(root)] =
+        missing;
+    if (view == RegistryView::k32Bit) registry_.wide_values[server(root)] = program;
+    const auto report = Report();
+    EXPECT_TRUE(Has(report, kMissingProgram + u" does not exist"));
+    return report.ends_with(u"The IDE can load the add-in.\r\n");
+  };
+  EXPECT_FALSE(verdict(u"HKCU", RegistryView::k32Bit));
+  EXPECT_TRUE(verdict(u"HKLM", RegistryView::k32Bit));
+  EXPECT_TRUE(verdict(u"HKCU", RegistryView::k64Bit));
+  EXPECT_TRUE(verdict(u"HKLM", RegistryView::k64Bit));
+}
+
+TEST_F(DoctorTest, ForeignClassBehindTheOneThatTheIdeGetsIsAWarning) {
+  Register(RegistrationScope::kUser);
+  Register(RegistrationScope::kMachine);
+  registry_.values[u"HKLM\\Software\\Classes\\Declarium.Connect\\CLSID|"] = u"{0}";
+  const auto report = Report();
+  EXPECT_TRUE(Has(report, u"warning  HKEY_LOCAL_MACHINE"));
+  EXPECT_TRUE(report.ends_with(u"The IDE can load the add-in.\r\n"));
 }
 
 TEST_F(DoctorTest, AddInDisabledInTheIdeIsWrong) {
