@@ -47,7 +47,11 @@ void PostedCalls::RunNext() {
 LRESULT CALLBACK PostedCalls::Procedure(HWND window, UINT message, WPARAM wide, LPARAM last) {
   if (message != kRunNext) return DefWindowProcW(window, message, wide, last);
   auto* self = reinterpret_cast<PostedCalls*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-  if (self) self->RunNext();
+  try {
+    if (self) self->RunNext();
+  } catch (...) {
+    // The system called, which no exception may cross. A call that fails was worth no more.
+  }
   return 0;
 }
 

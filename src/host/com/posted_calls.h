@@ -16,7 +16,7 @@ class PostedCalls {
   // Calls that have not run yet are dropped.
   ~PostedCalls();
 
-  // From any thread.
+  // From any thread. An exception ends the call and nothing else.
   void Post(std::function<void()> call);
 
   // A hidden window of the thread.
