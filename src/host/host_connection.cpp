@@ -42,17 +42,23 @@ void HostConnection::Connect() {
 }
 
 int HostConnection::RunConnectionSteps() {
+  std::unique_ptr<KeptClipboard> kept;
   const std::array<std::function<HostResult<>()>, 7> steps = {
       [this]() -> HostResult<> {
         if (windows_.LoadMainWindow(*this)) return {};
         return std::unexpected(kOwnFailure);
       },
-      [this] { return clipboard_.Save(); },
+      [this, &kept]() -> HostResult<> {
+        auto saved = clipboard_.Save();
+        if (!saved) return std::unexpected(saved.error());
+        kept = std::move(*saved);
+        return {};
+      },
       [this] { return clipboard_.PutPicture(); },
       [this] { return AddButton(); },
       [this] { return AddMenuEntry(); },
       [this] { return BindClicks(); },
-      [this] { return clipboard_.Restore(); },
+      [&kept] { return kept->Restore(); },
   };
   for (std::size_t i = 0; i < steps.size(); ++i) {
     if (!steps[i]()) return static_cast<int>(i) + 1;

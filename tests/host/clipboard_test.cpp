@@ -95,18 +95,20 @@ TEST_F(ClipboardTest, TextAndOwnFormatsComeBack) {
     ASSERT_TRUE(PutBytes(own_format_, Bytes{1, 2, 3, 0, 5}));
   }
   const auto before = Contents();
-  ASSERT_TRUE(face_clipboard_.Save());
+  const auto kept = face_clipboard_.Save();
+  ASSERT_TRUE(kept);
   ASSERT_TRUE(face_clipboard_.PutPicture());
   EXPECT_NE(Contents(), before);
-  ASSERT_TRUE(face_clipboard_.Restore());
+  ASSERT_TRUE((*kept)->Restore());
   EXPECT_EQ(Contents(), before);
 }
 
 TEST_F(ClipboardTest, EmptyClipboardComesBackEmpty) {
   Empty();
-  ASSERT_TRUE(face_clipboard_.Save());
+  const auto kept = face_clipboard_.Save();
+  ASSERT_TRUE(kept);
   ASSERT_TRUE(face_clipboard_.PutPicture());
-  ASSERT_TRUE(face_clipboard_.Restore());
+  ASSERT_TRUE((*kept)->Restore());
   EXPECT_TRUE(Contents().empty());
 }
 
@@ -118,10 +120,11 @@ TEST_F(ClipboardTest, FormatRenderedLateComesBack) {
     EmptyClipboard();
     SetClipboardData(own_format_, nullptr);
   }
-  ASSERT_TRUE(face_clipboard_.Save());
+  const auto kept = face_clipboard_.Save();
+  ASSERT_TRUE(kept);
   EXPECT_EQ(late.rendered(), 1);
   ASSERT_TRUE(face_clipboard_.PutPicture());
-  ASSERT_TRUE(face_clipboard_.Restore());
+  ASSERT_TRUE((*kept)->Restore());
   EXPECT_EQ(Contents().at(own_format_), (Bytes{9, 8, 7}));
 }
 
@@ -141,9 +144,10 @@ TEST_F(ClipboardTest, MetafileComesBack) {
     EmptyClipboard();
     ASSERT_TRUE(SetClipboardData(CF_ENHMETAFILE, picture));
   }
-  ASSERT_TRUE(face_clipboard_.Save());
+  const auto kept = face_clipboard_.Save();
+  ASSERT_TRUE(kept);
   ASSERT_TRUE(face_clipboard_.PutPicture());
-  ASSERT_TRUE(face_clipboard_.Restore());
+  ASSERT_TRUE((*kept)->Restore());
   const OpenedClipboard clipboard(owner_.window());
   const auto after = static_cast<HENHMETAFILE>(GetClipboardData(CF_ENHMETAFILE));
   ASSERT_NE(after, nullptr);

@@ -183,11 +183,32 @@ class FakeApplication final : public HostApplication {
 class FakeClipboard final : public FaceClipboard {
  public:
   explicit FakeClipboard(Record& record) : record_(record) {}
-  HostResult<> Save() override { return record_.Enter("Save"); }
-  HostResult<> PutPicture() override { return record_.Enter("PutPicture"); }
-  HostResult<> Restore() override { return record_.Enter("Restore"); }
+  HostResult<std::unique_ptr<KeptClipboard>> Save() override {
+    if (auto entered = record_.Enter("Save"); !entered) return std::unexpected(entered.error());
+    return std::make_unique<Kept>(*this);
+  }
+  HostResult<> PutPicture() override {
+    contents = "the picture";
+    return record_.Enter("PutPicture");
+  }
+
+  std::string contents = "the user's";
 
  private:
+  class Kept final : public KeptClipboard {
+   public:
+    explicit Kept(FakeClipboard& clipboard)
+        : clipboard_(clipboard), contents_(clipboard.contents) {}
+    HostResult<> Restore() override {
+      clipboard_.contents = contents_;
+      return clipboard_.record_.Enter("Restore");
+    }
+
+   private:
+    FakeClipboard& clipboard_;
+    std::string contents_;
+  };
+
   Record& record_;
 };
 

@@ -25,6 +25,7 @@ class HostConnectionTest : public testing::Test {
   std::vector<std::string>& entries() { return host_.record.entries; }
 
   FakeHostState host_;
+  FakeHostState other_;
   FakeClipboard clipboard_{host_.record};
   FakeWindows windows_{host_.record};
   std::deque<std::function<void()>> posted_;
@@ -78,7 +79,21 @@ TEST_F(HostConnectionTest, FailureAfterTheFirstControlLeavesTheClipboardWithTheP
   host_.record.failing = "Add-Ins.Add";
   Connect();
   EXPECT_EQ(host_.record.Count("Restore"), 0);
+  EXPECT_EQ(clipboard_.contents, "the picture");
   EXPECT_EQ(host_.record.Count("Standard.Delete"), 0);
+}
+
+TEST_F(HostConnectionTest, AnotherHostThatConnectsDuringACallKeepsTheUsersClipboard) {
+  for (const char* call : {"Standard.Add", "Add-Ins.PasteFace", "Add-Ins.SubscribeClick"}) {
+    host_.record.on_enter = [&](const std::string& entry) {
+      if (entry != call) return;
+      host_.record.on_enter = nullptr;
+      sessions_.Connect(std::make_unique<FakeApplication>(other_));
+      EXPECT_EQ(clipboard_.contents, "the picture") << "the face of the first is still to come";
+    };
+    Connect();
+    EXPECT_EQ(clipboard_.contents, "the user's") << call;
+  }
 }
 
 TEST_F(HostConnectionTest, FaceThatCannotBePastedIsNoFailure) {

@@ -2,15 +2,30 @@
 
 #include <utility>
 
+#include "host/com/clipboard_contents.h"
 #include "host/toolbar_face.h"
 
 namespace declarium::com {
 
-HostResult<> WindowsFaceClipboard::Save() {
+namespace {
+
+class KeptWindowsClipboard final : public KeptClipboard {
+ public:
+  KeptWindowsClipboard(HWND owner, ClipboardContents contents)
+      : owner_(owner), contents_(std::move(contents)) {}
+  HostResult<> Restore() override { return contents_.Restore(owner_); }
+
+ private:
+  HWND owner_;
+  ClipboardContents contents_;
+};
+
+}  // namespace
+
+HostResult<std::unique_ptr<KeptClipboard>> WindowsFaceClipboard::Save() {
   auto contents = ClipboardContents::Save(owner_);
   if (!contents) return std::unexpected(contents.error());
-  saved_ = std::move(*contents);
-  return {};
+  return std::make_unique<KeptWindowsClipboard>(owner_, std::move(*contents));
 }
 
 HostResult<> WindowsFaceClipboard::PutPicture() {
@@ -22,11 +37,6 @@ HostResult<> WindowsFaceClipboard::PutPicture() {
   if (auto put = PutBytes(CF_DIB, face); !put) return put;
   if (auto put = PutBytes(RegisterClipboardFormatW(L"Toolbar Button Face"), face); !put) return put;
   return PutBytes(RegisterClipboardFormatW(L"Toolbar Button Mask"), ToolbarFaceMask());
-}
-
-HostResult<> WindowsFaceClipboard::Restore() {
-  const auto contents = std::exchange(saved_, {});
-  return contents.Restore(owner_);
 }
 
 }  // namespace declarium::com
