@@ -332,6 +332,15 @@ void Commands::AddReportCommands() {
                              }
                              return Ok(all);
                            }};
+  commands_["stored-controls"] = {
+      0, [this](const Words&) {
+        long long count = 0;
+        for (const auto& bar : ide_.bars) {
+          count +=
+              std::ranges::count_if(bar->controls, [](const auto& one) { return !one->temporary; });
+        }
+        return Ok(count);
+      }};
   commands_["calls"] = {0, [this](const Words& words) {
                           if (!words.empty() && words[0] == "reset") ide_.policy.Reset();
                           return Ok(ide_.policy.count());

@@ -152,6 +152,7 @@ ComPtr<IDispatch> ObjectModel::ControlsOf(const std::shared_ptr<Bar>& bar) {
         return E_INVALIDARG;
       }
       auto control = std::make_shared<Control>();
+      control->temporary = NumberAt(c, 4) != 0;
       bar->controls.push_back(control);
       ide_.changed();
       return Answer(c, Of(control));

@@ -37,6 +37,13 @@ Variant::Variant(const Variant& other) : Variant() {
   if (FAILED(VariantCopy(&value_, other.Borrow()))) throw std::bad_alloc();
 }
 
+Variant Variant::Boolean(bool truth) {
+  Variant boolean;
+  boolean.value_.vt = VT_BOOL;
+  boolean.value_.boolVal = truth ? VARIANT_TRUE : VARIANT_FALSE;
+  return boolean;
+}
+
 Variant Variant::Missing() {
   Variant missing;
   missing.value_.vt = VT_ERROR;

@@ -30,6 +30,8 @@ class Variant {
   }
   ~Variant() { VariantClear(&value_); }
 
+  [[nodiscard]] static Variant Boolean(bool truth);
+
   // An argument that is left out.
   [[nodiscard]] static Variant Missing();
 

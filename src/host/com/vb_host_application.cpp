@@ -219,7 +219,11 @@ class VbApplication final : public HostApplication {
                   [&](const HostObject& bars) { return bars.Object(vb::kItem, {Variant(bar)}); }),
              [](const HostObject& found) { return found.Object(vb::kControls); });
     auto control = Then(controls, [](const HostObject& all) {
-      return all.CallObject(vb::kAdd, {Variant(vb::kControlButton)});
+      // Temporary: the host stores its bars, and a control that stood there when the add-in or the
+      // host was killed would come back with nobody behind it.
+      return all.CallObject(vb::kAdd,
+                            {Variant(vb::kControlButton), Variant::Missing(), Variant::Missing(),
+                             Variant::Missing(), Variant::Boolean(true)});
     });
     if (!control) return std::unexpected(control.error());
     return std::make_unique<VbControl>(std::move(*control));

@@ -43,7 +43,7 @@ inline constexpr HostMember kPaneCodeModule{0x60020008, L"CodeModule"};
 
 // CommandBar, CommandBarControls, CommandBarControl, CommandBarButton
 inline constexpr HostMember kControls{0x60040003, L"Controls"};
-inline constexpr HostMember kAdd{0x60030000, L"Add"};
+inline constexpr HostMember kAdd{0x60030000, L"Add"};  // Type, Id, Parameter, Before, Temporary
 inline constexpr HostMember kCaption{0x60040003, L"Caption"};
 inline constexpr HostMember kDelete{0x60040007, L"Delete"};
 inline constexpr HostMember kTooltipText{0x60040025, L"TooltipText"};
