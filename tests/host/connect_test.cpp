@@ -93,6 +93,30 @@ TEST_F(ConnectTest, EntriesStandInTheHostsPlaces) {
   EXPECT_EQ(host.references, 1u) << "a reference to the host is kept";
 }
 
+// Within one process: Wine's proxy for interfaces that are called by Invoke serves IDispatch only,
+// and for the others it wants the type library of the real host. So the tests that connect from
+// another process ask for IDispatch.
+TEST_F(ConnectTest, ConnectsThroughWhicheverInterfaceTheHostAsksFor) {
+  const auto factory = MakeConnectFactory(context_);
+  // The process is not to end with the first of them.
+  const ServerHold hold(process_);
+  int connections = 0;
+  for (const IID& iid : {IID_IDispatch, kIDTExtensibility, kIDTExtensibility2}) {
+    ComPtr<AddInEntries> add_in;
+    void** const asked = reinterpret_cast<void**>(add_in.Receive());
+    ASSERT_EQ(factory->CreateInstance(nullptr, iid, asked), S_OK);
+    DeafHost host;
+    VARIANT application{};
+    application.vt = VT_DISPATCH;
+    application.pdispVal = &host;
+    EXPECT_EQ(Invoke(*add_in, 1, {{}, {}, {}, application}), S_OK);
+    EXPECT_EQ(record_.Count("load"), ++connections);
+    EXPECT_EQ(Invoke(*add_in, 2, {{}, {}}), S_OK);
+    EXPECT_EQ(record_.Count("unload"), connections);
+    EXPECT_EQ(host.references, 1u);
+  }
+}
+
 TEST_F(ConnectTest, InvokeReachesTheEntries) {
   const auto add_in = MakeConnect(context_);
   DeafHost host;
