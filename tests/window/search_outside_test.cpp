@@ -1,51 +1,12 @@
 // The search dialog beside the main window, from outside.
-#include <algorithm>
-#include <vector>
+#include "window/search_outside.h"
 
-#include "shell/settings.h"
-#include "window/outside_fixture.h"
+#include <vector>
 
 namespace declarium {
 namespace {
 
 using namespace window_driver;
-
-class SearchOutside : public OutsideTest {
- protected:
-  SearchOutside() { Put("win.api", WinLibrary()); }
-
-  void Open() {
-    StartAndShow(L"win.api");
-    OpenDialog();
-  }
-  void OpenDialog() {
-    ClickToolbar("find");
-    find_ = Program().Form("frmFind");
-  }
-  void CloseDialog() const {
-    PressButton(In("Command1"));
-    WaitFor("the dialog's end", [this] { return Program().FindForm("frmFind") == nullptr; });
-  }
-  [[nodiscard]] HWND In(std::string_view name) const { return FindControl(find_, name); }
-  void Search() const { PressButton(In("Command2")); }
-  [[nodiscard]] bool ResultsBecome(const Rows& rows) const {
-    return Eventually([&] { return Entries(In("LV1")) == rows; });
-  }
-  // One digit per check box.
-  [[nodiscard]] std::string Boxes() const {
-    std::string boxes;
-    for (int i = 1; i <= 10; ++i) {
-      boxes += std::to_string(Ask(In("Check" + std::to_string(i)), BM_GETCHECK));
-    }
-    return boxes;
-  }
-  [[nodiscard]] std::u16string Stored() const {
-    return ReadSetting(store_, setting::kFindCheckBox);
-  }
-
- private:
-  HWND find_ = nullptr;
-};
 
 struct Criterion {
   const char* box;

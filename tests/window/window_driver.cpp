@@ -124,6 +124,18 @@ bool IsChecked(HWND box) {
   return Ask(box, BM_GETCHECK) == BST_CHECKED;
 }
 
+Standstill::Standstill(HWND window)
+    : thread_(OpenThread(THREAD_SUSPEND_RESUME, FALSE, GetWindowThreadProcessId(window, nullptr))) {
+  if (!thread_ || SuspendThread(thread_) == static_cast<DWORD>(-1)) {
+    throw std::runtime_error("the program's thread cannot be stopped");
+  }
+}
+
+Standstill::~Standstill() {
+  ResumeThread(thread_);
+  CloseHandle(thread_);
+}
+
 DrivenProgram::DrivenProgram(const std::filesystem::path& program, const std::wstring& arguments) {
   std::wstring command_line = L"\"" + program.wstring() + L"\" " + arguments;
   STARTUPINFOW startup{};

@@ -42,6 +42,19 @@ void RightClick(HWND window, POINT at);
 void PressButton(HWND button);
 [[nodiscard]] bool IsChecked(HWND box);
 
+// While it lives, the window's thread stands still: what is posted meanwhile is in its queue, in
+// this order, when it goes on. Nothing that waits for an answer may be called.
+class Standstill {
+ public:
+  explicit Standstill(HWND window);
+  Standstill(const Standstill&) = delete;
+  Standstill& operator=(const Standstill&) = delete;
+  ~Standstill();
+
+ private:
+  HANDLE thread_ = nullptr;
+};
+
 // A started program. It is ended with the object when it still runs.
 class DrivenProgram {
  public:

@@ -83,7 +83,7 @@ Size Win32Form::OuterDots(Size inner) const {
 void Win32Form::ChoosePlace(const Form* owner) {
   const auto* before = dynamic_cast<const Win32Form*>(owner);
   const bool on_owner = start_ == StartPosition::kCentreOwner && before && before->Visible();
-  const RECT work = WorkArea(Window());
+  const RECT work = WorkArea(on_owner ? before->Window() : Window());
   const RECT around = on_owner ? WindowRect(before->Window()) : work;
   const RECT own = WindowRect(Window());
   const LONG width = own.right - own.left, height = own.bottom - own.top;
