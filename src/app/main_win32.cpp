@@ -75,9 +75,8 @@ int Serve() {
   const auto post = [&posted_calls](std::function<void()> call) {
     posted_calls.Post(std::move(call));
   };
-  ProgramWindows windows(
-      toolkit, store, ProgramFolder(),
-      [&process] { return std::make_shared<com::ServerHold>(process); }, post);
+  ProgramWindows windows(toolkit, store, ProgramFolder(),
+                         [&process] { return std::make_shared<com::ServerHold>(process); });
   com::WindowsFaceClipboard clipboard(posted_calls.window());
   HostSessions sessions(clipboard, windows, post);
   com::ConnectContext context{sessions, posted_calls, process};

@@ -7,12 +7,11 @@
 namespace declarium {
 
 ProgramWindows::ProgramWindows(Toolkit& toolkit, SettingsStore& store, std::filesystem::path folder,
-                               MakeHold make_hold, Post post)
+                               MakeHold make_hold)
     : toolkit_(toolkit),
       store_(store),
       folder_(std::move(folder)),
-      make_hold_(std::move(make_hold)),
-      post_(std::move(post)) {}
+      make_hold_(std::move(make_hold)) {}
 
 bool ProgramWindows::LoadMainWindow(HostConnection& connection) {
   connection_ = &connection;
@@ -28,6 +27,11 @@ bool ProgramWindows::LoadMainWindow(HostConnection& connection) {
 
 void ProgramWindows::ShowMainWindow(HostConnection& connection) {
   if (!LoadMainWindow(connection)) return;
+  // Loading processes events, and the last host may have disconnected by one.
+  if (window_) Show();
+}
+
+void ProgramWindows::Show() {
   if (!hold_) hold_ = make_hold_();
   window_->CodeModuleChanged();
   window_->ShowMainWindow();
@@ -40,16 +44,21 @@ void ProgramWindows::ForgetConnection(HostConnection& connection, HostConnection
 }
 
 bool ProgramWindows::MayStay() {
-  if (toolkit_.IsModalOpen()) return true;
-  unload_later_ = host_calls_ > 0;
-  return unload_later_;
+  return toolkit_.IsModalOpen();
 }
 
 void ProgramWindows::UnloadAll() {
-  // A user who cancels the closing keeps the window, and with it the process.
-  if (window_ && !window_->Unload()) return;
-  window_.reset();
-  hold_.reset();
+  if (std::exchange(unloading_, true)) return;
+  const bool unloaded = !window_ || window_->Unload();
+  unloading_ = false;
+  if (unloaded) {
+    // One of its handlers may be what let the host in.
+    if (window_) toolkit_.DestroyLater(std::move(window_));
+    hold_.reset();
+  } else {
+    // A user who cancels the closing keeps the window, and with it the process.
+    Show();
+  }
 }
 
 void ProgramWindows::ActiveCodeModuleChanged(HostConnection& connection) {
@@ -81,22 +90,10 @@ void ProgramWindows::Insert(const std::function<std::u16string()>& text) {
   CallHost([&](HostConnection& connection) { (void)connection.Insert(ask, text); });
 }
 
-void ProgramWindows::CallHost(const std::function<void(HostConnection&)>& call) {
+void ProgramWindows::CallHost(const std::function<void(HostConnection&)>& call) const {
   if (connection_ == nullptr) return;
-  // The connection may be forgotten during the call, which still runs in it.
-  auto connection = connection_->shared_from_this();
-  ++host_calls_;
+  const auto connection = connection_->shared_from_this();
   call(*connection);
-  // Giving the host's objects back calls it, too.
-  connection.reset();
-  --host_calls_;
-  if (host_calls_ == 0 && std::exchange(unload_later_, false)) {
-    post_([this] { UnloadIfForgotten(); });
-  }
-}
-
-void ProgramWindows::UnloadIfForgotten() {
-  if (connection_ == nullptr && !MayStay()) UnloadAll();
 }
 
 }  // namespace declarium

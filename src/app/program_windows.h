@@ -19,12 +19,9 @@ class ProgramWindows final : public MainWindowLink {
   // Keeps the process alive for as long as what it returns lives.
   using MakeHold = std::function<std::shared_ptr<void>()>;
 
-  // Runs a call later, from the message loop; drops it when the windows are gone by then.
-  using Post = std::function<void(std::function<void()>)>;
-
   // `toolkit` and `store` must outlive the windows.
   ProgramWindows(Toolkit& toolkit, SettingsStore& store, std::filesystem::path folder,
-                 MakeHold make_hold, Post post);
+                 MakeHold make_hold);
 
   bool LoadMainWindow(HostConnection& connection) override;
   void ShowMainWindow(HostConnection& connection) override;
@@ -36,22 +33,19 @@ class ProgramWindows final : public MainWindowLink {
 
  private:
   [[nodiscard]] HostLink LinkToHost();
+  void Show();
   void Insert(const std::function<std::u16string()>& text);
-  // Makes a call to the host from one of the window's handlers. A host that disconnects meanwhile
-  // must not take away the window whose handler runs: that waits until the handler has returned.
-  void CallHost(const std::function<void(HostConnection&)>& call);
-  void UnloadIfForgotten();
+  // Calls the host, which may disconnect meanwhile: the connection stays until the call is over.
+  void CallHost(const std::function<void(HostConnection&)>& call) const;
 
   Toolkit& toolkit_;
   SettingsStore& store_;
   std::filesystem::path folder_;
   MakeHold make_hold_;
-  Post post_;
   std::unique_ptr<MainWindow> window_;
   HostConnection* connection_ = nullptr;  // the host that the window is bound to
   std::shared_ptr<void> hold_;            // while the window is shown
-  int host_calls_ = 0;                    // that handlers of the window are in
-  bool unload_later_ = false;             // when those handlers have returned
+  bool unloading_ = false;
 };
 
 }  // namespace declarium

@@ -11,6 +11,12 @@ bool IsNamed(CodeModule* module, std::u16string_view name) {
   return own_name && *own_name == name;
 }
 
+// A module that no longer answers is as good as removed.
+bool IsGoneOrNamed(CodeModule& module, std::u16string_view name) {
+  const auto own_name = module.ComponentName();
+  return !own_name || *own_name == name;
+}
+
 }  // namespace
 
 ActiveCodeModule::ActiveCodeModule(std::shared_ptr<HostApplication> application,
@@ -18,16 +24,18 @@ ActiveCodeModule::ActiveCodeModule(std::shared_ptr<HostApplication> application,
     : application_(std::move(application)), changed_(std::move(changed)) {}
 
 void ActiveCodeModule::Follow() {
-  if (auto subscription = application_->SubscribeComponents(*this)) {
-    subscription_ = std::move(*subscription);
-  }
+  const auto application = application_;
+  if (!application) return;
+  auto subscription = application->SubscribeComponents(shared_from_this());
+  if (subscription && application_) subscription_ = std::move(*subscription);
   Refresh();
 }
 
 void ActiveCodeModule::Stop() {
+  // First, so that what the host reports while it takes its objects back changes nothing.
+  const auto application = std::exchange(application_, nullptr);
   subscription_.reset();
   module_.reset();
-  application_.reset();
 }
 
 std::unique_ptr<CodeModule> ActiveCodeModule::Ask() {
@@ -50,13 +58,15 @@ void ActiveCodeModule::Check() {
 
 void ActiveCodeModule::ComponentSelected(std::unique_ptr<CodeModule> module) {
   if (!application_) return;
-  module_ = std::move(module);
-  changed_();
+  // Giving the last module back calls the host as well.
+  std::shared_ptr<CodeModule> last = std::exchange(module_, std::move(module));
+  last.reset();
+  if (application_) changed_();
 }
 
 void ActiveCodeModule::ComponentRemoved(std::u16string_view name) {
-  // A module that no longer answers is as good as removed.
-  if (!module_ || (module_->ComponentName() && !IsNamed(module_.get(), name))) return;
+  const auto module = module_;
+  if (!module || !IsGoneOrNamed(*module, name)) return;
   auto next = Ask();
   // Some hosts report the removal while the component is still the selected one.
   if (IsNamed(next.get(), name)) next = nullptr;

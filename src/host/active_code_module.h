@@ -9,7 +9,10 @@
 
 namespace declarium {
 
-class ActiveCodeModule final : public ComponentEvents {
+// Owned by a std::shared_ptr: the host's events take a share while they are handled, since each
+// call that handles them may let the host in, which may disconnect.
+class ActiveCodeModule final : public ComponentEvents,
+                               public std::enable_shared_from_this<ActiveCodeModule> {
  public:
   // `changed` is called after each replacement, also one by none.
   ActiveCodeModule(std::shared_ptr<HostApplication> application, std::function<void()> changed);
@@ -21,8 +24,8 @@ class ActiveCodeModule final : public ComponentEvents {
   // Takes what the host says is active now; a failing host means none.
   void Refresh();
 
-  // Ends the events and forgets the host for good. There is no active code module afterwards;
-  // `changed` is not called.
+  // Ends the events and forgets the host for good. There is no active code module afterwards, and
+  // `changed` is called no more.
   void Stop();
 
   // Null when there is none. Who keeps the module over a call that lets events in keeps a share.

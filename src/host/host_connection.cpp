@@ -29,16 +29,19 @@ HostConnection::HostConnection(std::unique_ptr<HostApplication> application,
       clipboard_(clipboard),
       windows_(windows),
       post_(std::move(post)),
-      active_(application_, [this] { windows_.ActiveCodeModuleChanged(*this); }) {}
+      active_(std::make_shared<ActiveCodeModule>(
+          application_, [this] { windows_.ActiveCodeModuleChanged(*this); })) {}
 
-HostConnection::~HostConnection() = default;
+HostConnection::~HostConnection() {
+  active_->Stop();
+}
 
 void HostConnection::Connect() {
   if (const int step = RunConnectionSteps()) {
     windows_.ShowFailure(FailureText(texts::kConnectionErrorBefore, step));
     return;
   }
-  active_.Follow();
+  active_->Follow();
 }
 
 int HostConnection::RunConnectionSteps() {
@@ -102,15 +105,17 @@ void HostConnection::ButtonClicked() {
 }
 
 void HostConnection::ShowMainWindow() {
-  active_.Refresh();
+  active_->Refresh();
   if (application_) windows_.ShowMainWindow(*this);
 }
 
 bool HostConnection::Disconnect() {
-  // One control that cannot be removed must not keep the other in the host's bars.
+  // One control that cannot be removed must not keep the other in the host's bars. The host may
+  // die meanwhile, which abandons the connection.
   bool removed = true;
-  for (auto* control : {&menu_control_, &button_control_}) {
-    if (*control && !(*control)->Delete()) removed = false;
+  for (const auto& control :
+       {std::exchange(menu_control_, {}), std::exchange(button_control_, {})}) {
+    if (control && !control->Delete()) removed = false;
   }
   Abandon();
   if (!removed) windows_.ShowFailure(FailureText(texts::kDisconnectionErrorBefore, 1));
@@ -122,7 +127,7 @@ void HostConnection::Abandon() {
   button_handler_.reset();
   menu_control_.reset();
   button_control_.reset();
-  active_.Stop();
+  active_->Stop();
   application_.reset();
 }
 
@@ -130,7 +135,7 @@ HostResult<Insertion> HostConnection::Insert(
     const std::function<bool(std::u16string_view question)>& ask,
     const std::function<std::u16string()>& text) {
   // The question lets the host in, which may make another module the active one or disconnect.
-  const auto module = active_.module();
+  const auto module = active_->module();
   const auto application = application_;
   auto outcome = InsertIntoModule(module.get(), ask, text);
   if (outcome && *outcome == Insertion::kInserted) KeepCaretInView(*application, *module);

@@ -44,10 +44,10 @@ class HostConnection : public std::enable_shared_from_this<HostConnection> {
   void ShowMainWindow();
 
   // Whether there is an active code module to insert into.
-  [[nodiscard]] bool HasActiveCodeModule() const noexcept { return active_.module() != nullptr; }
+  [[nodiscard]] bool HasActiveCodeModule() const noexcept { return active_->module() != nullptr; }
 
   // One turn of the 100 ms timer CodeModuleChecker.
-  void CheckActiveCodeModule() { active_.Check(); }
+  void CheckActiveCodeModule() { active_->Check(); }
 
   // InsertIntoModule on the active code module; the caret's line stays in view.
   [[nodiscard]] HostResult<Insertion> Insert(
@@ -72,7 +72,7 @@ class HostConnection : public std::enable_shared_from_this<HostConnection> {
   std::unique_ptr<CommandBarControl> button_control_;
   std::unique_ptr<Subscription> menu_handler_;
   std::unique_ptr<Subscription> button_handler_;
-  ActiveCodeModule active_;
+  std::shared_ptr<ActiveCodeModule> active_;
 };
 
 }  // namespace declarium

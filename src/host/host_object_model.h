@@ -90,10 +90,10 @@ class HostApplication {
   [[nodiscard]] virtual HostResult<std::unique_ptr<Subscription>> SubscribeClick(
       CommandBarControl& control, std::function<void()> clicked) = 0;
 
-  // Reports to `events`, which must outlive the subscription. Projects opened later are followed
-  // too.
+  // Reports to `events` for as long as they exist, and takes a share while an event is handled.
+  // Projects opened later are followed too.
   [[nodiscard]] virtual HostResult<std::unique_ptr<Subscription>> SubscribeComponents(
-      ComponentEvents& events) = 0;
+      std::weak_ptr<ComponentEvents> events) = 0;
 
   // The module of the selected component, or of the active code pane when no component is selected;
   // null when there is neither.

@@ -8,21 +8,24 @@ HostSessions::HostSessions(FaceClipboard& clipboard, MainWindowLink& windows,
                            HostConnection::Post post)
     : clipboard_(clipboard), windows_(windows), post_(std::move(post)) {}
 
-HostConnection& HostSessions::Connect(std::unique_ptr<HostApplication> application) {
-  connections_.push_back(
-      std::make_shared<HostConnection>(std::move(application), clipboard_, windows_, post_));
-  HostConnection& connection = *connections_.back();
-  connection.Connect();
+std::shared_ptr<HostConnection> HostSessions::Connect(
+    std::unique_ptr<HostApplication> application) {
+  auto connection =
+      std::make_shared<HostConnection>(std::move(application), clipboard_, windows_, post_);
+  connections_.push_back(connection);
+  connection->Connect();
   return connection;
 }
 
 void HostSessions::Disconnect(HostConnection& connection) {
+  const auto kept = connection.shared_from_this();
   const bool removed = connection.Disconnect();
   Forget(connection);
   if (removed) UnloadIfUnused();
 }
 
 void HostSessions::Abandon(HostConnection& connection) {
+  const auto kept = connection.shared_from_this();
   connection.Abandon();
   Forget(connection);
   UnloadIfUnused();
@@ -34,10 +37,7 @@ void HostSessions::Forget(HostConnection& connection) {
     if (other.get() != &connection) successor = other.get();
   }
   windows_.ForgetConnection(connection, successor);
-  const auto gone = connection.shared_from_this();
-  connections_.remove(gone);
-  // The host may have called from within a call that the connection made; it lives until then.
-  post_([gone] {});
+  connections_.remove(connection.shared_from_this());
 }
 
 void HostSessions::UnloadIfUnused() {

@@ -13,9 +13,9 @@ class HostSessions {
  public:
   HostSessions(FaceClipboard& clipboard, MainWindowLink& windows, HostConnection::Post post);
 
-  // Makes a connection to the host of `application` and connects it. The connection lives until it
-  // is disconnected or abandoned.
-  HostConnection& Connect(std::unique_ptr<HostApplication> application);
+  // Makes a connection to the host of `application` and connects it. The connection is kept until
+  // it is disconnected or abandoned.
+  std::shared_ptr<HostConnection> Connect(std::unique_ptr<HostApplication> application);
 
   // Takes the controls out of the host and ends the connection. With the last connection the
   // program's windows are unloaded, unless the main window may stay or the controls could not be

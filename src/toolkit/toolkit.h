@@ -65,6 +65,10 @@ class Toolkit {
   virtual int Run() = 0;
   virtual void Quit(int exit_code) = 0;
 
+  // Keeps `object` until Run has control again, which is when no event is running, not even one
+  // that processes other events meanwhile. For the owner of a form that may be in one.
+  virtual void DestroyLater(std::shared_ptr<void> object) = 0;
+
   // Milliseconds since some moment before; wraps around after 49 days.
   [[nodiscard]] virtual std::uint32_t TickCount() const = 0;
 

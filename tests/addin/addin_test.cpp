@@ -58,8 +58,7 @@ TEST_F(AddInTest, ClosingHidesTheWindowAndAClickShowsItAgain) {
   EXPECT_TRUE(Ends());
 }
 
-// The text arrives, but a host that disconnects at once afterwards often crashes the program.
-TEST_F(AddInTest, DISABLED_InsertsTheBasketAfterTheDeclarations) {
+TEST_F(AddInTest, InsertsTheBasketAfterTheDeclarations) {
   const struct {
     int type;
     const char* before;
@@ -137,8 +136,7 @@ TEST_F(AddInTest, EndsWhenTheHostDiesWithTheMainWindowShown) {
   EXPECT_TRUE(Ends());
 }
 
-// Disabled: the program sometimes stays when the host dies while it is being connected.
-TEST_F(AddInTest, DISABLED_EndsWhenTheHostDiesInsideACallOfTheConnection) {
+TEST_F(AddInTest, EndsWhenTheHostDiesInsideACallOfTheConnection) {
   for (const int call : {5, 12}) {
     IdeProcess ide;
     ASSERT_EQ(ide.Tell("die-at " + std::to_string(call)), "ok");

@@ -2,10 +2,12 @@
 #include "app/program_windows.h"
 
 #include <deque>
+#include <stdexcept>
 
 #include "app/window_fixture.h"
 #include "host/fake_host.h"
 #include "host/host_sessions.h"
+#include "toolkit/headless/form.h"
 
 namespace declarium {
 namespace {
@@ -15,7 +17,7 @@ class ProgramWindowsTest : public WindowTest {
   ProgramWindowsTest() { WriteWinLibrary(); }
 
   HostConnection& Connect(FakeHostState& host) {
-    return sessions_.Connect(std::make_unique<FakeApplication>(host));
+    return *sessions_.Connect(std::make_unique<FakeApplication>(host));
   }
   void RunPosted() {
     while (!posted_.empty()) {
@@ -28,24 +30,32 @@ class ProgramWindowsTest : public WindowTest {
   // Whether the main window keeps the process alive.
   [[nodiscard]] bool Holds() const { return !hold_.expired(); }
   [[nodiscard]] std::size_t FormCount() const { return toolkit_->Forms().size(); }
+  [[nodiscard]] headless::HeadlessForm& Main() const {
+    for (auto* form : toolkit_->Forms()) {
+      if (form->Name() == "frmMain") return *form;
+    }
+    throw std::logic_error("no main window");
+  }
+  void ChangeLibrary() {
+    User().ChooseRow(Main().Get<ComboBox>("cmbDatabase"), 0);
+    Script().AnswerText(u"Changed");
+    User().ChooseMenu(Main(), "mnuRename");
+  }
 
   FakeHostState host_;
   FakeHostState other_;
   std::weak_ptr<int> hold_;
   std::deque<std::function<void()>> posted_;
-  ProgramWindows::Post post_ = [this](std::function<void()> call) {
-    posted_.push_back(std::move(call));
-  };
-  std::unique_ptr<ProgramWindows> windows_ = std::make_unique<ProgramWindows>(
-      *toolkit_, *store_, folder_ / "program",
-      [this] {
+  std::unique_ptr<ProgramWindows> windows_ =
+      std::make_unique<ProgramWindows>(*toolkit_, *store_, folder_ / "program", [this] {
         auto hold = std::make_shared<int>(0);
         hold_ = hold;
         return hold;
-      },
-      post_);
+      });
   FakeClipboard clipboard_{host_.record};
-  HostSessions sessions_{clipboard_, *windows_, post_};
+  HostSessions sessions_{clipboard_, *windows_, [this](std::function<void()> call) {
+                           posted_.push_back(std::move(call));
+                         }};
 };
 
 TEST_F(ProgramWindowsTest, ConnectingLoadsTheWindowAndHoldsNothing) {
@@ -62,7 +72,23 @@ TEST_F(ProgramWindowsTest, ShowingHoldsTheProcessUntilTheLastHostIsGone) {
   EXPECT_TRUE(Holds());
   sessions_.Disconnect(connection);
   EXPECT_FALSE(Holds());
+  EXPECT_TRUE(Main().IsUnloaded());
+  toolkit_->Advance(0);
   EXPECT_EQ(FormCount(), before);
+}
+
+TEST_F(ProgramWindowsTest, HidingTheWindowReleasesItsHoldAndKeepsItLoaded) {
+  auto& connection = Connect(host_);
+  Show(connection);
+  auto& window = Main();
+  User().Close(window);
+  EXPECT_FALSE(Holds());
+  EXPECT_FALSE(window.Visible());
+  EXPECT_TRUE(window.IsLoaded());
+  Show(connection);
+  EXPECT_TRUE(Holds());
+  EXPECT_EQ(&Main(), &window);
+  EXPECT_TRUE(window.Visible());
 }
 
 TEST_F(ProgramWindowsTest, AnotherHostTakesTheWindowOver) {
@@ -77,20 +103,102 @@ TEST_F(ProgramWindowsTest, AnotherHostTakesTheWindowOver) {
   EXPECT_EQ(FormCount(), forms);
 }
 
-TEST_F(ProgramWindowsTest, DisconnectedInsideACallTheWindowGoesWhenItsHandlerHasReturned) {
+TEST_F(ProgramWindowsTest, DisconnectedWhileADialogIsOpenTheWindowStaysUntilItIsClosed) {
+  auto& connection = Connect(host_);
+  Show(connection);
+  EXPECT_FALSE(windows_->MayStay());
+  Script().InForm("frmOptions", [&](declarium::Form& dialog) {
+    EXPECT_TRUE(windows_->MayStay());
+    sessions_.Disconnect(connection);
+    EXPECT_TRUE(Main().Visible());
+    dialog.Unload();
+  });
+  User().ClickToolbar(Main().Get<Toolbar>("Toolbar1"), "settings");
+  EXPECT_TRUE(Main().Visible());
+  EXPECT_TRUE(Holds());
+  User().Close(Main());
+  EXPECT_FALSE(Holds());
+}
+
+TEST_F(ProgramWindowsTest, DisconnectedInsideACallTheWindowLivesUntilItsHandlerHasReturned) {
   host_.selected = std::make_shared<FakeModule>(FakeModule{.name = u"Module1"});
   auto& connection = Connect(host_);
   Show(connection);
+  const auto forms = FormCount();
+  std::size_t inside = 0;
   host_.record.on_enter = [&](const std::string& entry) {
     if (entry != "CountOfLines") return;
     host_.record.on_enter = nullptr;
     sessions_.Disconnect(connection);
-    EXPECT_TRUE(Holds());
+    inside = FormCount();
   };
   toolkit_->Advance(100);
-  EXPECT_TRUE(Holds());
-  RunPosted();
+  EXPECT_EQ(inside, forms);
+  EXPECT_LT(FormCount(), forms);
   EXPECT_FALSE(Holds());
+}
+
+TEST_F(ProgramWindowsTest, DisconnectedWhileAHandlerProcessesEventsTheWindowLivesUntilItReturns) {
+  auto& connection = Connect(host_);
+  Show(connection);
+  auto& kinds = Main().Get<ComboBox>("cmbSelector");
+  const auto forms = FormCount();
+  // Choosing a kind processes events before it fills the list.
+  bool disconnected = false;
+  toolkit_->Post([&] {
+    sessions_.Disconnect(connection);
+    disconnected = true;
+  });
+  User().ChooseRow(kinds, 1);
+  ASSERT_TRUE(disconnected);
+  EXPECT_EQ(FormCount(), forms);
+  EXPECT_TRUE(Main().IsUnloaded());
+  EXPECT_FALSE(Holds());
+  toolkit_->Advance(0);
+  EXPECT_LT(FormCount(), forms);
+}
+
+TEST_F(ProgramWindowsTest, UserWhoCancelsTheUnloadingKeepsTheWindowAndTheProcess) {
+  auto& connection = Connect(host_);
+  Show(connection);
+  ChangeLibrary();
+  Script().AnswerMessage(Answer::kCancel);
+  sessions_.Disconnect(connection);
+  EXPECT_TRUE(Main().Visible());
+  EXPECT_TRUE(Holds());
+  // Another connection finds it, changed as it is.
+  auto& next = Connect(other_);
+  Show(next);
+  Script().AnswerMessage(Answer::kNo);
+  sessions_.Disconnect(next);
+  EXPECT_FALSE(Holds());
+}
+
+TEST_F(ProgramWindowsTest, HiddenWindowWhoseUnloadingIsCancelledComesBack) {
+  auto& connection = Connect(host_);
+  Show(connection);
+  ChangeLibrary();
+  Script().AnswerMessage(Answer::kNo);
+  User().Close(Main());
+  ASSERT_FALSE(Main().Visible());
+  Script().AnswerMessage(Answer::kCancel);
+  sessions_.Disconnect(connection);
+  EXPECT_TRUE(Main().Visible());
+  EXPECT_TRUE(Holds());
+}
+
+TEST_F(ProgramWindowsTest, HostThatComesWhileTheUnloadingAsksIsServedByANewWindow) {
+  auto& connection = Connect(host_);
+  Show(connection);
+  ChangeLibrary();
+  HostConnection* next = nullptr;
+  Script().AnswerMessage(Answer::kNo, [&] { next = &Connect(other_); });
+  sessions_.Disconnect(connection);
+  EXPECT_FALSE(Holds());
+  toolkit_->Advance(0);
+  Show(*next);
+  EXPECT_TRUE(Main().Visible());
+  EXPECT_TRUE(Holds());
 }
 
 }  // namespace

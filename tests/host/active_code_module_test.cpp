@@ -13,78 +13,112 @@ class ActiveCodeModuleTest : public testing::Test {
     return std::make_shared<FakeModule>(FakeModule{.name = std::move(name)});
   }
   std::u16string ActiveName() const {
-    return active_.module() ? active_.module()->ComponentName().value_or(u"?") : u"none";
+    return active_->module() ? active_->module()->ComponentName().value_or(u"?") : u"none";
   }
 
   FakeHostState host_;
   int changes_ = 0;
-  ActiveCodeModule active_{std::make_shared<FakeApplication>(host_), [this] { ++changes_; }};
+  std::shared_ptr<ActiveCodeModule> active_ = std::make_shared<ActiveCodeModule>(
+      std::make_shared<FakeApplication>(host_), [this] { ++changes_; });
 };
 
 TEST_F(ActiveCodeModuleTest, StartsWithWhatTheHostHasSelected) {
   host_.selected = Named(u"A");
-  active_.Follow();
+  active_->Follow();
   EXPECT_EQ(ActiveName(), u"A");
   EXPECT_EQ(changes_, 1);
 }
 
 TEST_F(ActiveCodeModuleTest, FollowsTheSelection) {
-  active_.Follow();
+  active_->Follow();
   EXPECT_EQ(ActiveName(), u"none");
-  host_.events->ComponentSelected(host_.Module(Named(u"B")));
+  host_.events.lock()->ComponentSelected(host_.Module(Named(u"B")));
   EXPECT_EQ(ActiveName(), u"B");
-  host_.events->ComponentSelected(nullptr);
+  host_.events.lock()->ComponentSelected(nullptr);
   EXPECT_EQ(ActiveName(), u"none");
   EXPECT_EQ(changes_, 3);
 }
 
 TEST_F(ActiveCodeModuleTest, RemovedComponentIsNoLongerActive) {
   host_.selected = Named(u"A");
-  active_.Follow();
+  active_->Follow();
   host_.selected = Named(u"B");
-  host_.events->ComponentRemoved(u"A");
+  host_.events.lock()->ComponentRemoved(u"A");
   EXPECT_EQ(ActiveName(), u"B");
 }
 
 TEST_F(ActiveCodeModuleTest, RemovedComponentThatIsStillSelectedIsNoLongerActive) {
   host_.selected = Named(u"A");
-  active_.Follow();
-  host_.events->ComponentRemoved(u"A");
+  active_->Follow();
+  host_.events.lock()->ComponentRemoved(u"A");
   EXPECT_EQ(ActiveName(), u"none");
 }
 
 TEST_F(ActiveCodeModuleTest, RemovalOfAnotherComponentChangesNothing) {
   host_.selected = Named(u"A");
-  active_.Follow();
-  host_.events->ComponentRemoved(u"B");
+  active_->Follow();
+  host_.events.lock()->ComponentRemoved(u"B");
   EXPECT_EQ(ActiveName(), u"A");
   EXPECT_EQ(changes_, 1);
 }
 
 TEST_F(ActiveCodeModuleTest, RemovalWhileTheActiveModuleIsGoneAsksTheHost) {
   host_.selected = Named(u"A");
-  active_.Follow();
+  active_->Follow();
   host_.selected->gone = true;
   host_.selected = nullptr;
-  host_.events->ComponentRemoved(u"?");
+  host_.events.lock()->ComponentRemoved(u"?");
   EXPECT_EQ(ActiveName(), u"none");
 }
 
 TEST_F(ActiveCodeModuleTest, FailingHostMeansNone) {
   host_.selected = Named(u"A");
-  active_.Follow();
+  active_->Follow();
   host_.record.failing = "ActiveModule";
-  host_.events->SelectionMayHaveChanged();
+  host_.events.lock()->SelectionMayHaveChanged();
   EXPECT_EQ(ActiveName(), u"none");
 }
 
 TEST_F(ActiveCodeModuleTest, StoppedItStaysWithoutModule) {
   host_.selected = Named(u"A");
-  active_.Follow();
-  active_.Stop();
-  active_.Refresh();
+  active_->Follow();
+  active_->Stop();
+  active_->Refresh();
   EXPECT_EQ(ActiveName(), u"none");
   EXPECT_EQ(changes_, 1);
+}
+
+TEST_F(ActiveCodeModuleTest, StoppedWhileTheHostAnswersItStaysWithoutModule) {
+  host_.selected = Named(u"A");
+  active_->Follow();
+  host_.record.on_enter = [this](const std::string& entry) {
+    if (entry == "ActiveModule") active_->Stop();
+  };
+  active_->Refresh();
+  EXPECT_EQ(ActiveName(), u"none");
+  EXPECT_EQ(changes_, 1);
+}
+
+TEST_F(ActiveCodeModuleTest, StoppedWhileARemovalIsHandledItStaysWithoutModule) {
+  host_.selected = Named(u"A");
+  active_->Follow();
+  host_.selected->on_name = [this] {
+    active_->Stop();
+    active_.reset();
+  };
+  host_.events.lock()->ComponentRemoved(u"A");
+  EXPECT_EQ(active_, nullptr);
+  EXPECT_EQ(changes_, 1);
+  EXPECT_TRUE(host_.events.expired());
+}
+
+TEST_F(ActiveCodeModuleTest, StoppedWhileItFollowsItKeepsNoSubscription) {
+  host_.record.on_enter = [this](const std::string& entry) {
+    if (entry == "SubscribeComponents") active_->Stop();
+  };
+  active_->Follow();
+  EXPECT_EQ(host_.record.Count("end of component events"), 1);
+  EXPECT_EQ(changes_, 0);
 }
 
 }  // namespace

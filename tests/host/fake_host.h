@@ -7,6 +7,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "basic/text.h"
@@ -39,6 +40,7 @@ struct FakeModule {
   int lines = 0;
   std::vector<std::pair<int, std::u16string>> insertions{};
   bool gone = false;
+  std::function<void()> on_name = nullptr;  // what the host does while it tells the name
 };
 
 class FakeCodeModule final : public CodeModule {
@@ -46,6 +48,7 @@ class FakeCodeModule final : public CodeModule {
   FakeCodeModule(std::shared_ptr<FakeModule> state, Record& record)
       : state_(std::move(state)), record_(record) {}
   HostResult<std::u16string> ComponentName() override {
+    if (const auto act = std::exchange(state_->on_name, nullptr)) act();
     if (state_->gone) return std::unexpected(HostError{-1});
     return state_->name;
   }
@@ -130,7 +133,7 @@ class RecordedSubscription final : public Subscription {
 struct FakeHostState {
   Record record;
   std::map<std::string, std::function<void()>> clicks;  // by bar
-  ComponentEvents* events = nullptr;
+  std::weak_ptr<ComponentEvents> events;
   std::shared_ptr<FakeModule> selected;
   std::shared_ptr<FakePaneState> pane;
 
@@ -158,11 +161,12 @@ class FakeApplication final : public HostApplication {
     state_.clicks[bar] = std::move(clicked);
     return std::make_unique<RecordedSubscription>(bar + " clicks", state_.record);
   }
-  HostResult<std::unique_ptr<Subscription>> SubscribeComponents(ComponentEvents& events) override {
+  HostResult<std::unique_ptr<Subscription>> SubscribeComponents(
+      std::weak_ptr<ComponentEvents> events) override {
     if (auto entered = state_.record.Enter("SubscribeComponents"); !entered) {
       return std::unexpected(entered.error());
     }
-    state_.events = &events;
+    state_.events = std::move(events);
     return std::make_unique<RecordedSubscription>("component events", state_.record);
   }
   HostResult<std::unique_ptr<CodeModule>> ActiveModule() override {

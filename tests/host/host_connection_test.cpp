@@ -14,7 +14,7 @@ using testing::ElementsAre;
 
 class HostConnectionTest : public testing::Test {
  protected:
-  HostConnection& Connect() { return sessions_.Connect(std::make_unique<FakeApplication>(host_)); }
+  HostConnection& Connect() { return *sessions_.Connect(std::make_unique<FakeApplication>(host_)); }
   void RunPosted() {
     while (!posted_.empty()) {
       const auto call = std::move(posted_.front());
@@ -170,7 +170,7 @@ TEST_F(HostConnectionTest, DisconnectingAfterAFailedConnectionRemovesWhatIsThere
 TEST_F(HostConnectionTest, SecondHostTakesTheMainWindowOver) {
   FakeHostState other;
   HostConnection& first = Connect();
-  HostConnection& second = sessions_.Connect(std::make_unique<FakeApplication>(other));
+  HostConnection& second = *sessions_.Connect(std::make_unique<FakeApplication>(other));
   sessions_.Disconnect(first);
   EXPECT_EQ(host_.record.Count("handover"), 1);
   EXPECT_EQ(host_.record.Count("unload"), 0);
@@ -209,6 +209,16 @@ TEST_F(HostConnectionTest, PollReadsOnlyTheCountOfLinesAndIgnoresItsFailure) {
   host_.record.failing = "CountOfLines";
   connection.CheckActiveCodeModule();
   EXPECT_THAT(entries(), ElementsAre("CountOfLines"));
+}
+
+TEST_F(HostConnectionTest, HostMayDieWhileItIsDisconnected) {
+  HostConnection& connection = Connect();
+  host_.record.on_enter = [&](const std::string& entry) {
+    if (entry == "Add-Ins.Delete") connection.Abandon();
+  };
+  sessions_.Disconnect(connection);
+  EXPECT_EQ(host_.record.Count("Standard.Delete"), 1);
+  EXPECT_EQ(host_.record.Count("unload"), 1);
 }
 
 }  // namespace

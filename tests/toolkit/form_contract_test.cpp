@@ -244,5 +244,28 @@ TEST_F(FormContract, QuitEndsTheRunWithItsCode) {
   EXPECT_EQ(toolkit().Run(), 7);
 }
 
+TEST_F(FormContract, WhatIsDestroyedLaterLivesUntilTheRunHasControlAgain) {
+  form().Show();
+  auto& timer = Get<Timer>("Timer1");
+  auto object = std::make_shared<int>(0);
+  const std::weak_ptr<int> kept = object;
+  bool lived_in_its_event = false;
+  timer.on_timer = [&] {
+    timer.SetEnabled(false);
+    toolkit().DestroyLater(std::move(object));
+    toolkit().ProcessPendingEvents();
+    lived_in_its_event = !kept.expired();
+    // Its end is seen in an event of its own, before the run ends.
+    timer.on_timer = [&] {
+      EXPECT_TRUE(kept.expired());
+      toolkit().Quit(0);
+    };
+    timer.SetEnabled(true);
+  };
+  timer.SetEnabled(true);
+  toolkit().Run();
+  EXPECT_TRUE(lived_in_its_event);
+}
+
 }  // namespace
 }  // namespace declarium

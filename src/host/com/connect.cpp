@@ -1,11 +1,15 @@
 #include "host/com/connect.h"
 
 #include <array>
+#include <atomic>
+#include <functional>
 #include <new>
+#include <optional>
 #include <string_view>
 #include <utility>
 
 #include "host/com/automation.h"
+#include "host/com/host_calls.h"
 #include "host/com/process_watch.h"
 #include "host/com/vb_host_application.h"
 
@@ -34,7 +38,8 @@ constexpr std::array<EntryName, 5> kEntryNames = {{{L"OnConnection", kOnConnecti
 
 class Connect final : public AddInEntries {
  public:
-  explicit Connect(ConnectContext& context) : context_(context), hold_(context.process) {}
+  explicit Connect(ConnectContext& context)
+      : context_(context), hold_(std::in_place, context.process) {}
 
   STDMETHODIMP QueryInterface(REFIID iid, void** object) override;
   STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
@@ -52,20 +57,33 @@ class Connect final : public AddInEntries {
   STDMETHODIMP OnBeginShutdown(SAFEARRAY**) override { return S_OK; }
 
  private:
-  ~Connect() { EndConnection(); }
+  ~Connect();
   HRESULT InvokeOnConnection(const DISPPARAMS& parameters, UINT* wrong_argument);
-  void WatchHost(const ComPtr<IDispatch>& application);
+  void ConnectTo(const ComPtr<IDispatch>& host);
+  // Does what was put off while the connection was being made.
+  void CatchUp(const ComPtr<IDispatch>& host);
+  // A call of HostDied for posting; it does nothing when the object is gone by then.
+  [[nodiscard]] static std::function<void()> HostDiedOf(std::weak_ptr<Connect*> connect);
   void HostDied();
   void EndConnection();
 
   ConnectContext& context_;
-  ServerHold hold_;
-  ULONG references_ = 1;
+  std::optional<ServerHold> hold_;  // until the host dies
+  // The system may give up the last reference of a dead host from one of its threads.
+  std::atomic<ULONG> references_ = 1;
   std::weak_ptr<HostConnection> connection_;
   std::unique_ptr<ProcessWatch> watch_;
+  std::shared_ptr<Connect*> self_ = std::make_shared<Connect*>(this);
   bool connecting_ = false;
   bool died_while_connecting_ = false;
+  bool disconnected_while_connecting_ = false;
 };
+
+Connect::~Connect() {
+  // Ending the connection lets posted calls run, which must not take a reference any more.
+  self_.reset();
+  EndConnection();
+}
 
 STDMETHODIMP Connect::QueryInterface(REFIID iid, void** object) {
   if (!object) return E_POINTER;
@@ -131,26 +149,53 @@ HRESULT Connect::InvokeOnConnection(const DISPPARAMS& parameters, UINT* wrong_ar
 
 STDMETHODIMP Connect::OnConnection(IDispatch* application, int, IDispatch*, SAFEARRAY**) {
   if (!application) return E_INVALIDARG;
+  if (connecting_) return E_UNEXPECTED;
+  const ComPtr<IDispatch> host(application);
+  connecting_ = true;
+  HRESULT result = S_OK;
   try {
-    EndConnection();
-    const ComPtr<IDispatch> host(application);
-    // Watched from the first call on: the host may die in any of them.
-    WatchHost(host);
-    connecting_ = true;
-    connection_ = context_.sessions.Connect(MakeHostApplication(host)).weak_from_this();
-    connecting_ = false;
-    if (std::exchange(died_while_connecting_, false)) {
-      context_.posted_calls.Post([self = ComPtr<Connect>(this)] { self->HostDied(); });
-    }
-    return S_OK;
+    ConnectTo(host);
   } catch (const std::bad_alloc&) {
-    return E_OUTOFMEMORY;
+    result = E_OUTOFMEMORY;
   } catch (...) {
-    return E_FAIL;
+    result = E_FAIL;
+  }
+  connecting_ = false;
+  CatchUp(host);
+  return result;
+}
+
+void Connect::ConnectTo(const ComPtr<IDispatch>& host) {
+  EndConnection();
+  // Watched from the first call on: the host may die in any of them.
+  watch_ = std::make_unique<ProcessWatch>(
+      HostMainWindow(host).value_or(nullptr),
+      [&posted_calls = context_.posted_calls, weak = std::weak_ptr<Connect*>(self_)] {
+        posted_calls.Post(HostDiedOf(weak));
+      });
+  connection_ = context_.sessions.Connect(MakeHostApplication(host));
+}
+
+void Connect::CatchUp(const ComPtr<IDispatch>& host) {
+  // A host that died in the very first calls has no window to watch it by.
+  if (!watch_ || !watch_->IsWatching()) {
+    const auto window = HostMainWindow(host);
+    if (!window && IsHostGone(window.error())) died_while_connecting_ = true;
+  }
+  const bool disconnected = std::exchange(disconnected_while_connecting_, false);
+  if (std::exchange(died_while_connecting_, false)) {
+    context_.posted_calls.Post(HostDiedOf(self_));
+  } else if (disconnected) {
+    OnDisconnection(0, nullptr);
   }
 }
 
 STDMETHODIMP Connect::OnDisconnection(int, SAFEARRAY**) {
+  // The connection that is being made has to be complete before it can be taken apart.
+  if (connecting_) {
+    disconnected_while_connecting_ = true;
+    return S_OK;
+  }
   try {
     EndConnection();
     return S_OK;
@@ -160,17 +205,16 @@ STDMETHODIMP Connect::OnDisconnection(int, SAFEARRAY**) {
 }
 
 void Connect::EndConnection() {
-  watch_.reset();
   if (const auto connection = connection_.lock()) {
     connection_.reset();
     context_.sessions.Disconnect(*connection);
   }
 }
 
-void Connect::WatchHost(const ComPtr<IDispatch>& application) {
-  // The watch ends with this object, so the pointer is good whenever it reports.
-  watch_ = std::make_unique<ProcessWatch>(
-      HostMainWindow(application), [this] { context_.posted_calls.Post([this] { HostDied(); }); });
+std::function<void()> Connect::HostDiedOf(std::weak_ptr<Connect*> connect) {
+  return [connect = std::move(connect)] {
+    if (const auto self = connect.lock()) (*self)->HostDied();
+  };
 }
 
 void Connect::HostDied() {
@@ -180,12 +224,15 @@ void Connect::HostDied() {
     return;
   }
   const ComPtr<AddInEntries> self(this);
+  watch_.reset();
   if (const auto connection = connection_.lock()) {
     connection_.reset();
     context_.sessions.Abandon(*connection);
   }
-  // Gives up the references that the dead process held.
+  // Gives up the references that the dead process held. The last one may go later, and from another
+  // thread; the process does not wait for it.
   CoDisconnectObject(this, 0);
+  hold_.reset();
 }
 
 class ConnectFactory final : public IClassFactory {

@@ -1,6 +1,8 @@
 #include "host/com/host_calls.h"
 
+#include <algorithm>
 #include <chrono>
+#include <iterator>
 #include <vector>
 
 namespace declarium::com {
@@ -179,6 +181,18 @@ HostResult<> HostObject::CallWith(HostMember member, DISPPARAMS& parameters) con
       InvokeWithPatience(member, DISPATCH_METHOD, parameters, result, BusyHost::kWaitFor);
   if (FAILED(status)) return Failure<void>(status);
   return {};
+}
+
+bool IsHostGone(const HostError& error) noexcept {
+  static constexpr HRESULT kGone[] = {
+      RPC_E_DISCONNECTED,
+      RPC_E_SERVER_DIED,
+      RPC_E_SERVER_DIED_DNE,
+      __HRESULT_FROM_WIN32(RPC_S_SERVER_UNAVAILABLE),
+      __HRESULT_FROM_WIN32(RPC_S_CALL_FAILED),
+      __HRESULT_FROM_WIN32(RPC_S_CALL_FAILED_DNE),
+  };
+  return std::ranges::find(kGone, static_cast<HRESULT>(error.code)) != std::end(kGone);
 }
 
 BusyHostFilter::BusyHostFilter() {

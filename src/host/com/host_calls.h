@@ -57,6 +57,9 @@ class HostObject {
   ComPtr<IDispatch> object_;
 };
 
+// Whether the failure says that the host's process is no longer there to answer.
+[[nodiscard]] bool IsHostGone(const HostError& error) noexcept;
+
 // Goes on with the object that a call returned, or with its failure.
 template <class Next>
 [[nodiscard]] auto Then(const HostResult<HostObject>& object, Next next)

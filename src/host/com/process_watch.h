@@ -17,6 +17,8 @@ class ProcessWatch {
   // Waits for a call of `ended` that is running.
   ~ProcessWatch();
 
+  [[nodiscard]] bool IsWatching() const noexcept { return wait_ != nullptr; }
+
  private:
   static void CALLBACK Signalled(void* self, BOOLEAN);
 

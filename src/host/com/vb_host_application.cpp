@@ -102,8 +102,8 @@ IUnknown* IdentityOf(const HostObject& object) {
 // subscription from within a call that handles an event.
 class ComponentFollower : public std::enable_shared_from_this<ComponentFollower> {
  public:
-  ComponentFollower(HostObject event_sources, ComponentEvents& events)
-      : event_sources_(std::move(event_sources)), events_(events) {}
+  ComponentFollower(HostObject event_sources, std::weak_ptr<ComponentEvents> events)
+      : event_sources_(std::move(event_sources)), events_(std::move(events)) {}
 
   [[nodiscard]] HostResult<> Begin(const HostObject& application) {
     const auto source = event_sources_.Object(vb::kVBProjectsEvents);
@@ -119,9 +119,11 @@ class ComponentFollower : public std::enable_shared_from_this<ComponentFollower>
     return {};
   }
 
+  // Ending a subscription calls the host, which may send events meanwhile: no member is in use
+  // then.
   void End() {
     projects_.reset();
-    components_.clear();
+    const auto ended = std::exchange(components_, {});
   }
 
  private:
@@ -145,7 +147,10 @@ class ComponentFollower : public std::enable_shared_from_this<ComponentFollower>
                [weak = weak_from_this()](DISPID event, std::span<const VARIANT> arguments) {
                  if (const auto self = weak.lock()) self->ComponentEvent(event, arguments);
                });
-    if (advised) components_[IdentityOf(project)] = {project, std::move(*advised)};
+    // The following may have ended meanwhile.
+    if (!advised || !projects_) return;
+    const auto earlier =
+        std::exchange(components_[IdentityOf(project)], {project, std::move(*advised)});
   }
 
   // The object an event is about is its first argument.
@@ -157,29 +162,34 @@ class ComponentFollower : public std::enable_shared_from_this<ComponentFollower>
   void ProjectEvent(DISPID event, std::span<const VARIANT> arguments) {
     const auto project = SubjectOf(arguments);
     if (event == vb::kProjectAdded) Follow(project);
-    if (event == vb::kProjectRemoved) components_.erase(IdentityOf(project));
-    if (event == vb::kProjectAdded || event == vb::kProjectRemoved ||
-        event == vb::kProjectActivated) {
-      events_.SelectionMayHaveChanged();
+    if (event == vb::kProjectRemoved) {
+      const auto ended = components_.extract(IdentityOf(project));
+    }
+    const auto events = events_.lock();
+    if (events && (event == vb::kProjectAdded || event == vb::kProjectRemoved ||
+                   event == vb::kProjectActivated)) {
+      events->SelectionMayHaveChanged();
     }
   }
 
   void ComponentEvent(DISPID event, std::span<const VARIANT> arguments) {
+    const auto events = events_.lock();
+    if (!events) return;
     const auto component = SubjectOf(arguments);
     switch (event) {
       case vb::kComponentSelected:
       case vb::kComponentActivated:
-        events_.ComponentSelected(ModuleOf(component));
+        events->ComponentSelected(ModuleOf(component));
         break;
       case vb::kComponentRemoved:
         if (const auto name = component.Text(vb::kComponentName)) {
-          events_.ComponentRemoved(*name);
+          events->ComponentRemoved(*name);
         } else {
-          events_.SelectionMayHaveChanged();
+          events->SelectionMayHaveChanged();
         }
         break;
       case vb::kComponentReloaded:
-        events_.SelectionMayHaveChanged();
+        events->SelectionMayHaveChanged();
         break;
       default:
         break;
@@ -192,7 +202,7 @@ class ComponentFollower : public std::enable_shared_from_this<ComponentFollower>
   };
 
   HostObject event_sources_;
-  ComponentEvents& events_;
+  std::weak_ptr<ComponentEvents> events_;
   std::unique_ptr<Subscription> projects_;
   std::map<IUnknown*, FollowedProject> components_;
 };
@@ -242,10 +252,12 @@ class VbApplication final : public HostApplication {
                   });
   }
 
-  HostResult<std::unique_ptr<Subscription>> SubscribeComponents(ComponentEvents& events) override {
+  HostResult<std::unique_ptr<Subscription>> SubscribeComponents(
+      std::weak_ptr<ComponentEvents> events) override {
     auto sources = application_.Object(vb::kEvents);
     if (!sources) return std::unexpected(sources.error());
-    const auto follower = std::make_shared<ComponentFollower>(std::move(*sources), events);
+    const auto follower =
+        std::make_shared<ComponentFollower>(std::move(*sources), std::move(events));
     auto subscription = std::make_unique<ComponentSubscription>(follower);
     if (const auto begun = follower->Begin(application_); !begun) {
       return std::unexpected(begun.error());
@@ -284,11 +296,12 @@ std::unique_ptr<HostApplication> MakeHostApplication(ComPtr<IDispatch> applicati
   return std::make_unique<VbApplication>(std::move(application));
 }
 
-HWND HostMainWindow(const ComPtr<IDispatch>& application) {
+HostResult<HWND> HostMainWindow(const ComPtr<IDispatch>& application) {
   const auto handle = Then(HostObject(application).Object(vb::kMainWindow),
                            [](const HostObject& window) { return window.Number(vb::kHWnd); });
   // Window handles have 32 significant bits, whatever the size of the process.
-  return handle ? reinterpret_cast<HWND>(static_cast<INT_PTR>(*handle)) : nullptr;
+  if (!handle) return std::unexpected(handle.error());
+  return reinterpret_cast<HWND>(static_cast<INT_PTR>(*handle));
 }
 
 }  // namespace declarium::com

@@ -13,7 +13,6 @@ namespace declarium::com {
 // `application` is the object that the host passes to OnConnection.
 [[nodiscard]] std::unique_ptr<HostApplication> MakeHostApplication(ComPtr<IDispatch> application);
 
-// The host's main window; null when it does not tell.
-[[nodiscard]] HWND HostMainWindow(const ComPtr<IDispatch>& application);
+[[nodiscard]] HostResult<HWND> HostMainWindow(const ComPtr<IDispatch>& application);
 
 }  // namespace declarium::com

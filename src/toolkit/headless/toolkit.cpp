@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <stdexcept>
+#include <utility>
 
 #include "toolkit/headless/form.h"
 
@@ -34,7 +35,9 @@ class HeadlessToolkit::OpenDialog {
 };
 
 HeadlessToolkit::HeadlessToolkit() = default;
-HeadlessToolkit::~HeadlessToolkit() = default;
+HeadlessToolkit::~HeadlessToolkit() {
+  to_destroy_.clear();
+}
 
 std::unique_ptr<Form> HeadlessToolkit::CreateForm(const FormDefinition& definition) {
   RequireValid(definition);
@@ -111,8 +114,17 @@ bool HeadlessToolkit::FireNextTimer(std::uint32_t limit) {
 void HeadlessToolkit::Advance(std::uint32_t milliseconds) {
   const std::uint32_t end = now_ + milliseconds;
   ProcessPendingEvents();
-  while (FireNextTimer(end)) ProcessPendingEvents();
+  EndTurn();
+  while (FireNextTimer(end)) {
+    ProcessPendingEvents();
+    EndTurn();
+  }
   now_ = end;
+}
+
+void HeadlessToolkit::EndTurn() {
+  if (open_dialogs_ > 0) return;
+  const auto destroyed = std::exchange(to_destroy_, {});
 }
 
 int HeadlessToolkit::Run() {
@@ -120,6 +132,7 @@ int HeadlessToolkit::Run() {
   exit_code_.reset();
   while (true) {
     ProcessPendingEvents();
+    EndTurn();
     if (exit_code_) return *exit_code_;
     if (!FireNextTimer(kForever)) throw std::logic_error("nothing can happen any more");
   }

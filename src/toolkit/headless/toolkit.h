@@ -4,6 +4,7 @@
 
 #include <deque>
 #include <functional>
+#include <memory>
 #include <vector>
 
 #include "toolkit/headless/dialog_script.h"
@@ -43,6 +44,10 @@ class HeadlessToolkit : public Toolkit {
   // more and nobody has called Quit.
   int Run() override;
   void Quit(int exit_code) override { exit_code_ = exit_code; }
+  // Here also until Advance has control again, since most tests do not Run.
+  void DestroyLater(std::shared_ptr<void> object) override {
+    to_destroy_.push_back(std::move(object));
+  }
 
   [[nodiscard]] std::uint32_t TickCount() const override { return now_; }
   [[nodiscard]] bool IsModalOpen() const override { return open_dialogs_ > 0; }
@@ -83,6 +88,8 @@ class HeadlessToolkit : public Toolkit {
  private:
   class OpenDialog;
 
+  // One turn of Advance or Run is over: no event is running unless a dialog is open.
+  void EndTurn();
   void PaintForms();
   // Advances the clock to the timer that is due first, if that is not later than `limit`, and fires
   // it. False when there is none.
@@ -103,6 +110,7 @@ class HeadlessToolkit : public Toolkit {
   std::uint32_t now_ = 1000;
   int open_dialogs_ = 0;
   std::optional<int> exit_code_;
+  std::vector<std::shared_ptr<void>> to_destroy_;
 };
 
 }  // namespace declarium::headless

@@ -205,7 +205,10 @@ void Win32Form::Close() {
   if (state_ == State::kUnloaded) return;
   state_ = State::kUnloaded;
   for (Win32Timer* timer : timers_) timer->Restart();
+  // A menu or a drag of this window would go on without it, and the program with them.
+  if (visible_) SendMessageW(Window(), WM_CANCELMODE, 0, 0);
   Hide();
+  if (focus_ == toolkit_.FocusedControl()) toolkit_.ForgetFocus();
   // Drivers must not find the windows of a form that is gone for the user.
   const HANDLE name = RemovePropW(Window(), L"Name");
   if (name) GlobalDeleteAtom(static_cast<ATOM>(reinterpret_cast<UINT_PTR>(name)));

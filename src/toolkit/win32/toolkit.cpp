@@ -1,6 +1,7 @@
 #include "toolkit/win32/toolkit.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "toolkit/win32/form.h"
 #include "toolkit/win32/system.h"
@@ -35,6 +36,7 @@ Win32Toolkit::Win32Toolkit() {
 }
 
 Win32Toolkit::~Win32Toolkit() {
+  to_destroy_.clear();
   OleUninitialize();
 }
 
@@ -72,26 +74,36 @@ void Win32Toolkit::ProcessPendingEvents() {
   }
 }
 
-void Win32Toolkit::RunUntil(const std::function<bool()>& done) {
+void Win32Toolkit::HandleNext() {
   MSG message;
-  while (!done() && !exit_code_) {
-    if (GetMessageW(&message, nullptr, 0, 0) <= 0) {
-      Quit(static_cast<int>(message.wParam));
-    } else {
-      Dispatch(message);
-    }
+  if (GetMessageW(&message, nullptr, 0, 0) <= 0) {
+    Quit(static_cast<int>(message.wParam));
+  } else {
+    Dispatch(message);
   }
+}
+
+void Win32Toolkit::RunUntil(const std::function<bool()>& done) {
+  while (!done() && !exit_code_) HandleNext();
 }
 
 int Win32Toolkit::Run() {
   exit_code_.reset();
-  RunUntil([] { return false; });
-  return exit_code_.value_or(0);
+  while (!exit_code_) {
+    HandleNext();
+    // Destroying raises events, which may put in more.
+    const auto destroyed = std::exchange(to_destroy_, {});
+  }
+  return *exit_code_;
 }
 
 void Win32Toolkit::Quit(int exit_code) {
   exit_code_ = exit_code;
   PostThreadMessageW(GetCurrentThreadId(), WM_NULL, 0, 0);  // wakes the loops that wait
+}
+
+void Win32Toolkit::DestroyLater(std::shared_ptr<void> object) {
+  to_destroy_.push_back(std::move(object));
 }
 
 void Win32Toolkit::FormActivated(Win32Form& form) {

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <functional>
+#include <memory>
 #include <vector>
 
 #include "toolkit/toolkit.h"
@@ -39,6 +40,7 @@ class Win32Toolkit : public Toolkit {
   void ProcessPendingEvents() override;
   int Run() override;
   void Quit(int exit_code) override;
+  void DestroyLater(std::shared_ptr<void> object) override;
   [[nodiscard]] std::uint32_t TickCount() const override { return GetTickCount(); }
   [[nodiscard]] bool IsModalOpen() const override { return open_dialogs_ > 0; }
   bool UnloadAllForms() override;
@@ -65,6 +67,8 @@ class Win32Toolkit : public Toolkit {
   void ForgetFocus() { focused_ = nullptr; }
 
  private:
+  // Waits for a message and handles it.
+  void HandleNext();
   void Dispatch(MSG& message);
   // The window that dialogs stand in front of.
   [[nodiscard]] HWND OwnerWindow() const;
@@ -77,6 +81,7 @@ class Win32Toolkit : public Toolkit {
   std::array<COLORREF, 16> custom_colours_;
   int open_dialogs_ = 0;
   std::optional<int> exit_code_;
+  std::vector<std::shared_ptr<void>> to_destroy_;
 };
 
 // While it lives, the forms that were there before take no input, but for `except`.
