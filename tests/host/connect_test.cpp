@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "host/com/automation.h"
+#include "host/com/start_limit.h"
 #include "host/fake_host.h"
 
 namespace declarium::com {
@@ -30,10 +31,11 @@ class DeafHost final : public IDispatch {
   STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,
                       UINT*) override {
     ++calls;
-    return E_FAIL;
+    return answer();
   }
   ULONG references = 1;
   int calls = 0;
+  std::function<HRESULT()> answer = [] { return E_FAIL; };  // to each call
 };
 
 class ConnectTest : public testing::Test {
@@ -48,6 +50,17 @@ class ConnectTest : public testing::Test {
     DISPPARAMS parameters{reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};
     return add_in.Invoke(entry, IID_NULL, 0, DISPATCH_METHOD, &parameters, nullptr, nullptr,
                          nullptr);
+  }
+
+  // Handles messages until the condition holds, at most for ten seconds.
+  static bool HandlesUntil(const std::function<bool()>& condition) {
+    const DWORD begin = GetTickCount();
+    MSG message;
+    while (!condition() && GetTickCount() - begin < 10000) {
+      MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
+      while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
+    }
+    return condition();
   }
 
   ComApartment apartment_;
@@ -179,6 +192,77 @@ TEST_F(ConnectTest, FactoryMakesNoPartsOfOtherObjects) {
   void* object = &object;
   EXPECT_EQ(factory->CreateInstance(factory.get(), IID_IUnknown, &object), CLASS_E_NOAGGREGATION);
   EXPECT_EQ(object, nullptr);
+}
+
+TEST_F(ConnectTest, DisconnectedWhileItConnectsItDisconnectsWhenThatIsDone) {
+  const auto add_in = MakeConnect(context_);
+  DeafHost host;
+  record_.on_enter = [&](const std::string& entry) {
+    if (entry != "Save") return;
+    EXPECT_EQ(add_in->OnConnection(&host, 1, nullptr, nullptr), E_UNEXPECTED);
+    EXPECT_EQ(add_in->OnDisconnection(1, nullptr), S_OK);
+    EXPECT_EQ(record_.Count("unload"), 0);
+  };
+  EXPECT_EQ(add_in->OnConnection(&host, 1, nullptr, nullptr), S_OK);
+  EXPECT_EQ(record_.Count("unload"), 1);
+  EXPECT_TRUE(sessions_.IsEmpty());
+  EXPECT_EQ(host.references, 1u);
+}
+
+TEST_F(ConnectTest, HostThatIsGoneBeforeItCanBeWatchedIsGivenUp) {
+  for (const HRESULT gone :
+       {RPC_E_DISCONNECTED, RPC_E_SERVER_DIED, HRESULT_FROM_WIN32(RPC_S_SERVER_UNAVAILABLE),
+        HRESULT_FROM_WIN32(RPC_S_CALL_FAILED)}) {
+    const int ended = ended_;
+    const auto add_in = MakeConnect(context_);
+    DeafHost host;
+    host.answer = [&] { return gone; };
+    EXPECT_EQ(add_in->OnConnection(&host, 1, nullptr, nullptr), S_OK);
+    // The object is still referred to, as by a process that died; the program does not wait for it.
+    EXPECT_TRUE(HandlesUntil([&] { return ended_ == ended + 1; }));
+    EXPECT_TRUE(sessions_.IsEmpty());
+  }
+}
+
+TEST_F(ConnectTest, HostThatOnlyFailsIsKept) {
+  const auto add_in = MakeConnect(context_);
+  DeafHost host;
+  ASSERT_EQ(add_in->OnConnection(&host, 1, nullptr, nullptr), S_OK);
+  bool later = false;
+  posted_calls_.Post([&] { later = true; });
+  EXPECT_TRUE(HandlesUntil([&] { return later; }));
+  EXPECT_FALSE(sessions_.IsEmpty());
+  EXPECT_EQ(ended_, 0);
+}
+
+TEST_F(ConnectTest, NewsOfADeadHostThatComesAfterItsObjectIsGoneDoesNothing) {
+  {
+    const auto add_in = MakeConnect(context_);
+    DeafHost host;
+    host.answer = [] { return RPC_E_DISCONNECTED; };
+    ASSERT_EQ(add_in->OnConnection(&host, 1, nullptr, nullptr), S_OK);
+  }
+  EXPECT_EQ(ended_, 1);
+  bool later = false;
+  posted_calls_.Post([&] { later = true; });
+  EXPECT_TRUE(HandlesUntil([&] { return later; }));
+  EXPECT_EQ(ended_, 1);
+}
+
+TEST_F(ConnectTest, ServerThatNoHostUsesEndsAfterItsLimit) {
+  const StartLimit limit(posted_calls_.window(), process_, std::chrono::milliseconds(20));
+  EXPECT_EQ(ended_, 0);
+  EXPECT_TRUE(HandlesUntil([this] { return ended_ == 1; }));
+}
+
+TEST_F(ConnectTest, ServerInUseOutlivesItsLimitAndEndsWithItsUse) {
+  const StartLimit limit(posted_calls_.window(), process_, std::chrono::milliseconds(20));
+  auto add_in = MakeConnect(context_);
+  const DWORD begin = GetTickCount();
+  EXPECT_TRUE(HandlesUntil([&] { return GetTickCount() - begin > 200; }));
+  EXPECT_EQ(ended_, 0);
+  add_in = nullptr;
+  EXPECT_EQ(ended_, 1);
 }
 
 }  // namespace
