@@ -25,7 +25,8 @@ LOGFONTW CodeFont(int dpi) {
   return font;
 }
 
-// The face of the IDE's code window; the others are what a machine without the fonts of Windows has.
+// The face of the IDE's code window; the others are what a machine without the fonts of Windows
+// has.
 constexpr const wchar_t* kCodeFaces[] = {L"Courier New", L"DejaVu Sans Mono", L"Liberation Mono"};
 
 int CALLBACK FoundFace(const LOGFONTW*, const TEXTMETRICW*, DWORD, LPARAM found) {
