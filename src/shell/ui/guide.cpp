@@ -14,11 +14,10 @@ constexpr std::u16string_view kLineEnd = u"\r\n";
 
 Guide::Guide(Toolkit& toolkit, const std::filesystem::path& program_folder)
     : toolkit_(toolkit), folder_(program_folder / "guide" / "sk") {
-  toolkit_.on_help = [this](std::string_view topic) { Open(topic); };
-}
-
-Guide::~Guide() {
-  toolkit_.on_help = nullptr;
+  // A window may live on while the next one has taken its place, so nothing is unsubscribed.
+  toolkit_.on_help = [weak = std::weak_ptr<Guide*>(self_)](std::string_view topic) {
+    if (const auto self = weak.lock()) (*self)->Open(topic);
+  };
 }
 
 std::filesystem::path Guide::PageOf(std::string_view topic) const {

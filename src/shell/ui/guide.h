@@ -3,17 +3,18 @@
 #pragma once
 
 #include <filesystem>
+#include <memory>
 #include <string_view>
 
 #include "toolkit/toolkit.h"
 
 namespace declarium {
 
-// While it lives it answers the toolkit's on_help. `toolkit` must outlive it.
+// While it lives it answers the toolkit's on_help, unless a later one does. `toolkit` must outlive
+// it.
 class Guide {
  public:
   Guide(Toolkit& toolkit, const std::filesystem::path& program_folder);
-  ~Guide();
   Guide(const Guide&) = delete;
   Guide& operator=(const Guide&) = delete;
 
@@ -26,6 +27,7 @@ class Guide {
  private:
   Toolkit& toolkit_;
   std::filesystem::path folder_;
+  std::shared_ptr<Guide*> self_ = std::make_shared<Guide*>(this);
 };
 
 // What the program is, and its version.

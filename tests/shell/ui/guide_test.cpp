@@ -45,6 +45,21 @@ TEST_F(GuideTest, TheToolkitsCallForHelpShowsThePageOfItsTopic) {
   EXPECT_EQ(toolkit_.OpenedDocuments(), Paths{page});
 }
 
+TEST_F(GuideTest, AnEarlierGuideThatEndsTakesNothingFromTheLaterOne) {
+  const auto page = PutPage("options.html");
+  auto earlier = std::make_unique<Guide>(toolkit_, folder_ / "elsewhere");
+  const Guide later(toolkit_, folder_.path());
+  earlier.reset();
+  toolkit_.on_help.Raise("options");
+  EXPECT_EQ(toolkit_.OpenedDocuments(), Paths{page});
+}
+
+TEST_F(GuideTest, AfterItsEndTheCallForHelpDoesNothing) {
+  std::make_unique<Guide>(toolkit_, folder_.path()).reset();
+  toolkit_.on_help.Raise("options");
+  EXPECT_TRUE(toolkit_.Script().AskedSoFar().empty());
+}
+
 TEST_F(GuideTest, AMissingPageIsToldWithItsPath) {
   toolkit_.Script().AnswerMessage(Answer::kOk);
   guide_.Open("search");
