@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include "basic/text.h"
 #include "host/doctor.h"
 #include "host/fake_registry.h"
 #include "host/server_switches.h"
+#include "support/temporary_folder.h"
 
 namespace declarium {
 namespace {
@@ -102,6 +104,15 @@ TEST_F(DoctorTest, MissingRegistrationIsWrong) {
   EXPECT_TRUE(Has(report, u"WRONG    HKEY_CURRENT_USER\\Software\\Microsoft\\Visual Basic"));
   EXPECT_TRUE(Has(report, u"WRONG    The class cannot be started"));
   EXPECT_TRUE(report.ends_with(u"The IDE cannot load the add-in.\r\n"));
+}
+
+TEST_F(DoctorTest, TheGuideShowsTheReportBeforeARegistration) {
+  auto report = ToUtf8(Report());
+  std::erase(report, '\r');
+  for (const std::string language : {"sk", "en"}) {
+    const auto page = ContentOf(DECLARIUM_SOURCE_DIR "/docs/guide/" + language + "/ide.md");
+    EXPECT_NE(page.find("```\n" + report + "```\n"), std::string::npos) << language << report;
+  }
 }
 
 TEST_F(DoctorTest, ClassOfOneUserIsNotSeenByAnElevatedIde) {
