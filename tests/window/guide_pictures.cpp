@@ -62,10 +62,16 @@ class GuidePictures {
     TakePicture(name, ToUtf8(TextOf(window)));
   }
 
+  // With the caret behind the text, where it hides no letter.
+  static void Fill(HWND box, std::u16string_view text) {
+    SetText(box, text);
+    PostMessageW(box, EM_SETSEL, text.size(), static_cast<LPARAM>(text.size()));
+  }
+
   void FirstLibrary() {
     ChooseMenu(main_, "mnuNew");
     const HWND title = program_.Form("frmInput");
-    SetText(FindControl(title, "Text1"), u"Moje API");
+    Fill(FindControl(title, "Text1"), u"Moje API");
     Picture("new-library", title);
     AnswerText(program_, u"Moje API");
     AnswerFile(program_, program_.Dialog(), folder_ / "moje.api");
@@ -81,7 +87,7 @@ class GuidePictures {
   void AddDeclarations() {
     ChooseMenu(main_, "mnuAdd");
     const HWND dialog = program_.Form("frmAdd");
-    SetText(FindControl(dialog, "Text1"), kFirstDeclarations);
+    Fill(FindControl(dialog, "Text1"), kFirstDeclarations);
     Picture("add-item", dialog);
     PressButton(FindControl(dialog, "Command1"));
     WaitFor("the dialog's end", [this] { return !program_.FindForm("frmAdd"); });
