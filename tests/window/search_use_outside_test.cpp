@@ -1,5 +1,6 @@
 // Using the search dialog from outside: keys, its place on the screen, what it is read out as, long
 // results, and what happens while earlier results are cleared.
+#include <set>
 #include <string>
 #include <utility>
 
@@ -23,6 +24,27 @@ std::string LongLibrary() {
     items += "Long\x0e" + number;
   }
   return "Long\x02" + names + "\x01\x01\x02" + items + "\x01\x01";
+}
+
+// Constants whose values take long to search for kSlowText, which is at their end.
+constexpr int kSlowHits = 1'500;
+const std::string kSlowText = std::string(100, 'a') + "?b";
+
+std::string SlowLibrary() {
+  std::string names, items;
+  for (int i = 0; i < kSlowHits; ++i) {
+    const std::string separator(i > 0 ? 1 : 0, '\0');
+    names += separator + "V" + std::to_string(10'000 + i);
+    items += separator + "\x0e" + std::string(1'500, 'a') + "b";
+  }
+  return "Slow\x02" + names + "\x01\x01\x02" + items + "\x01\x01";
+}
+
+// What the window shows, without asking its program, which is busy.
+std::u16string ShownBy(HWND window) {
+  wchar_t text[64] = L"";
+  const int size = InternalGetWindowText(window, text, 64);
+  return {text, text + size};
 }
 
 RECT Place(HWND window) {
@@ -167,6 +189,22 @@ TEST_F(SearchInUse, FiftyThousandHitsAreListedFreedBySearchingAndFreedByClosing)
   EXPECT_TRUE(DialogIsGone());
   OpenDialog();
   EXPECT_EQ(EntryCount(In("LV1")), 0);
+}
+
+TEST_F(SearchInUse, TheCountMovesWhileALongSearchRuns) {
+  Put("slow.api", SlowLibrary());
+  StartAndShow(L"slow.api");
+  OpenDialog();
+  SetText(In("Text5"), std::u16string(kSlowText.begin(), kSlowText.end()));
+  const HWND count = In("labCount");
+  std::set<std::u16string> shown;
+  Search();
+  EXPECT_TRUE(Eventually([&] {
+    shown.insert(ShownBy(count));
+    return shown.contains(u"Nájdených: 1500");
+  }));
+  EXPECT_GE(shown.size(), 4U) << "the first, the last, and some between them";
+  EXPECT_TRUE(HitsBecome(kSlowHits));
 }
 
 TEST_F(SearchInUse, ASecondClickWhileEarlierResultsAreClearedDoesNothing) {
