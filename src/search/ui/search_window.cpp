@@ -14,8 +14,8 @@
 namespace declarium {
 namespace {
 
-// From this many rows on the wait window is shown while they are freed. Shorter lists go in less
-// time than the window takes to appear.
+// From this many rows on the wait window is shown while they are freed. They go in a moment
+// (search_hits.h), so that the window, which takes longer to appear, is kept for long lists.
 constexpr int kLongList = 5'000;
 
 constexpr int kScrollBarWidth = 24;
