@@ -6,6 +6,7 @@ namespace declarium {
 namespace {
 
 constexpr std::u16string_view kClasses = u"Software\\Classes\\";
+constexpr std::u16string_view kClassIds = u"Software\\Classes\\CLSID";
 constexpr std::u16string_view kAddIns = u"Software\\Microsoft\\Visual Basic\\6.0\\Addins";
 constexpr std::array<std::u16string_view, 3> kAboveAddIns = {
     kAddIns, u"Software\\Microsoft\\Visual Basic\\6.0", u"Software\\Microsoft\\Visual Basic"};
@@ -59,7 +60,7 @@ std::u16string ProgIdKey(const ServerIdentity& server) {
 }
 
 std::u16string ClassKey(const ServerIdentity& server) {
-  return Joined(kClasses, u"CLSID\\").append(server.class_id);
+  return Joined(kClassIds, u"\\").append(server.class_id);
 }
 
 std::u16string LocalServerKey(const ServerIdentity& server) {
@@ -90,6 +91,7 @@ std::expected<void, RegistryError> UnregisterServer(Registry& registry,
   keep_first(registry.DeleteTree(classes, ProgIdKey(server)));
   keep_first(registry.DeleteTree(classes, ClassKey(server)));
   keep_first(registry.DeleteTree(RegistryRoot::kCurrentUser, AddInKey(server)));
+  registry.DeleteIfEmpty(classes, kClassIds);
   for (const auto key : kAboveAddIns) registry.DeleteIfEmpty(RegistryRoot::kCurrentUser, key);
   return result;
 }

@@ -48,7 +48,7 @@ TEST(Registration, UnregisteringLeavesNothing) {
     ASSERT_TRUE(RegisterServer(registry, kDeclariumServer, kProgram, scope));
     ASSERT_TRUE(UnregisterServer(registry, kDeclariumServer, scope));
     EXPECT_TRUE(registry.values.empty());
-    EXPECT_EQ(registry.emptied.size(), 3u);
+    EXPECT_EQ(registry.emptied.size(), 4u);
   }
 }
 
@@ -56,6 +56,7 @@ TEST(Registration, UnregisteringLeavesOthersAlone) {
   FakeRegistry registry;
   registry.values[u"HKCU\\Software\\Microsoft\\Visual Basic\\6.0\\Addins\\Other.Connect|X"] = 1u;
   registry.values[u"HKCU\\Software\\Classes\\Declarium.Connect2|"] = u"another class";
+  registry.values[u"HKCU\\Software\\Classes\\CLSID\\{0}|"] = u"another class";
   const auto before = registry.values;
   ASSERT_TRUE(RegisterServer(registry, kDeclariumServer, kProgram, RegistrationScope::kUser));
   ASSERT_TRUE(UnregisterServer(registry, kDeclariumServer, RegistrationScope::kUser));
