@@ -21,12 +21,26 @@ if(WIN32)
   # One file, nothing to install beside it.
   target_link_options(declarium_options INTERFACE -static)
 endif()
+if(DECLARIUM_SHIPPED)
+  # The programs are the same bytes in every folder and at every time.
+  target_compile_options(declarium_options INTERFACE -ffile-prefix-map=${CMAKE_SOURCE_DIR}=.)
+  target_link_options(declarium_options INTERFACE
+    -s $<$<PLATFORM_ID:Windows>:-Wl,--no-insert-timestamp>)
+endif()
 
 # declarium_library(NAME SOURCES ... [LINKS ...]): one layer's static library.
 function(declarium_library name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
   add_library(${name} STATIC ${ARG_SOURCES})
   target_link_libraries(${name} PUBLIC declarium_options ${ARG_LINKS})
+endfunction()
+
+# declarium_version_resource(TARGET DESCRIPTION): what Windows shows of the program's file.
+function(declarium_version_resource target DECLARIUM_FILE_DESCRIPTION)
+  set(DECLARIUM_FILE_NAME ${target})
+  set(resource ${CMAKE_CURRENT_BINARY_DIR}/${target}_version.rc)
+  configure_file(${CMAKE_SOURCE_DIR}/cmake/version.rc.in ${resource} @ONLY)
+  target_sources(${target} PRIVATE ${resource})
 endfunction()
 
 # declarium_test(NAME SOURCES ... LINKS ... [TIMEOUT seconds]): one GoogleTest program, one CTest

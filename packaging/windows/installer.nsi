@@ -1,0 +1,447 @@
+; The installer for one user; packaging/windows/installer calls makensis.
+;
+;   setup.exe [/S] [/NOIDE | /IDE] [/NOMENU | /MENU] [/D=FOLDER]
+;   Uninstall.exe [/S] [/SETTINGS]
+;
+; Registering for the IDE and the shortcut are on, or as they were chosen last time. With /S nothing
+; is shown and messages go to the standard output. Exit status: 0 done; 1 cancelled; 2 failed;
+; 3 a program is running, nothing was changed; 4 installed, but not registered for the IDE.
+
+Unicode true
+SetCompressor /SOLID lzma
+RequestExecutionLevel user
+ManifestDPIAware true
+
+!define UNINSTALL "Software\Microsoft\Windows\CurrentVersion\Uninstall\Declarium"
+!define LIBRARIES "${UNINSTALL}\Libraries"
+!define SETTINGS "Software\Brindlework\Declarium 3.0"
+!define SERVER "Software\Classes\CLSID\{E935511A-4C2D-4094-9A51-D7CF1373CE55}\LocalServer32"
+!define STATUS_IN_USE 3
+!define STATUS_NOT_REGISTERED 4
+
+Name "Declarium ${VERSION}"
+OutFile "${SETUP}"
+InstallDir "$LOCALAPPDATA\Programs\Declarium"
+InstallDirRegKey HKCU "${UNINSTALL}" "InstallLocation"
+BrandingText " "
+ShowInstDetails show
+ShowUninstDetails show
+
+!include FileFunc.nsh
+!include LogicLib.nsh
+!include MUI2.nsh
+!include Sections.nsh
+
+!define MUI_ICON "${ICON}"
+!define MUI_UNICON "${ICON}"
+!define MUI_ABORTWARNING
+!define MUI_COMPONENTSPAGE_SMALLDESC
+!define MUI_FINISHPAGE_NOAUTOCLOSE
+!define MUI_UNFINISHPAGE_NOAUTOCLOSE
+!define MUI_FINISHPAGE_RUN "$INSTDIR\Declarium.exe"
+!define MUI_FINISHPAGE_RUN_NOTCHECKED
+!insertmacro MUI_PAGE_COMPONENTS
+!insertmacro MUI_PAGE_DIRECTORY
+!insertmacro MUI_PAGE_INSTFILES
+!insertmacro MUI_PAGE_FINISH
+!insertmacro MUI_UNPAGE_COMPONENTS
+!insertmacro MUI_UNPAGE_INSTFILES
+!insertmacro MUI_LANGUAGE "English"
+!insertmacro MUI_LANGUAGE "Slovak"
+!include "${TEXTS}"
+
+VIProductVersion "${VERSION}.0"
+VIFileVersion "${VERSION}.0"
+!macro VersionTexts language
+  VIAddVersionKey /LANG=${language} "ProductName" "Declarium"
+  VIAddVersionKey /LANG=${language} "CompanyName" "${PUBLISHER}"
+  VIAddVersionKey /LANG=${language} "LegalCopyright" "${COPYRIGHT}"
+  VIAddVersionKey /LANG=${language} "FileDescription" "Declarium"
+  VIAddVersionKey /LANG=${language} "FileVersion" "${VERSION}"
+  VIAddVersionKey /LANG=${language} "ProductVersion" "${VERSION}"
+!macroend
+!insertmacro VersionTexts ${LANG_ENGLISH}
+!insertmacro VersionTexts ${LANG_SLOVAK}
+
+; ---- for the installer and the uninstaller ----
+
+!macro Functions un
+; Shows the text on the stack in the details; writes it to the standard output when silent.
+Function ${un}Say
+  Exch $R0
+  DetailPrint $R0
+  IfSilent 0 done
+  Push $R1
+  Push $R2
+  Push $R3
+  System::Call 'kernel32::GetStdHandle(i -11)p.R1'
+  ${If} $R1 P= 0
+  ${OrIf} $R1 P= -1
+    ; A window program that was started from a console.
+    System::Call 'kernel32::AttachConsole(i -1)'
+    System::Call 'kernel32::GetStdHandle(i -11)p.R1'
+  ${EndIf}
+  StrCpy $R0 "$R0$\r$\n"
+  StrLen $R2 $R0
+  System::Call 'kernel32::WriteConsoleW(p R1, w R0, i R2, *i, p 0)i.R3'
+  ${If} $R3 = 0
+    System::Alloc 4096
+    Pop $R2
+    System::Call 'kernel32::WideCharToMultiByte(i 65001, i 0, w R0, i -1, p R2, i 4096, p 0, p 0)i.R3'
+    IntOp $R3 $R3 - 1
+    System::Call 'kernel32::WriteFile(p R1, p R2, i R3, *i, p 0)'
+    System::Free $R2
+  ${EndIf}
+  Pop $R3
+  Pop $R2
+  Pop $R1
+done:
+  Pop $R0
+FunctionEnd
+
+; Goes on when no program of the folder runs. Until then the user is asked; without one, or when he
+; gives up, it ends here.
+Function ${un}RequireClosed
+  ${For} $1 1 2
+    StrCpy $R9 "$INSTDIR\Declarium.exe"
+    ${If} $1 = 2
+      StrCpy $R9 "$INSTDIR\declarium-cli.exe"
+    ${EndIf}
+    ${DoWhile} ${FileExists} $R9
+      ; A program that runs cannot be opened for writing.
+      ClearErrors
+      FileOpen $0 $R9 a
+      ${IfNot} ${Errors}
+        FileClose $0
+        ${ExitDo}
+      ${EndIf}
+      MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION "$(InUse)" /SD IDCANCEL IDRETRY again
+      Push "$(InUse)"
+      Call ${un}Say
+      SetErrorLevel ${STATUS_IN_USE}
+      Quit
+again:
+    ${Loop}
+  ${Next}
+FunctionEnd
+
+; The SHA-256 of the file whose path is on the stack; empty when it cannot be read.
+Function ${un}HashOf
+  Exch $R0
+  Push $0
+  Push $1
+  Push $2
+  Push $3
+  Push $4
+  Push $5
+  StrCpy $5 ""
+  ClearErrors
+  FileOpen $3 $R0 r
+  ${IfNot} ${Errors}
+    System::Alloc 65536
+    Pop $4
+    System::Call 'advapi32::CryptAcquireContextW(*p.r1, p 0, p 0, i 24, i 0xF0000000)i.r0'
+    System::Call 'advapi32::CryptCreateHash(p r1, i 0x800C, p 0, i 0, *p.r2)i.r0'
+    ${Do}
+      System::Call 'kernel32::ReadFile(p r3, p r4, i 65536, *i.r0, p 0)'
+      ${If} $0 = 0
+        ${ExitDo}
+      ${EndIf}
+      System::Call 'advapi32::CryptHashData(p r2, p r4, i r0, i 0)'
+    ${Loop}
+    System::Call 'advapi32::CryptGetHashParam(p r2, i 2, p r4, *i 32, i 0)i.r0'
+    ${If} $0 <> 0
+      ; Bare hexadecimal digits on one line.
+      System::Call 'crypt32::CryptBinaryToStringW(p r4, i 32, i 0x4000000C, w.r5, *i 128)'
+    ${EndIf}
+    System::Call 'advapi32::CryptDestroyHash(p r2)'
+    System::Call 'advapi32::CryptReleaseContext(p r1, i 0)'
+    System::Free $4
+    FileClose $3
+  ${EndIf}
+  StrCpy $R0 $5
+  Pop $5
+  Pop $4
+  Pop $3
+  Pop $2
+  Pop $1
+  Pop $0
+  Exch $R0
+FunctionEnd
+
+; Deletes what the list in the folder names, and the list. Folders stay when something is in them.
+Function ${un}DeleteListed
+  ClearErrors
+  FileOpen $0 "$INSTDIR\installed-files.txt" r
+  ${If} ${Errors}
+    Return
+  ${EndIf}
+  ${Do}
+    ClearErrors
+    FileRead $0 $1
+    ${If} ${Errors}
+      ${ExitDo}
+    ${EndIf}
+    StrCpy $1 $1 -2  ; without the line's end
+    StrCpy $2 $1 1 -1
+    ${If} $2 == "\"
+      RMDir "$INSTDIR\$1"
+    ${Else}
+      Delete "$INSTDIR\$1"
+    ${EndIf}
+  ${Loop}
+  FileClose $0
+  Delete "$INSTDIR\installed-files.txt"
+FunctionEnd
+
+; Deletes the libraries that are still as they were installed, except the one whose name is on the
+; stack.
+Function ${un}DeleteUnchangedLibraries
+  Exch $R0
+  StrCpy $0 0
+  ${Do}
+    EnumRegValue $1 HKCU "${LIBRARIES}" $0
+    ${If} $1 == ""
+      ${ExitDo}
+    ${EndIf}
+    IntOp $0 $0 + 1
+    ${If} $1 != $R0
+      ReadRegStr $2 HKCU "${LIBRARIES}" $1
+      Push "$INSTDIR\$1"
+      Call ${un}HashOf
+      Pop $3
+      ${If} $2 == $3
+        Delete "$INSTDIR\$1"
+        DeleteRegValue HKCU "${LIBRARIES}" $1
+        IntOp $0 $0 - 1
+      ${EndIf}
+    ${EndIf}
+  ${Loop}
+  Pop $R0
+FunctionEnd
+
+; The program that the IDE starts, "" when none is registered for the user.
+Function ${un}RegisteredProgram
+  ReadRegStr $0 HKCU "${SERVER}" "ServerExecutable"
+  Push $0
+FunctionEnd
+!macroend
+!insertmacro Functions ""
+!insertmacro Functions "un."
+
+; ---- installing ----
+
+Var Library  ; the file that the new library goes to
+
+; The library comes as Win32.api unless the user changed that one.
+Function InstallLibrary
+  StrCpy $Library "Win32.api"
+  ReadRegStr $1 HKCU "${LIBRARIES}" "Win32.api"
+  Push "$INSTDIR\Win32.api"
+  Call HashOf
+  Pop $2
+  ${If} $2 == ""
+  ${OrIf} $2 == $1
+  ${OrIf} $2 == "${LIBRARY_HASH}"
+    SetOutPath $INSTDIR
+    File "${SOURCE}/Win32.api"
+    WriteRegStr HKCU "${LIBRARIES}" "Win32.api" "${LIBRARY_HASH}"
+  ${ElseIf} $1 == "${LIBRARY_HASH}"
+    Push "$(KeptSame)"
+    Call Say
+  ${Else}
+    Call InstallLibraryBeside
+  ${EndIf}
+FunctionEnd
+
+; Under a title of its own, so that the program's list tells the two apart.
+Function InstallLibraryBeside
+  StrCpy $Library "Win32-${VERSION}.api"
+  StrCpy $R9 $Library
+  ReadRegStr $1 HKCU "${LIBRARIES}" $Library
+  Push "$INSTDIR\$Library"
+  Call HashOf
+  Pop $2
+  ${If} $2 != ""
+  ${AndIf} $2 != $1
+    Push "$(KeptBoth)"
+    Call Say
+    Return
+  ${EndIf}
+  File "/oname=$INSTDIR\$Library" "${SOURCE}/Win32.api"
+  nsExec::Exec '"$INSTDIR\declarium-cli.exe" rename "$INSTDIR\$Library" "Win32 API ${VERSION}"'
+  Pop $0
+  Push "$INSTDIR\$Library"
+  Call HashOf
+  Pop $2
+  WriteRegStr HKCU "${LIBRARIES}" $Library $2
+  Push "$(KeptBeside)"
+  Call Say
+FunctionEnd
+
+Section "!$(NameProgram)" SectionProgram
+  SectionIn RO
+  Call RequireClosed
+  Call DeleteListed
+  SetOutPath $INSTDIR
+  File /r /x Win32.api "${SOURCE}/*"
+  File "/oname=installed-files.txt" "${LIST}"
+  Call InstallLibrary
+  Push $Library
+  Call DeleteUnchangedLibraries
+  WriteUninstaller "$INSTDIR\Uninstall.exe"
+  WriteRegStr HKCU "${UNINSTALL}" "DisplayName" "Declarium"
+  WriteRegStr HKCU "${UNINSTALL}" "DisplayVersion" "${VERSION}"
+  WriteRegStr HKCU "${UNINSTALL}" "Publisher" "${PUBLISHER}"
+  WriteRegStr HKCU "${UNINSTALL}" "DisplayIcon" "$INSTDIR\Declarium.exe,0"
+  WriteRegStr HKCU "${UNINSTALL}" "InstallLocation" "$INSTDIR"
+  WriteRegStr HKCU "${UNINSTALL}" "UninstallString" '"$INSTDIR\Uninstall.exe"'
+  WriteRegStr HKCU "${UNINSTALL}" "QuietUninstallString" '"$INSTDIR\Uninstall.exe" /S'
+  WriteRegDWORD HKCU "${UNINSTALL}" "EstimatedSize" ${KILOBYTES}
+  WriteRegDWORD HKCU "${UNINSTALL}" "NoModify" 1
+  WriteRegDWORD HKCU "${UNINSTALL}" "NoRepair" 1
+SectionEnd
+
+Section "$(NameMenu)" SectionMenu
+  CreateShortcut "$SMPROGRAMS\Declarium.lnk" "$INSTDIR\Declarium.exe"
+SectionEnd
+
+Section "$(NameIde)" SectionIde
+  ExecWait '"$INSTDIR\Declarium.exe" /RegServer' $0
+  ${If} $0 != 0
+    Push "$(NotRegistered)"
+    Call Say
+    SetErrorLevel ${STATUS_NOT_REGISTERED}
+  ${EndIf}
+SectionEnd
+
+; What was chosen last time and is not any more.
+Section -Unchosen
+  ${IfNot} ${SectionIsSelected} ${SectionMenu}
+    Delete "$SMPROGRAMS\Declarium.lnk"
+  ${EndIf}
+  ${IfNot} ${SectionIsSelected} ${SectionIde}
+    Call RegisteredProgram
+    Pop $0
+    ${If} $0 == "$INSTDIR\Declarium.exe"
+      ExecWait '"$INSTDIR\Declarium.exe" /UnregServer' $0
+    ${EndIf}
+  ${EndIf}
+  Push "$(Installed)"
+  Call Say
+SectionEnd
+
+!insertmacro MUI_FUNCTION_DESCRIPTION_BEGIN
+  !insertmacro MUI_DESCRIPTION_TEXT ${SectionProgram} $(AboutProgram)
+  !insertmacro MUI_DESCRIPTION_TEXT ${SectionMenu} $(AboutMenu)
+  !insertmacro MUI_DESCRIPTION_TEXT ${SectionIde} $(AboutIde)
+!insertmacro MUI_FUNCTION_DESCRIPTION_END
+
+; SwitchSection SECTION NAME: the switches /NAME and /NONAME.
+!macro SwitchSection section name
+  ClearErrors
+  ${GetOptions} $R0 "/NO${name}" $0
+  ${IfNot} ${Errors}
+    !insertmacro UnselectSection ${section}
+  ${EndIf}
+  ClearErrors
+  ${GetOptions} $R0 "/${name}" $0
+  ${IfNot} ${Errors}
+    !insertmacro SelectSection ${section}
+  ${EndIf}
+!macroend
+
+Function .onInit
+  ReadRegStr $0 HKCU "${UNINSTALL}" "InstallLocation"
+  ${If} $0 != ""
+    Call RegisteredProgram
+    Pop $1
+    ${If} $1 != "$0\Declarium.exe"
+      !insertmacro UnselectSection ${SectionIde}
+    ${EndIf}
+    ${IfNot} ${FileExists} "$SMPROGRAMS\Declarium.lnk"
+      !insertmacro UnselectSection ${SectionMenu}
+    ${EndIf}
+  ${EndIf}
+  ${GetParameters} $R0
+  !insertmacro SwitchSection ${SectionIde} "IDE"
+  !insertmacro SwitchSection ${SectionMenu} "MENU"
+FunctionEnd
+
+; ---- removing ----
+
+Var Left  ; what stays, a line each
+
+!macro Stays text
+  Push "${text}"
+  Call un.Say
+  StrCpy $Left "$Left${text}$\r$\n"
+!macroend
+
+; The user's own files, of which the folder may hold any number.
+Function un.TellWhatIsLeft
+  ClearErrors
+  FindFirst $0 $1 "$INSTDIR\*"
+  ${DoUntil} ${Errors}
+    ${If} $1 != "."
+    ${AndIf} $1 != ".."
+      StrCpy $R9 "$INSTDIR\$1"
+      !insertmacro Stays "$(LeftFile)"
+      ClearErrors
+    ${EndIf}
+    FindNext $0 $1
+  ${Loop}
+  FindClose $0
+FunctionEnd
+
+Section "un.$(NameProgram)" UnSectionProgram
+  SectionIn RO
+  StrCpy $Left ""
+  Call un.RequireClosed
+  Call un.RegisteredProgram
+  Pop $R9
+  ${If} $R9 == "$INSTDIR\Declarium.exe"
+    ExecWait '"$INSTDIR\Declarium.exe" /UnregServer' $0
+    ${If} $0 != 0
+      !insertmacro Stays "$(NotUnregistered)"
+    ${EndIf}
+  ${ElseIf} $R9 != ""
+    !insertmacro Stays "$(OtherCopy)"
+  ${EndIf}
+  Delete "$SMPROGRAMS\Declarium.lnk"
+  Push ""
+  Call un.DeleteUnchangedLibraries
+  Call un.DeleteListed
+  Delete "$INSTDIR\Uninstall.exe"
+  SetOutPath $TEMP
+  RMDir $INSTDIR
+  Call un.TellWhatIsLeft
+  DeleteRegKey HKCU "${UNINSTALL}"
+  DeleteRegKey /ifempty HKCU "Software\Microsoft\Windows\CurrentVersion\Uninstall"
+SectionEnd
+
+Section /o "un.$(NameSettings)" UnSectionSettings
+  DeleteRegKey HKCU "${SETTINGS}"
+  DeleteRegKey /ifempty HKCU "Software\Brindlework"
+SectionEnd
+
+Section -un.Tell
+  EnumRegValue $0 HKCU "${SETTINGS}" 0
+  ${If} $0 != ""
+    !insertmacro Stays "$(LeftSettings)"
+  ${EndIf}
+  Push "$(Removed)"
+  Call un.Say
+  ${If} $Left != ""
+    MessageBox MB_OK|MB_ICONINFORMATION "$(Removed)$\r$\n$\r$\n$Left" /SD IDOK
+  ${EndIf}
+SectionEnd
+
+Function un.onInit
+  ${GetParameters} $R0
+  ClearErrors
+  ${GetOptions} $R0 "/SETTINGS" $0
+  ${IfNot} ${Errors}
+    !insertmacro SelectSection ${UnSectionSettings}
+  ${EndIf}
+FunctionEnd
