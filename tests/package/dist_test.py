@@ -1,0 +1,131 @@
+"""What ./package put into dist/: checksums, bill of materials, versions."""
+import hashlib
+import json
+import re
+import subprocess
+import tempfile
+import unittest
+import zipfile
+
+from products import DIST, VERSION, ZIP, product
+from wine_session import PROJECT
+
+LICENCES = {"Declarium", "CLI11", "nlohmann-json", "gcc-runtime", "mingw-w64", "nsis", "README"}
+
+
+def sha256(data):
+    return hashlib.sha256(data).hexdigest()
+
+
+class Checksums(unittest.TestCase):
+    def test_are_those_of_every_other_file(self):
+        lines = (DIST / "SHA256SUMS").read_text().splitlines()
+        stated = {name: digest for digest, name in (line.split("  ") for line in lines)}
+        there = {path.name: sha256(path.read_bytes()) for path in DIST.iterdir()
+                 if path.name != "SHA256SUMS"}
+        self.assertEqual(stated, there)
+        self.assertEqual(len(there), 4)
+
+
+class BillOfMaterials(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.bill = json.loads((DIST / f"declarium-{VERSION}.spdx.json").read_text())
+        cls.stated = {entry["fileName"].removeprefix("./"): entry["checksums"]
+                      for entry in cls.bill["files"]}
+
+    def digest(self, name):
+        return next(sum["checksumValue"] for sum in self.stated[name]
+                    if sum["algorithm"] == "SHA256")
+
+    def test_has_the_files_of_the_zip(self):
+        with zipfile.ZipFile(ZIP) as archive:
+            content = {"win32/" + name.partition("/")[2]: sha256(archive.read(name))
+                       for name in archive.namelist()}
+        self.assertEqual({name: self.digest(name) for name in self.stated
+                          if name.startswith("win32/")}, content)
+
+    def test_has_the_files_of_the_debian_package(self):
+        with tempfile.TemporaryDirectory() as folder:
+            subprocess.run(["dpkg-deb", "-x", next(DIST.glob("*.deb")), folder], check=True)
+            for name in (name for name in self.stated if name.startswith("debian/")):
+                with open(folder + name.removeprefix("debian"), "rb") as file:
+                    self.assertEqual(self.digest(name), sha256(file.read()), name)
+            count = subprocess.run(["find", folder, "-type", "f"], check=True,
+                                   capture_output=True).stdout.count(b"\n")
+        self.assertEqual(count, sum(name.startswith("debian/") for name in self.stated))
+
+    def test_names_the_installed_version_of_every_material(self):
+        for package in self.bill["packages"][1:]:
+            shown = subprocess.run(["dpkg-query", "-W", "-f=${Version}\n", package["name"]],
+                                   check=True, capture_output=True, text=True).stdout
+            self.assertEqual(package["versionInfo"], shown.splitlines()[0], package["name"])
+
+    def test_has_every_element_that_a_relationship_names_and_relates_every_element(self):
+        elements = {"SPDXRef-DOCUMENT"} | {
+            entry["SPDXID"] for kind in ("packages", "files") for entry in self.bill[kind]}
+        named = {relation[end] for relation in self.bill["relationships"]
+                 for end in ("spdxElementId", "relatedSpdxElement")}
+        self.assertEqual(named, elements)
+
+    def test_has_the_fields_that_spdx_2_3_requires(self):
+        self.assertEqual(self.bill["spdxVersion"], "SPDX-2.3")
+        self.assertEqual(self.bill["dataLicense"], "CC0-1.0")
+        self.assertRegex(self.bill["creationInfo"]["created"], r"^\d{4}-\d\d-\d\dT[\d:]{8}Z$")
+        for entry in self.bill["packages"] + self.bill["files"]:
+            self.assertRegex(entry["SPDXID"], r"^SPDXRef-[A-Za-z0-9.-]+$")
+        for entry in self.bill["files"]:
+            self.assertIn("SHA1", [sum["algorithm"] for sum in entry["checksums"]])
+        for entry in self.bill["packages"]:
+            self.assertTrue({"name", "downloadLocation"} <= entry.keys())
+
+
+class ProductInformation(unittest.TestCase):
+    def test_is_that_of_the_build_in_every_windows_program(self):
+        with zipfile.ZipFile(ZIP) as archive:
+            programs = {name: archive.read(name) for name in archive.namelist()
+                        if name.endswith(".exe")}
+        setup = DIST / f"declarium-{VERSION}-win32-setup.exe"
+        programs[setup.name] = setup.read_bytes()
+        self.assertEqual(len(programs), 3)
+        texts = {"FileVersion": VERSION, "ProductVersion": VERSION, "ProductName": "Declarium",
+                 "CompanyName": product()["publisher"], "LegalCopyright": product()["copyright"]}
+        for name, data in programs.items():
+            for key, value in texts.items():
+                self.assertEqual(version_text(data, key), value, f"{key} of {name}")
+
+    def test_is_that_of_the_projects_build_description(self):
+        text = (PROJECT / "CMakeLists.txt").read_text()
+        self.assertEqual(re.search(r"project\(Declarium VERSION ([\d.]+)", text)[1], VERSION)
+
+    def test_has_an_entry_in_the_changelog(self):
+        self.assertIn(f"\n## [{VERSION}] - ", (PROJECT / "CHANGELOG.md").read_text())
+
+
+class PortableFolder(unittest.TestCase):
+    def test_has_the_licences_of_everything_in_it(self):
+        with zipfile.ZipFile(ZIP) as archive:
+            licences = {name.rpartition("/")[2].removesuffix(".txt"): archive.read(name)
+                        for name in archive.namelist() if "/licences/" in name}
+        self.assertEqual(licences.keys(), LICENCES)
+        self.assertIn(b"GCC RUNTIME LIBRARY EXCEPTION", licences["gcc-runtime"])
+        self.assertIn(b"ZPL", licences["mingw-w64"])
+        for name in LICENCES - {"README"}:
+            self.assertIn(f"{name}.txt".encode(), licences["README"])
+
+    def test_has_programs_that_name_no_folder_of_the_build(self):
+        with zipfile.ZipFile(ZIP) as archive:
+            for name in archive.namelist():
+                if name.endswith(".exe"):
+                    self.assertNotIn(str(PROJECT).encode(), archive.read(name), name)
+
+
+def version_text(data, key):
+    """The text of that name in a file's version resource."""
+    found = re.search((key + "\0").encode("utf-16-le") + rb"(?:\0\0)*((?:[^\0].|.[^\0])+?)\0\0",
+                      data, re.S)
+    return found[1].decode("utf-16-le") if found else None
+
+
+if __name__ == "__main__":
+    unittest.main()
