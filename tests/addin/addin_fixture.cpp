@@ -5,8 +5,6 @@
 namespace declarium {
 namespace {
 
-const std::string kAddIn = "Declarium.Connect";
-
 // Runs a task of the program that ends by itself.
 int RunTask(const std::filesystem::path& program, const wchar_t* task) {
   std::string output;
@@ -40,7 +38,7 @@ void AddInTest::SetUp() {
 }
 
 void AddInTest::TearDown() {
-  EXPECT_TRUE(Eventually([] { return ProcessWithMainWindow() == 0; })) << "the process stays";
+  EXPECT_TRUE(IsGone()) << "the process stays";
   IdeProcess().Tell("interfaces off");
   EXPECT_EQ(RunTask(FileAt("Declarium.exe"), L"/UnregServer:machine"), 0);
 }
@@ -55,6 +53,10 @@ void AddInTest::OpenModule(IdeProcess& ide, const std::string& text, int type) {
 void AddInTest::Connect(IdeProcess& ide) {
   ASSERT_EQ(ide.Tell("connect " + kAddIn), "ok");
   AttachToAddIn();
+}
+
+void AddInTest::ConnectAlso(IdeProcess& ide) {
+  ASSERT_EQ(ide.Tell("connect " + kAddIn), "ok");
 }
 
 void AddInTest::AttachToAddIn() {
@@ -88,6 +90,10 @@ void AddInTest::Insert(int answer) {
 
 bool AddInTest::ModuleBecomes(IdeProcess& ide, const std::string& text) {
   return Eventually([&] { return ide.Tell("lines Module1") == "ok " + text; });
+}
+
+bool AddInTest::IsGone() {
+  return Eventually([] { return ProcessWithMainWindow() == 0; });
 }
 
 bool AddInTest::Ends() {

@@ -8,6 +8,11 @@
 
 namespace declarium {
 
+inline const std::string kAddIn = "Declarium.Connect";
+
+// What the basket with the constant A inserts; its text ends with a line break.
+inline const std::string kConstant = "Private Const A = 1\\n";
+
 // The library of each test is WinLibrary, opened when the add-in is connected.
 class AddInTest : public OutsideTest {
  protected:
@@ -20,6 +25,8 @@ class AddInTest : public OutsideTest {
   // Connects the IDE and drives the add-in's process from then on.
   void Connect(IdeProcess& ide);
   void AttachToAddIn();
+  // Connects one more IDE to the process that is driven already.
+  void ConnectAlso(IdeProcess& ide);
   void Disconnect(IdeProcess& ide);
   // Clicks the toolbar button and waits for the main window.
   void ClickButton(IdeProcess& ide);
@@ -30,6 +37,8 @@ class AddInTest : public OutsideTest {
   // Whether the module comes to hold this text, as the IDE's line protocol writes it.
   [[nodiscard]] bool ModuleBecomes(IdeProcess& ide, const std::string& text);
   [[nodiscard]] bool Ends();
+  // Whether no process of the program is left with a main window.
+  [[nodiscard]] static bool IsGone();
 };
 
 }  // namespace declarium

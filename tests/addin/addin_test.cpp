@@ -1,14 +1,13 @@
 // The program inside the stand-in IDE, as a programmer uses it.
+#include <sstream>
+
 #include "addin/addin_fixture.h"
+#include "host/clipboard_text.h"
 
 namespace declarium {
 namespace {
 
 using window_driver::DrivenProgram;
-using window_driver::PressInDialog;
-
-// What the basket with the constant A inserts; its text ends with a line break.
-const std::string kConstant = "Private Const A = 1\\n";
 
 TEST_F(AddInTest, ConnectingShowsNothingAndAClickShowsTheMainWindow) {
   IdeProcess ide;
@@ -109,42 +108,83 @@ TEST_F(AddInTest, InsertIsEnabledWhileThereIsAModuleAndABasket) {
   Disconnect(ide);
 }
 
-TEST_F(AddInTest, DisconnectedWhileTheQuestionIsOpenTheWindowStaysUntilItIsClosed) {
+TEST_F(AddInTest, InsertIsDisabledWhenTheProjectOfTheModuleGoes) {
   IdeProcess ide;
   OpenModule(ide, "Option Explicit");
   Connect(ide);
   ClickButton(ide);
   AddConstant();
-  ASSERT_TRUE(Eventually([this] { return ToolbarEnabled("insert"); }));
-  ClickToolbar("insert");
-  const HWND question = Program().Dialog();
+  EXPECT_TRUE(Eventually([this] { return ToolbarEnabled("insert"); }));
+  ASSERT_EQ(ide.Tell("remove-project Project1"), "ok");
+  EXPECT_TRUE(Eventually([this] { return !ToolbarEnabled("insert"); }));
+  Disconnect(ide);
+}
+
+TEST_F(AddInTest, ConnectingAgainLeavesOneButtonAndOneMenuEntry) {
+  IdeProcess keeper;
+  Connect(keeper);
+  IdeProcess ide;
+  ConnectAlso(ide);
+  const std::string controls = ide.Tell("controls");
+  EXPECT_TRUE(controls.starts_with("ok Standard|Brindlework Declarium 3.0|")) << controls;
+  EXPECT_NE(controls.find("Add-Ins|Declar&ium|"), std::string::npos) << controls;
   Disconnect(ide);
   EXPECT_EQ(ide.Tell("controls"), "ok ");
-  EXPECT_TRUE(IsWindow(question));
-  PressInDialog(question, IDNO);
-  EXPECT_TRUE(Eventually([this] { return !ToolbarEnabled("insert"); }));
-  EXPECT_EQ(ide.Tell("lines Module1"), "ok Option Explicit");
-  Close();
+  ConnectAlso(ide);
+  EXPECT_EQ(ide.Tell("controls"), controls);
+  Disconnect(ide);
+  Disconnect(keeper);
+}
+
+TEST_F(AddInTest, LeavesTheUsersClipboardAsItWas) {
+  IdeProcess ide;
+  SetClipboardText(L"what the user copied");
+  Connect(ide);
+  EXPECT_EQ(ide.Tell("controls").find("none"), std::string::npos);
+  EXPECT_EQ(ClipboardText(), L"what the user copied");
+  Disconnect(ide);
+}
+
+TEST_F(AddInTest, ServesTwoHostsAtOnceWithOneWindow) {
+  IdeProcess first;
+  IdeProcess second;
+  OpenModule(first, "' first");
+  OpenModule(second, "' second");
+  Connect(first);
+  ClickButton(first);
+  const HWND window = Main();
+  AddConstant();
+  ConnectAlso(second);
+  ClickButton(second);
+  EXPECT_EQ(Main(), window);
+  Insert(IDYES);
+  EXPECT_TRUE(ModuleBecomes(second, "' second\\n" + kConstant));
+  EXPECT_EQ(first.Tell("lines Module1"), "ok ' first");
+  // The window passes to the host that is left.
+  Disconnect(second);
+  EXPECT_TRUE(IsWindowVisible(window));
+  Insert(IDYES);
+  EXPECT_TRUE(ModuleBecomes(first, "' first\\n" + kConstant));
+  Disconnect(first);
   EXPECT_TRUE(Ends());
 }
 
-TEST_F(AddInTest, EndsWhenTheHostDiesWithTheMainWindowShown) {
+TEST_F(AddInTest, OnlyThePollCallsAnIdleHost) {
   IdeProcess ide;
+  OpenModule(ide, "Option Explicit");
   Connect(ide);
   ClickButton(ide);
-  ide.Kill();
-  EXPECT_TRUE(Ends());
-}
-
-TEST_F(AddInTest, EndsWhenTheHostDiesInsideACallOfTheConnection) {
-  for (const int call : {5, 12}) {
-    IdeProcess ide;
-    ASSERT_EQ(ide.Tell("die-at " + std::to_string(call)), "ok");
-    EXPECT_EQ(ide.Tell("connect Declarium.Connect"), "dead");
-    AttachToAddIn();
-    PressInDialog(Program().Dialog(), IDIGNORE);
-    EXPECT_TRUE(Ends());
-  }
+  ASSERT_EQ(ide.Tell("calls reset"), "ok 0");
+  EXPECT_TRUE(Eventually([&] { return ide.Ask("calls") >= 10; }));
+  std::istringstream names(ide.Tell("call-names").substr(3));
+  for (std::string name; names >> name;) EXPECT_EQ(name, "CodeModule.CountOfLines");
+  // Without a module there is nothing to poll.
+  ASSERT_EQ(ide.Tell("remove Module1"), "ok");
+  EXPECT_TRUE(Eventually([this] { return !ToolbarEnabled("insert"); }));
+  ASSERT_EQ(ide.Tell("calls reset"), "ok 0");
+  AddConstant();
+  EXPECT_EQ(ide.Tell("call-names"), "ok ");
+  Disconnect(ide);
 }
 
 TEST_F(AddInTest, StandaloneStartBesideAConnectedOneIsAProcessOfItsOwn) {

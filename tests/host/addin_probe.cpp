@@ -113,7 +113,8 @@ class LoggingWindow final : public MainWindowLink {
   // What the growth tests watch.
   void WriteResources() {
     std::ofstream(std::filesystem::path(LogPath() + L".resources"), std::ios::trunc)
-        << vbhost::OwnHandleCount() << ' ' << vbhost::OwnMemory();
+        << vbhost::HandleCountOf(GetCurrentProcessId()) << ' '
+        << vbhost::MemoryOf(GetCurrentProcessId());
   }
 
   Log log_;

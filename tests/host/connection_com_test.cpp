@@ -1,10 +1,10 @@
 // The whole way between the host and the add-in: two processes, real COM, a real clipboard.
 #include <algorithm>
-#include <cstring>
 #include <gtest/gtest.h>
 #include <set>
 #include <sstream>
 
+#include "host/clipboard_text.h"
 #include "host/connection_fixture.h"
 
 namespace declarium {
@@ -60,29 +60,6 @@ TEST_F(Connection, ConnectingAgainLeavesOneButtonAndOneEntry) {
   ASSERT_EQ(ide.Tell(kConnect), "ok");
   EXPECT_EQ(ide.Tell("controls"), first);
   ASSERT_EQ(ide.Tell(kDisconnect), "ok");
-}
-
-// The text on the clipboard; nothing when there is none.
-std::wstring ClipboardText() {
-  std::wstring text;
-  EXPECT_TRUE(Eventually([] { return OpenClipboard(nullptr) != FALSE; }));
-  if (const HANDLE memory = GetClipboardData(CF_UNICODETEXT)) {
-    text = static_cast<const wchar_t*>(GlobalLock(memory));
-    GlobalUnlock(memory);
-  }
-  CloseClipboard();
-  return text;
-}
-
-void SetClipboardText(const std::wstring& text) {
-  EXPECT_TRUE(Eventually([] { return OpenClipboard(nullptr) != FALSE; }));
-  EmptyClipboard();
-  const auto bytes = (text.size() + 1) * sizeof(wchar_t);
-  const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, bytes);
-  std::memcpy(GlobalLock(memory), text.c_str(), bytes);
-  GlobalUnlock(memory);
-  SetClipboardData(CF_UNICODETEXT, memory);
-  CloseClipboard();
 }
 
 TEST_F(Connection, LeavesTheUsersClipboardAsItWas) {

@@ -88,9 +88,12 @@ HRESULT AddInLoader::Connect(const std::u16string& prog_id, EntryInterface entri
   if (!add_in) return E_NOINTERFACE;
   add_ins_[prog_id] = add_in;
   CustomArray custom;
+  const auto begin = std::chrono::steady_clock::now();
   status = CallEntry(
       *add_in, 1,
       {custom.value(), Object(model_.AddIn(prog_id)), Number(mode), Object(model_.Vbe())});
+  connection_time_ = std::chrono::duration_cast<std::chrono::milliseconds>(
+      std::chrono::steady_clock::now() - begin);
   if (SUCCEEDED(status) && mode == 1) status = CallEntry(*add_in, 4, {custom.value()});
   return status;
 }

@@ -2,6 +2,7 @@
 // class behind it is created in its own process, and its entries are called.
 #pragma once
 
+#include <chrono>
 #include <map>
 #include <string>
 #include <vector>
@@ -32,9 +33,13 @@ class AddInLoader {
     return add_ins_.contains(prog_id);
   }
 
+  // How long the last OnConnection took, without creating the add-in before it.
+  [[nodiscard]] std::chrono::milliseconds connection_time() const { return connection_time_; }
+
  private:
   ObjectModel& model_;
   std::map<std::u16string, ComPtr<IDispatch>> add_ins_;
+  std::chrono::milliseconds connection_time_{};
 };
 
 // Writes, or removes, the machine-wide registration that lets another process be asked for the

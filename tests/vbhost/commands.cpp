@@ -282,6 +282,10 @@ void Commands::AddAddInCommands() {
                                return Outcome(loader_.Disconnect(
                                    FromUtf8(words[0]), words.size() > 1 ? Number(words[1]) : 1));
                              }};
+  commands_["connection-time"] = {
+      0, [this](const Words&) {
+        return Ok(static_cast<long long>(loader_.connection_time().count()));
+      }};
   commands_["interfaces"] = {
       1, [](const Words& words) { return Outcome(RegisterEntryInterfaces(words[0] == "on")); }};
   commands_["quit"] = {0, [this](const Words&) {
@@ -363,8 +367,8 @@ void Commands::AddReportCommands() {
                           return Ok(count);
                         }};
   commands_["objects"] = {0, [](const Words&) { return Ok(ModelObject::count()); }};
-  commands_["handles"] = {0, [](const Words&) { return Ok(OwnHandleCount()); }};
-  commands_["memory"] = {0, [](const Words&) { return Ok(OwnMemory()); }};
+  commands_["handles"] = {0, [](const Words&) { return Ok(HandleCountOf(GetCurrentProcessId())); }};
+  commands_["memory"] = {0, [](const Words&) { return Ok(MemoryOf(GetCurrentProcessId())); }};
   commands_["process"] = {
       0, [](const Words&) { return Ok(static_cast<long long>(GetCurrentProcessId())); }};
 }

@@ -20,7 +20,7 @@ struct Control {
   std::u16string tooltip;
   std::u16string tag;
   bool visible = true;
-  bool temporary = false;  // not stored with its bar
+  bool temporary = false;          // not stored with its bar
   std::vector<std::uint8_t> face;  // the packed bitmap that was pasted
   std::vector<std::uint8_t> mask;
   std::shared_ptr<SinkList> clicks = std::make_shared<SinkList>();

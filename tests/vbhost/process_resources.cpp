@@ -36,7 +36,7 @@ QuerySystemInformation Query() {
 
 }  // namespace
 
-long long OwnHandleCount() {
+long long HandleCountOf(DWORD process) {
   const auto query = Query();
   std::vector<ULONG_PTR> buffer(1 << 16);
   LONG status = kLengthMismatch;
@@ -48,14 +48,15 @@ long long OwnHandleCount() {
   }
   if (status != 0) return -1;
   const auto* list = reinterpret_cast<const HandleList*>(buffer.data());
-  const auto own = static_cast<ULONG_PTR>(GetCurrentProcessId());
   return std::count_if(list->entries, list->entries + list->count,
-                       [own](const HandleEntry& entry) { return entry.process == own; });
+                       [process](const HandleEntry& entry) { return entry.process == process; });
 }
 
-long long OwnMemory() {
+long long MemoryOf(DWORD process) {
+  const HANDLE opened = OpenProcess(PROCESS_QUERY_INFORMATION | PROCESS_VM_READ, FALSE, process);
   PROCESS_MEMORY_COUNTERS counters{};
-  GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof counters);
+  GetProcessMemoryInfo(opened, &counters, sizeof counters);
+  CloseHandle(opened);
   return static_cast<long long>(counters.PagefileUsage);
 }
 

@@ -1,12 +1,14 @@
 // What a process holds, for tests that watch it grow.
 #pragma once
 
+#include <windows.h>
+
 namespace declarium::vbhost {
 
-// Handles of the calling process; -1 when the system does not tell.
-[[nodiscard]] long long OwnHandleCount();
+// Handles of a process, by its id; -1 when the system does not tell.
+[[nodiscard]] long long HandleCountOf(DWORD process);
 
-// Committed bytes of the calling process.
-[[nodiscard]] long long OwnMemory();
+// Committed bytes of a process, by its id.
+[[nodiscard]] long long MemoryOf(DWORD process);
 
 }  // namespace declarium::vbhost
