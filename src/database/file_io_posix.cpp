@@ -3,12 +3,13 @@
 #include <cstring>
 #include <fcntl.h>
 #include <optional>
-#include <random>
+#include <sys/file.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
 
+#include "database/begun_file.h"
 #include "database/file_io.h"
 
 namespace declarium {
@@ -85,13 +86,6 @@ std::expected<void, Error> WriteInPlace(const fs::path& path, std::string_view b
   return {};
 }
 
-fs::path TemporaryBeside(const fs::path& path) {
-  static std::mt19937_64 random{std::random_device{}()};
-  // Without the file's own name, which may already be as long as a name can be.
-  return path.parent_path() /
-         (".declarium-" + std::to_string(::getpid()) + "." + std::to_string(random()) + ".tmp");
-}
-
 // Makes the replacement itself durable; a folder that cannot be flushed loses nothing but that.
 void FlushFolder(const fs::path& folder) {
   const Descriptor handle(::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_CLOEXEC));
@@ -120,12 +114,16 @@ bool TakeOwnerAndMode(int fd, const struct stat& old) {
 std::expected<void, Error> Replace(const fs::path& path, const std::optional<struct stat>& old,
                                    std::string_view bytes) {
   const auto target = ReplacedFile(path);
-  const auto temporary = TemporaryBeside(target);
+  RemoveAbandonedFiles(target.parent_path());
+  const auto temporary = BegunFileIn(target.parent_path(), static_cast<unsigned long>(::getpid()));
   Descriptor file(::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
   if (!file.IsOpen()) {
     if (FolderRefusesNewFiles(errno)) return WriteInPlace(path, bytes);
     return Failed(ErrorKind::kCannotWrite, path, errno);
   }
+  // The lock tells other savers that the file is not abandoned; it lasts until both are closed.
+  const Descriptor held(::dup(file.Get()));
+  ::flock(file.Get(), LOCK_EX | LOCK_NB);
   bool done = !old || TakeOwnerAndMode(file.Get(), *old);
   done = done && WriteFully(file.Get(), bytes) && Flush(file.Get()) && file.Close() &&
          ::rename(temporary.c_str(), target.c_str()) == 0;
@@ -139,6 +137,12 @@ std::expected<void, Error> Replace(const fs::path& path, const std::optional<str
 }
 
 }  // namespace
+
+void RemoveUnlessHeld(const fs::path& begun_file) {
+  const Descriptor file(::open(begun_file.c_str(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC));
+  if (!file.IsOpen() || ::flock(file.Get(), LOCK_EX | LOCK_NB) != 0) return;
+  ::unlink(begun_file.c_str());
+}
 
 std::string PathText(const fs::path& path) {
   return path.native();

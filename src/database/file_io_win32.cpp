@@ -1,9 +1,9 @@
 #include <algorithm>
 #include <optional>
-#include <random>
 #include <utility>
 #include <windows.h>
 
+#include "database/begun_file.h"
 #include "database/file_io.h"
 
 namespace declarium {
@@ -102,13 +102,6 @@ std::expected<void, Error> WriteInPlace(const fs::path& path, std::string_view b
   return {};
 }
 
-fs::path TemporaryBeside(const fs::path& path) {
-  static std::mt19937_64 random{std::random_device{}()};
-  // Without the file's own name, which may already be as long as a name can be.
-  return path.parent_path() / (L"declarium-" + std::to_wstring(::GetCurrentProcessId()) + L"." +
-                               std::to_wstring(random()) + L".tmp");
-}
-
 bool PutInPlace(const fs::path& temporary, const fs::path& path, bool replaces) {
   if (!replaces) {
     return ::MoveFileExW(temporary.c_str(), path.c_str(),
@@ -147,7 +140,8 @@ class SavingTurn {
 
 std::expected<void, Error> Replace(const fs::path& path, std::string_view bytes, bool replaces) {
   const SavingTurn turn;
-  const auto temporary = TemporaryBeside(path);
+  RemoveAbandonedFiles(path.parent_path());
+  const auto temporary = BegunFileIn(path.parent_path(), ::GetCurrentProcessId());
   FileHandle file(::CreateFileW(temporary.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
                                 FILE_ATTRIBUTE_ARCHIVE, nullptr));
   if (!file.IsOpen()) {
@@ -168,6 +162,11 @@ std::expected<void, Error> Replace(const fs::path& path, std::string_view bytes,
 }
 
 }  // namespace
+
+// A saver lets nobody else open its file, not even to delete it.
+void RemoveUnlessHeld(const fs::path& begun_file) {
+  ::DeleteFileW(begun_file.c_str());
+}
 
 std::string PathText(const fs::path& path) {
   const auto text = path.u8string();

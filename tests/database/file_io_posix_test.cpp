@@ -1,8 +1,11 @@
 // What saving promises where permissions, links and devices are those of POSIX.
+#include <atomic>
 #include <cerrno>
+#include <chrono>
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <signal.h>
+#include <sys/file.h>
 #include <sys/mount.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -65,6 +68,45 @@ TEST(WriteWholeFile, KeepsTheOwner) {
   ASSERT_TRUE(WriteWholeFile(path, "new"));
   EXPECT_EQ(StatusOf(path).st_uid, kNobody);
   EXPECT_EQ(StatusOf(path).st_gid, kNobody);
+}
+
+TEST(WriteWholeFile, KeepsABegunFileThatItsSaverHolds) {
+  const TemporaryFolder folder;
+  const auto begun = folder.Put(".declarium-1.2.tmp", "begun");
+  fs::last_write_time(begun, fs::file_time_type::clock::now() - std::chrono::hours(1));
+  const int held = ::open(begun.c_str(), O_WRONLY);
+  ASSERT_EQ(::flock(held, LOCK_EX), 0);
+  ASSERT_TRUE(WriteWholeFile(folder / "a.api", "new"));
+  EXPECT_TRUE(fs::exists(begun));
+  ::close(held);
+  ASSERT_TRUE(WriteWholeFile(folder / "a.api", "newer"));
+  EXPECT_FALSE(fs::exists(begun));
+}
+
+bool IsHeld(const fs::path& path) {
+  const int file = ::open(path.c_str(), O_RDONLY);
+  const bool held = file >= 0 && ::flock(file, LOCK_EX | LOCK_NB) != 0;
+  ::close(file);
+  return held;
+}
+
+TEST(WriteWholeFile, HoldsTheFileThatItHasBegun) {
+  const TemporaryFolder folder;
+  std::atomic<bool> done = false;
+  std::thread saver([&] {
+    const std::string content(2'000'000, 'x');
+    while (!done) EXPECT_TRUE(WriteWholeFile(folder / "a.api", content));
+  });
+  bool held = false;
+  const auto limit = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+  while (!held && std::chrono::steady_clock::now() < limit) {
+    for (const auto& entry : fs::directory_iterator(folder.path())) {
+      held = held || (entry.path().extension() == ".tmp" && IsHeld(entry.path()));
+    }
+  }
+  done = true;
+  saver.join();
+  EXPECT_TRUE(held);
 }
 
 TEST(WriteWholeFile, ASymbolicLinkStaysAndItsTargetIsReplaced) {
