@@ -13,16 +13,29 @@ struct ServicesTraits {
   static void Close(Handle services) { services->Release(); }
 };
 
-}  // namespace
+using Services = UniqueHandle<ServicesTraits>;
 
-void NameForAssistance(HWND window, const std::u16string& name) {
+constexpr auto kObject = static_cast<DWORD>(OBJID_CLIENT);
+
+// None where the system has none.
+Services CreateServices() {
   IAccPropServices* created = nullptr;
   const HRESULT result = CoCreateInstance(CLSID_AccPropServices, nullptr, CLSCTX_INPROC_SERVER,
                                           IID_IAccPropServices, reinterpret_cast<void**>(&created));
-  if (FAILED(result)) return;
-  const UniqueHandle<ServicesTraits> services(created);
-  services.Get()->SetHwndPropStr(window, static_cast<DWORD>(OBJID_CLIENT), CHILDID_SELF,
-                                 PROPID_ACC_NAME, Wide(name));
+  return Services(SUCCEEDED(result) ? created : nullptr);
+}
+
+}  // namespace
+
+void NameForAssistance(HWND window, const std::u16string& name) {
+  const Services services = CreateServices();
+  if (!services) return;
+  services.Get()->SetHwndPropStr(window, kObject, CHILDID_SELF, PROPID_ACC_NAME, Wide(name));
+}
+
+void ForgetNameForAssistance(HWND window) {
+  const Services services = CreateServices();
+  if (services) services.Get()->ClearHwndProps(window, kObject, CHILDID_SELF, &PROPID_ACC_NAME, 1);
 }
 
 }  // namespace declarium::win32

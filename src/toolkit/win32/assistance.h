@@ -11,4 +11,7 @@ namespace declarium::win32 {
 // happens.
 void NameForAssistance(HWND window, const std::u16string& name);
 
+// Takes the name away, which the system would keep beyond the window's end.
+void ForgetNameForAssistance(HWND window);
+
 }  // namespace declarium::win32

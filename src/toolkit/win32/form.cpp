@@ -62,9 +62,10 @@ Win32Form::Win32Form(Win32Toolkit& toolkit, const FormDefinition& definition)
 Win32Form::~Win32Form() {
   Close();
   toolkit_.Unregister(*this);
-  // The controls take their windows away before the form's window would.
-  components_.clear();
+  // The tooltips let go of the controls while these still have windows, and the controls take their
+  // windows away before the form's window would.
   tips_.Reset();
+  components_.clear();
   SetWindowLongPtrW(Window(), GWLP_USERDATA, 0);
   window_.Reset();
 }

@@ -51,7 +51,11 @@ const Widget::Entry Widget::kHandlers[] = {
 
 Widget::Widget(Win32Form& form, Control& control, const ControlDefinition& definition,
                const NativeClass& native)
-    : form_(form), control_(&control), bounds_(definition.bounds), font_(definition.font) {
+    : form_(form),
+      control_(&control),
+      bounds_(definition.bounds),
+      font_(definition.font),
+      named_for_assistance_(!definition.accessible_name.empty()) {
   const std::u16string caption(definition.caption);
   const DWORD style = WS_CHILD | native.style | (definition.visible ? WS_VISIBLE : 0) |
                       (definition.enabled ? 0 : WS_DISABLED) |
@@ -69,12 +73,13 @@ Widget::Widget(Win32Form& form, Control& control, const ControlDefinition& defin
   SetPropW(Handle(), kWidgetProperty, this);
   Mark();
   ApplyFont();
-  if (!definition.accessible_name.empty()) {
+  if (named_for_assistance_) {
     NameForAssistance(Handle(), std::u16string(definition.accessible_name));
   }
 }
 
 Widget::~Widget() {
+  if (named_for_assistance_) ForgetNameForAssistance(Handle());
   // The procedure stays, since a tooltip's may stand before it.
   SetWindowLongPtrW(Handle(), GWLP_USERDATA, 0);
   RemovePropW(Handle(), kWidgetProperty);

@@ -91,6 +91,7 @@ class Widget {
   Control* control_;
   Rect bounds_;
   FontRole font_;
+  bool named_for_assistance_;
   WNDPROC native_ = nullptr;  // the control's own procedure
   UniqueWindow window_;
 };
