@@ -211,6 +211,8 @@ void Win32ListView::Press(MouseButton button, WPARAM keys, LPARAM dots) {
   pressed_ = button == MouseButton::kLeft ? position : -1;
   pressed_at_ = {GET_X_LPARAM(dots), GET_Y_LPARAM(dots)};
   on_mouse_down.Raise(event);
+  // From here on, since a quick hand has left the list before the first move is told.
+  if (pressed_ > 0 && drag_target_) SetCapture(Handle());
 }
 
 void Win32ListView::FollowDrag(LPARAM dots) {
@@ -219,14 +221,14 @@ void Win32ListView::FollowDrag(LPARAM dots) {
                      std::abs(GET_Y_LPARAM(dots) - pressed_at_.y) > GetSystemMetrics(SM_CYDRAG);
   if (!moved) return;
   dragging_ = true;
-  SetCapture(Handle());
   SetCursor(LoadCursorW(nullptr, IDC_HAND));
 }
 
 void Win32ListView::EndDrag(LPARAM dots) {
   const int position = std::exchange(pressed_, -1);
-  if (!std::exchange(dragging_, false)) return;
-  ReleaseCapture();
+  const bool was_dragging = std::exchange(dragging_, false);
+  if (GetCapture() == Handle()) ReleaseCapture();
+  if (!was_dragging) return;
   POINT at{GET_X_LPARAM(dots), GET_Y_LPARAM(dots)};
   ClientToScreen(Handle(), &at);
   const HWND under = WindowFromPoint(at);
