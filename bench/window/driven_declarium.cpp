@@ -1,32 +1,17 @@
 #include "bench/window/driven_declarium.h"
 
-#include <algorithm>
 #include <chrono>
 #include <stdexcept>
 
 #include "shell/registry_store.h"
 #include "shell/settings.h"
-#include "shell/ui/main_form.h"
-#include "toolkit/win32/menu.h"
-#include "window/driven_lists.h"
+#include "window/driven_main_window.h"
 
 namespace declarium::bench {
 namespace {
 
 namespace fs = std::filesystem;
 using namespace window_driver;
-
-int PlaceInToolbar(std::string_view key) {
-  const auto buttons = MainFormDefinition().controls[0].buttons;
-  const auto found = std::ranges::find(buttons, key, &ToolbarButtonDefinition::key);
-  return static_cast<int>(found - buttons.begin());
-}
-
-WPARAM MenuCommand(std::string_view name) {
-  const auto menus = MainFormDefinition().menus;
-  const auto found = std::ranges::find(menus, name, &MenuDefinition::name);
-  return win32::MenuSet::kFirstId + static_cast<WPARAM>(found - menus.begin());
-}
 
 fs::path WithKind(const fs::path& program, Kind kind) {
   SetStartingKind(kind);
@@ -101,12 +86,12 @@ void DrivenDeclarium::ChooseLibrary(int row) const {
 }
 
 HWND DrivenDeclarium::OpenByToolbar(std::string_view key, std::string_view form) const {
-  ClickButton(Control("Toolbar1"), PlaceInToolbar(key));
+  ClickToolbar(main_, key);
   return program_.Form(form);
 }
 
 HWND DrivenDeclarium::OpenByMenu(std::string_view entry, std::string_view form) const {
-  PostMessageW(main_, WM_COMMAND, MenuCommand(entry), 0);
+  ChooseMenu(main_, entry);
   return program_.Form(form);
 }
 

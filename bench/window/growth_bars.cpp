@@ -5,9 +5,9 @@
 #include "bench/benchmark_files.h"
 #include "bench/window/driven_declarium.h"
 #include "bench/window/measures.h"
-#include "bench/window/process_growth.h"
 #include "database/database_file.h"
 #include "window/driven_lists.h"
+#include "window/process_holdings.h"
 
 namespace declarium::bench {
 namespace {

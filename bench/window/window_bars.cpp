@@ -10,6 +10,7 @@
 #include <string>
 
 #include "bench/window/measures.h"
+#include "window/driven_main_window.h"
 
 int main(int argc, char** argv) {
   using namespace declarium::bench;
@@ -20,6 +21,7 @@ int main(int argc, char** argv) {
   const auto wanted = [&](const char* name) { return only.empty() || only == name; };
   BarsTable table;
   try {
+    const declarium::window_driver::SettingsPutAway settings;
     if (wanted("start")) MeasureStart(folder, rounds, table);
     if (wanted("lists")) MeasureLists(folder, rounds, table);
     if (wanted("search")) MeasureSearch(folder, rounds, table);

@@ -175,7 +175,7 @@ int main() {
     return 2;
   }
   try {
-    window_driver::ForgetSettings();
+    const window_driver::SettingsPutAway settings;
     const Registration registration(words[1]);
     const std::wstring title = words[2];
     AddInJob().Do({title.begin(), title.end()});

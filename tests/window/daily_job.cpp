@@ -5,7 +5,7 @@
 //
 // The library of that title stands in the program's folder and holds the usual window functions.
 // Every step is printed, and pictures are asked for (window/picture_job.h). Exit status 0 when
-// every step did what it should. The program's settings of earlier runs are deleted.
+// every step did what it should. The user's settings of the program are put away meanwhile.
 #include <algorithm>
 #include <exception>
 #include <filesystem>
@@ -202,7 +202,7 @@ int main() {
     return 2;
   }
   try {
-    window_driver::ForgetSettings();
+    const window_driver::SettingsPutAway settings;
     const std::wstring title = words[2];
     DailyJob(std::filesystem::path(words[1])).Do({title.begin(), title.end()});
   } catch (const std::exception& failure) {

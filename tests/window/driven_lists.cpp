@@ -88,16 +88,6 @@ POINT PlaceOfRow(HWND list, int row) {
   return CentreOf(area);
 }
 
-POINT PlaceOfEntry(HWND view, int entry) {
-  Ask(view, LVM_ENSUREVISIBLE, static_cast<WPARAM>(entry), FALSE);
-  RECT area{};
-  area.left = LVIR_LABEL;
-  const ValueThere<RECT> there(view, area);
-  Ask(view, LVM_GETITEMRECT, static_cast<WPARAM>(entry), there.Parameter());
-  area = there.Read();
-  return {area.left + 4, (area.top + area.bottom) / 2};
-}
-
 struct EntryText {
   LVITEMW item;
   wchar_t text[260];
@@ -165,6 +155,16 @@ int SelectedEntry(HWND view) {
   return static_cast<int>(Ask(view, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED));
 }
 
+POINT PlaceOfEntry(HWND view, int entry) {
+  Ask(view, LVM_ENSUREVISIBLE, static_cast<WPARAM>(entry), FALSE);
+  RECT area{};
+  area.left = LVIR_LABEL;
+  const ValueThere<RECT> there(view, area);
+  Ask(view, LVM_GETITEMRECT, static_cast<WPARAM>(entry), there.Parameter());
+  area = there.Read();
+  return {area.left + 4, (area.top + area.bottom) / 2};
+}
+
 void ClickEntry(HWND view, int entry) {
   Click(view, PlaceOfEntry(view, entry));
 }
@@ -181,6 +181,11 @@ void ClickButton(HWND toolbar, int button) {
   const ValueThere<RECT> there(toolbar, RECT{});
   Ask(toolbar, TB_GETITEMRECT, static_cast<WPARAM>(button), there.Parameter());
   Click(toolbar, CentreOf(there.Read()));
+}
+
+void ChangeResolutionOf(HWND form, int dpi, const RECT& place) {
+  const ValueThere<RECT> there(form, place);
+  Ask(form, WM_DPICHANGED, MAKEWPARAM(dpi, dpi), there.Parameter());
 }
 
 }  // namespace declarium::window_driver

@@ -25,9 +25,14 @@ void ChooseRow(HWND combo, int row);
 [[nodiscard]] int SelectedEntry(HWND view);
 void ClickEntry(HWND view, int entry);
 void DoubleClickEntry(HWND view, int entry);
+// A place on the entry, in dots of the view's inner area.
+[[nodiscard]] POINT PlaceOfEntry(HWND view, int entry);
 
 // Toolbars: buttons by their place among buttons and gaps.
 [[nodiscard]] bool IsButtonEnabled(HWND toolbar, int button);
 void ClickButton(HWND toolbar, int button);
+
+// Tells a form that it is on a screen of so many dots per inch now, where `place` is meant for it.
+void ChangeResolutionOf(HWND form, int dpi, const RECT& place);
 
 }  // namespace declarium::window_driver

@@ -27,6 +27,31 @@ WPARAM MenuCommand(std::string_view name) {
   return win32::MenuSet::kFirstId + static_cast<WPARAM>(found - menus.begin());
 }
 
+constexpr const wchar_t* kPutAway = L"Software\\Brindlework\\Declarium under test";
+constexpr const wchar_t* kSettings = L"settings";  // below it, when there were any
+
+std::wstring SettingsKey() {
+  return {kSettingsKey.begin(), kSettingsKey.end()};
+}
+
+bool KeyExists(const std::wstring& path) {
+  HKEY key = nullptr;
+  if (RegOpenKeyExW(HKEY_CURRENT_USER, path.c_str(), 0, KEY_READ, &key) != ERROR_SUCCESS) {
+    return false;
+  }
+  RegCloseKey(key);
+  return true;
+}
+
+// Makes `to` with all that `from` holds, which may be missing.
+bool CopyKey(const std::wstring& from, const std::wstring& to) {
+  HKEY copy = nullptr;
+  if (RegCreateKeyW(HKEY_CURRENT_USER, to.c_str(), &copy) != ERROR_SUCCESS) return false;
+  const LSTATUS status = RegCopyTreeW(HKEY_CURRENT_USER, from.c_str(), copy);
+  RegCloseKey(copy);
+  return status == ERROR_SUCCESS || status == ERROR_FILE_NOT_FOUND;
+}
+
 }  // namespace
 
 void ChooseMenu(HWND frmMain, std::string_view name) {
@@ -75,9 +100,24 @@ void AnswerText(const DrivenProgram& program, std::u16string_view text) {
   WaitFor("the input box's end", [&] { return program.FindForm("frmInput") == nullptr; });
 }
 
-void ForgetSettings() {
-  const std::wstring key(kSettingsKey.begin(), kSettingsKey.end());
-  RegDeleteKeyW(HKEY_CURRENT_USER, key.c_str());
+SettingsPutAway::SettingsPutAway() {
+  // Kept by a process that did not come to put them back; what is there now is its own.
+  if (KeyExists(kPutAway)) {
+    RegDeleteTreeW(HKEY_CURRENT_USER, SettingsKey().c_str());
+    return;
+  }
+  const std::wstring place = std::wstring(kPutAway) + L"\\" + kSettings;
+  if (!CopyKey(SettingsKey(), KeyExists(SettingsKey()) ? place : kPutAway)) {
+    throw std::runtime_error("the user's settings cannot be put away");
+  }
+  RegDeleteTreeW(HKEY_CURRENT_USER, SettingsKey().c_str());
+}
+
+SettingsPutAway::~SettingsPutAway() {
+  RegDeleteTreeW(HKEY_CURRENT_USER, SettingsKey().c_str());
+  const std::wstring place = std::wstring(kPutAway) + L"\\" + kSettings;
+  if (KeyExists(place) && !CopyKey(place, SettingsKey())) return;
+  RegDeleteTreeW(HKEY_CURRENT_USER, kPutAway);
 }
 
 std::u16string ClipboardText() {

@@ -28,8 +28,16 @@ void AddTypedItem(HWND frmMain);
 // Waits for the input box, types and presses OK.
 void AnswerText(const DrivenProgram& program, std::u16string_view text);
 
-// Deletes the settings that earlier runs of the program left.
-void ForgetSettings();
+// Puts the user's settings of the program away for as long as it lives: the program starts without
+// any, and what it stores meanwhile is forgotten. When the process is ended meanwhile, the next one
+// puts them back. One at a time for each user.
+class SettingsPutAway {
+ public:
+  SettingsPutAway();
+  SettingsPutAway(const SettingsPutAway&) = delete;
+  SettingsPutAway& operator=(const SettingsPutAway&) = delete;
+  ~SettingsPutAway();
+};
 
 // The clipboard's text, empty when another program has it open.
 [[nodiscard]] std::u16string ClipboardText();

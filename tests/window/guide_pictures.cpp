@@ -238,7 +238,7 @@ int main() {
     return 2;
   }
   try {
-    window_driver::ForgetSettings();
+    const window_driver::SettingsPutAway settings;
     GuidePictures(FullPath(words[1])).Do(FullPath(words[2]));
   } catch (const std::exception& failure) {
     std::cerr << "guide_pictures: " << failure.what() << std::endl;

@@ -1,4 +1,6 @@
 // What the menu does with libraries and their items, up to the bytes on the disk.
+#include <string>
+
 #include "window/outside_fixture.h"
 
 namespace declarium {
@@ -152,6 +154,80 @@ TEST_F(LibraryOutside, AFileThatAnotherProgramKeepsIsReportedAndKept) {
   AnswerMessage(u"Chyba pri zápise do súboru.", IDOK);
   CloseHandle(kept);
   EXPECT_EQ(BytesOf("win.api"), WinLibrary());
+}
+
+// A folder of a file system that takes no change from anybody, for as long as it lives: permissions
+// do not bind every user. Under Wine alone, and for a user who may mount.
+class ReadOnlyView {
+ public:
+  ReadOnlyView(const std::filesystem::path& folder, const std::filesystem::path& view)
+      : folder_(view), view_(UnixPath(view)) {
+    const std::string of = UnixPath(folder);
+    if (of.empty()) return;
+    Run("mount --bind " + of + " " + view_ + " && mount -o remount,ro,bind " + view_);
+    is_mounted_ = Eventually([this] { return IsReadOnly(); });
+  }
+  ReadOnlyView(const ReadOnlyView&) = delete;
+  ReadOnlyView& operator=(const ReadOnlyView&) = delete;
+  ~ReadOnlyView() {
+    if (view_.empty()) return;
+    Run("umount -l " + view_);
+    EXPECT_TRUE(Eventually([this] { return !IsReadOnly(); }));
+  }
+
+  [[nodiscard]] bool IsMounted() const { return is_mounted_; }
+
+ private:
+  // Empty where the system knows no such path.
+  static std::string UnixPath(const std::filesystem::path& path) {
+    using Convert = char*(CDECL*)(const wchar_t*);
+    const auto function = GetProcAddress(GetModuleHandleW(L"kernel32"), "wine_get_unix_file_name");
+    if (!function) return {};
+    const auto convert = reinterpret_cast<Convert>(reinterpret_cast<void (*)()>(function));
+    char* const converted = convert(path.c_str());
+    if (!converted) return {};
+    std::string text = converted;
+    HeapFree(GetProcessHeap(), 0, converted);
+    return text;
+  }
+  // Without waiting for the end, which is not told.
+  static void Run(const std::string& command) {
+    std::string line = "\\\\?\\unix\\bin\\sh -c \"" + command + "\"";
+    STARTUPINFOA startup{};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION process{};
+    CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
+                   &process);
+  }
+
+  [[nodiscard]] bool IsReadOnly() const {
+    const auto probe = folder_ / "probe";
+    const HANDLE file = CreateFileW(probe.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                                    FILE_FLAG_DELETE_ON_CLOSE, nullptr);
+    if (file != INVALID_HANDLE_VALUE) CloseHandle(file);
+    return file == INVALID_HANDLE_VALUE;
+  }
+
+  std::filesystem::path folder_;
+  std::string view_;  // the same for the system below
+  bool is_mounted_ = false;
+};
+
+TEST_F(LibraryOutside, AReadOnlyFolderIsReportedAndItsLibraryKept) {
+  std::filesystem::create_directory(FileAt("source"));
+  std::filesystem::create_directory(FileAt("view"));
+  Put("source/win.api", WinLibrary());
+  const ReadOnlyView view(FileAt("source"), FileAt("view"));
+  if (!view.IsMounted()) GTEST_SKIP() << "needs Wine and the right to mount";
+  StartAndShow(L"view\\win.api");
+  ChooseKind(0);
+  ClickItem("lstConst", 1, u"Const B");
+  DeleteB();
+  ChooseMenu("mnuSave");
+  AnswerMessage(u"Chyba pri zápise do súboru.", IDOK);
+  EXPECT_EQ(BytesOf("source/win.api"), WinLibrary());
+  Close();
+  EXPECT_EQ(Program().WaitForEnd(), 0) << "the changes count as saved";
 }
 
 }  // namespace

@@ -40,13 +40,12 @@ std::string OtherLibrary() {
 }
 
 OutsideTest::OutsideTest() {
-  ForgetSettings();
   std::filesystem::copy_file(ProgramUnderTest(), FileAt("Declarium.exe"));
 }
 
+// The program stores its settings before these are put back.
 OutsideTest::~OutsideTest() {
   program_.reset();
-  ForgetSettings();
 }
 
 void OutsideTest::Put(std::string_view name, std::string_view bytes) const {

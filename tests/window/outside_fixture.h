@@ -1,5 +1,5 @@
-// Declarium.exe in a folder of its own, driven from outside. The settings of earlier runs are
-// deleted before each test.
+// Declarium.exe in a folder of its own, driven from outside. Each test begins without settings; the
+// user's own are put away meanwhile.
 #pragma once
 
 #include <filesystem>
@@ -73,6 +73,7 @@ class OutsideTest : public testing::Test {
   RegistryStore store_;
 
  private:
+  window_driver::SettingsPutAway settings_;
   TemporaryFolder folder_;
   std::unique_ptr<window_driver::DrivenProgram> program_;
   HWND main_ = nullptr;

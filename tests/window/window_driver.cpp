@@ -157,8 +157,10 @@ DrivenProgram::DrivenProgram(DWORD id)
 }
 
 DrivenProgram::~DrivenProgram() {
-  if (Runs()) TerminateProcess(process_, 3);
-  WaitForSingleObject(process_, kAnswerLimit);
+  if (id_ != GetCurrentProcessId()) {
+    if (Runs()) TerminateProcess(process_, 3);
+    WaitForSingleObject(process_, kAnswerLimit);
+  }
   CloseHandle(process_);
 }
 

@@ -60,7 +60,8 @@ class DrivenProgram {
  public:
   // `arguments` are appended to the command line as they stand.
   explicit DrivenProgram(const std::filesystem::path& program, const std::wstring& arguments = {});
-  // A program that somebody else started, by its process id.
+  // A program that somebody else started, by its process id; it may be this one, which is not
+  // ended.
   explicit DrivenProgram(DWORD id);
   DrivenProgram(const DrivenProgram&) = delete;
   DrivenProgram& operator=(const DrivenProgram&) = delete;

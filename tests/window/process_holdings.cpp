@@ -1,4 +1,4 @@
-#include "bench/window/process_growth.h"
+#include "window/process_holdings.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -7,7 +7,7 @@
 #include <winternl.h>
 #include <psapi.h>
 
-namespace declarium::bench {
+namespace declarium::window_driver {
 namespace {
 
 // The table of GDI objects, to which the process's environment block points.
@@ -19,7 +19,7 @@ struct GdiEntry {
   unsigned long long user_pointer;
 };
 constexpr std::size_t kGdiEntries = 0x4000;
-constexpr std::size_t kGdiTableInBlock = 0xF8;
+constexpr std::size_t kGdiTableInBlock = sizeof(void*) == 8 ? 0xF8 : 0x94;
 
 using QueryProcess = LONG(WINAPI*)(HANDLE, int, void*, ULONG, ULONG*);
 
@@ -78,4 +78,4 @@ Holdings HoldingsOf(DWORD id) {
   return holdings;
 }
 
-}  // namespace declarium::bench
+}  // namespace declarium::window_driver
