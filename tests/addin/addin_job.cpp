@@ -5,7 +5,7 @@
 // The library of that title stands in the program's folder and holds the usual window functions.
 // Every step is printed, and pictures are asked for (window/picture_job.h). Exit status 0 when
 // every step did what it should. The program is registered for the machine and unregistered again;
-// its settings of earlier runs are deleted.
+// the user's settings of the program are put away meanwhile.
 #include <exception>
 #include <filesystem>
 #include <iostream>

@@ -4,7 +4,8 @@
 //   guide_pictures DECLARIUM.EXE SOURCE.BAS
 //
 // The bundled library "Win32 API" stands in the program's folder. SOURCE.BAS is imported. Exit
-// status 0 when every step did what it should. The program's settings of earlier runs are deleted.
+// status 0 when every step did what it should. The user's settings of the program are put away
+// meanwhile.
 #include <exception>
 #include <filesystem>
 #include <iostream>
