@@ -3,7 +3,7 @@
 //   save_job DECLARIUM.EXE NEW-TITLE
 //
 // Prints what the program answers with a message box, "saved" without one. The library is the first
-// in the program's list. The program's settings of earlier runs are deleted.
+// in the program's list. The user's settings are put away meanwhile.
 #include <algorithm>
 #include <exception>
 #include <filesystem>
@@ -59,7 +59,7 @@ int main() {
     return 2;
   }
   try {
-    window_driver::ForgetSettings();
+    const window_driver::SettingsPutAway settings;
     const std::wstring title = words[2];
     RenameAndSave(std::filesystem::path(words[1]), std::u16string(title.begin(), title.end()));
   } catch (const std::exception& failure) {
