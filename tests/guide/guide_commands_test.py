@@ -1,4 +1,4 @@
-"""The commands that the guide shows do what it shows.
+"""The commands that the guide shows do what it shows, and those of README succeed.
 
 usage: guide_commands_test.py PROJECT-FOLDER DECLARIUM-CLI [--update]
 
@@ -31,7 +31,7 @@ class Folder:
 
     def do(self, command):
         """The output and the exit status of a command as a reader types it."""
-        words = shlex.split(command)
+        words = shlex.split(command, comments=True)
         if words[0] == "type":
             text = b"".join((self.path / word).read_bytes() for word in words[1:])
             return text.decode("cp1250").replace("\r\n", "\n"), 0
@@ -99,11 +99,25 @@ def check_language(project, program, language, update):
     return faults, blocks
 
 
+def check_readme(project, program):
+    """The commands of README succeed, one after the other, on a module Module1.bas."""
+    commands = re.findall(r"^    (declarium-cli .*)$", (project / "README.md").read_text(), re.M)
+    faults = [] if commands else ["README shows no command"]
+    with tempfile.TemporaryDirectory() as path:
+        folder = Folder(project, program, Path(path))
+        shutil.copy(folder.path / "TrayIcon.bas", folder.path / "Module1.bas")
+        for command in commands:
+            output, status = folder.do(command)
+            if status != 0:
+                faults.append(f"README: {command}\n{output}")
+    return faults
+
+
 def main():
     arguments = [word for word in sys.argv[1:] if word != "--update"]
     project, program = (Path(word).resolve() for word in arguments)
     assert not agrees("a\n", "b\n") and agrees("a\n...\n", "a\nb\nc\n"), "the comparison is blind"
-    faults = []
+    faults = check_readme(project, program)
     for language in ("sk", "en"):
         found, blocks = check_language(project, program, language, "--update" in sys.argv)
         faults += found

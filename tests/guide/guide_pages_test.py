@@ -106,6 +106,13 @@ class PagesTest(unittest.TestCase):
                     caption = " ".join(bold.split())
                     self.assertTrue(caption in known, f"{language}/{page}: {caption}")
 
+    def test_readme_counts_the_bundled_library_as_its_report_does(self):
+        readme = (PROJECT / "README.md").read_text(encoding="utf-8")
+        report = (PROJECT / "data" / "Win32.report.md").read_text(encoding="utf-8")
+        told = re.findall(r"\b(\d+,\d+) (?:procedures|constants|records)", readme)
+        self.assertEqual([count.replace(",", "") for count in told],
+                         re.findall(r"^(\d+) in the library", report, re.M))
+
     def test_the_caption_check_knows_a_wrong_caption(self):
         self.assertIn("Uložiť ako...", captions())
         self.assertNotIn("Ulož ako...", captions())
