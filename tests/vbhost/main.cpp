@@ -8,6 +8,7 @@
 #include <windows.h>
 #include <objbase.h>
 
+#include "host/com/com_object.h"
 #include "vbhost/commands.h"
 #include "vbhost/ide_window.h"
 
@@ -15,19 +16,9 @@ namespace declarium::vbhost {
 namespace {
 
 // Answers incoming calls as the call policy says. Outgoing calls are not retried.
-class HostFilter final : public IMessageFilter {
+class HostFilter final : public com::ComObject<IMessageFilter> {
  public:
   explicit HostFilter(CallPolicy& policy) : policy_(policy) {}
-  STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
-    if (!object) return E_POINTER;
-    *object = nullptr;
-    if (iid != IID_IUnknown && iid != IID_IMessageFilter) return E_NOINTERFACE;
-    *object = static_cast<IMessageFilter*>(this);
-    return S_OK;
-  }
-  // Lives on main's stack.
-  STDMETHODIMP_(ULONG) AddRef() override { return 2; }
-  STDMETHODIMP_(ULONG) Release() override { return 1; }
   STDMETHODIMP_(DWORD) HandleInComingCall(DWORD, HTASK, DWORD, LPINTERFACEINFO) override {
     return policy_.AnswerToIncomingCall();
   }
@@ -39,6 +30,11 @@ class HostFilter final : public IMessageFilter {
   }
 
  private:
+  [[nodiscard]] void* Find(REFIID iid) noexcept override {
+    const bool has = iid == IID_IUnknown || iid == IID_IMessageFilter;
+    return has ? static_cast<IMessageFilter*>(this) : nullptr;
+  }
+
   CallPolicy& policy_;
 };
 
@@ -115,8 +111,8 @@ int Run() {
         [&] { runner.RunAll(); });
     Commands commands(ide, model, loader, [] { PostQuitMessage(0); });
     commands_in_use = &commands;
-    HostFilter filter(ide.policy);
-    CoRegisterMessageFilter(&filter, nullptr);
+    const auto filter = com::ComPtr<IMessageFilter>::Attach(new HostFilter(ide.policy));
+    CoRegisterMessageFilter(filter.get(), nullptr);
     ShowWindow(window.handle(), SW_SHOWNOACTIVATE);
     std::thread(ReadLines, std::ref(queue), window.handle()).detach();
     MSG message{};

@@ -52,28 +52,12 @@ void ModelObject::SetEvents(const IID& events, std::shared_ptr<SinkList> sinks) 
   sinks_ = std::move(sinks);
 }
 
-STDMETHODIMP ModelObject::QueryInterface(REFIID iid, void** object) {
-  if (!object) return E_POINTER;
-  *object = nullptr;
-  if (iid == IID_IUnknown || iid == IID_IDispatch) *object = static_cast<IDispatch*>(this);
+void* ModelObject::Find(REFIID iid) noexcept {
+  if (iid == IID_IUnknown || iid == IID_IDispatch) return static_cast<IDispatch*>(this);
   if (iid == IID_IConnectionPointContainer && sinks_) {
-    *object = static_cast<IConnectionPointContainer*>(this);
+    return static_cast<IConnectionPointContainer*>(this);
   }
-  if (!*object) return E_NOINTERFACE;
-  AddRef();
-  return S_OK;
-}
-
-STDMETHODIMP_(ULONG) ModelObject::Release() {
-  const ULONG left = --references_;
-  if (left == 0) delete this;
-  return left;
-}
-
-STDMETHODIMP ModelObject::GetTypeInfoCount(UINT* count) {
-  if (!count) return E_POINTER;
-  *count = 0;
-  return S_OK;
+  return nullptr;
 }
 
 STDMETHODIMP ModelObject::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) {
@@ -123,25 +107,11 @@ STDMETHODIMP ModelObject::Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS
 }
 
 // The one connection point of a source.
-class ModelObject::Point final : public IConnectionPoint {
+class ModelObject::Point final : public com::ComObject<IConnectionPoint> {
  public:
   Point(ComPtr<ModelObject> source, CallPolicy& policy)
       : source_(std::move(source)), policy_(policy) {}
 
-  STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
-    if (!object) return E_POINTER;
-    *object = nullptr;
-    if (iid != IID_IUnknown && iid != IID_IConnectionPoint) return E_NOINTERFACE;
-    *object = static_cast<IConnectionPoint*>(this);
-    AddRef();
-    return S_OK;
-  }
-  STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
-  STDMETHODIMP_(ULONG) Release() override {
-    const ULONG left = --references_;
-    if (left == 0) delete this;
-    return left;
-  }
   STDMETHODIMP GetConnectionInterface(IID* iid) override {
     if (!iid) return E_POINTER;
     *iid = source_->events_;
@@ -168,10 +138,13 @@ class ModelObject::Point final : public IConnectionPoint {
   STDMETHODIMP EnumConnections(IEnumConnections**) override { return E_NOTIMPL; }
 
  private:
-  ~Point() = default;
+  [[nodiscard]] void* Find(REFIID iid) noexcept override {
+    const bool has = iid == IID_IUnknown || iid == IID_IConnectionPoint;
+    return has ? static_cast<IConnectionPoint*>(this) : nullptr;
+  }
+
   ComPtr<ModelObject> source_;
   CallPolicy& policy_;
-  ULONG references_ = 1;
 };
 
 STDMETHODIMP ModelObject::FindConnectionPoint(REFIID iid, IConnectionPoint** point) {

@@ -12,6 +12,7 @@
 #include <ocidl.h>
 
 #include "host/com/automation.h"
+#include "host/com/com_object.h"
 #include "vbhost/call_policy.h"
 
 namespace declarium::vbhost {
@@ -41,7 +42,7 @@ struct Call {
   Variant result;
 };
 
-class ModelObject final : public IDispatch, public IConnectionPointContainer {
+class ModelObject final : public com::DispatchObject<IDispatch, IConnectionPointContainer> {
  public:
   using Handler = std::function<HRESULT(Call&)>;
   enum class Access { kGet, kGetPut, kMethod };
@@ -58,11 +59,6 @@ class ModelObject final : public IDispatch, public IConnectionPointContainer {
   // Objects in existence.
   [[nodiscard]] static int count() noexcept { return count_; }
 
-  STDMETHODIMP QueryInterface(REFIID iid, void** object) override;
-  STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
-  STDMETHODIMP_(ULONG) Release() override;
-  STDMETHODIMP GetTypeInfoCount(UINT* count) override;
-  STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
   STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) override;
   STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* parameters, VARIANT* result,
                       EXCEPINFO*, UINT*) override;
@@ -79,7 +75,8 @@ class ModelObject final : public IDispatch, public IConnectionPointContainer {
     Handler handler;
   };
 
-  ~ModelObject();
+  ~ModelObject() override;
+  [[nodiscard]] void* Find(REFIID iid) noexcept override;
 
   std::string name_;
   CallPolicy& policy_;
@@ -87,7 +84,6 @@ class ModelObject final : public IDispatch, public IConnectionPointContainer {
   IID events_{};
   std::shared_ptr<SinkList> sinks_;
   std::function<void()> gone_;
-  ULONG references_ = 1;
   static int count_;
 };
 

@@ -1,7 +1,6 @@
 #include "host/com/connect.h"
 
 #include <array>
-#include <atomic>
 #include <functional>
 #include <new>
 #include <optional>
@@ -9,6 +8,7 @@
 #include <utility>
 
 #include "host/com/automation.h"
+#include "host/com/com_object.h"
 #include "host/com/host_calls.h"
 #include "host/com/process_watch.h"
 #include "host/com/vb_host_application.h"
@@ -36,16 +36,11 @@ constexpr std::array<EntryName, 5> kEntryNames = {{{L"OnConnection", kOnConnecti
                                                    {L"OnStartupComplete", kOnStartupComplete},
                                                    {L"OnBeginShutdown", kOnBeginShutdown}}};
 
-class Connect final : public AddInEntries {
+class Connect final : public DispatchObject<AddInEntries> {
  public:
   explicit Connect(ConnectContext& context)
       : context_(context), hold_(std::in_place, context.process) {}
 
-  STDMETHODIMP QueryInterface(REFIID iid, void** object) override;
-  STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
-  STDMETHODIMP_(ULONG) Release() override;
-  STDMETHODIMP GetTypeInfoCount(UINT* count) override;
-  STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
   STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) override;
   STDMETHODIMP Invoke(DISPID entry, REFIID, LCID, WORD flags, DISPPARAMS* parameters, VARIANT*,
                       EXCEPINFO*, UINT* wrong_argument) override;
@@ -57,7 +52,8 @@ class Connect final : public AddInEntries {
   STDMETHODIMP OnBeginShutdown(SAFEARRAY**) override { return S_OK; }
 
  private:
-  ~Connect();
+  ~Connect() override;
+  [[nodiscard]] void* Find(REFIID iid) noexcept override;
   HRESULT InvokeOnConnection(const DISPPARAMS& parameters, UINT* wrong_argument);
   void ConnectTo(const ComPtr<IDispatch>& host);
   // Does what was put off while the connection was being made.
@@ -69,8 +65,6 @@ class Connect final : public AddInEntries {
 
   ConnectContext& context_;
   std::optional<ServerHold> hold_;  // until the host dies
-  // The system may give up the last reference of a dead host from one of its threads.
-  std::atomic<ULONG> references_ = 1;
   std::weak_ptr<HostConnection> connection_;
   std::unique_ptr<ProcessWatch> watch_;
   std::shared_ptr<Connect*> self_ = std::make_shared<Connect*>(this);
@@ -85,28 +79,10 @@ Connect::~Connect() {
   EndConnection();
 }
 
-STDMETHODIMP Connect::QueryInterface(REFIID iid, void** object) {
-  if (!object) return E_POINTER;
-  *object = nullptr;
-  if (iid != IID_IUnknown && iid != IID_IDispatch && iid != kIDTExtensibility &&
-      iid != kIDTExtensibility2) {
-    return E_NOINTERFACE;
-  }
-  *object = static_cast<AddInEntries*>(this);
-  AddRef();
-  return S_OK;
-}
-
-STDMETHODIMP_(ULONG) Connect::Release() {
-  const ULONG left = --references_;
-  if (left == 0) delete this;
-  return left;
-}
-
-STDMETHODIMP Connect::GetTypeInfoCount(UINT* count) {
-  if (!count) return E_POINTER;
-  *count = 0;
-  return S_OK;
+void* Connect::Find(REFIID iid) noexcept {
+  const bool has = iid == IID_IUnknown || iid == IID_IDispatch || iid == kIDTExtensibility ||
+                   iid == kIDTExtensibility2;
+  return has ? static_cast<AddInEntries*>(this) : nullptr;
 }
 
 STDMETHODIMP Connect::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) {
@@ -235,24 +211,10 @@ void Connect::HostDied() {
   hold_.reset();
 }
 
-class ConnectFactory final : public IClassFactory {
+class ConnectFactory final : public ComObject<IClassFactory> {
  public:
   explicit ConnectFactory(ConnectContext& context) : context_(context) {}
 
-  STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
-    if (!object) return E_POINTER;
-    *object = nullptr;
-    if (iid != IID_IUnknown && iid != IID_IClassFactory) return E_NOINTERFACE;
-    *object = static_cast<IClassFactory*>(this);
-    AddRef();
-    return S_OK;
-  }
-  STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
-  STDMETHODIMP_(ULONG) Release() override {
-    const ULONG left = --references_;
-    if (left == 0) delete this;
-    return left;
-  }
   STDMETHODIMP CreateInstance(IUnknown* outer, REFIID iid, void** object) override {
     if (!object) return E_POINTER;
     *object = nullptr;
@@ -273,9 +235,12 @@ class ConnectFactory final : public IClassFactory {
   }
 
  private:
-  ~ConnectFactory() = default;
+  [[nodiscard]] void* Find(REFIID iid) noexcept override {
+    const bool has = iid == IID_IUnknown || iid == IID_IClassFactory;
+    return has ? static_cast<IClassFactory*>(this) : nullptr;
+  }
+
   ConnectContext& context_;
-  ULONG references_ = 1;
 };
 
 }  // namespace

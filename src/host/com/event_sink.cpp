@@ -3,36 +3,18 @@
 #include <utility>
 #include <ocidl.h>
 
+#include "host/com/com_object.h"
+
 namespace declarium::com {
 namespace {
 
-class EventSink final : public IDispatch {
+class EventSink final : public DispatchObject<IDispatch> {
  public:
   EventSink(const IID& events, EventHandler handler)
       : events_(events), handler_(std::make_shared<EventHandler>(std::move(handler))) {}
 
   void Detach() { handler_.reset(); }
 
-  STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
-    if (!object) return E_POINTER;
-    *object = nullptr;
-    if (iid != IID_IUnknown && iid != IID_IDispatch && iid != events_) return E_NOINTERFACE;
-    *object = static_cast<IDispatch*>(this);
-    AddRef();
-    return S_OK;
-  }
-  STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
-  STDMETHODIMP_(ULONG) Release() override {
-    const ULONG left = --references_;
-    if (left == 0) delete this;
-    return left;
-  }
-  STDMETHODIMP GetTypeInfoCount(UINT* count) override {
-    if (!count) return E_POINTER;
-    *count = 0;
-    return S_OK;
-  }
-  STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
   STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
     return DISP_E_UNKNOWNNAME;
   }
@@ -50,10 +32,13 @@ class EventSink final : public IDispatch {
   }
 
  private:
-  ~EventSink() = default;
+  [[nodiscard]] void* Find(REFIID iid) noexcept override {
+    const bool has = iid == IID_IUnknown || iid == IID_IDispatch || iid == events_;
+    return has ? static_cast<IDispatch*>(this) : nullptr;
+  }
+
   const IID events_;
   std::shared_ptr<EventHandler> handler_;
-  ULONG references_ = 1;
 };
 
 class AdvisedSink final : public Subscription {

@@ -5,6 +5,8 @@
 #include <iterator>
 #include <vector>
 
+#include "host/com/com_object.h"
+
 namespace declarium::com {
 namespace {
 
@@ -34,22 +36,8 @@ void Pause(std::chrono::milliseconds time) {
   CloseHandle(never);
 }
 
-class RetryFilter final : public IMessageFilter {
+class RetryFilter final : public ComObject<IMessageFilter> {
  public:
-  STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
-    if (!object) return E_POINTER;
-    *object = nullptr;
-    if (iid != IID_IUnknown && iid != IID_IMessageFilter) return E_NOINTERFACE;
-    *object = static_cast<IMessageFilter*>(this);
-    AddRef();
-    return S_OK;
-  }
-  STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
-  STDMETHODIMP_(ULONG) Release() override {
-    const ULONG left = --references_;
-    if (left == 0) delete this;
-    return left;
-  }
   STDMETHODIMP_(DWORD) HandleInComingCall(DWORD, HTASK, DWORD, LPINTERFACEINFO) override {
     return SERVERCALL_ISHANDLED;
   }
@@ -64,8 +52,10 @@ class RetryFilter final : public IMessageFilter {
   }
 
  private:
-  ~RetryFilter() = default;
-  ULONG references_ = 1;
+  [[nodiscard]] void* Find(REFIID iid) noexcept override {
+    const bool has = iid == IID_IUnknown || iid == IID_IMessageFilter;
+    return has ? static_cast<IMessageFilter*>(this) : nullptr;
+  }
 };
 
 template <class T>
