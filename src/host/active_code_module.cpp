@@ -47,7 +47,10 @@ std::unique_ptr<CodeModule> ActiveCodeModule::Ask() {
 }
 
 void ActiveCodeModule::Refresh() {
-  ComponentSelected(Ask());
+  const int seen = replacements_;
+  auto module = Ask();
+  // What the host reported while it was asked is newer than its answer.
+  if (replacements_ == seen) ComponentSelected(std::move(module));
 }
 
 void ActiveCodeModule::Check() {
@@ -58,6 +61,7 @@ void ActiveCodeModule::Check() {
 
 void ActiveCodeModule::ComponentSelected(std::unique_ptr<CodeModule> module) {
   if (!application_) return;
+  ++replacements_;
   // Giving the last module back calls the host as well.
   std::shared_ptr<CodeModule> last = std::exchange(module_, std::move(module));
   last.reset();

@@ -44,6 +44,7 @@ class ActiveCodeModule final : public ComponentEvents,
   std::shared_ptr<HostApplication> application_;  // null when stopped
   std::function<void()> changed_;
   std::shared_ptr<CodeModule> module_;
+  int replacements_ = 0;  // of the module, so far
   std::unique_ptr<Subscription> subscription_;
 };
 

@@ -88,6 +88,18 @@ TEST_F(ActiveCodeModuleTest, StoppedItStaysWithoutModule) {
   EXPECT_EQ(changes_, 1);
 }
 
+TEST_F(ActiveCodeModuleTest, SelectionReportedWhileTheHostIsAskedCounts) {
+  host_.selected = Named(u"A");
+  active_->Follow();
+  host_.record.on_enter = [this](const std::string& entry) {
+    if (entry != "ActiveModule") return;
+    host_.record.on_enter = nullptr;
+    host_.events.lock()->ComponentSelected(host_.Module(Named(u"B")));
+  };
+  active_->Refresh();
+  EXPECT_EQ(ActiveName(), u"B");
+}
+
 TEST_F(ActiveCodeModuleTest, StoppedWhileTheHostAnswersItStaysWithoutModule) {
   host_.selected = Named(u"A");
   active_->Follow();
