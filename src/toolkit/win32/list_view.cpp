@@ -66,11 +66,23 @@ void Win32ListView::ListChanged() {
 void Win32ListView::Synchronize() const {
   if (!behind_) return;
   behind_ = false;
+  const bool hold_back = Visible() && ScrollBarChanges();
+  if (hold_back) DefWindowProcW(Handle(), WM_SETREDRAW, FALSE, 0);
   synchronizing_ = true;
   Send(LVM_SETITEMCOUNT, static_cast<WPARAM>(Count()), LVSICF_NOSCROLL);
   synchronizing_ = false;
   ShowSelected();
-  InvalidateRect(Handle(), nullptr, FALSE);
+  if (hold_back) DefWindowProcW(Handle(), WM_SETREDRAW, TRUE, 0);
+  RedrawWindow(Handle(), nullptr, nullptr,
+               RDW_INVALIDATE | (hold_back ? RDW_FRAME | RDW_ERASE : 0));
+}
+
+// A scroll bar that comes or goes would be painted several times over at once, which takes longer
+// than most searches that fill the list; it is painted with the list instead. The control's own
+// answer to WM_SETREDRAW holds back the entries only.
+bool Win32ListView::ScrollBarChanges() const {
+  const auto page = Send(LVM_GETCOUNTPERPAGE);
+  return (Send(LVM_GETITEMCOUNT) > page) != (Count() > page);
 }
 
 // Setting the state of all entries in one message would go through each of them, which takes longer

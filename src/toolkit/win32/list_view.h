@@ -44,6 +44,7 @@ class Win32ListView : public Win32Control<ListView> {
   // filled without telling it of each entry.
   void ListChanged();
   void Synchronize() const;
+  [[nodiscard]] bool ScrollBarChanges() const;
   void ShowSelected() const;
   void SetState(int position, UINT state) const;
 
