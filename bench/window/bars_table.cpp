@@ -32,6 +32,10 @@ double MedianOf(Times times) {
   return *middle;
 }
 
+Times QuickestOf(const Times& times) {
+  return {std::ranges::min(times)};
+}
+
 void BarsTable::Ratio(std::string_view what, const Times& figure, const Times& floor, double most) {
   const double ratio = MedianOf(figure) / MedianOf(floor);
   rows_.push_back({.what = std::string(what),

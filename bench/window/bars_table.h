@@ -11,6 +11,9 @@ namespace declarium::bench {
 // Milliseconds of several rounds; the median of none is 0.
 using Times = std::vector<double>;
 [[nodiscard]] double MedianOf(Times times);
+// The quickest round alone: of what takes a few milliseconds, the one that other programs disturbed
+// least. `times` must not be empty.
+[[nodiscard]] Times QuickestOf(const Times& times);
 
 // Milliseconds that `action` takes.
 template <class Action>
