@@ -4,8 +4,6 @@
 
 #include <filesystem>
 #include <functional>
-#include <memory>
-#include <optional>
 #include <string>
 
 #include "database/database.h"

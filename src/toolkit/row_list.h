@@ -19,9 +19,6 @@ class RowList : public Control {
   virtual void AddRow(std::u16string_view text) = 0;
   // Appends all at once, which is what long lists are filled with.
   virtual void AddRows(std::span<const std::u16string_view> rows) = 0;
-  // Removes one row; the selection stays with its row, and is lost without an event when that row
-  // is the removed one. Nothing happens when there is no such row.
-  virtual void RemoveRow(int row) = 0;
   // Removes all rows; the index becomes -1 without an event.
   virtual void Clear() = 0;
 

@@ -90,17 +90,6 @@ TEST_P(RowListContract, ClearingFiresNothing) {
   EXPECT_THAT(clicks_, ElementsAre(1));
 }
 
-TEST_P(RowListContract, RemovingARowMovesTheSelectionWithItsRow) {
-  list().SetListIndex(1);
-  list().RemoveRow(0);
-  EXPECT_EQ(list().ListIndex(), 0);
-  EXPECT_EQ(list().Text(), u"beta");
-  list().RemoveRow(0);
-  EXPECT_EQ(list().ListIndex(), -1);
-  EXPECT_EQ(list().RowCount(), 1);
-  EXPECT_THAT(clicks_, ElementsAre(1));
-}
-
 TEST_P(RowListContract, AClickMayRefillTheList) {
   list().on_click = [this] {
     if (list().ListIndex() != 2) return;

@@ -1,7 +1,6 @@
 // The kind selector and the three list boxes that show the names of the kinds.
 #pragma once
 
-#include <functional>
 #include <optional>
 
 #include "database/database.h"

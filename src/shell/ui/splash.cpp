@@ -62,15 +62,11 @@ Splash::Splash(Toolkit& toolkit) : form_(toolkit.CreateForm(kForm)) {
   picture.on_paint = Paint;
   picture.on_mouse_down = [this](const MouseEvent&) { form_->Unload(); };
   picture.on_key_down = [this](KeyDown&) { form_->Unload(); };
-  form_->on_unload = [this, &timer](bool&) {
-    timer.SetEnabled(false);
-    shown_ = false;
-  };
+  form_->on_unload = [&timer](bool&) { timer.SetEnabled(false); };
 }
 
 void Splash::Show() {
   form_->Show();
-  shown_ = form_->Visible();
   form_->SetTopmost();
 }
 

@@ -18,12 +18,9 @@ class Splash {
 
   // Shows the window and keeps it above those of all programs; once for each Splash.
   void Show();
-  // SplashShown: from the moment it is shown until it unloads.
-  [[nodiscard]] bool IsShown() const { return shown_; }
 
  private:
   std::unique_ptr<Form> form_;
-  bool shown_ = false;
 };
 
 }  // namespace declarium

@@ -9,40 +9,33 @@
 
 namespace declarium::headless {
 
-// Rows and which of them is selected (-1 none).
-struct RowState {
-  std::vector<std::u16string> rows;
-  int selected = -1;
-
-  void Remove(int row);
-  void Clear();
-};
-
 template <class Base>
 class HeadlessRows : public HeadlessControl<Base> {
  public:
   HeadlessRows(FocusOwner& owner, const ControlDefinition& definition)
       : HeadlessControl<Base>(owner, definition) {
-    state_.rows.assign(definition.rows.begin(), definition.rows.end());
+    rows_.assign(definition.rows.begin(), definition.rows.end());
   }
 
-  [[nodiscard]] int RowCount() const override { return static_cast<int>(state_.rows.size()); }
+  [[nodiscard]] int RowCount() const override { return static_cast<int>(rows_.size()); }
   [[nodiscard]] std::u16string Row(int row) const override {
-    return row < 0 || row >= RowCount() ? std::u16string() : state_.rows[Index(row)];
+    return row < 0 || row >= RowCount() ? std::u16string() : rows_[static_cast<std::size_t>(row)];
   }
-  void AddRow(std::u16string_view text) override { state_.rows.emplace_back(text); }
+  void AddRow(std::u16string_view text) override { rows_.emplace_back(text); }
   void AddRows(std::span<const std::u16string_view> rows) override {
-    state_.rows.insert(state_.rows.end(), rows.begin(), rows.end());
+    rows_.insert(rows_.end(), rows.begin(), rows.end());
   }
-  void RemoveRow(int row) override { state_.Remove(row); }
-  void Clear() override { state_.Clear(); }
-  [[nodiscard]] int ListIndex() const override { return state_.selected; }
+  void Clear() override {
+    rows_.clear();
+    selected_ = -1;
+  }
+  [[nodiscard]] int ListIndex() const override { return selected_; }
 
  private:
-  static std::size_t Index(int row) { return static_cast<std::size_t>(row); }
-  void ShowSelection(int row) override { state_.selected = row; }
+  void ShowSelection(int row) override { selected_ = row; }
 
-  RowState state_;
+  std::vector<std::u16string> rows_;
+  int selected_ = -1;
 };
 
 using HeadlessListBox = HeadlessRows<ListBox>;

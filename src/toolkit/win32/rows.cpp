@@ -42,18 +42,6 @@ void RowWindow::Add(std::span<const std::u16string_view> rows) {
   InvalidateRect(window_, nullptr, TRUE);
 }
 
-void RowWindow::Remove(int row) {
-  if (row < 0 || row >= Count()) return;
-  // The two native controls differ in what becomes of the selection.
-  const int selected = Selection();
-  Send(messages_.remove, row);
-  if (selected == row) {
-    Select(-1);
-  } else if (selected >= 0) {
-    Select(selected > row ? selected - 1 : selected);
-  }
-}
-
 int RowWindow::Find(const std::u16string& text) const {
   // The native search ignores case and goes around the end.
   int previous = -1;

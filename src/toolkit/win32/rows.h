@@ -8,17 +8,16 @@ namespace declarium::win32 {
 
 // The messages by which the two native controls do the same things.
 struct RowMessages {
-  UINT count, add, remove, clear, get_selection, set_selection, get_text, get_text_length, find,
-      reserve;
+  UINT count, add, clear, get_selection, set_selection, get_text, get_text_length, find, reserve;
   int chosen;  // notification code
 };
 
 inline constexpr RowMessages kListBoxMessages{
-    LB_GETCOUNT, LB_ADDSTRING,  LB_DELETESTRING,    LB_RESETCONTENT, LB_GETCURSEL, LB_SETCURSEL,
-    LB_GETTEXT,  LB_GETTEXTLEN, LB_FINDSTRINGEXACT, LB_INITSTORAGE,  LBN_SELCHANGE};
+    LB_GETCOUNT, LB_ADDSTRING,  LB_RESETCONTENT,    LB_GETCURSEL,   LB_SETCURSEL,
+    LB_GETTEXT,  LB_GETTEXTLEN, LB_FINDSTRINGEXACT, LB_INITSTORAGE, LBN_SELCHANGE};
 inline constexpr RowMessages kComboBoxMessages{
-    CB_GETCOUNT,  CB_ADDSTRING,    CB_DELETESTRING,    CB_RESETCONTENT, CB_GETCURSEL, CB_SETCURSEL,
-    CB_GETLBTEXT, CB_GETLBTEXTLEN, CB_FINDSTRINGEXACT, CB_INITSTORAGE,  CBN_SELCHANGE};
+    CB_GETCOUNT,  CB_ADDSTRING,    CB_RESETCONTENT,    CB_GETCURSEL,   CB_SETCURSEL,
+    CB_GETLBTEXT, CB_GETLBTEXTLEN, CB_FINDSTRINGEXACT, CB_INITSTORAGE, CBN_SELCHANGE};
 
 // Speaks the messages with one native window.
 class RowWindow {
@@ -29,7 +28,6 @@ class RowWindow {
   [[nodiscard]] std::u16string Text(int row) const;
   void Add(std::u16string_view text);
   void Add(std::span<const std::u16string_view> rows);
-  void Remove(int row);
   void Clear() { Send(messages_.clear); }
   [[nodiscard]] int Selection() const { return Send(messages_.get_selection); }
   void Select(int row) { Send(messages_.set_selection, row); }
@@ -58,7 +56,6 @@ class Win32Rows : public Win32Control<Base> {
   [[nodiscard]] std::u16string Row(int row) const override { return window_.Text(row); }
   void AddRow(std::u16string_view text) override { window_.Add(text); }
   void AddRows(std::span<const std::u16string_view> rows) override { window_.Add(rows); }
-  void RemoveRow(int row) override { window_.Remove(row); }
   void Clear() override { window_.Clear(); }
   [[nodiscard]] int ListIndex() const override { return window_.Selection(); }
   void OnCommand(int code) override {
