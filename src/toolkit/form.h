@@ -71,7 +71,8 @@ class Form {
   // Loads the form if needed, and shows it in front of `owner`'s window (nullptr: of the active
   // form's when modal, else of none). The first time: on_load, on_resize, on_activate, then
   // on_got_focus of the first control in the table that takes the focus. Showing a shown form
-  // brings it forward. Nothing happens to an unloaded form.
+  // brings it forward, maximized if it is; one that was minimized is restored, and one that was
+  // hidden comes back as it was before. Nothing happens to an unloaded form.
   virtual void Show(ShowMode mode = ShowMode::kModeless, Form* owner = nullptr) = 0;
   virtual void Hide() = 0;
   [[nodiscard]] virtual bool Visible() const = 0;
@@ -94,6 +95,7 @@ class Form {
   virtual void SetOuterWidth(int width) = 0;
   virtual void SetOuterHeight(int height) = 0;
 
+  // Of a hidden form: as it was shown last, or is to be shown first.
   [[nodiscard]] virtual Placement GetPlacement() const = 0;
   // Moves and sizes the window; on_resize is raised when the inner area changes. A placement wholly
   // outside every screen is moved onto one.

@@ -57,6 +57,40 @@ TEST_F(MainWindowTest, ReopeningReturnsToTheSamePlaceLibraryAndChoices) {
   EXPECT_EQ(RowsOf(Form().lstType), (Rows{u"POINTAPI", u"RECT"}));
 }
 
+TEST_F(MainWindowTest, ReopeningAMaximizedWindowReturnsToThatAndToItsRestoredPlace) {
+  Open();
+  Form().frmMain->SetPlacement({40, 30, 900, 700, ShowCommand::kMaximized});
+  const auto placement = Form().frmMain->GetPlacement();
+  Reopen();
+  EXPECT_EQ(Form().frmMain->GetPlacement(), placement);
+}
+
+TEST_F(MainWindowTest, AMaximizedWindowStaysSoFromOneShowingInTheHostToTheNext) {
+  options_.mode = RunMode::kInHost;
+  Open();
+  Form().frmMain->SetPlacement({40, 30, 900, 700, ShowCommand::kMaximized});
+  const auto placement = Form().frmMain->GetPlacement();
+  window_->ShowMainWindow();
+  EXPECT_EQ(Form().frmMain->GetPlacement(), placement) << "brought forward";
+  User().Close(*Form().frmMain);
+  window_->ShowMainWindow();
+  EXPECT_EQ(Form().frmMain->GetPlacement(), placement) << "closed and shown again";
+  User().Close(*Form().frmMain);
+  EXPECT_TRUE(window_->Unload());
+  EXPECT_EQ(ReadWindowSettings(*store_).show_command, 3) << "disconnected while hidden";
+}
+
+TEST_F(MainWindowTest, ApplyingThePlacementLaysNothingOutYetSoThatTheStoredPanesAreUsed) {
+  WindowSettings settings;
+  settings.size_saved = true;
+  settings.edges = {40, 30, 1040, 830};
+  settings.panes.main_width = 400;
+  WriteWindowSettings(*store_, settings);
+  window_ = std::make_unique<MainWindow>(*toolkit_, *store_, options_);
+  window_->Load();
+  EXPECT_EQ(Form().txtInput.Bounds().width, 400) << "laid out before it is shown";
+}
+
 TEST_F(MainWindowTest, SettingsAreWrittenBeforeTheQuestionAndCancelKeepsTheWindow) {
   Open();
   User().ChooseRow(Form().cmbDatabase, 0);

@@ -58,6 +58,73 @@ TEST_F(FormContract, HidingAndShowingAgainKeepsTheState) {
   EXPECT_THAT(log, ::testing::Contains("activate"));
 }
 
+TEST_F(FormContract, ShowingAShownFormLeavesItMaximized) {
+  form().Show();
+  form().SetShowCommand(ShowCommand::kMaximized);
+  form().Show();
+  EXPECT_EQ(form().GetPlacement().show, ShowCommand::kMaximized);
+}
+
+TEST_F(FormContract, AMaximizedFormComesBackMaximizedAfterHiding) {
+  form().Show();
+  const Placement before = form().GetPlacement();
+  form().SetShowCommand(ShowCommand::kMaximized);
+  Placement maximized = before;
+  maximized.show = ShowCommand::kMaximized;
+  form().Hide();
+  EXPECT_EQ(form().GetPlacement(), maximized);
+  form().Show();
+  EXPECT_EQ(form().GetPlacement(), maximized);
+  form().SetShowCommand(ShowCommand::kNormal);
+  EXPECT_EQ(form().GetPlacement(), before);
+}
+
+TEST_F(FormContract, HidingByCommandKeepsWhatWasShownToo) {
+  form().Show();
+  form().SetShowCommand(ShowCommand::kMaximized);
+  form().SetShowCommand(ShowCommand::kHide);
+  EXPECT_FALSE(form().Visible());
+  form().Show();
+  EXPECT_EQ(form().GetPlacement().show, ShowCommand::kMaximized);
+}
+
+TEST_F(FormContract, ShowingAMinimizedFormRestoresWhatItWas) {
+  for (const ShowCommand was : {ShowCommand::kNormal, ShowCommand::kMaximized}) {
+    form().Show();
+    form().SetShowCommand(was);
+    form().SetShowCommand(ShowCommand::kMinimized);
+    EXPECT_EQ(form().GetPlacement().show, ShowCommand::kMinimized);
+    form().Show();
+    EXPECT_EQ(form().GetPlacement().show, was);
+  }
+}
+
+TEST_F(FormContract, AMinimizedFormThatWasHiddenIsRestoredWhenItIsShown) {
+  form().Show();
+  form().SetShowCommand(ShowCommand::kMaximized);
+  form().SetShowCommand(ShowCommand::kMinimized);
+  form().Hide();
+  EXPECT_EQ(form().GetPlacement().show, ShowCommand::kMinimized);
+  form().Show();
+  EXPECT_EQ(form().GetPlacement().show, ShowCommand::kMaximized);
+}
+
+TEST_F(FormContract, AShowCommandBeforeTheFirstShowIsThatOfTheFirstShow) {
+  form().on_load = [this] { form().SetShowCommand(ShowCommand::kMaximized); };
+  form().Show();
+  EXPECT_EQ(form().GetPlacement().show, ShowCommand::kMaximized);
+}
+
+TEST_F(FormContract, APlacementThatHidesDoesNotKeepTheFormFromBeingShown) {
+  form().on_load = [this] {
+    Placement hidden = form().GetPlacement();
+    hidden.show = ShowCommand::kHide;
+    form().SetPlacement(hidden);
+  };
+  form().Show();
+  EXPECT_EQ(form().GetPlacement().show, ShowCommand::kNormal);
+}
+
 TEST_F(FormContract, UnloadAsksThenUnloads) {
   form().Show();
   TakeLog();

@@ -76,6 +76,29 @@ TEST_F(StartOutside, ReopeningReturnsToTheSamePlaceLibraryAndChoices) {
   EXPECT_TRUE(IsWindowVisible(Control("lstType")));
 }
 
+TEST_F(StartOutside, ReopeningAMaximizedWindowReturnsToThatAndToItsRestoredPlace) {
+  // The system tells a window's restored place only to its own process, so the window is restored.
+  static constexpr RECT kRestored{140, 120, 960, 730};
+  const auto stands_there = [this] {
+    RECT now{};
+    GetWindowRect(Main(), &now);
+    return EqualRect(&now, &kRestored) != FALSE;
+  };
+  const auto is_maximized = [this] { return IsZoomed(Main()) != FALSE; };
+  StartAndShow();
+  SetWindowPos(Main(), nullptr, 140, 120, 820, 610, SWP_NOZORDER | SWP_NOACTIVATE);
+  ASSERT_TRUE(Eventually(stands_there));
+  ShowWindow(Main(), SW_MAXIMIZE);
+  ASSERT_TRUE(Eventually(is_maximized));
+  Close();
+  ASSERT_EQ(Program().WaitForEnd(), 0);
+
+  StartAndShow();
+  EXPECT_TRUE(Eventually(is_maximized));
+  ShowWindow(Main(), SW_RESTORE);
+  EXPECT_TRUE(Eventually(stands_there));
+}
+
 class CloseOutside : public OutsideTest {
  protected:
   // Leaves a changed library open.

@@ -121,6 +121,8 @@ void HeadlessForm::Show(ShowMode mode, Form* owner) {
   if (!shown_before_) {
     shown_before_ = true;
     on_resize.Raise();
+  } else if (placement_.show == ShowCommand::kMinimized) {
+    placement_.show = restored_;
   }
   toolkit_.Activate(*this);
   if (mode == ShowMode::kModal && visible_) toolkit_.ShowModally(*this);
@@ -175,6 +177,7 @@ void HeadlessForm::SetPlacement(const Placement& placement) {
   const Size before{OuterWidth(), OuterHeight()};
   const Size borders = Borders();
   placement_ = placement;
+  ShowAs(placement.show);
   placement_.right =
       std::max(placement.right, placement.left + minimum_size_.width + borders.width);
   placement_.bottom =
@@ -185,8 +188,16 @@ void HeadlessForm::SetPlacement(const Placement& placement) {
 
 void HeadlessForm::SetShowCommand(ShowCommand command) {
   if (state_ == State::kUnloaded) return;
+  if (command == ShowCommand::kHide) {
+    Hide();
+  } else {
+    ShowAs(command);
+  }
+}
+
+void HeadlessForm::ShowAs(ShowCommand command) {
   placement_.show = command;
-  if (command == ShowCommand::kHide) Hide();
+  if (command != ShowCommand::kMinimized) restored_ = command;
 }
 
 void HeadlessForm::ShowPopupMenu(MenuItem& menu) {

@@ -89,6 +89,7 @@ class HeadlessForm : public Form, public FocusOwner {
   [[nodiscard]] std::unique_ptr<Component> Make(const ControlDefinition& definition);
   void AddMenu(const MenuDefinition& definition, std::vector<HeadlessMenuItem*>& path);
   void SetOuterSize(Size size);
+  void ShowAs(ShowCommand command);
   [[nodiscard]] Size Borders() const;
   void PostWhileOpen(std::function<void()> action);
   [[nodiscard]] bool CanTakeFocus(const Control& control) const;
@@ -113,6 +114,7 @@ class HeadlessForm : public Form, public FocusOwner {
   int locks_ = 0;
   int blocked_ = 0;
   Placement placement_;
+  ShowCommand restored_ = ShowCommand::kNormal;  // what a minimized form was and becomes again
   Form* owner_ = nullptr;
   Control* focus_ = nullptr;
   std::string popup_choice_;

@@ -173,6 +173,7 @@ void Win32Form::Show(ShowMode mode, Form* owner) {
   }
   std::optional<ModalScope> modal;
   if (mode == ShowMode::kModal) modal.emplace(toolkit_, this);
+  const int command = CommandForShow();
   visible_ = true;
   if (!shown_before_) {
     shown_before_ = true;
@@ -180,8 +181,7 @@ void Win32Form::Show(ShowMode mode, Form* owner) {
     last_inner_ = {-1, -1};
     RaiseResizeIfChanged();
   }
-  ShowWindow(Window(), static_cast<int>(kept_command_));
-  kept_command_ = ShowCommand::kNormal;
+  ShowWindow(Window(), command);
   if (!visible_) return;
   SetForegroundWindow(Window());
   toolkit_.FormActivated(*this);
@@ -194,6 +194,7 @@ void Win32Form::Show(ShowMode mode, Form* owner) {
 
 void Win32Form::Hide() {
   if (!visible_) return;
+  kept_command_ = NativeShowCommand();
   visible_ = false;
   if (focus_ == toolkit_.FocusedControl()) toolkit_.ForgetFocus();
   toolkit_.FormHidden(*this);

@@ -103,8 +103,13 @@ class Win32Form : public Form {
   [[nodiscard]] Size OuterDots(Size inner) const;
   void SetOuterSize(int width, int height);
   void RaiseResizeIfChanged();
+  // How the window is shown now.
+  [[nodiscard]] ShowCommand NativeShowCommand() const;
+  // What ShowWindow is to be told so that Show shows the window.
+  [[nodiscard]] int CommandForShow() const;
   [[nodiscard]] bool CanTakeFocus(const Control& control) const;
   bool PressShortcut(int key);
+  [[nodiscard]] bool PressToolbarShortcut(const Shortcut& shortcut) const;
   bool PressHelpKey(int key);
   bool PressTab();
   bool PressButtonKey(int key);
@@ -150,11 +155,12 @@ class Win32Form : public Form {
   bool placed_ = false;  // a place was set, so the first Show does not choose one
   bool enabled_ = true;
   bool in_popup_ = false;
+  const Control* popup_at_ = nullptr;  // where the keyboard asked for a popup menu
   int blocked_ = 0;
   int locks_ = 0;
-  ModalScope* modal_ = nullptr;  // while this form is shown modally
-  Size last_inner_;              // in dots, when on_resize was raised last
-  ShowCommand kept_command_ = ShowCommand::kNormal;
+  ModalScope* modal_ = nullptr;                      // while this form is shown modally
+  Size last_inner_;                                  // in dots, when on_resize was raised last
+  ShowCommand kept_command_ = ShowCommand::kNormal;  // of a hidden form, for its next Show
   Control* focus_ = nullptr;
 };
 

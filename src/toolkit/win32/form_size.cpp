@@ -97,6 +97,18 @@ void Win32Form::ChoosePlace(const Form* owner) {
                SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
+ShowCommand Win32Form::NativeShowCommand() const {
+  if (IsIconic(Window())) return ShowCommand::kMinimized;
+  return IsZoomed(Window()) ? ShowCommand::kMaximized : ShowCommand::kNormal;
+}
+
+int Win32Form::CommandForShow() const {
+  // A window that was minimized before it was hidden is so still.
+  if (IsIconic(Window())) return SW_RESTORE;
+  if (visible_) return SW_SHOW;
+  return kept_command_ == ShowCommand::kHide ? SW_SHOWNORMAL : static_cast<int>(kept_command_);
+}
+
 Placement Win32Form::GetPlacement() const {
   WINDOWPLACEMENT native{};
   native.length = sizeof native;
@@ -106,7 +118,7 @@ Placement Win32Form::GetPlacement() const {
           .top = area.top,
           .right = area.right,
           .bottom = area.bottom,
-          .show = visible_ ? static_cast<ShowCommand>(native.showCmd) : kept_command_};
+          .show = visible_ ? NativeShowCommand() : kept_command_};
 }
 
 void Win32Form::SetPlacement(const Placement& placement) {
