@@ -63,6 +63,7 @@ inline constexpr std::u16string_view kTipFind = u"Rozšírené vyhľadávanie...
 inline constexpr std::u16string_view kTipSettings = u"Nastavenia...";
 
 // Names and tooltips of the main window's other controls
+inline constexpr std::u16string_view kNameToolbar = u"Panel nástrojov";
 inline constexpr std::u16string_view kNameDatabase = u"Databáza";
 inline constexpr std::u16string_view kNameSelector = u"Druh položiek";
 inline constexpr std::u16string_view kNameRange = u"Rozsah platnosti";

@@ -77,6 +77,9 @@ class Control : public Component {
   Event<> on_lost_focus;
   Event<KeyDown&> on_key_down;
   Event<KeyPress&> on_key_press;
+  // The keyboard asks for the control's popup menu: the menu key or Shift+F10. Without a subscriber
+  // the control opens its own, if it has one.
+  Event<> on_context_menu;
   Event<const MouseEvent&> on_mouse_down;
   Event<const MouseEvent&> on_mouse_move;
   Event<const MouseEvent&> on_mouse_up;

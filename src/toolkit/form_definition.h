@@ -55,11 +55,18 @@ enum class TabStop {
   kNo,
 };
 
+struct Shortcut {
+  int key = 0;  // a key code, 0: none
+  Modifiers modifiers = {};
+  bool operator==(const Shortcut&) const = default;
+};
+
 struct ToolbarButtonDefinition {
   std::string_view key;  // empty: a gap between groups
   std::u16string_view tooltip = {};
   Icon icon = Icon::kNone;
   bool enabled = true;
+  Shortcut shortcut = {};  // presses the button wherever in the form the focus is
 };
 
 struct ControlDefinition {
@@ -81,11 +88,6 @@ struct ControlDefinition {
   std::span<const std::u16string_view> rows = {};         // list and combo boxes
   std::span<const ToolbarButtonDefinition> buttons = {};  // toolbars
   int interval = 0;                                       // timers, milliseconds
-};
-
-struct Shortcut {
-  int key = 0;  // a key code, 0: none
-  Modifiers modifiers = {};
 };
 
 // One entry of the menus. An entry belongs to the nearest entry before it whose level is one less;

@@ -1,4 +1,7 @@
-// A row of buttons, each known by its key.
+// A row of buttons, each known by its key. A click leaves the focus where it is. In a toolbar at
+// which the tab key stops, left and right go from one enabled button to the next, around the ends,
+// Home and End to the first and the last; Space and Enter press the button that was reached, which
+// is the first one at first.
 #pragma once
 
 #include <string_view>

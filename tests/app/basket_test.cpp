@@ -152,6 +152,19 @@ TEST_F(BasketList, RightClickOnEmptySpaceOffersNeitherRemovalAndNoNames) {
   EXPECT_FALSE(Form().mnuDelGroup.Enabled());
 }
 
+TEST_F(BasketList, TheMenuKeyAndShiftF10OpenTheMenuOfTheSelectedEntry) {
+  auto& frmMain = dynamic_cast<headless::HeadlessForm&>(*Form().frmMain);
+  AddItem(0, 0);
+  AddItem(1, 0);
+  User().ClickEntry(Form().lstAdd, 2);
+  frmMain.ChooseInNextPopup("mnuDelOnce");
+  User().PressKey(key::kF10, {.shift = true});
+  EXPECT_EQ(Form().mnuDelOnce.Caption(), u"Odstrániť &položku 'Beep'");
+  EXPECT_EQ(EntriesOf(Form().lstAdd), (Rows{u"1 A"}));
+  User().PressKey(key::kApps);
+  EXPECT_EQ(frmMain.PopupMenusShown().size(), 2U);
+}
+
 TEST_F(BasketList, PopupRemovesOneEntryOneGroupOrAll) {
   auto& frmMain = dynamic_cast<headless::HeadlessForm&>(*Form().frmMain);
   AddItem(0, 0);

@@ -234,6 +234,27 @@ TEST_F(MainWindowTest, FindOpensTheSearchDialogWhoseHitsShowInTheWindow) {
   EXPECT_EQ(EntriesOf(Form().lstAdd), (Rows{u"3 RECT"}));
 }
 
+TEST_F(MainWindowTest, ControlFOpensTheSearchDialog) {
+  Open();
+  User().PressKey(Form().txtInput, 'F', {.control = true});
+  EXPECT_EQ(toolkit_->Forms().back()->Name(), "frmFind");
+  EXPECT_TRUE(toolkit_->Forms().back()->Visible());
+}
+
+TEST_F(MainWindowTest, TheTabKeyReachesEveryVisibleControlAndTheToolbar) {
+  Open();
+  Form().Toolbar1.SetFocus();
+  std::vector<std::string> reached;
+  do {
+    reached.push_back(toolkit_->FocusedControl()->Name());
+    User().PressKey(key::kTab);
+  } while (!Form().Toolbar1.HasFocus() && reached.size() < 30);
+  EXPECT_EQ(reached, (std::vector<std::string>{"Toolbar1", "cmbDatabase", "cmbSelector", "cmbRange",
+                                               "txtInput", "lstDeclare", "txtFind", "lstFind",
+                                               "lstAdd", "lstShare", "RTB", "PosMainWidth",
+                                               "PosAddHeight", "PosRtbHeight"}));
+}
+
 TEST_F(MainWindowTest, ClosingTheWindowClosesTheSearchDialogAndKeepsItsCheckBoxes) {
   Open();
   User().ClickToolbar(Form().Toolbar1, "find");

@@ -196,6 +196,95 @@ TEST_F(ControlContract, AToolbarTakesNoFocus) {
   EXPECT_TRUE(Get<ListBox>("List1").HasFocus());
 }
 
+class ToolbarKeysContract : public Contract {
+ protected:
+  ToolbarKeysContract() {
+    bar().on_button_click = [this](std::string_view key) { log_.emplace_back(key); };
+    frmBar_->Show();
+  }
+
+  Toolbar& bar() { return frmBar_->Get<Toolbar>("Toolbar1"); }
+  TextBox& box() { return frmBar_->Get<TextBox>("Text1"); }
+  void Press(std::initializer_list<int> keys) {
+    for (const int key : keys) user().PressKey(key);
+  }
+
+ private:
+  std::unique_ptr<Form> frmBar_ = toolkit().CreateForm(demo::kBar);
+};
+
+TEST_F(ToolbarKeysContract, TabStopsAtTheToolbar) {
+  ASSERT_TRUE(box().HasFocus());
+  Press({key::kTab});
+  EXPECT_TRUE(bar().HasFocus());
+  Press({key::kTab});
+  EXPECT_TRUE(box().HasFocus());
+}
+
+TEST_F(ToolbarKeysContract, SpaceAndEnterPressTheFirstEnabledButtonAtFirst) {
+  bar().SetButtonEnabled("new", false);
+  bar().SetButtonEnabled("save", true);
+  bar().SetFocus();
+  Press({key::kSpace, key::kEnter});
+  EXPECT_THAT(TakeLog(), ElementsAre("save", "save"));
+  EXPECT_TRUE(bar().HasFocus());
+}
+
+TEST_F(ToolbarKeysContract, LeftAndRightGoAroundPastGapsAndDisabledButtons) {
+  bar().SetFocus();
+  Press({key::kRight, key::kSpace});
+  Press({key::kRight, key::kSpace});
+  Press({key::kLeft, key::kSpace});
+  Press({key::kLeft, key::kSpace});
+  EXPECT_THAT(TakeLog(), ElementsAre("find", "new", "find", "new"));
+}
+
+TEST_F(ToolbarKeysContract, HomeAndEndGoToTheFirstAndTheLastButton) {
+  bar().SetFocus();
+  Press({key::kEnd, key::kSpace});
+  Press({key::kHome, key::kSpace});
+  EXPECT_THAT(TakeLog(), ElementsAre("find", "new"));
+}
+
+TEST_F(ToolbarKeysContract, AButtonThatDisabledItselfPassesTheKeysOnToTheNext) {
+  bar().on_button_click = [this](std::string_view key) {
+    log_.emplace_back(key);
+    bar().SetButtonEnabled(key, false);
+  };
+  bar().SetFocus();
+  Press({key::kSpace, key::kSpace, key::kSpace});
+  EXPECT_THAT(TakeLog(), ElementsAre("new", "find"));
+}
+
+TEST_F(ToolbarKeysContract, AShortcutPressesItsButtonFromAnyControl) {
+  box().SetFocus();
+  user().PressKey('F', {.control = true});
+  EXPECT_THAT(TakeLog(), ElementsAre("find"));
+  EXPECT_TRUE(box().HasFocus());
+  bar().SetButtonEnabled("find", false);
+  user().PressKey('F', {.control = true});
+  EXPECT_THAT(TakeLog(), IsEmpty());
+}
+
+TEST_F(ControlContract, TheMenuKeyAndShiftF10AskForTheContextMenu) {
+  auto& view = Get<ListView>("View1");
+  view.on_context_menu = Log("menu");
+  view.SetFocus();
+  user().PressKey(key::kApps);
+  user().PressKey(key::kF10, {.shift = true});
+  EXPECT_THAT(TakeLog(), ElementsAre("menu", "menu"));
+}
+
+TEST_F(ControlContract, APopupMenuThatTheKeyboardAskedForIsUsed) {
+  auto& view = Get<ListView>("View1");
+  view.on_context_menu = [this] { form().ShowPopupMenu(Get<MenuItem>("mnuPopup")); };
+  Get<MenuItem>("mnuDelAll").on_click = Log("all");
+  view.SetFocus();
+  user().ChooseInNextPopup(form(), "mnuDelAll");
+  user().PressKey(key::kF10, {.shift = true});
+  EXPECT_THAT(TakeLog(), ElementsAre("all"));
+}
+
 TEST_F(ControlContract, AMenuEntryIsChosenAfterItsMenuOpened) {
   Get<MenuItem>("mnuDatabase").on_click = Log("opens");
   Get<MenuItem>("mnuNew").on_click = Log("new");

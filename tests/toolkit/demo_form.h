@@ -169,4 +169,28 @@ inline constexpr FormDefinition kResults = {
     .controls = kResultControls,
 };
 
+inline constexpr ToolbarButtonDefinition kBarButtons[] = {
+    {.key = "new", .icon = Icon::kNew},
+    {.key = "save", .icon = Icon::kSave, .enabled = false},
+    {.key = ""},
+    {.key = "find", .icon = Icon::kFind, .shortcut = {'F', {.control = true}}},
+};
+
+inline constexpr ControlDefinition kBarControls[] = {
+    {.kind = ControlKind::kTextBox, .name = "Text1", .bounds = {8, 36, 180, 21}},
+    {.kind = ControlKind::kToolbar,
+     .name = "Toolbar1",
+     .bounds = {0, 0, 196, 28},
+     .tab_stop = TabStop::kYes,
+     .buttons = kBarButtons},
+};
+
+// Its toolbar is reached by the tab key.
+inline constexpr FormDefinition kBar = {
+    .name = "frmBar",
+    .caption = u"Panel",
+    .size = {196, 64},
+    .controls = kBarControls,
+};
+
 }  // namespace declarium::demo

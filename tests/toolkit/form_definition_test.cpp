@@ -16,6 +16,7 @@ using ::testing::IsEmpty;
 TEST(FormDefinitionTest, ASoundTableHasNoFaults) {
   EXPECT_THAT(FindDefinitionFaults(demo::kForm), IsEmpty());
   EXPECT_NO_THROW(RequireValid(demo::kDialog));
+  EXPECT_NO_THROW(RequireValid(demo::kBar));
 }
 
 TEST(FormDefinitionTest, EveryFaultIsNamed) {

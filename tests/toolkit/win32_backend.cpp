@@ -124,9 +124,12 @@ class Win32Backend : public Backend {
     HWND window = WindowOf(RequireFocus());
     HoldKey(VK_CONTROL, modifiers.control);
     HoldKey(VK_SHIFT, modifiers.shift);
-    PostMessageW(window, WM_KEYDOWN, static_cast<WPARAM>(code), 1);
+    const bool system_key = code == key::kF10;
+    const UINT down = system_key ? WM_SYSKEYDOWN : WM_KEYDOWN;
+    const UINT up = system_key ? WM_SYSKEYUP : WM_KEYUP;
+    PostMessageW(window, down, static_cast<WPARAM>(code), 1);
     toolkit_.ProcessPendingEvents();
-    if (IsWindow(window)) PostMessageW(window, WM_KEYUP, static_cast<WPARAM>(code), 0xC0000001);
+    if (IsWindow(window)) PostMessageW(window, up, static_cast<WPARAM>(code), 0xC0000001);
     toolkit_.ProcessPendingEvents();
     HoldKey(VK_CONTROL, false);
     HoldKey(VK_SHIFT, false);

@@ -83,5 +83,21 @@ TEST_F(BasketOutside, ExportPutsTheTextIntoAModule) {
                           "Option Explicit\r\n"));
 }
 
+TEST_F(BasketOutside, TheMenuKeyOpensTheBasketsMenu) {
+  ASSERT_TRUE(Eventually([this] { return !Program().FindForm("frmSplash"); }));
+  ShowRecord();
+  ClickToolbar("add");
+  ASSERT_TRUE(EntriesBecome("lstAdd", {u"3 RECT"}));
+  ClickEntry(Control("lstAdd"), 0);
+  PressKey(Control("lstAdd"), VK_APPS);
+  HWND menu = nullptr;
+  ASSERT_TRUE(Eventually([&] {
+    menu = FindWindowW(L"#32768", nullptr);
+    return menu != nullptr && IsWindowVisible(menu);
+  }));
+  Type(Main(), u"v");
+  EXPECT_TRUE(EntriesBecome("lstAdd", {}));
+}
+
 }  // namespace
 }  // namespace declarium

@@ -24,6 +24,7 @@ BasketView::BasketView(const Database& database, ItemDisplay& display,
       controls_;
   lstAdd.on_item_click = [this](int position) { lstAdd_ItemClick(position); };
   lstAdd.on_key_down = [this](KeyDown& key) { lstAdd_KeyDown(key); };
+  lstAdd.on_context_menu = [this] { ShowPopup(controls_.lstAdd.Selected()); };
   lstAdd.on_mouse_down = [this](const MouseEvent& event) { lstAdd_MouseDown(event); };
   lstAdd.on_drop = [this](const Drop& drop) { AddShared(drop.position); };
   lstShare.SetDragTarget(&lstAdd);
@@ -102,13 +103,9 @@ void BasketView::lstAdd_ItemClick(int position) {
 }
 
 void BasketView::lstAdd_KeyDown(KeyDown& key) {
-  if (key.code == key::kDelete) {
-    key.Swallow();
-    DeleteAddItem();
-  } else if (key.code == key::kApps || (key.code == key::kF10 && key.modifiers.shift)) {
-    key.Swallow();
-    ShowPopup(controls_.lstAdd.Selected());
-  }
+  if (key.code != key::kDelete) return;
+  key.Swallow();
+  DeleteAddItem();
 }
 
 void BasketView::lstAdd_MouseDown(const MouseEvent& event) {

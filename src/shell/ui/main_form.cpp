@@ -18,7 +18,10 @@ constexpr ToolbarButtonDefinition kButtons[] = {
     {.key = "export", .tooltip = texts::kTipExport, .icon = Icon::kExport, .enabled = false},
     {.key = "insert", .tooltip = texts::kTipInsert, .icon = Icon::kInsert, .enabled = false},
     {.key = ""},
-    {.key = "find", .tooltip = texts::kTipFind, .icon = Icon::kFind},
+    {.key = "find",
+     .tooltip = texts::kTipFind,
+     .icon = Icon::kFind,
+     .shortcut = {'F', {.control = true}}},
     {.key = "settings", .tooltip = texts::kTipSettings, .icon = Icon::kSettings},
 };
 
@@ -31,6 +34,8 @@ constexpr ControlDefinition kControls[] = {
     {.kind = ControlKind::kToolbar,
      .name = "Toolbar1",
      .bounds = {0, 0, 278, 26},
+     .accessible_name = texts::kNameToolbar,
+     .tab_stop = TabStop::kYes,
      .buttons = kButtons},
     {.kind = ControlKind::kComboBox,
      .name = "cmbDatabase",

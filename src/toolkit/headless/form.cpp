@@ -63,8 +63,11 @@ std::unique_ptr<Component> HeadlessForm::Make(const ControlDefinition& definitio
       return std::make_unique<HeadlessRichText>(*this, definition);
     case ControlKind::kListView:
       return std::make_unique<HeadlessListView>(*this, definition);
-    case ControlKind::kToolbar:
-      return std::make_unique<HeadlessToolbar>(*this, definition);
+    case ControlKind::kToolbar: {
+      auto toolbar = std::make_unique<HeadlessToolbar>(*this, definition);
+      toolbars_.push_back(toolbar.get());
+      return toolbar;
+    }
     case ControlKind::kProgressBar:
       return std::make_unique<HeadlessProgressBar>(*this, definition);
     case ControlKind::kPictureBox: {

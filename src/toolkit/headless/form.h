@@ -68,6 +68,7 @@ class HeadlessForm : public Form, public FocusOwner {
   [[nodiscard]] const TabOrder& Tabs() const { return tabs_; }
   [[nodiscard]] CommandButton* ButtonWith(ButtonRole role) const;
   [[nodiscard]] const std::vector<HeadlessMenuItem*>& Menus() const { return menus_; }
+  [[nodiscard]] const std::vector<HeadlessToolbar*>& Toolbars() const { return toolbars_; }
   [[nodiscard]] const std::vector<HeadlessTimer*>& Timers() const { return timers_; }
   [[nodiscard]] std::string_view HelpTopic() const { return help_topic_; }
   [[nodiscard]] bool CanTakeInput() const { return visible_ && enabled_ && blocked_ == 0; }
@@ -104,6 +105,7 @@ class HeadlessForm : public Form, public FocusOwner {
   TabOrder tabs_;
   std::vector<HeadlessPictureBox*> pictures_;
   std::vector<HeadlessMenuItem*> menus_;
+  std::vector<HeadlessToolbar*> toolbars_;
   std::vector<HeadlessTimer*> timers_;
   std::shared_ptr<int> open_ = std::make_shared<int>();  // gone when the windows are
   State state_ = State::kCreated;

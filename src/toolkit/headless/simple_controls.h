@@ -14,6 +14,7 @@
 #include "toolkit/progress_bar.h"
 #include "toolkit/timer.h"
 #include "toolkit/toolbar.h"
+#include "toolkit/toolbar_keys.h"
 
 namespace declarium::headless {
 
@@ -51,7 +52,7 @@ class HeadlessProgressBar : public HeadlessControl<ProgressBar> {
 class HeadlessToolbar : public HeadlessControl<Toolbar> {
  public:
   HeadlessToolbar(FocusOwner& owner, const ControlDefinition& definition)
-      : HeadlessControl(owner, definition) {
+      : HeadlessControl(owner, definition), keys_(*this, definition.buttons) {
     for (const ToolbarButtonDefinition& button : definition.buttons) {
       if (!button.key.empty()) enabled_[std::string(button.key)] = button.enabled;
     }
@@ -64,6 +65,8 @@ class HeadlessToolbar : public HeadlessControl<Toolbar> {
     enabled_.at(Known(key)) = enabled;
   }
 
+  [[nodiscard]] ToolbarKeys& Keys() { return keys_; }
+
  private:
   [[nodiscard]] std::string Known(std::string_view key) const {
     std::string text(key);
@@ -72,6 +75,7 @@ class HeadlessToolbar : public HeadlessControl<Toolbar> {
   }
 
   std::map<std::string, bool> enabled_;
+  ToolbarKeys keys_;
 };
 
 class HeadlessMenuItem : public MenuItem {

@@ -172,7 +172,9 @@ bool HeadlessUser::PressShortcut(HeadlessForm& form, int code, Modifiers modifie
     if (item->Enabled()) item->on_click.Raise();
     return true;
   }
-  return false;
+  return std::ranges::any_of(form.Toolbars(), [&](HeadlessToolbar* toolbar) {
+    return toolbar->Keys().PressShortcut({code, modifiers});
+  });
 }
 
 bool HeadlessUser::PressDialogKey(HeadlessForm& form, Control& control, int code,
@@ -201,6 +203,8 @@ void HeadlessUser::ActOnKey(Control& control, int code) {
     if (StepOf(code) != 0) MoveRow(*list, StepOf(code));
   } else if (auto* view = dynamic_cast<ListView*>(&control)) {
     if (StepOf(code) != 0) MoveEntry(*view, StepOf(code));
+  } else if (auto* toolbar = dynamic_cast<HeadlessToolbar*>(&control)) {
+    toolbar->Keys().Press(code);
   } else if (code == key::kSpace) {
     if (auto* check = dynamic_cast<CheckBox*>(&control)) Click(*check);
     if (auto* button = dynamic_cast<CommandButton*>(&control)) Click(*button);
@@ -216,7 +220,12 @@ void HeadlessUser::PressKey(int code, Modifiers modifiers) {
   if (PressDialogKey(form, *control, code, modifiers)) return;
   KeyDown event{.code = code, .modifiers = modifiers};
   control->on_key_down.Raise(event);
-  if (event.code != 0) ActOnKey(*control, code);
+  if (event.code == 0) return;
+  if (code == key::kApps || (code == key::kF10 && modifiers == Modifiers{.shift = true})) {
+    control->on_context_menu.Raise();
+  } else {
+    ActOnKey(*control, code);
+  }
 }
 
 void HeadlessUser::PressKey(Control& control, int code, Modifiers modifiers) {

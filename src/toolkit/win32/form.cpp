@@ -310,13 +310,18 @@ void Win32Form::SetToolTipOf(HWND control, const std::u16string& text) {
 POINT Win32Form::PopupPlace() const {
   POINT at{};
   GetCursorPos(&at);
-  const bool by_keyboard = GetKeyState(VK_APPS) < 0 || GetKeyState(VK_F10) < 0;
-  const auto* widget = dynamic_cast<const Widget*>(focus_);
-  if (!by_keyboard || !widget) return at;
+  const auto* widget = dynamic_cast<const Widget*>(popup_at_);
+  if (!widget) return at;
   RECT area{};
   GetWindowRect(widget->Handle(), &area);
   const int inset = ToDots(16, dpi_);
   return {area.left + inset, area.top + inset};
+}
+
+void Win32Form::ContextMenuAskedFor(Control& control) {
+  popup_at_ = &control;
+  control.on_context_menu.Raise();
+  popup_at_ = nullptr;
 }
 
 void Win32Form::ShowPopupMenu(MenuItem& menu) {

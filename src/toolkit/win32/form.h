@@ -74,6 +74,8 @@ class Win32Form : public Form {
   // Gives the native focus to the control that had it last, or to the first tab stop.
   void TakeFocus();
   void SetToolTipOf(HWND control, const std::u16string& text);
+  // The keyboard asked for the control's popup menu.
+  void ContextMenuAskedFor(Control& control);
   // A modal form or dialog is open above this form.
   void Block();
   void Unblock();

@@ -1,7 +1,10 @@
 // The keys of a form that are not for the focused control alone.
+#include <algorithm>
+
 #include "toolkit/captioned.h"
 #include "toolkit/text_box.h"
 #include "toolkit/win32/form.h"
+#include "toolkit/win32/toolbar.h"
 #include "toolkit/win32/toolkit.h"
 #include "toolkit/win32/widget.h"
 
@@ -38,13 +41,20 @@ bool Win32Form::TranslateKey(MSG& message) {
 
 bool Win32Form::PressShortcut(int key) {
   Win32MenuItem* item = menus_->WithShortcut(key, HeldModifiers());
-  if (!item) return false;
+  if (!item) return PressToolbarShortcut({key, HeldModifiers()});
   for (Win32MenuItem* above = item->Parent(); above; above = above->Parent()) {
     if (!above->Enabled()) return true;
     above->on_click.Raise();
   }
   if (item->Enabled()) item->on_click.Raise();
   return true;
+}
+
+bool Win32Form::PressToolbarShortcut(const Shortcut& shortcut) const {
+  return std::ranges::any_of(components_, [&](const auto& component) {
+    const auto* toolbar = dynamic_cast<const Win32Toolbar*>(component.get());
+    return toolbar && toolbar->PressShortcut(shortcut);
+  });
 }
 
 bool Win32Form::PressHelpKey(int key) {

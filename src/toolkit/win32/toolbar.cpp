@@ -10,7 +10,8 @@ Win32Toolbar::Win32Toolbar(Win32Form& form, const ControlDefinition& definition)
     : Win32Control(form, definition,
                    {TOOLBARCLASSNAMEW, WS_CLIPSIBLINGS | TBSTYLE_FLAT | TBSTYLE_TOOLTIPS |
                                            CCS_NORESIZE | CCS_NODIVIDER | CCS_NOPARENTALIGN}),
-      buttons_(definition.buttons) {
+      buttons_(definition.buttons),
+      keys_(*this, definition.buttons) {
   Send(TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON));
   LoadPictures();
   AddButtons();
@@ -61,6 +62,39 @@ bool Win32Toolbar::ButtonEnabled(std::string_view key) const {
 
 void Win32Toolbar::SetButtonEnabled(std::string_view key, bool enabled) {
   Send(TB_ENABLEBUTTON, static_cast<WPARAM>(IdOf(key)), MAKELPARAM(enabled, 0));
+  ShowCurrentButton();
+}
+
+void Win32Toolbar::ShowCurrentButton() const {
+  if (GetFocus() == Handle()) Send(TB_SETHOTITEM, static_cast<WPARAM>(keys_.Current()));
+}
+
+// The keys are not left to the native control, which does not do the same in all versions.
+std::optional<LRESULT> Win32Toolbar::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
+  const auto answer = Win32Control::OnMessage(message, wparam, lparam);
+  switch (message) {
+    case WM_GETDLGCODE:
+      return DLGC_WANTARROWS | DLGC_WANTCHARS;
+    case WM_SETFOCUS:
+      ShowCurrentButton();
+      return answer;
+    case WM_KILLFOCUS:
+      Send(TB_SETHOTITEM, static_cast<WPARAM>(-1));
+      return answer;
+    case WM_MOUSELEAVE: {
+      const LRESULT result = PassOn(message, wparam, lparam);
+      ShowCurrentButton();
+      return result;
+    }
+    case WM_CHAR:  // of a key that has done its work
+      return 0;
+    case WM_KEYDOWN:
+      if (answer || !keys_.Press(static_cast<int>(wparam))) return answer;
+      ShowCurrentButton();
+      return 0;
+    default:
+      return answer;
+  }
 }
 
 void Win32Toolbar::OnButton(int id) {

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "toolkit/toolbar.h"
+#include "toolkit/toolbar_keys.h"
 #include "toolkit/win32/control.h"
 #include "toolkit/win32/icons.h"
 #include "toolkit/win32/system.h"
@@ -22,13 +23,21 @@ class Win32Toolbar : public Win32Control<Toolbar> {
   void OnButton(int id);
   std::optional<LRESULT> OnNotify(NMHDR& header) override;
   void OnResolutionChanged() override;
+  [[nodiscard]] bool PressShortcut(const Shortcut& shortcut) const {
+    return keys_.PressShortcut(shortcut);
+  }
 
  private:
+  std::optional<LRESULT> OnMessage(UINT message, WPARAM wparam, LPARAM lparam) override;
+  // The button that the keyboard has reached looks as if under the pointer while the toolbar has
+  // the focus.
+  void ShowCurrentButton() const;
   [[nodiscard]] int IdOf(std::string_view key) const;
   void AddButtons();
   void LoadPictures();
 
   std::span<const ToolbarButtonDefinition> buttons_;
+  ToolbarKeys keys_;
   std::vector<std::u16string> tips_;
   UniqueImageList normal_;
   UniqueImageList disabled_;

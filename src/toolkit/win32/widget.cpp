@@ -37,15 +37,12 @@ bool IsDialogCharacter(WPARAM character) {
 }  // namespace
 
 const Widget::Entry Widget::kHandlers[] = {
-    {WM_SETFOCUS, &Widget::OnSetFocus},
-    {WM_KEYDOWN, &Widget::OnKeyDown},
-    {WM_CHAR, &Widget::OnChar},
-    {WM_SETCURSOR, &Widget::OnSetCursor},
-    {WM_MOUSEMOVE, &Widget::OnMouseMove},
-    {WM_LBUTTONDOWN, &Widget::OnLeftDown},
-    {WM_RBUTTONDOWN, &Widget::OnRightDown},
-    {WM_LBUTTONUP, &Widget::OnLeftUp},
-    {WM_RBUTTONUP, &Widget::OnRightUp},
+    {WM_SETFOCUS, &Widget::OnSetFocus},         {WM_KEYDOWN, &Widget::OnKeyDown},
+    {WM_SYSKEYDOWN, &Widget::OnSystemKeyDown},  {WM_KEYUP, &Widget::OnKeyUp},
+    {WM_CONTEXTMENU, &Widget::OnContextMenu},   {WM_CHAR, &Widget::OnChar},
+    {WM_SETCURSOR, &Widget::OnSetCursor},       {WM_MOUSEMOVE, &Widget::OnMouseMove},
+    {WM_LBUTTONDOWN, &Widget::OnLeftDown},      {WM_RBUTTONDOWN, &Widget::OnRightDown},
+    {WM_LBUTTONUP, &Widget::OnLeftUp},          {WM_RBUTTONUP, &Widget::OnRightUp},
     {WM_LBUTTONDBLCLK, &Widget::OnDoubleClick},
 };
 
@@ -177,6 +174,30 @@ std::optional<LRESULT> Widget::OnKeyDown(WPARAM wparam, LPARAM) {
   MSG message;
   while (PeekMessageW(&message, window, WM_CHAR, WM_DEADCHAR, PM_REMOVE)) {
   }
+  return 0;
+}
+
+// F10 opens the menu bar and therefore is a key of the system's, even with Shift.
+std::optional<LRESULT> Widget::OnSystemKeyDown(WPARAM wparam, LPARAM lparam) {
+  if (wparam != VK_F10) return std::nullopt;
+  const bool asks = HeldModifiers() == Modifiers{.shift = true};
+  const auto answer = OnKeyDown(wparam, lparam);
+  return answer || !asks ? answer : AskForContextMenu();
+}
+
+std::optional<LRESULT> Widget::OnKeyUp(WPARAM wparam, LPARAM) {
+  return wparam == VK_APPS ? AskForContextMenu() : std::nullopt;
+}
+
+// Assistive tools ask with the message that the system makes of the two keys.
+std::optional<LRESULT> Widget::OnContextMenu(WPARAM, LPARAM lparam) {
+  constexpr LPARAM kFromKeyboard = -1;
+  return lparam == kFromKeyboard ? AskForContextMenu() : std::nullopt;
+}
+
+std::optional<LRESULT> Widget::AskForContextMenu() {
+  if (!control_->on_context_menu.HasHandler()) return std::nullopt;
+  form_.ContextMenuAskedFor(*control_);
   return 0;
 }
 

@@ -76,6 +76,9 @@ class Widget {
 
   std::optional<LRESULT> OnSetFocus(WPARAM, LPARAM);
   std::optional<LRESULT> OnKeyDown(WPARAM, LPARAM);
+  std::optional<LRESULT> OnSystemKeyDown(WPARAM, LPARAM);
+  std::optional<LRESULT> OnKeyUp(WPARAM, LPARAM);
+  std::optional<LRESULT> OnContextMenu(WPARAM, LPARAM);
   std::optional<LRESULT> OnChar(WPARAM, LPARAM);
   std::optional<LRESULT> OnSetCursor(WPARAM, LPARAM);
   std::optional<LRESULT> OnMouseMove(WPARAM, LPARAM);
@@ -85,6 +88,7 @@ class Widget {
   std::optional<LRESULT> OnRightUp(WPARAM, LPARAM);
   std::optional<LRESULT> OnDoubleClick(WPARAM, LPARAM);
 
+  std::optional<LRESULT> AskForContextMenu();
   void ApplyFont();
 
   Win32Form& form_;
