@@ -1,8 +1,6 @@
-// The text of the clipboard.
-#include <cstring>
+#include "toolkit/win32/clipboard.h"
 
 #include "toolkit/win32/toolkit.h"
-#include "toolkit/win32/wide.h"
 
 namespace declarium::win32 {
 
@@ -11,9 +9,10 @@ namespace {
 // Open for as long as it lives. Another program may have it open for a moment.
 class OpenedClipboard {
  public:
-  OpenedClipboard() {
+  // `owner` becomes the owner of what is put there; without one the system takes nothing.
+  explicit OpenedClipboard(HWND owner) {
     for (int attempt = 0; attempt < 20 && !open_; ++attempt) {
-      open_ = OpenClipboard(nullptr) != 0;
+      open_ = OpenClipboard(owner) != 0;
       if (!open_) Sleep(10);
     }
   }
@@ -30,32 +29,41 @@ class OpenedClipboard {
 
 }  // namespace
 
-std::u16string Win32Toolkit::ClipboardText() const {
-  const OpenedClipboard clipboard;
-  if (!clipboard) return {};
-  const HANDLE memory = GetClipboardData(CF_UNICODETEXT);
-  const void* text = memory ? GlobalLock(memory) : nullptr;
+std::u16string TextIn(HGLOBAL memory) {
+  const auto* text = static_cast<const char16_t*>(GlobalLock(memory));
   if (!text) return {};
-  std::u16string copy = FromWide(static_cast<const wchar_t*>(text));
+  const std::u16string_view all(text, GlobalSize(memory) / sizeof(char16_t));
+  std::u16string copy(all.substr(0, all.find(u'\0')));
   GlobalUnlock(memory);
   return copy;
 }
 
+HGLOBAL MemoryWith(std::u16string_view text) {
+  const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, (text.size() + 1) * sizeof(char16_t));
+  if (!memory) return nullptr;
+  auto* copy = static_cast<char16_t*>(GlobalLock(memory));
+  if (!copy) return GlobalFree(memory);
+  copy[text.copy(copy, text.size())] = u'\0';
+  GlobalUnlock(memory);
+  return memory;
+}
+
+std::u16string Win32Toolkit::ClipboardText() const {
+  const OpenedClipboard clipboard(clipboard_owner_.Get());
+  const HANDLE memory = clipboard ? GetClipboardData(CF_UNICODETEXT) : nullptr;
+  return memory ? TextIn(memory) : std::u16string();
+}
+
 void Win32Toolkit::SetClipboardText(std::u16string_view text) {
-  const OpenedClipboard clipboard;
+  const OpenedClipboard clipboard(clipboard_owner_.Get());
   if (!clipboard) return;
   EmptyClipboard();
-  const std::u16string terminated(text);
-  const std::size_t size = (terminated.size() + 1) * sizeof(char16_t);
-  const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, size);
-  if (!memory) return;
-  std::memcpy(GlobalLock(memory), terminated.c_str(), size);
-  GlobalUnlock(memory);
-  if (!SetClipboardData(CF_UNICODETEXT, memory)) GlobalFree(memory);
+  const HGLOBAL memory = MemoryWith(text);
+  if (memory && !SetClipboardData(CF_UNICODETEXT, memory)) GlobalFree(memory);
 }
 
 void Win32Toolkit::ClearClipboard() {
-  const OpenedClipboard clipboard;
+  const OpenedClipboard clipboard(clipboard_owner_.Get());
   if (clipboard) EmptyClipboard();
 }
 

@@ -198,6 +198,8 @@ void Win32Form::Hide() {
   visible_ = false;
   if (focus_ == toolkit_.FocusedControl()) toolkit_.ForgetFocus();
   toolkit_.FormHidden(*this);
+  // The release that a pressed control waits for would not arrive any more.
+  if (IsChild(Window(), GetCapture())) ReleaseCapture();
   // The others take input again before this window goes, or another program would come forward.
   if (modal_) modal_->Unblock();
   ShowWindow(Window(), SW_HIDE);

@@ -94,6 +94,11 @@ void Win32PictureBox::Paint() {
   EndPaint(Handle(), &paint);
 }
 
+// No release follows a press that was posted.
+void Win32PictureBox::CaptureWhileHeld() const {
+  if (GetKeyState(VK_LBUTTON) < 0) SetCapture(Handle());
+}
+
 std::optional<LRESULT> Win32PictureBox::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
   switch (message) {
     case WM_PAINT:
@@ -105,13 +110,13 @@ std::optional<LRESULT> Win32PictureBox::OnMessage(UINT message, WPARAM wparam, L
       return DLGC_WANTARROWS | DLGC_WANTCHARS;
     case WM_LBUTTONDOWN:
       SetFocus();
-      SetCapture(Handle());
+      CaptureWhileHeld();
       break;
     case WM_LBUTTONDBLCLK:
-      SetCapture(Handle());
+      CaptureWhileHeld();
       break;
     case WM_LBUTTONUP:
-      ReleaseCapture();
+      if (GetCapture() == Handle()) ReleaseCapture();
       break;
     default:
       break;

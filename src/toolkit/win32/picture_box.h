@@ -38,6 +38,7 @@ class Win32PictureBox : public Win32Control<PictureBox> {
  private:
   std::optional<LRESULT> OnMessage(UINT message, WPARAM wparam, LPARAM lparam) override;
   void Paint();
+  void CaptureWhileHeld() const;
 
   Colour back_colour_;
 };

@@ -33,6 +33,8 @@ Win32Toolkit::Win32Toolkit() {
   InitCommonControlsEx(&classes);
   OleInitialize(nullptr);
   custom_colours_.fill(RGB(255, 255, 255));
+  clipboard_owner_.Reset(CreateWindowExW(0, L"STATIC", nullptr, 0, 0, 0, 0, 0, HWND_MESSAGE,
+                                         nullptr, GetModuleHandleW(nullptr), nullptr));
 }
 
 Win32Toolkit::~Win32Toolkit() {

@@ -8,6 +8,7 @@
 
 #include "toolkit/toolkit.h"
 #include "toolkit/win32/system.h"
+#include "toolkit/win32/unique_handle.h"
 
 namespace declarium::win32 {
 
@@ -79,6 +80,7 @@ class Win32Toolkit : public Toolkit {
   Control* focused_ = nullptr;
   MousePointer pointer_ = MousePointer::kDefault;
   std::array<COLORREF, 16> custom_colours_;
+  UniqueWindow clipboard_owner_;  // not shown
   int open_dialogs_ = 0;
   std::optional<int> exit_code_;
   std::vector<std::shared_ptr<void>> to_destroy_;
