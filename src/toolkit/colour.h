@@ -22,4 +22,8 @@ inline constexpr Colour kWhite = 0xFFFFFF;
   return (colour & kSystemColour) != 0;
 }
 
+// A colour for text on `background`, the window colour of the user's scheme: on white each is good
+// as it is; elsewhere one that can hardly be read gives way to `fallback`. No system colours here.
+[[nodiscard]] Colour ReadableOn(Colour background, Colour text, Colour fallback);
+
 }  // namespace declarium

@@ -1,5 +1,6 @@
 // The coloured display: text that is appended piece by piece in a colour. The user reads, selects
-// and copies, but does not edit.
+// and copies, but does not edit. On a background other than white, which a user's colour scheme may
+// have, a colour that cannot be read there is shown as that scheme's colour for text.
 #pragma once
 
 #include <string>
@@ -30,7 +31,7 @@ class RichText : public Control {
 
   // The text, with CR LF between lines.
   [[nodiscard]] virtual std::u16string Text() const = 0;
-  // The text in the longest pieces of one colour, in order.
+  // The text in the longest pieces of one colour, as they are shown, in order.
   [[nodiscard]] virtual std::vector<ColouredRun> Runs() const = 0;
 
  protected:

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cwchar>
+#include <utility>
 
 #include "toolkit/win32/fonts.h"
 #include "toolkit/win32/scale.h"
@@ -85,8 +86,22 @@ void Win32TextBox::OnCommand(int code) {
 Win32RichText::Win32RichText(Win32Form& form, const ControlDefinition& definition)
     : Win32Control(form, definition, RichTextClass()) {
   Send(EM_EXLIMITTEXT, 0, kMostText);
-  Send(EM_SETBKGNDCOLOR, FALSE, static_cast<LPARAM>(ToColorRef(kWindowColour)));
+  FollowColourScheme();
+}
+
+void Win32RichText::FollowColourScheme() {
+  Flush();
+  background_ = ToColorRef(kWindowColour);
+  Send(EM_SETBKGNDCOLOR, FALSE, static_cast<LPARAM>(background_));
+  const std::vector<ColouredRun> runs = std::exchange(written_, {});
+  const Colour next = colour_;
   Clear();
+  for (const auto& [colour, text] : runs) {
+    SetInsertionColour(colour);
+    Insert(text);
+  }
+  SetCaretToStart();
+  colour_ = next;
 }
 
 void Win32RichText::SetVisible(bool visible) {
@@ -105,6 +120,7 @@ std::optional<LRESULT> Win32RichText::OnMessage(UINT message, WPARAM wparam, LPA
     PaintBorder();
     return result;
   }
+  if (message == WM_SYSCOLORCHANGE) FollowColourScheme();
   return Win32Control::OnMessage(message, wparam, lparam);
 }
 
@@ -120,6 +136,7 @@ void Win32RichText::PaintBorder() const {
 
 void Win32RichText::Clear() {
   pending_.clear();
+  written_.clear();
   SetWindowTextW(Handle(), L"");
   const CHARFORMAT2W format = CodeFormat();
   Send(EM_SETCHARFORMAT, SCF_ALL, reinterpret_cast<LPARAM>(&format));
@@ -138,10 +155,10 @@ void Win32RichText::Flush() const {
   Send(EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&end));
   CHARFORMAT2W format = CodeFormat();
   format.dwMask |= CFM_COLOR;
-  format.crTextColor = ToColorRef(colour_);
+  format.crTextColor = ReadableOn(background_, ToColorRef(colour_), ToColorRef(kWindowTextColour));
   Send(EM_SETCHARFORMAT, SCF_SELECTION, reinterpret_cast<LPARAM>(&format));
   Send(EM_REPLACESEL, FALSE, TextParameter(pending_));
-  pending_.clear();
+  written_.push_back({colour_, std::exchange(pending_, {})});
 }
 
 void Win32RichText::SetCaretToStart() {

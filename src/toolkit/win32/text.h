@@ -39,12 +39,16 @@ class Win32RichText : public Win32Control<RichText> {
  private:
   std::optional<LRESULT> OnMessage(UINT message, WPARAM wparam, LPARAM lparam) override;
   void PaintBorder() const;
+  // Takes the background from the user's colour scheme, and the text's colours with it.
+  void FollowColourScheme();
   // Writes the pieces that were inserted in one colour at once.
   void Flush() const;
   [[nodiscard]] Colour ColourAt(int position) const;
 
   mutable std::u16string pending_;
+  mutable std::vector<ColouredRun> written_;  // in the colours that they were inserted in
   Colour colour_ = kBlack;
+  Colour background_ = kWhite;
 };
 
 }  // namespace declarium::win32
