@@ -17,7 +17,9 @@ if(DECLARIUM_SANITIZERS)
 endif()
 if(WIN32)
   target_compile_definitions(declarium_options INTERFACE
-    UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0A00)
+    UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN
+    # Windows 7 is the oldest that the programs run on.
+    _WIN32_WINNT=0x0601)
   # One file, nothing to install beside it.
   target_link_options(declarium_options INTERFACE -static)
 endif()

@@ -4,6 +4,7 @@
 
 #include "toolkit/backend.h"
 #include "toolkit/demo_form.h"
+#include "toolkit/win32/dpi.h"
 #include "toolkit/win32/form.h"
 #include "toolkit/win32/scale.h"
 #include "toolkit/win32/system.h"
@@ -220,7 +221,7 @@ class Win32Backend : public Backend {
 
   Colour PixelOf(PictureBox& box, Point at) override {
     const HWND window = WindowOf(box);
-    const int dpi = static_cast<int>(GetDpiForWindow(window));
+    const int dpi = Screens().WindowDpi(window);
     const HDC device = GetDC(window);
     const COLORREF colour = GetPixel(device, ToDots(at.x, dpi), ToDots(at.y, dpi));
     ReleaseDC(window, device);
@@ -250,7 +251,7 @@ class Win32Backend : public Backend {
   }
   void Send(Control& control, UINT message, WPARAM keys, Point at) {
     const HWND window = WindowOf(control);
-    const int dpi = static_cast<int>(GetDpiForWindow(window));
+    const int dpi = Screens().WindowDpi(window);
     PostMessageW(window, message, keys, MAKELPARAM(ToDots(at.x, dpi), ToDots(at.y, dpi)));
     toolkit_.ProcessPendingEvents();
   }

@@ -2,19 +2,11 @@
 
 #include <cwchar>
 
+#include "toolkit/win32/dpi.h"
+
 namespace declarium::win32 {
 
 namespace {
-
-LOGFONTW MessageFont(int dpi) {
-  NONCLIENTMETRICSW metrics{};
-  metrics.cbSize = sizeof metrics;
-  if (!SystemParametersInfoForDpi(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0,
-                                  static_cast<UINT>(dpi))) {
-    metrics.lfMessageFont.lfHeight = -MulDiv(9, dpi, 72);
-  }
-  return metrics.lfMessageFont;
-}
 
 LOGFONTW CodeFont(int dpi) {
   LOGFONTW font{};
@@ -55,7 +47,7 @@ const wchar_t* FindCodeFace() {
 }
 
 Fonts::Fonts(int dpi) {
-  LOGFONTW font = MessageFont(dpi);
+  LOGFONTW font = Screens().MessageFont(dpi);
   fonts_[static_cast<std::size_t>(FontRole::kText)] = UniqueFont(CreateFontIndirectW(&font));
   font.lfWeight = FW_BOLD;
   fonts_[static_cast<std::size_t>(FontRole::kBold)] = UniqueFont(CreateFontIndirectW(&font));

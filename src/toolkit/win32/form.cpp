@@ -5,6 +5,7 @@
 
 #include "toolkit/captioned.h"
 #include "toolkit/win32/captioned.h"
+#include "toolkit/win32/dpi.h"
 #include "toolkit/win32/list_view.h"
 #include "toolkit/win32/picture_box.h"
 #include "toolkit/win32/progress_bar.h"
@@ -51,7 +52,7 @@ Win32Form::Win32Form(Win32Toolkit& toolkit, const FormDefinition& definition)
       start_(definition.start),
       minimum_size_(definition.minimum_size),
       help_topic_(definition.help_topic),
-      dpi_(static_cast<int>(GetDpiForSystem())),
+      dpi_(Screens().SystemDpi()),
       fonts_(dpi_),
       pictures_(DrawImageList(SmallIconSize(dpi_))) {
   CreateNativeWindow(definition);
@@ -79,7 +80,7 @@ void Win32Form::CreateNativeWindow(const FormDefinition& definition) {
                                 100, nullptr, nullptr, GetModuleHandleW(nullptr), nullptr));
   SetWindowLongPtrW(Window(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
   menus_->Attach(Window());
-  const int dpi = static_cast<int>(GetDpiForWindow(Window()));
+  const int dpi = Screens().WindowDpi(Window());
   if (dpi != dpi_) {
     dpi_ = dpi;
     fonts_ = Fonts(dpi_);

@@ -1,6 +1,7 @@
 // A form's place and size.
 #include <algorithm>
 
+#include "toolkit/win32/dpi.h"
 #include "toolkit/win32/form.h"
 #include "toolkit/win32/scale.h"
 
@@ -74,9 +75,9 @@ void Win32Form::RaiseResizeIfChanged() {
 
 Size Win32Form::OuterDots(Size inner) const {
   RECT outer = ToDots(Rect{0, 0, inner.width, inner.height}, dpi_);
-  AdjustWindowRectExForDpi(
-      &outer, static_cast<DWORD>(GetWindowLongW(Window(), GWL_STYLE)), menus_->HasBar(),
-      static_cast<DWORD>(GetWindowLongW(Window(), GWL_EXSTYLE)), static_cast<UINT>(dpi_));
+  Screens().AddBorders(outer, static_cast<DWORD>(GetWindowLongW(Window(), GWL_STYLE)),
+                       static_cast<DWORD>(GetWindowLongW(Window(), GWL_EXSTYLE)), menus_->HasBar(),
+                       dpi_);
   return {static_cast<int>(outer.right - outer.left), static_cast<int>(outer.bottom - outer.top)};
 }
 

@@ -1,0 +1,171 @@
+// What only real windows have: the mouse's capture, the clipboard's memory, the user's colour
+// scheme, systems of other versions.
+#include <algorithm>
+#include <array>
+
+#include "toolkit/contract.h"
+#include "toolkit/rich_text.h"
+#include "toolkit/win32/clipboard.h"
+#include "toolkit/win32/dpi.h"
+#include "toolkit/win32/form.h"
+#include "toolkit/win32/scale.h"
+#include "toolkit/win32/system.h"
+#include "toolkit/win32/widget.h"
+
+namespace declarium {
+namespace {
+
+using namespace win32;
+
+HWND WindowOf(const Control& control) {
+  return dynamic_cast<const Widget&>(control).Handle();
+}
+
+class Win32Window : public ShownContract {
+ protected:
+  [[nodiscard]] HWND FormWindow() { return dynamic_cast<Win32Form&>(form()).Window(); }
+};
+
+// The left button is down for the system as long as it lives.
+class HeldLeftButton {
+ public:
+  HeldLeftButton() { Hold(0x80); }
+  ~HeldLeftButton() { Hold(0); }
+  HeldLeftButton(const HeldLeftButton&) = delete;
+  HeldLeftButton& operator=(const HeldLeftButton&) = delete;
+
+ private:
+  static void Hold(BYTE state) {
+    std::array<BYTE, 256> keys{};
+    GetKeyboardState(keys.data());
+    keys[VK_LBUTTON] = state;
+    SetKeyboardState(keys.data());
+  }
+};
+
+TEST_F(Win32Window, APressOfTheHeldButtonKeepsTheMouseUntilTheRelease) {
+  auto& bar = Get<PictureBox>("Bar1");
+  {
+    const HeldLeftButton held;
+    SendMessageW(WindowOf(bar), WM_LBUTTONDOWN, MK_LBUTTON, 0);
+  }
+  EXPECT_EQ(GetCapture(), WindowOf(bar));
+  SendMessageW(WindowOf(bar), WM_LBUTTONUP, 0, 0);
+  EXPECT_EQ(GetCapture(), nullptr);
+}
+
+TEST_F(Win32Window, APostedPressWithoutAHeldButtonKeepsNothing) {
+  auto& picture = Get<PictureBox>("Picture1");
+  picture.on_mouse_down = Log("down");
+  picture.PostMouseDown();
+  toolkit().ProcessPendingEvents();
+  EXPECT_THAT(TakeLog(), ElementsAre("down"));
+  EXPECT_EQ(GetCapture(), nullptr);
+}
+
+TEST_F(Win32Window, AFormThatUnloadsWhenItIsPressedLetsGoOfTheMouse) {
+  auto& picture = Get<PictureBox>("Picture1");
+  picture.on_mouse_down = [this](const MouseEvent&) { form().Unload(); };
+  const HeldLeftButton held;
+  SendMessageW(WindowOf(picture), WM_LBUTTONDOWN, MK_LBUTTON, 0);
+  EXPECT_FALSE(form().IsLoaded());
+  EXPECT_EQ(GetCapture(), nullptr);
+}
+
+TEST_F(Win32Window, TheClipboardsTextHasAnOwnerInThisProgram) {
+  toolkit().SetClipboardText(u"Const A = 1");
+  const HWND owner = GetClipboardOwner();
+  ASSERT_NE(owner, nullptr);
+  EXPECT_EQ(GetWindowThreadProcessId(owner, nullptr), GetCurrentThreadId());
+}
+
+TEST(ClipboardMemory, TextIsReadNoFurtherThanItsMemory) {
+  const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, 64);
+  const std::size_t units = GlobalSize(memory) / sizeof(char16_t);
+  auto* text = static_cast<char16_t*>(GlobalLock(memory));
+  std::fill_n(text, units, u'x');
+  EXPECT_EQ(TextIn(memory), std::u16string(units, u'x'));
+  text[3] = u'\0';
+  EXPECT_EQ(TextIn(memory), u"xxx");
+  GlobalUnlock(memory);
+  GlobalFree(memory);
+}
+
+TEST(ClipboardMemory, TextIsGivenBackAsItWas) {
+  for (const std::u16string_view text :
+       {std::u16string_view(), std::u16string_view(u"Const Žltý = 1\r\n")}) {
+    const HGLOBAL memory = MemoryWith(text);
+    EXPECT_EQ(TextIn(memory), text);
+    GlobalFree(memory);
+  }
+}
+
+// Black windows with white text as long as it lives.
+class BlackScheme {
+ public:
+  explicit BlackScheme(HWND form) : form_(form) { Set({RGB(0, 0, 0), RGB(255, 255, 255)}); }
+  ~BlackScheme() { Set(before_); }
+  BlackScheme(const BlackScheme&) = delete;
+  BlackScheme& operator=(const BlackScheme&) = delete;
+
+ private:
+  void Set(const std::array<COLORREF, 2>& colours) const {
+    constexpr std::array<int, 2> kWhich = {COLOR_WINDOW, COLOR_WINDOWTEXT};
+    SetSysColors(2, kWhich.data(), colours.data());
+    SendMessageW(form_, WM_SYSCOLORCHANGE, 0, 0);
+  }
+
+  HWND form_;
+  std::array<COLORREF, 2> before_ = {GetSysColor(COLOR_WINDOW), GetSysColor(COLOR_WINDOWTEXT)};
+};
+
+TEST_F(Win32Window, TheDisplayStaysReadableWhenTheColourSchemeBecomesBlack) {
+  auto& rich = Get<RichText>("RTB");
+  const auto insert = [&rich] {
+    rich.Clear();
+    rich.SetInsertionColour(0xFF0000);
+    rich.Insert(u"Const");
+    rich.SetInsertionColour(kBlack);
+    rich.Insert(u" A = 1 ");
+    rich.SetInsertionColour(0x008000);
+    rich.Insert(u"' one");
+    rich.SetCaretToStart();
+  };
+  const auto usual = ElementsAre(ColouredRun{0xFF0000, u"Const"}, ColouredRun{kBlack, u" A = 1 "},
+                                 ColouredRun{0x008000, u"' one"});
+  const auto on_black =
+      ElementsAre(ColouredRun{kWhite, u"Const A = 1 "}, ColouredRun{0x008000, u"' one"});
+  ASSERT_EQ(GetSysColor(COLOR_WINDOW), kWhite);
+  insert();
+  EXPECT_THAT(rich.Runs(), usual);
+  {
+    const BlackScheme black(FormWindow());
+    EXPECT_EQ(SendMessageW(WindowOf(rich), EM_SETBKGNDCOLOR, FALSE, 0), 0) << "was black already";
+    EXPECT_THAT(rich.Runs(), on_black) << "what was shown already";
+    insert();
+    EXPECT_THAT(rich.Runs(), on_black);
+  }
+  EXPECT_THAT(rich.Runs(), usual);
+}
+
+TEST_F(Win32Window, OldSystemsGiveTheSameSizesOnTheScreenTheyStartedOn) {
+  const ScreenFunctions old(nullptr);
+  const int dpi = Screens().SystemDpi();
+  EXPECT_EQ(old.SystemDpi(), dpi);
+  EXPECT_EQ(old.WindowDpi(FormWindow()), dpi);
+  EXPECT_EQ(old.MessageFont(dpi).lfHeight, Screens().MessageFont(dpi).lfHeight);
+  RECT now{0, 0, 620, 420}, before = now;
+  Screens().AddBorders(now, WS_OVERLAPPEDWINDOW, 0, true, dpi);
+  old.AddBorders(before, WS_OVERLAPPEDWINDOW, 0, true, dpi);
+  EXPECT_TRUE(EqualRect(&now, &before));
+  EXPECT_LT(now.left, 0);
+}
+
+TEST_F(Win32Window, AFontForAnotherResolutionIsScaledOnOldSystems) {
+  const ScreenFunctions old(nullptr);
+  const int dpi = old.SystemDpi();
+  EXPECT_EQ(old.MessageFont(2 * dpi).lfHeight, 2 * old.MessageFont(dpi).lfHeight);
+}
+
+}  // namespace
+}  // namespace declarium
