@@ -53,8 +53,7 @@ Win32Form::Win32Form(Win32Toolkit& toolkit, const FormDefinition& definition)
       minimum_size_(definition.minimum_size),
       help_topic_(definition.help_topic),
       dpi_(Screens().SystemDpi()),
-      fonts_(dpi_),
-      pictures_(DrawImageList(SmallIconSize(dpi_))) {
+      fonts_(dpi_) {
   CreateNativeWindow(definition);
   Build(definition);
   toolkit_.Register(*this);
@@ -84,13 +83,17 @@ void Win32Form::CreateNativeWindow(const FormDefinition& definition) {
   if (dpi != dpi_) {
     dpi_ = dpi;
     fonts_ = Fonts(dpi_);
-    pictures_ = DrawImageList(SmallIconSize(dpi_));
   }
   const Size outer = OuterDots(definition.size);
   SetOuterSize(outer.width, outer.height);
   const ATOM name = GlobalAddAtomW(Wide(FormName(*this)));
   SetPropW(Window(), L"Name", reinterpret_cast<HANDLE>(static_cast<UINT_PTR>(name)));
   SetIcons();
+}
+
+HIMAGELIST Win32Form::SmallPictures() const {
+  if (!pictures_) pictures_ = DrawImageList(SmallIconSize(dpi_));
+  return pictures_.Get();
 }
 
 void Win32Form::SetIcons() {

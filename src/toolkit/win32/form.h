@@ -60,7 +60,8 @@ class Win32Form : public Form {
   [[nodiscard]] HWND Window() const { return window_.Get(); }
   [[nodiscard]] int Dpi() const { return dpi_; }
   [[nodiscard]] const Fonts& TheFonts() const { return fonts_; }
-  [[nodiscard]] HIMAGELIST SmallPictures() const { return pictures_.Get(); }
+  // Drawn for the first control that asks for them.
+  [[nodiscard]] HIMAGELIST SmallPictures() const;
   [[nodiscard]] Win32Toolkit& TheToolkit() const { return toolkit_; }
   [[nodiscard]] const MenuSet& Menus() const { return *menus_; }
   // Handles a keyboard message of this form's windows that is not for the focused control alone:
@@ -142,7 +143,7 @@ class Win32Form : public Form {
   std::string_view help_topic_;
   int dpi_;
   Fonts fonts_;
-  UniqueImageList pictures_;
+  mutable UniqueImageList pictures_;
   UniqueIcon small_icon_;
   UniqueIcon large_icon_;
   UniqueWindow window_;

@@ -142,7 +142,7 @@ std::optional<LRESULT> Win32Form::OnControlColour(WPARAM wparam, LPARAM) {
 std::optional<LRESULT> Win32Form::OnDpiChanged(WPARAM wparam, LPARAM lparam) {
   dpi_ = HIWORD(wparam);
   fonts_ = Fonts(dpi_);
-  UniqueImageList old = std::exchange(pictures_, DrawImageList(SmallIconSize(dpi_)));
+  UniqueImageList old = std::exchange(pictures_, {});
   SetIcons();
   for (const auto& component : components_) {
     if (auto* widget = dynamic_cast<Widget*>(component.get())) widget->OnResolutionChanged();
