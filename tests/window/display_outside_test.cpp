@@ -105,6 +105,16 @@ COLORREF PixelOf(HWND window, POINT at) {
   return colour;
 }
 
+// In the first line of a text.
+bool HasWhiteDots(HWND window) {
+  for (LONG x = 0; x < 300; ++x) {
+    for (LONG y = 2; y < 16; ++y) {
+      if (PixelOf(window, {x, y}) == RGB(255, 255, 255)) return true;
+    }
+  }
+  return false;
+}
+
 TEST_F(DisplayOutside, ABlackSchemeOfTheSystemIsFollowed) {
   constexpr COLORREF kBlack = RGB(0, 0, 0), kWhite = RGB(255, 255, 255);
   ASSERT_TRUE(Eventually([this] { return PixelOf(Control("lstFind"), {150, 30}) == kWhite; }));
@@ -123,6 +133,9 @@ TEST_F(DisplayOutside, ABlackSchemeOfTheSystemIsFollowed) {
   for (const auto& [control, at] : places) {
     EXPECT_TRUE(Eventually([&] { return PixelOf(Control(control), at) == kBlack; })) << control;
   }
+  ClickItem("lstDeclare", 1, u"Declare Function");
+  EXPECT_TRUE(Eventually([this] { return HasWhiteDots(Control("RTB")); }))
+      << "code in black would not be seen";
 }
 
 }  // namespace
