@@ -74,8 +74,6 @@ class Toolkit {
 
   // Whether a modal form or a dialog is open.
   [[nodiscard]] virtual bool IsModalOpen() const = 0;
-  // Unloads every loaded form, the newest first; false when one of them refused, which ends it.
-  virtual bool UnloadAllForms() = 0;
 
   // F1 was pressed, with no other key held, in a form with this help topic (empty: it has none)
   // that has no menu entry for the key. No control sees the key.

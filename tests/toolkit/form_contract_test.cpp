@@ -290,19 +290,6 @@ TEST_F(FormContract, HidingAModalFormEndsItsShowToo) {
   EXPECT_TRUE(form().Enabled());
 }
 
-TEST_F(FormContract, UnloadAllStopsAtTheFormThatRefuses) {
-  form().Show();
-  const auto dialog = toolkit().CreateForm(demo::kDialog);
-  dialog->Show();
-  form().on_query_unload = [](QueryUnload& query) { query.cancel = true; };
-  EXPECT_FALSE(toolkit().UnloadAllForms());
-  EXPECT_FALSE(dialog->IsLoaded());
-  EXPECT_TRUE(form().IsLoaded());
-  form().on_query_unload = nullptr;
-  EXPECT_TRUE(toolkit().UnloadAllForms());
-  EXPECT_FALSE(form().IsLoaded());
-}
-
 TEST_F(FormContract, QuitEndsTheRunWithItsCode) {
   form().Show();
   auto& timer = Get<Timer>("Timer1");

@@ -138,11 +138,6 @@ int HeadlessToolkit::Run() {
   }
 }
 
-bool HeadlessToolkit::UnloadAllForms() {
-  const std::vector<HeadlessForm*> forms(forms_.rbegin(), forms_.rend());
-  return std::ranges::all_of(forms, [](HeadlessForm* form) { return form->Unload(); });
-}
-
 void HeadlessToolkit::Unregister(HeadlessForm& form) {
   std::erase(forms_, &form);
   std::erase(activation_order_, &form);

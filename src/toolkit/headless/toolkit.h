@@ -51,7 +51,6 @@ class HeadlessToolkit : public Toolkit {
 
   [[nodiscard]] std::uint32_t TickCount() const override { return now_; }
   [[nodiscard]] bool IsModalOpen() const override { return open_dialogs_ > 0; }
-  bool UnloadAllForms() override;
 
   // For tests.
   [[nodiscard]] DialogScript& Script() { return script_; }

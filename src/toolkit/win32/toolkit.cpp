@@ -52,11 +52,6 @@ void Win32Toolkit::Unregister(Win32Form& form) {
   if (active_ == &form) active_ = nullptr;
 }
 
-bool Win32Toolkit::UnloadAllForms() {
-  const std::vector<Win32Form*> forms(forms_.rbegin(), forms_.rend());
-  return std::ranges::all_of(forms, [](Win32Form* form) { return form->Unload(); });
-}
-
 void Win32Toolkit::Dispatch(MSG& message) {
   const HWND root = GetAncestor(message.hwnd, GA_ROOT);
   const auto form = std::ranges::find(forms_, root, &Win32Form::Window);

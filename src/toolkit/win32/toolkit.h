@@ -44,7 +44,6 @@ class Win32Toolkit : public Toolkit {
   void DestroyLater(std::shared_ptr<void> object) override;
   [[nodiscard]] std::uint32_t TickCount() const override { return GetTickCount(); }
   [[nodiscard]] bool IsModalOpen() const override { return open_dialogs_ > 0; }
-  bool UnloadAllForms() override;
 
   // The backend's side.
   [[nodiscard]] const std::vector<Win32Form*>& Forms() const { return forms_; }

@@ -54,9 +54,9 @@ TEST_F(SplashTest, AKeyClosesIt) {
   EXPECT_TRUE(Window().IsUnloaded());
 }
 
-TEST_F(SplashTest, IsGoneWhenTheProgramUnloadsItsForms) {
+TEST_F(SplashTest, IsGoneWhenItsFormIsUnloaded) {
   splash_.Show();
-  EXPECT_TRUE(toolkit_.UnloadAllForms());
+  EXPECT_TRUE(Window().Unload());
   EXPECT_FALSE(Window().Visible());
   toolkit_.Advance(5000);
   EXPECT_FALSE(Window().Visible());
