@@ -115,6 +115,8 @@ void MainWindow::Load() {
 void MainWindow::ShowMainWindow() {
   const bool first_time = !form_.frmMain->IsLoaded();
   form_.frmMain->Show();
+  // The click was the host's, which is in the foreground and keeps it.
+  if (options_.mode == RunMode::kInHost) form_.frmMain->BringToTop();
   // The list took the focus while it was filled, but a window not yet shown keeps none.
   if (auto* list = selector_.SelectList(); first_time && list != nullptr) list->SetFocus();
   form_.CodeModuleChecker.SetEnabled(true);

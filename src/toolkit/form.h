@@ -106,6 +106,9 @@ class Form {
 
   // Keeps the window above those of all programs.
   virtual void SetTopmost() = 0;
+  // Puts the shown window above those of all programs for once and takes no input from them: for a
+  // program that may not take the foreground, which leaves a window that is only shown behind.
+  virtual void BringToTop() = 0;
   // While locked nothing of the window is repainted; unlocking paints it.
   virtual void LockUpdate() = 0;
   virtual void UnlockUpdate() = 0;

@@ -45,6 +45,7 @@ class HeadlessForm : public Form, public FocusOwner {
   void SetPlacement(const Placement& placement) override;
   void SetShowCommand(ShowCommand command) override;
   void SetTopmost() override { topmost_ = true; }
+  void BringToTop() override { ++times_brought_to_top_; }
   void LockUpdate() override { ++locks_; }
   void UnlockUpdate() override { --locks_; }
   void ShowPopupMenu(MenuItem& menu) override;
@@ -52,6 +53,7 @@ class HeadlessForm : public Form, public FocusOwner {
 
   // For tests.
   [[nodiscard]] bool IsTopmost() const { return topmost_; }
+  [[nodiscard]] int TimesBroughtToTop() const { return times_brought_to_top_; }
   [[nodiscard]] bool IsUpdateLocked() const { return locks_ > 0; }
   [[nodiscard]] bool IsUnloaded() const { return state_ == State::kUnloaded; }
   [[nodiscard]] Form* Owner() const { return owner_; }
@@ -113,6 +115,7 @@ class HeadlessForm : public Form, public FocusOwner {
   bool shown_before_ = false;
   bool enabled_ = true;
   bool topmost_ = false;
+  int times_brought_to_top_ = 0;
   int locks_ = 0;
   int blocked_ = 0;
   Placement placement_;

@@ -51,6 +51,7 @@ class Win32Form : public Form {
   void SetPlacement(const Placement& placement) override;
   void SetShowCommand(ShowCommand command) override;
   void SetTopmost() override;
+  void BringToTop() override;
   void LockUpdate() override;
   void UnlockUpdate() override;
   void ShowPopupMenu(MenuItem& menu) override;

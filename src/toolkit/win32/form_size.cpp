@@ -153,6 +153,15 @@ void Win32Form::SetTopmost() {
   SetWindowPos(Window(), HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
 }
 
+void Win32Form::BringToTop() {
+  // The order of the topmost windows is the one that any program may change, and a window that
+  // leaves them comes to stand right behind them. (Owned by the other program's window this one
+  // would stay in front as well. But the system destroys owned windows with their owner, unsaved
+  // work or not, and makes both programs wait while one of them hangs.)
+  SetTopmost();
+  SetWindowPos(Window(), HWND_NOTOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+}
+
 void Win32Form::LockUpdate() {
   if (locks_++ == 0) LockWindowUpdate(Window());
 }
