@@ -193,6 +193,7 @@ void MainWindow::WriteSettings() {
 }
 
 void MainWindow::Form_QueryUnload(QueryUnload& query) {
+  session_ends_ = query.reason == UnloadReason::kSessionEnd;
   WriteSettings();
   query.cancel = !commands_.AskSaveChanges();
 }
@@ -203,7 +204,8 @@ void MainWindow::Form_Unload(bool& cancel) {
   if (options_.mode == RunMode::kStandalone) {
     toolkit_.Quit(0);
   } else if (!unloading_for_good_) {
-    cancel = true;
+    // A window that stayed would keep the user from logging off.
+    cancel = !session_ends_;
     form_.frmMain->Hide();
     options_.host.hidden();
   }

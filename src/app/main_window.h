@@ -28,7 +28,7 @@ namespace declarium {
 
 enum class RunMode {
   kStandalone,  // closing the window ends the program
-  kInHost,      // closing hides the window for the next time
+  kInHost,      // closing hides the window for the next time, unless the session ends
 };
 
 // What the main window asks of the host it works in; without a host nothing is active.
@@ -37,7 +37,7 @@ struct HostLink {
   // Inserts the basket's text, which is built only after the user agreed.
   std::function<void(const std::function<std::u16string()>& text)> insert = [](const auto&) {};
   std::function<void()> check_code_module = [] {};  // every 100 ms while the window is in use
-  std::function<void()> hidden = [] {};             // closing has hidden the window
+  std::function<void()> hidden = [] {};             // closing has hidden or unloaded the window
 };
 
 struct MainWindowOptions {
@@ -60,6 +60,9 @@ class MainWindow {
   void ShowMainWindow();
   // Unloads the window whatever the run mode; false when the user cancelled the closing.
   bool Unload();
+  // An unloaded window stays unloaded.
+  [[nodiscard]] bool IsLoaded() const { return form_.frmMain->IsLoaded(); }
+  [[nodiscard]] bool IsShown() const { return form_.frmMain->Visible(); }
   // The host's active code module has come, gone or changed.
   void CodeModuleChanged() { basket_view_.SetCEI(); }
 
@@ -86,6 +89,7 @@ class MainWindow {
   bool resize_suppressed_ = false;
   bool laid_out_once_ = false;
   bool unloading_for_good_ = false;
+  bool session_ends_ = false;  // is why it is being unloaded
 
   MainForm form_;
   Guide guide_;

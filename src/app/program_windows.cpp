@@ -1,5 +1,6 @@
 #include "app/program_windows.h"
 
+#include <exception>
 #include <utility>
 
 #include "host/host_connection.h"
@@ -14,18 +15,29 @@ ProgramWindows::ProgramWindows(Toolkit& toolkit, SettingsStore& store, std::file
       make_hold_(std::move(make_hold)) {}
 
 bool ProgramWindows::LoadMainWindow(HostConnection& connection) {
-  connection_ = &connection;
-  if (!window_) {
+  // What the user does in the shown window is meant for the host that showed it.
+  if (connection_ == nullptr || !window_ || !window_->IsShown()) connection_ = &connection;
+  // The session did not end after all, though the window had been unloaded for it.
+  if (window_ && !window_->IsLoaded()) toolkit_.DestroyLater(std::move(window_));
+  return window_ || LoadNewWindow();
+}
+
+bool ProgramWindows::LoadNewWindow() {
+  try {
     window_ = std::make_unique<MainWindow>(
         toolkit_, store_,
         MainWindowOptions{
             .folder = folder_, .command_line = {}, .mode = RunMode::kInHost, .host = LinkToHost()});
     window_->Load();
+    return true;
+  } catch (const std::exception&) {
+    window_.reset();
+    return false;
   }
-  return true;
 }
 
 void ProgramWindows::ShowMainWindow(HostConnection& connection) {
+  connection_ = &connection;
   if (!LoadMainWindow(connection)) return;
   // Loading processes events, and the last host may have disconnected by one.
   if (window_) Show();

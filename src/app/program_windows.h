@@ -32,6 +32,7 @@ class ProgramWindows final : public MainWindowLink {
   void ShowFailure(std::u16string_view text) override;
 
  private:
+  [[nodiscard]] bool LoadNewWindow();
   [[nodiscard]] HostLink LinkToHost();
   void Show();
   void Insert(const std::function<std::u16string()>& text);

@@ -13,7 +13,8 @@ class MainWindowLink {
   virtual ~MainWindowLink() = default;
 
   // Loads the main window, without showing it, if it is not yet loaded, and binds it to
-  // `connection`. Returns false when the window cannot be loaded.
+  // `connection` unless another host's user works in it. Returns false when the window cannot be
+  // loaded.
   [[nodiscard]] virtual bool LoadMainWindow(HostConnection& connection) = 0;
 
   // Loads the main window if need be, binds it to `connection` and shows it; a window that is shown

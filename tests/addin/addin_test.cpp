@@ -84,6 +84,64 @@ TEST_F(AddInTest, InsertsTheBasketAfterTheDeclarations) {
   }
 }
 
+// Whether a window stands above another one on the screen.
+bool IsAbove(HWND upper, HWND lower) {
+  for (HWND window = upper; window; window = GetWindow(window, GW_HWNDNEXT)) {
+    if (window == lower) return true;
+  }
+  return false;
+}
+
+TEST_F(AddInTest, AClickBringsTheWindowAboveTheIdes) {
+  IdeProcess ide;
+  const HWND host = FindWindowW(L"StandInIde", nullptr);
+  ASSERT_NE(host, nullptr);
+  Connect(ide);
+  ClickButton(ide);
+  EXPECT_TRUE(Eventually([&] { return IsAbove(Main(), host); }));
+  SetWindowPos(host, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
+  ASSERT_TRUE(Eventually([&] { return IsAbove(host, Main()); }));
+  ASSERT_EQ(ide.Tell("click Standard"), "ok");
+  EXPECT_TRUE(Eventually([&] { return IsAbove(Main(), host); }));
+  EXPECT_EQ(GetWindow(Main(), GW_OWNER), nullptr);
+  Disconnect(ide);
+}
+
+TEST_F(AddInTest, SecondIdeThatConnectsLeavesTheWindowToTheFirst) {
+  IdeProcess first;
+  OpenModule(first, "' first");
+  Connect(first);
+  ClickButton(first);
+  AddConstant();
+  IdeProcess second;
+  OpenModule(second, "' second");
+  ASSERT_EQ(second.Tell("connect Declarium.Connect"), "ok");
+  Insert(IDYES);
+  EXPECT_TRUE(ModuleBecomes(first, "' first\\n" + kConstant)) << first.Tell("lines Module1");
+  EXPECT_EQ(second.Tell("lines Module1"), "ok ' second");
+  Disconnect(first);
+  ClickButton(second);
+  Insert(IDYES);
+  EXPECT_TRUE(ModuleBecomes(second, "' second\\n" + kConstant)) << second.Tell("lines Module1");
+  Disconnect(second);
+  EXPECT_TRUE(Ends());
+}
+
+TEST_F(AddInTest, LetsTheSessionEnd) {
+  IdeProcess ide;
+  Connect(ide);
+  ClickButton(ide);
+  const HWND window = Main();
+  EXPECT_EQ(SendMessageW(window, WM_QUERYENDSESSION, 0, 0), TRUE);
+  EXPECT_FALSE(IsWindowVisible(window));
+  // It did not end after all.
+  SendMessageW(window, WM_ENDSESSION, FALSE, 0);
+  ClickButton(ide);
+  EXPECT_TRUE(CaptionBecomes(u"Win - Declarium 3.0"));
+  Disconnect(ide);
+  EXPECT_TRUE(Ends());
+}
+
 TEST_F(AddInTest, AnsweringNoLeavesTheModuleAlone) {
   IdeProcess ide;
   OpenModule(ide, "Option Explicit");

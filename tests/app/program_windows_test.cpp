@@ -36,6 +36,12 @@ class ProgramWindowsTest : public WindowTest {
     }
     throw std::logic_error("no main window");
   }
+  void PutIntoBasket() {
+    User().ChooseRow(Main().Get<ComboBox>("cmbDatabase"), 0);
+    User().ChooseRow(Main().Get<ComboBox>("cmbSelector"), 0);
+    User().ChooseRow(Main().Get<ListBox>("lstConst"), 0);
+    User().ClickToolbar(Main().Get<Toolbar>("Toolbar1"), "add");
+  }
   void ChangeLibrary() {
     User().ChooseRow(Main().Get<ComboBox>("cmbDatabase"), 0);
     Script().AnswerText(u"Changed");
@@ -199,6 +205,106 @@ TEST_F(ProgramWindowsTest, HostThatComesWhileTheUnloadingAsksIsServedByANewWindo
   Show(*next);
   EXPECT_TRUE(Main().Visible());
   EXPECT_TRUE(Holds());
+}
+
+TEST_F(ProgramWindowsTest, EveryShowingBringsTheWindowAboveThoseOfTheHost) {
+  auto& connection = Connect(host_);
+  EXPECT_EQ(Main().TimesBroughtToTop(), 0);
+  Show(connection);
+  EXPECT_EQ(Main().TimesBroughtToTop(), 1);
+  Show(connection);
+  EXPECT_EQ(Main().TimesBroughtToTop(), 2);
+}
+
+TEST_F(ProgramWindowsTest, ConnectingAnotherHostLeavesTheShownWindowToTheFirst) {
+  host_.selected = std::make_shared<FakeModule>(FakeModule{.name = u"First"});
+  other_.selected = std::make_shared<FakeModule>(FakeModule{.name = u"Second"});
+  Show(Connect(host_));
+  auto& second = Connect(other_);
+  PutIntoBasket();
+  Script().AnswerMessage(Answer::kYes);
+  User().ClickToolbar(Main().Get<Toolbar>("Toolbar1"), "insert");
+  EXPECT_EQ(host_.selected->insertions.size(), 1u);
+  EXPECT_TRUE(other_.selected->insertions.empty());
+  // The second host's own click takes it.
+  Show(second);
+  Script().AnswerMessage(Answer::kYes);
+  User().ClickToolbar(Main().Get<Toolbar>("Toolbar1"), "insert");
+  EXPECT_EQ(host_.selected->insertions.size(), 1u);
+  EXPECT_EQ(other_.selected->insertions.size(), 1u);
+}
+
+TEST_F(ProgramWindowsTest, EndOfTheSessionUnloadsTheShownWindow) {
+  auto& connection = Connect(host_);
+  Show(connection);
+  auto& window = Main();
+  EXPECT_TRUE(window.Unload(UnloadReason::kSessionEnd));
+  EXPECT_TRUE(window.IsUnloaded());
+  EXPECT_FALSE(Holds());
+  sessions_.Disconnect(connection);
+}
+
+TEST_F(ProgramWindowsTest, EndOfTheSessionUnloadsTheHiddenWindow) {
+  auto& connection = Connect(host_);
+  EXPECT_TRUE(Main().Unload(UnloadReason::kSessionEnd));
+  EXPECT_TRUE(Main().IsUnloaded());
+  sessions_.Disconnect(connection);
+}
+
+TEST_F(ProgramWindowsTest, UserWhoCancelsTheQuestionStopsTheEndOfTheSession) {
+  Show(Connect(host_));
+  ChangeLibrary();
+  Script().AnswerMessage(Answer::kCancel);
+  EXPECT_FALSE(Main().Unload(UnloadReason::kSessionEnd));
+  EXPECT_TRUE(Main().Visible());
+  EXPECT_TRUE(Holds());
+  // Closing it later hides it as ever.
+  Script().AnswerMessage(Answer::kNo);
+  User().Close(Main());
+  EXPECT_FALSE(Main().Visible());
+  EXPECT_TRUE(Main().IsLoaded());
+}
+
+TEST_F(ProgramWindowsTest, SessionThatDoesNotEndAfterAllFindsANewWindow) {
+  auto& connection = Connect(host_);
+  Show(connection);
+  EXPECT_TRUE(Main().Unload(UnloadReason::kSessionEnd));
+  host_.events.lock()->SelectionMayHaveChanged();
+  Show(connection);
+  toolkit_->Advance(0);
+  EXPECT_TRUE(Main().Visible());
+  EXPECT_TRUE(Holds());
+}
+
+// A store that cannot be read, as when memory runs out.
+class FailingStore final : public SettingsStore {
+ public:
+  bool CreateKey(std::u16string_view) override { return false; }
+
+ private:
+  std::optional<StoredValue> Read(std::u16string_view, std::u16string_view) const override {
+    throw std::runtime_error("no settings");
+  }
+  bool Write(std::u16string_view, std::u16string_view, const StoredValue&) override {
+    return false;
+  }
+};
+
+TEST_F(ProgramWindowsTest, WindowThatCannotBeLoadedIsStepOneAndLeavesNothing) {
+  const auto forms = FormCount();
+  FailingStore store;
+  ProgramWindows windows(*toolkit_, store, folder_ / "program", [] { return nullptr; });
+  HostSessions sessions(clipboard_, windows, [](auto) {});
+  Script().AnswerMessage(Answer::kIgnore);
+  const auto connection = sessions.Connect(std::make_unique<FakeApplication>(host_));
+  EXPECT_EQ(Messages(),
+            (std::vector<std::u16string>{
+                u"Vyskytla sa chyba vo funkcii 'IDTExtensibility_OnConnection' na riadku '1'."}));
+  EXPECT_TRUE(host_.record.entries.empty());
+  EXPECT_EQ(FormCount(), forms);
+  connection->ShowMainWindow();
+  sessions.Disconnect(*connection);
+  EXPECT_EQ(FormCount(), forms);
 }
 
 }  // namespace

@@ -63,7 +63,7 @@ class LoggingWindow final : public MainWindowLink {
     if (log_.Has(L".noload")) return false;
     if (!loaded_) log_.Write("load");
     loaded_ = true;
-    connection_ = &connection;
+    if (!connection_ || !hold_) connection_ = &connection;
     return true;
   }
   void ShowMainWindow(HostConnection& connection) override {
