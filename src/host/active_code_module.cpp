@@ -3,22 +3,6 @@
 #include <utility>
 
 namespace declarium {
-namespace {
-
-bool IsNamed(CodeModule* module, std::u16string_view name) {
-  if (!module) return false;
-  const auto own_name = module->ComponentName();
-  return own_name && *own_name == name;
-}
-
-// A module that no longer answers is as good as removed.
-bool IsGoneOrNamed(CodeModule& module, std::u16string_view name) {
-  const auto own_name = module.ComponentName();
-  return !own_name || *own_name == name;
-}
-
-}  // namespace
-
 ActiveCodeModule::ActiveCodeModule(std::shared_ptr<HostApplication> application,
                                    std::function<void()> changed)
     : application_(std::move(application)), changed_(std::move(changed)) {}
@@ -68,12 +52,13 @@ void ActiveCodeModule::ComponentSelected(std::unique_ptr<CodeModule> module) {
   if (application_) changed_();
 }
 
-void ActiveCodeModule::ComponentRemoved(std::u16string_view name) {
+void ActiveCodeModule::ComponentRemoved(CodeModule& removed) {
   const auto module = module_;
-  if (!module || !IsGoneOrNamed(*module, name)) return;
+  // A module that no longer answers is as good as removed.
+  if (!module || !module->IsSameAs(removed).value_or(true)) return;
   auto next = Ask();
   // Some hosts report the removal while the component is still the selected one.
-  if (IsNamed(next.get(), name)) next = nullptr;
+  if (next && next->IsSameAs(removed).value_or(true)) next = nullptr;
   ComponentSelected(std::move(next));
 }
 

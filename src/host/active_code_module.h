@@ -3,7 +3,6 @@
 
 #include <functional>
 #include <memory>
-#include <string_view>
 
 #include "host/host_object_model.h"
 
@@ -35,7 +34,7 @@ class ActiveCodeModule final : public ComponentEvents,
   void Check();
 
   void ComponentSelected(std::unique_ptr<CodeModule> module) override;
-  void ComponentRemoved(std::u16string_view name) override;
+  void ComponentRemoved(CodeModule& removed) override;
   void SelectionMayHaveChanged() override { Refresh(); }
 
  private:

@@ -46,6 +46,10 @@ class CodeModule {
   virtual ~CodeModule() = default;
   // The name of the component that owns the module.
   [[nodiscard]] virtual HostResult<std::u16string> ComponentName() = 0;
+  // Whether both are the code of one component, which its name does not tell: each project may have
+  // one of that name. A module that answers is not the same as one that does not. `other` must
+  // come from the same application.
+  [[nodiscard]] virtual HostResult<bool> IsSameAs(CodeModule& other) = 0;
   [[nodiscard]] virtual HostResult<int> CountOfDeclarationLines() = 0;
   // Answers at once: a busy host is not waited for.
   [[nodiscard]] virtual HostResult<int> CountOfLines() = 0;
@@ -57,8 +61,8 @@ class CodeModule {
 class CodePane {
  public:
   virtual ~CodePane() = default;
-  // The name of the component whose module the pane shows.
-  [[nodiscard]] virtual HostResult<std::u16string> ComponentName() = 0;
+  // `module` must come from the same application.
+  [[nodiscard]] virtual HostResult<bool> Shows(CodeModule& module) = 0;
   [[nodiscard]] virtual HostResult<int> CaretLine() = 0;
   [[nodiscard]] virtual HostResult<int> TopLine() = 0;
   [[nodiscard]] virtual HostResult<int> CountOfVisibleLines() = 0;
@@ -71,8 +75,8 @@ class ComponentEvents {
   virtual ~ComponentEvents() = default;
   // A component was selected or activated; `module` is null when it has no code.
   virtual void ComponentSelected(std::unique_ptr<CodeModule> module) = 0;
-  // A component left its project.
-  virtual void ComponentRemoved(std::u16string_view name) = 0;
+  // A component with this code left its project.
+  virtual void ComponentRemoved(CodeModule& removed) = 0;
   // Something else happened that may have moved the selection: the host is to be asked.
   virtual void SelectionMayHaveChanged() = 0;
 };

@@ -32,9 +32,7 @@ int TopLineForCaret(int top, int visible_lines, int caret) noexcept {
 void KeepCaretInView(HostApplication& application, CodeModule& module) {
   const auto pane = application.ActivePane();
   if (!pane || !*pane) return;
-  const auto shown = (*pane)->ComponentName();
-  const auto name = module.ComponentName();
-  if (!shown || !name || *shown != *name) return;
+  if (!(*pane)->Shows(module).value_or(false)) return;
   const auto caret = (*pane)->CaretLine();
   const auto top = (*pane)->TopLine();
   const auto visible_lines = (*pane)->CountOfVisibleLines();

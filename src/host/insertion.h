@@ -22,7 +22,7 @@ enum class Insertion {
     CodeModule* module, const std::function<bool(std::u16string_view question)>& ask,
     const std::function<std::u16string()>& text);
 
-// Scrolls the active code pane, when it shows `module`'s component, just so far that the line with
+// Scrolls the active code pane, when it shows `module`, just so far that the line with
 // the caret is in view. Failing calls leave the pane as it is.
 void KeepCaretInView(HostApplication& application, CodeModule& module);
 

@@ -16,6 +16,10 @@ class ActiveCodeModuleTest : public testing::Test {
     return active_->module() ? active_->module()->ComponentName().value_or(u"?") : u"none";
   }
 
+  void Remove(const std::shared_ptr<FakeModule>& module) {
+    host_.events.lock()->ComponentRemoved(*host_.Module(module));
+  }
+
   FakeHostState host_;
   int changes_ = 0;
   std::shared_ptr<ActiveCodeModule> active_ = std::make_shared<ActiveCodeModule>(
@@ -40,26 +44,36 @@ TEST_F(ActiveCodeModuleTest, FollowsTheSelection) {
 }
 
 TEST_F(ActiveCodeModuleTest, RemovedComponentIsNoLongerActive) {
-  host_.selected = Named(u"A");
+  const auto removed = host_.selected = Named(u"A");
   active_->Follow();
   host_.selected = Named(u"B");
-  host_.events.lock()->ComponentRemoved(u"A");
+  Remove(removed);
   EXPECT_EQ(ActiveName(), u"B");
 }
 
 TEST_F(ActiveCodeModuleTest, RemovedComponentThatIsStillSelectedIsNoLongerActive) {
   host_.selected = Named(u"A");
   active_->Follow();
-  host_.events.lock()->ComponentRemoved(u"A");
+  Remove(host_.selected);
   EXPECT_EQ(ActiveName(), u"none");
 }
 
-TEST_F(ActiveCodeModuleTest, RemovalOfAnotherComponentChangesNothing) {
+TEST_F(ActiveCodeModuleTest, RemovalOfAnotherComponentChangesNothingWhateverItsName) {
   host_.selected = Named(u"A");
   active_->Follow();
-  host_.events.lock()->ComponentRemoved(u"B");
+  Remove(Named(u"B"));
+  Remove(Named(u"A"));
   EXPECT_EQ(ActiveName(), u"A");
   EXPECT_EQ(changes_, 1);
+}
+
+TEST_F(ActiveCodeModuleTest, NamesakeOfTheRemovedComponentMayBecomeActive) {
+  const auto removed = host_.selected = Named(u"A");
+  active_->Follow();
+  host_.selected = Named(u"A");
+  Remove(removed);
+  EXPECT_EQ(ActiveName(), u"A");
+  EXPECT_EQ(changes_, 2);
 }
 
 TEST_F(ActiveCodeModuleTest, RemovalWhileTheActiveModuleIsGoneAsksTheHost) {
@@ -67,7 +81,7 @@ TEST_F(ActiveCodeModuleTest, RemovalWhileTheActiveModuleIsGoneAsksTheHost) {
   active_->Follow();
   host_.selected->gone = true;
   host_.selected = nullptr;
-  host_.events.lock()->ComponentRemoved(u"?");
+  Remove(Named(u"B"));
   EXPECT_EQ(ActiveName(), u"none");
 }
 
@@ -114,11 +128,11 @@ TEST_F(ActiveCodeModuleTest, StoppedWhileTheHostAnswersItStaysWithoutModule) {
 TEST_F(ActiveCodeModuleTest, StoppedWhileARemovalIsHandledItStaysWithoutModule) {
   host_.selected = Named(u"A");
   active_->Follow();
-  host_.selected->on_name = [this] {
+  host_.selected->on_asked = [this] {
     active_->Stop();
     active_.reset();
   };
-  host_.events.lock()->ComponentRemoved(u"A");
+  Remove(host_.selected);
   EXPECT_EQ(active_, nullptr);
   EXPECT_EQ(changes_, 1);
   EXPECT_TRUE(host_.events.expired());

@@ -149,6 +149,20 @@ TEST_F(Connection, FollowsTheActiveCodeModule) {
   ASSERT_EQ(ide.Tell(kDisconnect), "ok");
 }
 
+TEST_F(Connection, RemovedNamesakeInAnotherProjectLeavesTheActiveModule) {
+  IdeProcess ide;
+  OpenModule(ide, "' of the first project");
+  ASSERT_EQ(ide.Tell("project Project2"), "ok");
+  ASSERT_EQ(ide.Tell("component Project2 Module1 1"), "ok");
+  ASSERT_EQ(ide.Tell("select Project2.Module1"), "ok");
+  ASSERT_EQ(ide.Tell(kConnect), "ok");
+  ASSERT_EQ(ide.Tell("remove Project1.Module1"), "ok");
+  EXPECT_EQ(log_.Count("no module"), 0);
+  ASSERT_EQ(ide.Tell("remove Project2.Module1"), "ok");
+  EXPECT_EQ(log_.Lines().back(), "no module");
+  ASSERT_EQ(ide.Tell(kDisconnect), "ok");
+}
+
 TEST_F(Connection, RemovedProjectTakesTheActiveModuleAway) {
   IdeProcess ide;
   OpenModule(ide, "Option Explicit");

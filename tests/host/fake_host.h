@@ -40,7 +40,7 @@ struct FakeModule {
   int lines = 0;
   std::vector<std::pair<int, std::u16string>> insertions{};
   bool gone = false;
-  std::function<void()> on_name = nullptr;  // what the host does while it tells the name
+  std::function<void()> on_asked = nullptr;  // what the host does while it tells which one it is
 };
 
 class FakeCodeModule final : public CodeModule {
@@ -48,9 +48,16 @@ class FakeCodeModule final : public CodeModule {
   FakeCodeModule(std::shared_ptr<FakeModule> state, Record& record)
       : state_(std::move(state)), record_(record) {}
   HostResult<std::u16string> ComponentName() override {
-    if (const auto act = std::exchange(state_->on_name, nullptr)) act();
     if (state_->gone) return std::unexpected(HostError{-1});
     return state_->name;
+  }
+  HostResult<bool> IsSameAs(CodeModule& other) override {
+    if (const auto act = std::exchange(state_->on_asked, nullptr)) act();
+    if (state_->gone) return std::unexpected(HostError{-1});
+    return state_ == static_cast<FakeCodeModule&>(other).state_;
+  }
+  [[nodiscard]] bool IsOf(const std::shared_ptr<FakeModule>& state) const {
+    return state_ == state;
   }
   HostResult<int> CountOfDeclarationLines() override {
     if (auto entered = record_.Enter("CountOfDeclarationLines"); !entered) {
@@ -76,7 +83,7 @@ class FakeCodeModule final : public CodeModule {
 };
 
 struct FakePaneState {
-  std::u16string name;
+  std::shared_ptr<FakeModule> module;
   int top = 1;
   int visible_lines = 10;
   int caret = 1;
@@ -85,7 +92,9 @@ struct FakePaneState {
 class FakeCodePane final : public CodePane {
  public:
   explicit FakeCodePane(std::shared_ptr<FakePaneState> state) : state_(std::move(state)) {}
-  HostResult<std::u16string> ComponentName() override { return state_->name; }
+  HostResult<bool> Shows(CodeModule& module) override {
+    return static_cast<FakeCodeModule&>(module).IsOf(state_->module);
+  }
   HostResult<int> CaretLine() override { return state_->caret; }
   HostResult<int> TopLine() override { return state_->top; }
   HostResult<int> CountOfVisibleLines() override { return state_->visible_lines; }

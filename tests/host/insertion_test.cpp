@@ -87,10 +87,11 @@ TEST(TopLineForCaret, ScrollsJustFarEnough) {
 TEST_F(InsertionTest, ScrollsOnlyThePaneOfTheModule) {
   FakeApplication application(host_);
   const auto module = host_.Module(module_);
-  host_.pane = std::make_shared<FakePaneState>(FakePaneState{module_->name, 1, 10, 15});
+  host_.pane = std::make_shared<FakePaneState>(FakePaneState{module_, 1, 10, 15});
   KeepCaretInView(application, *module);
   EXPECT_EQ(host_.pane->top, 6);
-  *host_.pane = {u"Other", 1, 10, 15};
+  const auto namesake = std::make_shared<FakeModule>(FakeModule{.name = module_->name});
+  *host_.pane = {namesake, 1, 10, 15};
   KeepCaretInView(application, *module);
   EXPECT_EQ(host_.pane->top, 1);
 }

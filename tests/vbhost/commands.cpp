@@ -139,7 +139,8 @@ std::string Commands::Run(std::string_view line) {
 std::shared_ptr<Component> Commands::ComponentNamed(const std::string& name) const {
   for (const auto& project : ide_.projects) {
     for (const auto& component : project->components) {
-      if (ToUtf8(component->name) == name) return component;
+      const std::string own_name = ToUtf8(component->name);
+      if (own_name == name || ToUtf8(project->name) + "." + own_name == name) return component;
     }
   }
   throw std::runtime_error("no component " + name);

@@ -32,12 +32,23 @@ class VbControl final : public CommandBarControl {
   HostObject control_;
 };
 
+// The identity of an object: proxies of one object compare equal by it.
+IUnknown* IdentityOf(const HostObject& object) {
+  return ComPtr<IDispatch>(object.get()).Query<IUnknown>(IID_IUnknown).get();
+}
+
 class VbCodeModule final : public CodeModule {
  public:
   explicit VbCodeModule(HostObject module) : module_(std::move(module)) {}
   HostResult<std::u16string> ComponentName() override {
     return Then(module_.Object(vb::kParent),
                 [](const HostObject& component) { return component.Text(vb::kComponentName); });
+  }
+  HostResult<bool> IsSameAs(CodeModule& other) override {
+    const auto component = module_.Object(vb::kParent);
+    if (!component) return std::unexpected(component.error());
+    const auto others = static_cast<VbCodeModule&>(other).module_.Object(vb::kParent);
+    return others && IdentityOf(*component) == IdentityOf(*others);
   }
   HostResult<int> CountOfDeclarationLines() override {
     return module_.Number(vb::kCountOfDeclarationLines);
@@ -64,10 +75,10 @@ std::unique_ptr<CodeModule> ModuleOf(const HostObject& component) {
 class VbCodePane final : public CodePane {
  public:
   explicit VbCodePane(HostObject pane) : pane_(std::move(pane)) {}
-  HostResult<std::u16string> ComponentName() override {
-    const auto module = pane_.Object(vb::kPaneCodeModule);
-    if (!module) return std::unexpected(module.error());
-    return VbCodeModule(*module).ComponentName();
+  HostResult<bool> Shows(CodeModule& module) override {
+    const auto shown = pane_.Object(vb::kPaneCodeModule);
+    if (!shown) return std::unexpected(shown.error());
+    return VbCodeModule(*shown).IsSameAs(module);
   }
   HostResult<int> CaretLine() override;
   HostResult<int> TopLine() override { return pane_.Number(vb::kTopLine); }
@@ -91,11 +102,6 @@ HostResult<int> VbCodePane::CaretLine() {
   const auto done = pane_.CallWith(vb::kGetSelection, parameters);
   if (!done) return std::unexpected(done.error());
   return static_cast<int>(numbers[2]);
-}
-
-// The identity of an object: proxies of one object compare equal by it.
-IUnknown* IdentityOf(const HostObject& object) {
-  return ComPtr<IDispatch>(object.get()).Query<IUnknown>(IID_IUnknown).get();
 }
 
 // Follows the projects, and in each project the components. Shared, because the host may end the
@@ -182,8 +188,8 @@ class ComponentFollower : public std::enable_shared_from_this<ComponentFollower>
         events->ComponentSelected(ModuleOf(component));
         break;
       case vb::kComponentRemoved:
-        if (const auto name = component.Text(vb::kComponentName)) {
-          events->ComponentRemoved(*name);
+        if (const auto module = ModuleOf(component)) {
+          events->ComponentRemoved(*module);
         } else {
           events->SelectionMayHaveChanged();
         }
