@@ -94,9 +94,9 @@ bool IsAbove(HWND upper, HWND lower) {
 
 TEST_F(AddInTest, AClickBringsTheWindowAboveTheIdes) {
   IdeProcess ide;
+  Connect(ide);
   const HWND host = FindWindowW(L"StandInIde", nullptr);
   ASSERT_NE(host, nullptr);
-  Connect(ide);
   ClickButton(ide);
   EXPECT_TRUE(Eventually([&] { return IsAbove(Main(), host); }));
   SetWindowPos(host, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
@@ -105,6 +105,19 @@ TEST_F(AddInTest, AClickBringsTheWindowAboveTheIdes) {
   EXPECT_TRUE(Eventually([&] { return IsAbove(Main(), host); }));
   EXPECT_EQ(GetWindow(Main(), GW_OWNER), nullptr);
   Disconnect(ide);
+}
+
+TEST_F(AddInTest, FailureOfTheConnectionIsShownAboveTheIde) {
+  IdeProcess ide;
+  ASSERT_EQ(ide.Tell("fail-member Caption 80004005"), "ok");
+  ide.Send("connect Declarium.Connect");
+  AttachToAddIn();
+  const HWND box = Program().Dialog();
+  EXPECT_TRUE(IsAbove(box, FindWindowW(L"StandInIde", nullptr)));
+  window_driver::PressInDialog(box, IDIGNORE);
+  EXPECT_EQ(ide.Answer(), "ok");
+  Disconnect(ide);
+  EXPECT_TRUE(Ends());
 }
 
 TEST_F(AddInTest, SecondIdeThatConnectsLeavesTheWindowToTheFirst) {

@@ -59,8 +59,12 @@ constexpr FormDefinition kInputForm = {
 
 Answer Win32Toolkit::ShowMessage(const Message& message) {
   const ModalScope modal(*this, active_);
-  const int answer = MessageBoxW(OwnerWindow(), Wide(message.text), Wide(title_),
-                                 static_cast<UINT>(message.Style()) | MB_SETFOREGROUND);
+  const HWND owner = OwnerWindow();
+  // Without a window of the program to stand before, a box would open behind those of the program
+  // that is in the foreground, and nobody would find it.
+  const UINT order = owner ? MB_SETFOREGROUND : MB_SETFOREGROUND | MB_TOPMOST;
+  const int answer = MessageBoxW(owner, Wide(message.text), Wide(title_),
+                                 static_cast<UINT>(message.Style()) | order);
   return static_cast<Answer>(answer);
 }
 
