@@ -281,6 +281,7 @@ FunctionEnd
 
 Section "!$(NameProgram)" SectionProgram
   SectionIn RO
+  AddSize ${LIBRARY_KILOBYTES}
   Call RequireClosed
   Call DeleteListed
   SetOutPath $INSTDIR
