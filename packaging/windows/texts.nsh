@@ -11,7 +11,7 @@
 
 !insertmacro Text AboutProgram \
   "The program, the command line, the library Win32.api and the guide." \
-  "Program, príkazový riadok, knižnica Win32.api a príručka."
+  "Program, príkazový riadok, databáza Win32.api a príručka."
 !insertmacro Text AboutMenu "Starts the window." "Spúšťa okno programu."
 !insertmacro Text AboutIde \
   "Lists Declarium in the Add-In Manager, for you alone; no administrator is needed." \
@@ -31,13 +31,13 @@
   "Prostredie používa inú kópiu programu Declarium, jej registrácia zostáva: $R9"
 !insertmacro Text KeptSame \
   "You changed Win32.api: it stays as it is. This version brings no newer one." \
-  "Knižnicu Win32.api ste zmenili: zostáva, ako je. Táto verzia neprináša novšiu."
+  "Databázu Win32.api ste zmenili: zostáva, ako je. Táto verzia neprináša novšiu."
 !insertmacro Text KeptBeside \
   "You changed Win32.api: it stays as it is. The new one is beside it: $R9" \
-  "Knižnicu Win32.api ste zmenili: zostáva, ako je. Nová je vedľa nej: $R9"
+  "Databázu Win32.api ste zmenili: zostáva, ako je. Nová je vedľa nej: $R9"
 !insertmacro Text KeptBoth \
   "You changed Win32.api and $R9: both stay as they are, the new library was not written." \
-  "Knižnice Win32.api a $R9 ste zmenili: obe zostávajú, ako sú, nová knižnica sa nezapísala."
+  "Databázy Win32.api a $R9 ste zmenili: obe zostávajú, ako sú, nová databáza sa nezapísala."
 !insertmacro Text Installed "Declarium ${VERSION} is installed: $INSTDIR" \
   "Declarium ${VERSION} je nainštalovaný: $INSTDIR"
 !insertmacro Text Removed "Declarium is removed." "Declarium je odinštalovaný."
