@@ -1,6 +1,7 @@
 #include "host/host_connection.h"
 
 #include <array>
+#include <exception>
 #include <utility>
 
 #include "basic/number.h"
@@ -20,6 +21,15 @@ std::u16string FailureText(std::u16string_view beginning, int step) {
 
 // E_FAIL, for failures that are not the host's.
 constexpr HostError kOwnFailure{static_cast<std::int32_t>(0x80004005)};
+
+// A step that throws is a step that failed.
+bool Succeeds(const std::function<HostResult<>()>& step) {
+  try {
+    return step().has_value();
+  } catch (const std::exception&) {
+    return false;
+  }
+}
 
 }  // namespace
 
@@ -64,7 +74,7 @@ int HostConnection::RunConnectionSteps() {
       [&kept] { return kept->Restore(); },
   };
   for (std::size_t i = 0; i < steps.size(); ++i) {
-    if (!steps[i]()) return static_cast<int>(i) + 1;
+    if (!Succeeds(steps[i])) return static_cast<int>(i) + 1;
   }
   return 0;
 }

@@ -13,7 +13,12 @@ std::shared_ptr<HostConnection> HostSessions::Connect(
   auto connection =
       std::make_shared<HostConnection>(std::move(application), clipboard_, windows_, post_);
   connections_.push_back(connection);
-  connection->Connect();
+  try {
+    connection->Connect();
+  } catch (...) {
+    Disconnect(*connection);
+    throw;
+  }
   return connection;
 }
 

@@ -14,7 +14,7 @@ class HostSessions {
   HostSessions(FaceClipboard& clipboard, MainWindowLink& windows, HostConnection::Post post);
 
   // Makes a connection to the host of `application` and connects it. The connection is kept until
-  // it is disconnected or abandoned.
+  // it is disconnected or abandoned; when connecting throws, none is left.
   std::shared_ptr<HostConnection> Connect(std::unique_ptr<HostApplication> application);
 
   // Takes the controls out of the host and ends the connection. With the last connection the

@@ -3,6 +3,7 @@
 
 #include <deque>
 #include <gtest/gtest.h>
+#include <stdexcept>
 
 #include "host/com/automation.h"
 #include "host/com/start_limit.h"
@@ -192,6 +193,15 @@ TEST_F(ConnectTest, FactoryMakesNoPartsOfOtherObjects) {
   void* object = &object;
   EXPECT_EQ(factory->CreateInstance(factory.get(), IID_IUnknown, &object), CLASS_E_NOAGGREGATION);
   EXPECT_EQ(object, nullptr);
+}
+
+TEST_F(ConnectTest, NoExceptionReachesTheHost) {
+  const auto add_in = MakeConnect(context_);
+  DeafHost host;
+  host.answer = []() -> HRESULT { throw std::runtime_error("the host's answer is beyond us"); };
+  EXPECT_EQ(add_in->OnConnection(&host, 1, nullptr, nullptr), E_FAIL);
+  EXPECT_TRUE(sessions_.IsEmpty());
+  EXPECT_EQ(host.references, 1u);
 }
 
 TEST_F(ConnectTest, DisconnectedWhileItConnectsItDisconnectsWhenThatIsDone) {

@@ -3,6 +3,7 @@
 #include <deque>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <new>
 
 #include "host/fake_host.h"
 #include "host/host_sessions.h"
@@ -73,6 +74,25 @@ TEST_F(HostConnectionTest, FailingStepIsShownWithItsNumberAndEndsTheRoutine) {
                   std::to_string(c.step) + "'.");
     sessions_.Disconnect(connection);
   }
+}
+
+TEST_F(HostConnectionTest, StepThatThrowsIsShownAsAFailingOne) {
+  host_.record.on_enter = [](const std::string& entry) {
+    if (entry == "Add-Ins.Add") throw std::bad_alloc();
+  };
+  Connect();
+  EXPECT_EQ(entries().back(),
+            "box Vyskytla sa chyba vo funkcii 'IDTExtensibility_OnConnection' na riadku '5'.");
+}
+
+TEST_F(HostConnectionTest, ConnectionThatThrowsLeavesNothing) {
+  host_.record.on_enter = [](const std::string& entry) {
+    if (entry == "ActiveModule") throw std::bad_alloc();
+  };
+  EXPECT_THROW(Connect(), std::bad_alloc);
+  EXPECT_TRUE(sessions_.IsEmpty());
+  EXPECT_EQ(host_.record.Count("Standard.Delete"), 1);
+  EXPECT_EQ(host_.record.Count("end of component events"), 1);
 }
 
 TEST_F(HostConnectionTest, FailureAfterTheFirstControlLeavesTheClipboardWithThePicture) {

@@ -36,6 +36,19 @@ constexpr std::array<EntryName, 5> kEntryNames = {{{L"OnConnection", kOnConnecti
                                                    {L"OnStartupComplete", kOnStartupComplete},
                                                    {L"OnBeginShutdown", kOnBeginShutdown}}};
 
+// No exception leaves an entry.
+template <class Action>
+HRESULT Try(Action action) noexcept {
+  try {
+    action();
+    return S_OK;
+  } catch (const std::bad_alloc&) {
+    return E_OUTOFMEMORY;
+  } catch (...) {
+    return E_FAIL;
+  }
+}
+
 class Connect final : public DispatchObject<AddInEntries> {
  public:
   explicit Connect(ConnectContext& context)
@@ -76,7 +89,7 @@ class Connect final : public DispatchObject<AddInEntries> {
 Connect::~Connect() {
   // Ending the connection lets posted calls run, which must not take a reference any more.
   self_.reset();
-  EndConnection();
+  Try([this] { EndConnection(); });
 }
 
 void* Connect::Find(REFIID iid) noexcept {
@@ -128,17 +141,10 @@ STDMETHODIMP Connect::OnConnection(IDispatch* application, int, IDispatch*, SAFE
   if (connecting_) return E_UNEXPECTED;
   const ComPtr<IDispatch> host(application);
   connecting_ = true;
-  HRESULT result = S_OK;
-  try {
-    ConnectTo(host);
-  } catch (const std::bad_alloc&) {
-    result = E_OUTOFMEMORY;
-  } catch (...) {
-    result = E_FAIL;
-  }
+  const HRESULT connected = Try([&] { ConnectTo(host); });
   connecting_ = false;
-  CatchUp(host);
-  return result;
+  const HRESULT caught_up = Try([&] { CatchUp(host); });
+  return FAILED(connected) ? connected : caught_up;
 }
 
 void Connect::ConnectTo(const ComPtr<IDispatch>& host) {
@@ -172,12 +178,7 @@ STDMETHODIMP Connect::OnDisconnection(int, SAFEARRAY**) {
     disconnected_while_connecting_ = true;
     return S_OK;
   }
-  try {
-    EndConnection();
-    return S_OK;
-  } catch (...) {
-    return E_FAIL;
-  }
+  return Try([this] { EndConnection(); });
 }
 
 void Connect::EndConnection() {
