@@ -94,8 +94,8 @@ TEST_F(KeyboardOutside, TheTabKeyReachesEveryControlAndComesBack) {
   } while (focus != first && reached.size() < 30);
   EXPECT_EQ(reached,
             (std::vector<std::string>{"lstConst", "txtFind", "lstFind", "lstAdd", "lstShare", "RTB",
-                                      "PosMainWidth", "PosAddHeight", "PosRtbHeight", "cmbDatabase",
-                                      "cmbSelector", "cmbRange", "txtInput"}));
+                                      "PosMainWidth", "PosAddHeight", "PosRtbHeight", "Toolbar1",
+                                      "cmbDatabase", "cmbSelector", "cmbRange", "txtInput"}));
 }
 
 class BarByKeys : public KeyboardOutside {
