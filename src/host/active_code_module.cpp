@@ -38,9 +38,11 @@ void ActiveCodeModule::Refresh() {
 }
 
 void ActiveCodeModule::Check() {
+  // A slow host must not be asked again from within the call that it has not answered yet.
   const auto module = module_;
-  if (!module) return;
+  if (!module || std::exchange(checking_, true)) return;
   [[maybe_unused]] const auto lines = module->CountOfLines();
+  checking_ = false;
 }
 
 void ActiveCodeModule::ComponentSelected(std::unique_ptr<CodeModule> module) {

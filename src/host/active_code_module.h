@@ -30,7 +30,8 @@ class ActiveCodeModule final : public ComponentEvents,
   // Null when there is none. Who keeps the module over a call that lets events in keeps a share.
   [[nodiscard]] std::shared_ptr<CodeModule> module() const noexcept { return module_; }
 
-  // One turn of the 100 ms timer CodeModuleChecker: reads CountOfLines and ignores any error.
+  // One turn of the 100 ms timer CodeModuleChecker: reads CountOfLines and ignores any error. Does
+  // nothing while a turn before it waits for its answer.
   void Check();
 
   void ComponentSelected(std::unique_ptr<CodeModule> module) override;
@@ -44,6 +45,7 @@ class ActiveCodeModule final : public ComponentEvents,
   std::function<void()> changed_;
   std::shared_ptr<CodeModule> module_;
   int replacements_ = 0;  // of the module, so far
+  bool checking_ = false;
   std::unique_ptr<Subscription> subscription_;
 };
 

@@ -102,6 +102,18 @@ TEST_F(ActiveCodeModuleTest, StoppedItStaysWithoutModule) {
   EXPECT_EQ(changes_, 1);
 }
 
+TEST_F(ActiveCodeModuleTest, SlowHostIsNotPolledInsideAPoll) {
+  host_.selected = Named(u"A");
+  active_->Follow();
+  host_.record.on_enter = [this](const std::string& entry) {
+    if (entry == "CountOfLines") active_->Check();
+  };
+  active_->Check();
+  EXPECT_EQ(host_.record.Count("CountOfLines"), 1);
+  active_->Check();
+  EXPECT_EQ(host_.record.Count("CountOfLines"), 2);
+}
+
 TEST_F(ActiveCodeModuleTest, SelectionReportedWhileTheHostIsAskedCounts) {
   host_.selected = Named(u"A");
   active_->Follow();
