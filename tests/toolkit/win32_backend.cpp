@@ -161,9 +161,19 @@ class Win32Backend : public Backend {
   }
   void Resize(Form& form, Size outer) override {
     const auto& native = dynamic_cast<Win32Form&>(form);
+    AwaitQuiet();
     SetWindowPos(native.Window(), nullptr, 0, 0, ToDots(outer.width, native.Dpi()),
                  ToDots(outer.height, native.Dpi()), SWP_NOMOVE | SWP_NOZORDER);
     toolkit_.ProcessPendingEvents();
+  }
+
+  // The window manager's late answer to the showing of a window would undo a resizing.
+  void AwaitQuiet() {
+    constexpr DWORD kQuiet = 50;
+    for (int i = 0; i < 100; ++i) {
+      if (MsgWaitForMultipleObjects(0, nullptr, FALSE, kQuiet, QS_ALLINPUT) == WAIT_TIMEOUT) return;
+      toolkit_.ProcessPendingEvents();
+    }
   }
 
   void AnswerNextMessage(Answer answer) override {
