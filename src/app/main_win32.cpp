@@ -72,13 +72,12 @@ int Serve() {
   RegistryStore store;
   com::PostedCalls posted_calls;
   com::ServerProcess process([&toolkit] { toolkit.Quit(0); });
-  const auto post = [&posted_calls](std::function<void()> call) {
-    posted_calls.Post(std::move(call));
-  };
   ProgramWindows windows(toolkit, store, ProgramFolder(),
                          [&process] { return std::make_shared<com::ServerHold>(process); });
   com::WindowsFaceClipboard clipboard(posted_calls.window());
-  HostSessions sessions(clipboard, windows, post);
+  HostSessions sessions(clipboard, windows, [&posted_calls](std::function<void()> call) {
+    posted_calls.Post(std::move(call));
+  });
   com::ConnectContext context{sessions, posted_calls, process};
   const auto factory = com::MakeConnectFactory(context);
   if (FAILED(process.Offer(kConnectClass, *factory))) return 1;

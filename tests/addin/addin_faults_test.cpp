@@ -117,9 +117,7 @@ TEST_F(AddInFaultsTest, HostThatDiesWhileTheQuestionIsOpenLeavesTheWindowUntilIt
   Connect(ide);
   ClickButton(ide);
   AddConstant();
-  ASSERT_TRUE(Eventually([this] { return ToolbarEnabled("insert"); }));
-  ClickToolbar("insert");
-  const HWND question = Program().Dialog();
+  const HWND question = AskToInsert();
   ide.Kill();
   EXPECT_TRUE(Eventually([this] { return !ToolbarEnabled("insert"); }));
   EXPECT_TRUE(IsWindow(question));
@@ -134,9 +132,7 @@ TEST_F(AddInFaultsTest, WaitsForABusyHost) {
   Connect(ide);
   ClickButton(ide);
   AddConstant();
-  ASSERT_TRUE(Eventually([this] { return ToolbarEnabled("insert"); }));
-  ClickToolbar("insert");
-  const HWND question = Program().Dialog();
+  const HWND question = AskToInsert();
   ASSERT_EQ(ide.Tell("busy reject 6"), "ok");
   PressInDialog(question, IDYES);
   EXPECT_TRUE(ModuleBecomes(ide, "Option Explicit\\n" + kConstant));
@@ -168,9 +164,7 @@ TEST_F(AddInFaultsTest, DisconnectedWhileTheQuestionIsOpenTheWindowStaysUntilItI
   Connect(ide);
   ClickButton(ide);
   AddConstant();
-  ASSERT_TRUE(Eventually([this] { return ToolbarEnabled("insert"); }));
-  ClickToolbar("insert");
-  const HWND question = Program().Dialog();
+  const HWND question = AskToInsert();
   Disconnect(ide);
   EXPECT_EQ(ide.Tell("controls"), "ok ");
   EXPECT_TRUE(IsWindow(question));

@@ -82,9 +82,18 @@ void AddInTest::AddConstant() {
   ASSERT_TRUE(EntriesBecome("lstAdd", {u"1 A"}));
 }
 
-void AddInTest::Insert(int answer) {
+void AddInTest::ClickInsert() {
   ASSERT_TRUE(Eventually([this] { return ToolbarEnabled("insert"); }));
   ClickToolbar("insert");
+}
+
+HWND AddInTest::AskToInsert() {
+  ClickInsert();
+  return Program().Dialog();
+}
+
+void AddInTest::Insert(int answer) {
+  ClickInsert();
   AnswerMessage(u"Vložiť do 'Module1' ?", answer);
 }
 

@@ -32,6 +32,9 @@ class AddInTest : public OutsideTest {
   void ClickButton(IdeProcess& ide);
   // Puts the constant A into the basket, through the window.
   void AddConstant();
+  // Clicks "insert" when it is enabled; AskToInsert returns the question that comes then.
+  void ClickInsert();
+  [[nodiscard]] HWND AskToInsert();
   // Inserts the basket and answers the question.
   void Insert(int answer);
   // Whether the module comes to hold this text, as the IDE's line protocol writes it.

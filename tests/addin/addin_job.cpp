@@ -6,7 +6,6 @@
 // Every step is printed, and pictures are asked for (window/picture_job.h). Exit status 0 when
 // every step did what it should. The program is registered for the machine and unregistered again;
 // the user's settings of the program are put away meanwhile.
-#include <exception>
 #include <filesystem>
 #include <iostream>
 #include <memory>
@@ -14,12 +13,12 @@
 #include <string>
 #include <string_view>
 #include <windows.h>
-#include <shellapi.h>
 
 #include "basic/text.h"
 #include "host/ide_driver.h"
 #include "window/driven_lists.h"
 #include "window/driven_main_window.h"
+#include "window/job.h"
 #include "window/picture_job.h"
 #include "window/window_driver.h"
 
@@ -167,21 +166,9 @@ class AddInJob {
 }  // namespace declarium
 
 int main() {
-  using namespace declarium;
-  int count = 0;
-  wchar_t** const words = CommandLineToArgvW(GetCommandLineW(), &count);
-  if (count != 3) {
-    std::cerr << "usage: addin_job DECLARIUM.EXE TITLE\n";
-    return 2;
-  }
-  try {
-    const window_driver::SettingsPutAway settings;
-    const Registration registration(words[1]);
-    const std::wstring title = words[2];
-    AddInJob().Do({title.begin(), title.end()});
-  } catch (const std::exception& failure) {
-    std::cerr << "addin_job: " << failure.what() << std::endl;
-    return 1;
-  }
-  return 0;
+  return declarium::window_driver::RunJob("addin_job", "DECLARIUM.EXE TITLE",
+                                          [](const auto& program, const auto& title) {
+                                            const declarium::Registration registration(program);
+                                            declarium::AddInJob().Do(title);
+                                          });
 }

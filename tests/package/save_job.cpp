@@ -5,16 +5,15 @@
 // Prints what the program answers with a message box, "saved" without one. The library is the first
 // in the program's list. The user's settings are put away meanwhile.
 #include <algorithm>
-#include <exception>
 #include <filesystem>
 #include <iostream>
 #include <string>
 #include <windows.h>
-#include <shellapi.h>
 
 #include "basic/text.h"
 #include "window/driven_lists.h"
 #include "window/driven_main_window.h"
+#include "window/job.h"
 #include "window/window_driver.h"
 
 namespace declarium {
@@ -51,20 +50,6 @@ void RenameAndSave(const std::filesystem::path& path, std::u16string_view title)
 }  // namespace declarium
 
 int main() {
-  using namespace declarium;
-  int count = 0;
-  wchar_t** const words = CommandLineToArgvW(GetCommandLineW(), &count);
-  if (count != 3) {
-    std::cerr << "usage: save_job DECLARIUM.EXE NEW-TITLE\n";
-    return 2;
-  }
-  try {
-    const window_driver::SettingsPutAway settings;
-    const std::wstring title = words[2];
-    RenameAndSave(std::filesystem::path(words[1]), std::u16string(title.begin(), title.end()));
-  } catch (const std::exception& failure) {
-    std::cerr << "save_job: " << failure.what() << std::endl;
-    return 1;
-  }
-  return 0;
+  return declarium::window_driver::RunJob("save_job", "DECLARIUM.EXE NEW-TITLE",
+                                          declarium::RenameAndSave);
 }

@@ -7,7 +7,6 @@
 // Every step is printed, and pictures are asked for (window/picture_job.h). Exit status 0 when
 // every step did what it should. The user's settings of the program are put away meanwhile.
 #include <algorithm>
-#include <exception>
 #include <filesystem>
 #include <iostream>
 #include <stdexcept>
@@ -15,11 +14,11 @@
 #include <string_view>
 #include <vector>
 #include <windows.h>
-#include <shellapi.h>
 
 #include "basic/text.h"
 #include "window/driven_lists.h"
 #include "window/driven_main_window.h"
+#include "window/job.h"
 #include "window/picture_job.h"
 #include "window/window_driver.h"
 
@@ -28,17 +27,13 @@ namespace {
 
 using namespace window_driver;
 
-void Screenshot(const std::string& name, HWND window) {
-  TakePicture(name, ToUtf8(TextOf(window)));
-}
-
 class DailyJob {
  public:
   explicit DailyJob(const std::filesystem::path& program) : program_(program) {}
 
   void Do(const std::u16string& library) {
     main_ = program_.Form("frmMain");
-    Screenshot("splash", program_.Form("frmSplash"));
+    TakePicture("splash", program_.Form("frmSplash"));
     WaitFor("the splash window's end", [this] { return !program_.FindForm("frmSplash"); });
     ChooseLibrary(library);
     AddItem(2, u"WINDOWPL", u"Type WINDOWPLACEMENT");
@@ -46,7 +41,7 @@ class DailyJob {
     AddItem(1, u"SetWindowPl", u"Declare Function SetWindowPlacement");
     Find(u"*placement*");
     LookAtBasketEntry(u"WINDOWPLACEMENT", u"Type WINDOWPLACEMENT");
-    Screenshot("main-window", main_);
+    TakePicture("main-window", main_);
     CopyBasket();
     ShowMenu();
     AddDeclaration();
@@ -73,29 +68,19 @@ class DailyJob {
   }
 
   void AddTwoSharedItems() {
-    for (int entry = 0; entry < 2; ++entry) {
-      const int before = EntryCount(In("lstAdd"));
-      DoubleClickEntry(In("lstShare"), entry);
-      WaitFor("the basket", [&] { return EntryCount(In("lstAdd")) == before + 1; });
-    }
+    for (int entry = 0; entry < 2; ++entry) AddSharedItem(main_, entry);
     Say("Added it and two of its shared items to the basket:");
     for (const auto& entry : Entries(In("lstAdd"))) Say("  " + ToUtf8(entry.substr(2)));
   }
 
   void Find(std::u16string_view pattern) {
-    SetText(In("txtFind"), pattern);
-    PressKey(In("txtFind"), VK_RETURN);
-    WaitFor("hits", [this] { return Ask(In("lstFind"), LB_GETCOUNT) > 0; });
+    FindNames(main_, pattern);
     Say("Found by \"" + ToUtf8(pattern) + "\":");
     for (const auto& hit : ListRows(In("lstFind"))) Say("  " + ToUtf8(hit));
   }
 
   void LookAtBasketEntry(std::u16string_view name, std::u16string_view code) {
-    const auto entries = Entries(In("lstAdd"));
-    const auto found = std::find_if(entries.begin(), entries.end(),
-                                    [&](const auto& entry) { return entry.substr(2) == name; });
-    if (found == entries.end()) throw std::runtime_error("not in the basket: " + ToUtf8(name));
-    ClickEntry(In("lstAdd"), static_cast<int>(found - entries.begin()));
+    ClickEntry(In("lstAdd"), BasketEntryOf(main_, name));
     WaitFor("the entry's code", [&] { return TextOf(In("RTB")).starts_with(code); });
   }
 
@@ -106,17 +91,10 @@ class DailyJob {
     Say("Copied the basket:\n" + ToUtf8(text));
   }
 
-  // The menu stays open for the picture, then is closed by its own key.
   void ShowMenu() {
-    SetForegroundWindow(main_);
-    PostMessageW(main_, WM_SYSCOMMAND, SC_KEYMENU, 'd');
-    HWND menu = nullptr;
-    WaitFor("the menu", [&] { return (menu = FindWindowW(L"#32768", nullptr)) != nullptr; });
-    WaitFor("the menu", [&] { return IsWindowVisible(menu) != FALSE; });
-    Screenshot("menu", main_);
-    PressKey(main_, VK_ESCAPE);
-    PressKey(main_, VK_ESCAPE);
-    WaitFor("the menu's end", [&] { return !IsWindow(menu) || !IsWindowVisible(menu); });
+    OpenMenu(main_, 'd');
+    TakePicture("menu", main_);
+    ShutMenus(main_);
   }
 
   void AddDeclaration() {
@@ -124,37 +102,30 @@ class DailyJob {
     const HWND dialog = program_.Form("frmAdd");
     SetText(FindControl(dialog, "Text1"),
             u"' N\u00e1\u0161 \u010d\u00edta\u010d\r\nConst MY_TIMER As Long = 1 'first timer\r\n");
-    Screenshot("add-item", dialog);
+    TakePicture("add-item", dialog);
     PressButton(FindControl(dialog, "Command1"));
     WaitFor("the dialog's end", [this] { return !program_.FindForm("frmAdd"); });
     Say("Added a declaration of our own, MY_TIMER");
   }
 
   void SearchByType() {
-    ClickToolbar(main_, "find");
-    const HWND dialog = program_.Form("frmFind");
-    WaitFor("the search dialog in front", [&] { return GetForegroundWindow() == dialog; });
-    SetText(FindControl(dialog, "Text2"), u"WINDOWPLACEMENT");
-    PressButton(FindControl(dialog, "Command2"));
-    const HWND results = FindControl(dialog, "LV1");
-    WaitFor("hits", [&] { return EntryCount(results) > 0; });
-    ClickEntry(results, 0);
-    WaitFor("the hit", [&] { return SelectedEntry(results) == 0; });
-    Screenshot("search", dialog);
+    const HWND dialog = SearchForUsesOf(program_, main_, u"WINDOWPLACEMENT");
+    TakePicture("search", dialog);
     Say("Searched for what uses WINDOWPLACEMENT; " +
         ToUtf8(TextOf(FindControl(dialog, "labCount"))));
-    for (const auto& entry : Entries(results)) Say("  " + ToUtf8(entry.substr(2)));
-    PressButton(FindControl(dialog, "Command1"));
-    WaitFor("the dialog's end", [this] { return !program_.FindForm("frmFind"); });
+    for (const auto& entry : Entries(FindControl(dialog, "LV1"))) {
+      Say("  " + ToUtf8(entry.substr(2)));
+    }
+    CloseSearch(program_, dialog);
   }
 
   void ChooseColours() {
     ClickToolbar(main_, "settings");
     const HWND settings = program_.Form("frmOptions");
-    Screenshot("settings", settings);
+    TakePicture("settings", settings);
     DoubleClick(FindControl(settings, "picColor1"), {8, 8});
     const HWND colours = program_.Dialog();
-    Screenshot("colours", colours);
+    TakePicture("colours", colours);
     PressInDialog(colours, IDCANCEL);
     PressButton(FindControl(settings, "Command2"));
     WaitFor("the dialog's end", [this] { return !program_.FindForm("frmOptions"); });
@@ -163,11 +134,11 @@ class DailyJob {
 
   void KeepTheItem() {
     ChooseMenu(main_, "mnuRename");
-    Screenshot("rename", program_.Form("frmInput"));
+    TakePicture("rename", program_.Form("frmInput"));
     AnswerText(program_, u"Windows");
     PostMessageW(main_, WM_CLOSE, 0, 0);
     const HWND question = program_.Dialog();
-    Screenshot("question", question);
+    TakePicture("question", question);
     Say("Renamed the library; closing asks: " + ToUtf8(MessageOf(question)));
     PressInDialog(question, IDCANCEL);
   }
@@ -194,20 +165,7 @@ class DailyJob {
 }  // namespace declarium
 
 int main() {
-  using namespace declarium;
-  int count = 0;
-  wchar_t** const words = CommandLineToArgvW(GetCommandLineW(), &count);
-  if (count != 3) {
-    std::cerr << "usage: daily_job DECLARIUM.EXE TITLE\n";
-    return 2;
-  }
-  try {
-    const window_driver::SettingsPutAway settings;
-    const std::wstring title = words[2];
-    DailyJob(std::filesystem::path(words[1])).Do({title.begin(), title.end()});
-  } catch (const std::exception& failure) {
-    std::cerr << "daily_job: " << failure.what() << std::endl;
-    return 1;
-  }
-  return 0;
+  return declarium::window_driver::RunJob(
+      "daily_job", "DECLARIUM.EXE TITLE",
+      [](const auto& program, const auto& title) { declarium::DailyJob(program).Do(title); });
 }

@@ -52,6 +52,12 @@ bool CopyKey(const std::wstring& from, const std::wstring& to) {
   return status == ERROR_SUCCESS || status == ERROR_FILE_NOT_FOUND;
 }
 
+// The windows of open menus are of a class of their own.
+bool IsMenuShown() {
+  const HWND menu = FindWindowW(L"#32768", nullptr);
+  return menu != nullptr && IsWindowVisible(menu);
+}
+
 }  // namespace
 
 void ChooseMenu(HWND frmMain, std::string_view name) {
@@ -91,6 +97,63 @@ void AddTypedItem(HWND frmMain) {
   const int before = EntryCount(basket);
   PressKey(FindControl(frmMain, "txtInput"), VK_RETURN);
   WaitFor("the basket", [&] { return EntryCount(basket) == before + 1; });
+}
+
+void AddSharedItem(HWND frmMain, int entry) {
+  const HWND basket = FindControl(frmMain, "lstAdd");
+  const int before = EntryCount(basket);
+  DoubleClickEntry(FindControl(frmMain, "lstShare"), entry);
+  WaitFor("the basket", [&] { return EntryCount(basket) == before + 1; });
+}
+
+int BasketEntryOf(HWND frmMain, std::u16string_view name) {
+  const auto entries = Entries(FindControl(frmMain, "lstAdd"));
+  const auto found = std::ranges::find_if(
+      entries, [&](const std::u16string& entry) { return entry.substr(2) == name; });
+  if (found == entries.end()) throw std::runtime_error("not in the basket: " + ToUtf8(name));
+  return static_cast<int>(found - entries.begin());
+}
+
+void FindNames(HWND frmMain, std::u16string_view pattern) {
+  const HWND box = FindControl(frmMain, "txtFind");
+  SetText(box, pattern);
+  PressKey(box, VK_RETURN);
+  const HWND hits = FindControl(frmMain, "lstFind");
+  WaitFor("hits", [&] { return Ask(hits, LB_GETCOUNT) > 0; });
+}
+
+HWND SearchForUsesOf(const DrivenProgram& program, HWND frmMain, std::u16string_view type) {
+  ClickToolbar(frmMain, "find");
+  const HWND dialog = program.Form("frmFind");
+  WaitFor("the search dialog in front", [&] { return GetForegroundWindow() == dialog; });
+  SetText(FindControl(dialog, "Text2"), type);
+  PressButton(FindControl(dialog, "Command2"));
+  const HWND results = FindControl(dialog, "LV1");
+  WaitFor("hits", [&] { return EntryCount(results) > 0; });
+  ClickEntry(results, 0);
+  WaitFor("the hit", [&] { return SelectedEntry(results) == 0; });
+  return dialog;
+}
+
+void CloseSearch(const DrivenProgram& program, HWND frmFind) {
+  PressButton(FindControl(frmFind, "Command1"));
+  WaitFor("the dialog's end", [&] { return !program.FindForm("frmFind"); });
+}
+
+void OpenMenu(HWND frmMain, char key) {
+  SetForegroundWindow(frmMain);
+  PostMessageW(frmMain, WM_SYSCOMMAND, SC_KEYMENU, key);
+  AwaitOpenMenu();
+}
+
+void AwaitOpenMenu() {
+  WaitFor("the menu", [] { return IsMenuShown(); });
+}
+
+void ShutMenus(HWND frmMain) {
+  PressKey(frmMain, VK_ESCAPE);
+  PressKey(frmMain, VK_ESCAPE);
+  WaitFor("the menu's end", [] { return !IsMenuShown(); });
 }
 
 void AnswerText(const DrivenProgram& program, std::u16string_view text) {

@@ -25,6 +25,25 @@ int TypeToItem(HWND frmMain, int kind, std::u16string_view beginning, std::u16st
 // Presses Enter in the type-ahead box and waits for the new entry of the basket.
 void AddTypedItem(HWND frmMain);
 
+// Double clicks an entry of the shared items and waits for the new entry of the basket.
+void AddSharedItem(HWND frmMain, int entry);
+// The place of the basket's entry of that name.
+[[nodiscard]] int BasketEntryOf(HWND frmMain, std::u16string_view name);
+
+// Types a pattern into the find box, presses Enter and waits for hits.
+void FindNames(HWND frmMain, std::u16string_view pattern);
+// Opens the search dialog, searches for what uses the type and clicks the first hit; returns the
+// dialog. CloseSearch closes it again.
+[[nodiscard]] HWND SearchForUsesOf(const DrivenProgram& program, HWND frmMain,
+                                   std::u16string_view type);
+void CloseSearch(const DrivenProgram& program, HWND frmFind);
+
+// Opens the menu with that access key and waits until it is shown.
+void OpenMenu(HWND frmMain, char key);
+void AwaitOpenMenu();
+// Closes what is open of menus, by their own key.
+void ShutMenus(HWND frmMain);
+
 // Waits for the input box, types and presses OK.
 void AnswerText(const DrivenProgram& program, std::u16string_view text);
 

@@ -2,6 +2,9 @@
 
 #include <iostream>
 
+#include "basic/text.h"
+#include "window/window_driver.h"
+
 namespace declarium::window_driver {
 
 void Say(const std::string& line) {
@@ -12,6 +15,10 @@ void TakePicture(const std::string& name, const std::string& title) {
   Say("screenshot " + name + " " + title);
   std::string answer;
   std::getline(std::cin, answer);
+}
+
+void TakePicture(const std::string& name, HWND window) {
+  TakePicture(name, ToUtf8(TextOf(window)));
 }
 
 }  // namespace declarium::window_driver

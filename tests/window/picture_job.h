@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <windows.h>
 
 namespace declarium::window_driver {
 
@@ -13,5 +14,6 @@ void Say(const std::string& line);
 // "screenshot NAME TITLE", and waits for a line on the input: the picture is taken then. The window
 // is to be in front of the others.
 void TakePicture(const std::string& name, const std::string& title);
+void TakePicture(const std::string& name, HWND window);
 
 }  // namespace declarium::window_driver
