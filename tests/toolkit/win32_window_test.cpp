@@ -1,7 +1,8 @@
-// What only real windows have: the mouse's capture, the clipboard's memory, the user's colour
-// scheme, systems of other versions.
+// What only real windows have: the mouse's capture, tooltips, lists that drop down, the clipboard's
+// memory, the user's colour scheme, systems of other versions.
 #include <algorithm>
 #include <array>
+#include <string_view>
 
 #include "toolkit/contract.h"
 #include "toolkit/rich_text.h"
@@ -70,6 +71,77 @@ TEST_F(Win32Window, AFormThatUnloadsWhenItIsPressedLetsGoOfTheMouse) {
   SendMessageW(WindowOf(picture), WM_LBUTTONDOWN, MK_LBUTTON, 0);
   EXPECT_FALSE(form().IsLoaded());
   EXPECT_EQ(GetCapture(), nullptr);
+}
+
+struct TipSearch {
+  TTTOOLINFOW tool;
+  std::u16string text;
+};
+
+BOOL CALLBACK ReadTip(HWND window, LPARAM parameter) {
+  auto& search = *reinterpret_cast<TipSearch*>(parameter);
+  std::array<wchar_t, 32> name{};
+  GetClassNameW(window, name.data(), static_cast<int>(name.size()));
+  std::array<char16_t, 256> text{};
+  search.tool.lpszText = reinterpret_cast<wchar_t*>(text.data());
+  const auto tool = reinterpret_cast<LPARAM>(&search.tool);
+  if (std::wstring_view(name.data()) != TOOLTIPS_CLASSW) return TRUE;
+  if (!SendMessageW(window, TTM_GETTOOLINFOW, 0, tool)) return TRUE;
+  SendMessageW(window, TTM_GETTEXTW, text.size(), tool);
+  search.text = text.data();
+  return FALSE;
+}
+
+// What the system would show when the pointer rests on the control; empty when nothing.
+std::u16string ShownTip(HWND form, const Control& control) {
+  TipSearch search{};
+  search.tool.cbSize = sizeof search.tool;
+  search.tool.hwnd = form;
+  search.tool.uId = reinterpret_cast<UINT_PTR>(WindowOf(control));
+  EnumThreadWindows(GetCurrentThreadId(), ReadTip, reinterpret_cast<LPARAM>(&search));
+  return search.text;
+}
+
+TEST_F(Win32Window, AControlShowsItsTooltipFromTheMomentThePointerIsOverTheForm) {
+  const auto& list = Get<ListBox>("List1");
+  auto& text = Get<TextBox>("Text1");
+  SendMessageW(WindowOf(list), WM_SETCURSOR, reinterpret_cast<WPARAM>(WindowOf(list)),
+               MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
+  EXPECT_EQ(ShownTip(FormWindow(), text), u"Začiatok názvu");
+  EXPECT_EQ(ShownTip(FormWindow(), list), u"");
+  text.SetToolTip(u"Názov");
+  EXPECT_EQ(ShownTip(FormWindow(), text), u"Názov");
+  text.SetToolTip(u"");
+  EXPECT_EQ(ShownTip(FormWindow(), text), u"");
+}
+
+TEST_F(Win32Window, ATooltipChangedBeforeThePointerIsThereIsTheOneShown) {
+  const auto other = toolkit().CreateForm(demo::kForm);
+  auto& text = other->Get<TextBox>("Text1");
+  text.SetToolTip(u"Názov");
+  const HWND window = WindowOf(text);
+  EXPECT_EQ(ShownTip(GetParent(window), text), u"");
+  other->Load();
+  SendMessageW(window, WM_SETCURSOR, reinterpret_cast<WPARAM>(window),
+               MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
+  EXPECT_EQ(ShownTip(GetParent(window), text), u"Názov");
+}
+
+TEST_F(Win32Window, ADroppedListShowsFifteenRowsWithoutScrolling) {
+  constexpr int kRows = 15;
+  auto& combo = Get<ComboBox>("Combo1");
+  while (combo.RowCount() < kRows) combo.AddRow(u"Windows");
+  const HWND window = WindowOf(combo);
+  COMBOBOXINFO info{};
+  info.cbSize = sizeof info;
+  ASSERT_TRUE(GetComboBoxInfo(window, &info));
+  SendMessageW(window, CB_SHOWDROPDOWN, TRUE, 0);
+  RECT opened{}, last{};
+  GetClientRect(info.hwndList, &opened);
+  SendMessageW(info.hwndList, LB_GETITEMRECT, kRows - 1, reinterpret_cast<LPARAM>(&last));
+  SendMessageW(window, CB_SHOWDROPDOWN, FALSE, 0);
+  EXPECT_GT(last.bottom, last.top);
+  EXPECT_LE(last.bottom, opened.bottom);
 }
 
 TEST_F(Win32Window, TheClipboardsTextHasAnOwnerInThisProgram) {

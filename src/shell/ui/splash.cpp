@@ -66,8 +66,8 @@ Splash::Splash(Toolkit& toolkit) : form_(toolkit.CreateForm(kForm)) {
 }
 
 void Splash::Show() {
-  form_->Show();
   form_->SetTopmost();
+  form_->Show();
 }
 
 }  // namespace declarium

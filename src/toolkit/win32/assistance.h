@@ -4,14 +4,31 @@
 #include <string>
 
 #include "toolkit/win32/system.h"
+#include "toolkit/win32/unique_handle.h"
 
 namespace declarium::win32 {
 
-// Gives the window a name that is not shown. Where the system offers no such service, nothing
-// happens.
-void NameForAssistance(HWND window, const std::u16string& name);
+// Where the system offers no such service, nothing happens. Lives no longer than its thread's use
+// of COM.
+class Assistance {
+ public:
+  // Gives the window a name that is not shown.
+  void Name(HWND window, const std::u16string& name);
+  // Takes the name away, which the system would keep beyond the window's end.
+  void Forget(HWND window);
 
-// Takes the name away, which the system would keep beyond the window's end.
-void ForgetNameForAssistance(HWND window);
+ private:
+  struct ServicesTraits {
+    using Handle = IAccPropServices*;
+    static constexpr Handle kNone = nullptr;
+    static void Close(Handle services) { services->Release(); }
+  };
+
+  // Made for the first window, since making it looks into many keys of the registry.
+  [[nodiscard]] IAccPropServices* Services();
+
+  UniqueHandle<ServicesTraits> services_;
+  bool asked_for_ = false;
+};
 
 }  // namespace declarium::win32

@@ -48,14 +48,22 @@ HGLOBAL MemoryWith(std::u16string_view text) {
   return memory;
 }
 
+HWND Win32Toolkit::ClipboardOwner() const {
+  if (!clipboard_owner_) {
+    clipboard_owner_.Reset(CreateWindowExW(0, L"STATIC", nullptr, 0, 0, 0, 0, 0, HWND_MESSAGE,
+                                           nullptr, GetModuleHandleW(nullptr), nullptr));
+  }
+  return clipboard_owner_.Get();
+}
+
 std::u16string Win32Toolkit::ClipboardText() const {
-  const OpenedClipboard clipboard(clipboard_owner_.Get());
+  const OpenedClipboard clipboard(ClipboardOwner());
   const HANDLE memory = clipboard ? GetClipboardData(CF_UNICODETEXT) : nullptr;
   return memory ? TextIn(memory) : std::u16string();
 }
 
 void Win32Toolkit::SetClipboardText(std::u16string_view text) {
-  const OpenedClipboard clipboard(clipboard_owner_.Get());
+  const OpenedClipboard clipboard(ClipboardOwner());
   if (!clipboard) return;
   EmptyClipboard();
   const HGLOBAL memory = MemoryWith(text);
@@ -63,7 +71,7 @@ void Win32Toolkit::SetClipboardText(std::u16string_view text) {
 }
 
 void Win32Toolkit::ClearClipboard() {
-  const OpenedClipboard clipboard(clipboard_owner_.Get());
+  const OpenedClipboard clipboard(ClipboardOwner());
   if (clipboard) EmptyClipboard();
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <utility>
 
 #include "toolkit/captioned.h"
 #include "toolkit/win32/captioned.h"
@@ -30,13 +31,13 @@ struct BorderBits {
 BorderBits BitsOf(BorderStyle border) {
   switch (border) {
     case BorderStyle::kSizable:
-      return {WS_OVERLAPPEDWINDOW, 0};
+      return {WS_CLIPCHILDREN | WS_OVERLAPPEDWINDOW, 0};
     case BorderStyle::kDialog:
-      return {WS_POPUP | WS_CAPTION | WS_SYSMENU, WS_EX_DLGMODALFRAME};
+      return {WS_CLIPCHILDREN | WS_POPUP | WS_CAPTION | WS_SYSMENU, WS_EX_DLGMODALFRAME};
     case BorderStyle::kNone:
-      return {WS_POPUP, WS_EX_TOOLWINDOW};
+      return {WS_CLIPCHILDREN | WS_POPUP, WS_EX_TOOLWINDOW};
   }
-  return {WS_OVERLAPPEDWINDOW, 0};
+  return {WS_CLIPCHILDREN | WS_OVERLAPPEDWINDOW, 0};
 }
 
 std::u16string FormName(const Form& form) {
@@ -65,6 +66,7 @@ Win32Form::~Win32Form() {
   // The tooltips let go of the controls while these still have windows, and the controls take their
   // windows away before the form's window would.
   tips_.Reset();
+  widgets_.clear();
   components_.clear();
   SetWindowLongPtrW(Window(), GWLP_USERDATA, 0);
   window_.Reset();
@@ -74,20 +76,32 @@ void Win32Form::CreateNativeWindow(const FormDefinition& definition) {
   const BorderBits bits = BitsOf(definition.border);
   const std::u16string caption(definition.caption);
   menus_ = std::make_unique<MenuSet>(definition, components_);
-  window_.Reset(CreateWindowExW(bits.extended, WindowClass(), Wide(caption),
-                                bits.style | WS_CLIPCHILDREN, CW_USEDEFAULT, CW_USEDEFAULT, 100,
-                                100, nullptr, nullptr, GetModuleHandleW(nullptr), nullptr));
-  SetWindowLongPtrW(Window(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
-  menus_->Attach(Window());
-  const int dpi = Screens().WindowDpi(Window());
-  if (dpi != dpi_) {
-    dpi_ = dpi;
-    fonts_ = Fonts(dpi_);
-  }
   const Size outer = OuterDots(definition.size);
-  SetOuterSize(outer.width, outer.height);
+  window_.Reset(CreateWindowExW(bits.extended, WindowClass(), Wide(caption), bits.style,
+                                CW_USEDEFAULT, CW_USEDEFAULT, outer.width, outer.height, nullptr,
+                                menus_->ReleaseBar(), GetModuleHandleW(nullptr), nullptr));
+  SetWindowLongPtrW(Window(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+  menus_->ShowIn(Window());
   const ATOM name = GlobalAddAtomW(Wide(FormName(*this)));
   SetPropW(Window(), L"Name", reinterpret_cast<HANDLE>(static_cast<UINT_PTR>(name)));
+  const int dpi = Screens().WindowDpi(Window());
+  if (dpi == dpi_) return;
+  // The system has put the window on a screen that is not like the main one.
+  ChangeResolution(dpi);
+  const Size fitting = OuterDots(definition.size);
+  SetOuterSize(fitting.width, fitting.height);
+}
+
+Size Win32Form::OuterDots(Size inner) const {
+  const BorderBits bits = BitsOf(border_);
+  RECT outer = ToDots(Rect{0, 0, inner.width, inner.height}, dpi_);
+  Screens().AddBorders(outer, bits.style, bits.extended, menus_->HasBar(), dpi_);
+  return {static_cast<int>(outer.right - outer.left), static_cast<int>(outer.bottom - outer.top)};
+}
+
+void Win32Form::ChangeResolution(int dpi) {
+  dpi_ = dpi;
+  fonts_ = Fonts(dpi_);
   SetIcons();
 }
 
@@ -107,6 +121,7 @@ void Win32Form::Build(const FormDefinition& definition) {
   for (const ControlDefinition& control : definition.controls) {
     std::unique_ptr<Component> component = Make(control);
     if (auto* made = dynamic_cast<Control*>(component.get())) tabs_.Append(control, *made);
+    if (auto* widget = dynamic_cast<Widget*>(component.get())) widgets_.push_back(widget);
     components_.push_back(std::move(component));
   }
   // Behind the controls that stand in it, wherever the table lists it.
@@ -158,6 +173,13 @@ Component& Win32Form::Find(std::string_view name) const {
     throw std::logic_error("form " + Name() + " has no " + std::string(name));
   }
   return **found;
+}
+
+// Not through a property of the window: looking for one is a call into another process on some
+// systems, and a list that is painted sends a notification for each row.
+Widget* Win32Form::WidgetOf(HWND window) const {
+  const auto found = std::ranges::find(widgets_, window, &Widget::Handle);
+  return found == widgets_.end() ? nullptr : *found;
 }
 
 void Win32Form::Load() {
@@ -220,9 +242,7 @@ void Win32Form::Close() {
   // Drivers must not find the windows of a form that is gone for the user.
   const HANDLE name = RemovePropW(Window(), L"Name");
   if (name) GlobalDeleteAtom(static_cast<ATOM>(reinterpret_cast<UINT_PTR>(name)));
-  for (const auto& component : components_) {
-    if (auto* widget = dynamic_cast<Widget*>(component.get())) widget->Unmark();
-  }
+  for (Widget* widget : widgets_) widget->Unmark();
 }
 
 std::u16string Win32Form::Caption() const {
@@ -295,7 +315,17 @@ void Win32Form::MakeTips() {
                               0, 0, 0, Window(), nullptr, GetModuleHandleW(nullptr), nullptr));
 }
 
+// The window of the tooltips hears every message of each control that has one, which would hold up
+// the form's first appearance.
+void Win32Form::PointerArrived() {
+  if (std::exchange(pointer_arrived_, true)) return;
+  for (const Widget* widget : widgets_) {
+    SetToolTipOf(widget->Handle(), widget->TheControl().ToolTip());
+  }
+}
+
 void Win32Form::SetToolTipOf(HWND control, const std::u16string& text) {
+  if (!pointer_arrived_) return;
   if (!tips_) {
     // A form without tooltips owns no window for them: owned windows keep a form from becoming
     // topmost on some systems.

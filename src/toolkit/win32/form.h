@@ -68,6 +68,8 @@ class Win32Form : public Form {
   // Handles a keyboard message of this form's windows that is not for the focused control alone:
   // shortcuts, tab, default and cancel buttons, access keys. False when it is.
   bool TranslateKey(MSG& message);
+  // The widget whose window this is, nullptr when it is none of this form's.
+  [[nodiscard]] Widget* WidgetOf(HWND window) const;
   void MoveFocus(Control& control);
   void PassFocusFrom(const Control& control);
   [[nodiscard]] bool HasFocus(const Control& control) const;
@@ -76,6 +78,8 @@ class Win32Form : public Form {
   // Gives the native focus to the control that had it last, or to the first tab stop.
   void TakeFocus();
   void SetToolTipOf(HWND control, const std::u16string& text);
+  // The pointer is over the form, so that a tooltip may be wanted from now on.
+  void PointerArrived();
   // The keyboard asked for the control's popup menu.
   void ContextMenuAskedFor(Control& control);
   // A modal form or dialog is open above this form.
@@ -98,6 +102,7 @@ class Win32Form : public Form {
   void Close() override;
 
   void CreateNativeWindow(const FormDefinition& definition);
+  void ChangeResolution(int dpi);
   void Build(const FormDefinition& definition);
   void MakeTips();
   [[nodiscard]] std::unique_ptr<Component> Make(const ControlDefinition& definition);
@@ -150,6 +155,7 @@ class Win32Form : public Form {
   UniqueWindow window_;
   UniqueWindow tips_;
   std::vector<std::unique_ptr<Component>> components_;
+  std::vector<Widget*> widgets_;  // the components that have windows
   std::unique_ptr<MenuSet> menus_;
   TabOrder tabs_;
   std::vector<Win32Timer*> timers_;
@@ -159,6 +165,7 @@ class Win32Form : public Form {
   bool placed_ = false;  // a place was set, so the first Show does not choose one
   bool enabled_ = true;
   bool in_popup_ = false;
+  bool pointer_arrived_ = false;
   const Control* popup_at_ = nullptr;  // where the keyboard asked for a popup menu
   int blocked_ = 0;
   int locks_ = 0;

@@ -1,6 +1,8 @@
 // What a form's window does with its messages, one function each.
 
+#include "toolkit/win32/dpi.h"
 #include "toolkit/win32/form.h"
+#include "toolkit/win32/icons.h"
 #include "toolkit/win32/scale.h"
 #include "toolkit/win32/system.h"
 #include "toolkit/win32/timer.h"
@@ -36,6 +38,12 @@ const wchar_t* Win32Form::WindowClass() {
     native.lpfnWndProc = Procedure;
     native.hInstance = GetModuleHandleW(nullptr);
     native.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    // Of the class rather than of each window, which would have to tell the window manager.
+    const int dpi = Screens().SystemDpi();
+    static const UniqueIcon large = DrawIconPicture(Icon::kApplication, ToDots(32, dpi));
+    static const UniqueIcon small = DrawIconPicture(Icon::kApplication, SmallIconSize(dpi));
+    native.hIcon = large.Get();
+    native.hIconSm = small.Get();
     native.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
     native.lpszClassName = L"DeclariumForm";
     RegisterClassExW(&native);
@@ -63,7 +71,7 @@ std::optional<LRESULT> Win32Form::OnCommand(WPARAM wparam, LPARAM lparam) {
     if (Win32MenuItem* item = menus_->WithId(LOWORD(wparam))) item->on_click.Raise();
     return 0;
   }
-  Widget* widget = Widget::Of(reinterpret_cast<HWND>(lparam));
+  Widget* widget = WidgetOf(reinterpret_cast<HWND>(lparam));
   if (auto* toolbar = dynamic_cast<Win32Toolbar*>(widget)) {
     toolbar->OnButton(LOWORD(wparam));
   } else if (widget) {
@@ -74,7 +82,7 @@ std::optional<LRESULT> Win32Form::OnCommand(WPARAM wparam, LPARAM lparam) {
 
 std::optional<LRESULT> Win32Form::OnNotify(WPARAM, LPARAM lparam) {
   auto& header = *reinterpret_cast<NMHDR*>(lparam);
-  Widget* widget = Widget::Of(header.hwndFrom);
+  Widget* widget = WidgetOf(header.hwndFrom);
   return widget ? widget->OnNotify(header) : std::nullopt;
 }
 
@@ -140,13 +148,9 @@ std::optional<LRESULT> Win32Form::OnControlColour(WPARAM wparam, LPARAM) {
 }
 
 std::optional<LRESULT> Win32Form::OnDpiChanged(WPARAM wparam, LPARAM lparam) {
-  dpi_ = HIWORD(wparam);
-  fonts_ = Fonts(dpi_);
+  ChangeResolution(HIWORD(wparam));
   UniqueImageList old = std::exchange(pictures_, {});
-  SetIcons();
-  for (const auto& component : components_) {
-    if (auto* widget = dynamic_cast<Widget*>(component.get())) widget->OnResolutionChanged();
-  }
+  for (Widget* widget : widgets_) widget->OnResolutionChanged();
   const RECT& wanted = *reinterpret_cast<const RECT*>(lparam);
   last_inner_ = {-1, -1};
   SetWindowPos(Window(), nullptr, wanted.left, wanted.top, wanted.right - wanted.left,
@@ -156,11 +160,9 @@ std::optional<LRESULT> Win32Form::OnDpiChanged(WPARAM wparam, LPARAM lparam) {
 }
 
 std::optional<LRESULT> Win32Form::OnSettingsChanged(WPARAM wparam, LPARAM lparam) {
-  for (const auto& component : components_) {
-    if (auto* widget = dynamic_cast<Widget*>(component.get())) {
-      SendMessageW(widget->Handle(), WM_SYSCOLORCHANGE, wparam, lparam);
-      InvalidateRect(widget->Handle(), nullptr, TRUE);
-    }
+  for (const Widget* widget : widgets_) {
+    SendMessageW(widget->Handle(), WM_SYSCOLORCHANGE, wparam, lparam);
+    InvalidateRect(widget->Handle(), nullptr, TRUE);
   }
   InvalidateRect(Window(), nullptr, TRUE);
   return std::nullopt;

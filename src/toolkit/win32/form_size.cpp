@@ -73,14 +73,6 @@ void Win32Form::RaiseResizeIfChanged() {
   on_resize.Raise();
 }
 
-Size Win32Form::OuterDots(Size inner) const {
-  RECT outer = ToDots(Rect{0, 0, inner.width, inner.height}, dpi_);
-  Screens().AddBorders(outer, static_cast<DWORD>(GetWindowLongW(Window(), GWL_STYLE)),
-                       static_cast<DWORD>(GetWindowLongW(Window(), GWL_EXSTYLE)), menus_->HasBar(),
-                       dpi_);
-  return {static_cast<int>(outer.right - outer.left), static_cast<int>(outer.bottom - outer.top)};
-}
-
 void Win32Form::ChoosePlace(const Form* owner) {
   const auto* before = dynamic_cast<const Win32Form*>(owner);
   const bool on_owner = start_ == StartPosition::kCentreOwner && before && before->Visible();
@@ -92,9 +84,10 @@ void Win32Form::ChoosePlace(const Form* owner) {
   if (start_ != StartPosition::kSystem) {
     place = {(around.left + around.right - width) / 2, (around.top + around.bottom - height) / 2};
   }
-  SetWindowPos(Window(), nullptr,
-               std::clamp(place.x, work.left, std::max(work.left, work.right - width)),
-               std::clamp(place.y, work.top, std::max(work.top, work.bottom - height)), 0, 0,
+  place = {std::clamp(place.x, work.left, std::max(work.left, work.right - width)),
+           std::clamp(place.y, work.top, std::max(work.top, work.bottom - height))};
+  if (place.x == own.left && place.y == own.top) return;
+  SetWindowPos(Window(), nullptr, place.x, place.y, 0, 0,
                SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 

@@ -22,6 +22,9 @@ Win32ListView::Win32ListView(Win32Form& form, const ControlDefinition& definitio
                     WS_CLIPSIBLINGS | LVS_REPORT | LVS_NOCOLUMNHEADER | LVS_SINGLESEL |
                         LVS_SHOWSELALWAYS | LVS_OWNERDATA | LVS_SHAREIMAGELISTS,
                     WS_EX_CLIENTEDGE}) {
+  // The control would look after its scroll bars at each of these steps.
+  Send(WM_SETREDRAW, FALSE);
+  column_width_ = definition.bounds.width - 20;
   LVCOLUMNW column{};
   column.mask = LVCF_WIDTH;
   column.cx = ToDots(column_width_, Dpi());
@@ -29,13 +32,13 @@ Win32ListView::Win32ListView(Win32Form& form, const ControlDefinition& definitio
   Send(LVM_SETEXTENDEDLISTVIEWSTYLE, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER,
        LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER);
   Send(LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(form.SmallPictures()));
-  SetColumnWidth(definition.bounds.width - 20);
+  Send(WM_SETREDRAW, TRUE);
 }
 
 void Win32ListView::OnResolutionChanged() {
   Win32Control::OnResolutionChanged();
   Send(LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(TheForm().SmallPictures()));
-  SetColumnWidth(column_width_);
+  ShowColumnWidth();
 }
 
 void Win32ListView::Insert(int position, const ListEntry& entry) {
@@ -126,8 +129,13 @@ int Win32ListView::HitTest(Point at) const {
 }
 
 void Win32ListView::SetColumnWidth(int width) {
+  if (width == column_width_) return;
   column_width_ = width;
-  Send(LVM_SETCOLUMNWIDTH, 0, ToDots(width, Dpi()));
+  ShowColumnWidth();
+}
+
+void Win32ListView::ShowColumnWidth() {
+  Send(LVM_SETCOLUMNWIDTH, 0, ToDots(column_width_, Dpi()));
 }
 
 void Win32ListView::Refresh() {
@@ -244,7 +252,7 @@ void Win32ListView::EndDrag(LPARAM dots) {
   POINT at{GET_X_LPARAM(dots), GET_Y_LPARAM(dots)};
   ClientToScreen(Handle(), &at);
   const HWND under = WindowFromPoint(at);
-  Widget* widget = Of(under);
+  const Widget* widget = TheForm().WidgetOf(under);
   if (!widget || &widget->TheControl() != drag_target_ || position > Count()) return;
   ScreenToClient(under, &at);
   drag_target_->on_drop.Raise(Drop{

@@ -46,11 +46,12 @@ class Win32ListView : public Win32Control<ListView> {
   void Synchronize() const;
   [[nodiscard]] bool ScrollBarChanges() const;
   void ShowSelected() const;
+  void ShowColumnWidth();
   void SetState(int position, UINT state) const;
 
   EntryList entries_;
   mutable int marked_ = -1;  // the entry that the native control shows as selected
-  int column_width_ = 100;
+  int column_width_;
   mutable bool behind_ = false;         // the native control does not know the list as it is
   mutable bool synchronizing_ = false;  // native selection changes are not the user's
   Control* drag_target_ = nullptr;

@@ -55,13 +55,13 @@ MenuSet::MenuSet(const FormDefinition& definition,
     path.resize(static_cast<std::size_t>(menu.level));
     Win32MenuItem* parent = path.empty() ? nullptr : path.back();
     const bool in_bar = !parent && menu.in_menu_bar;
-    has_bar_ = has_bar_ || in_bar;
     const HMENU in = parent ? MenuBelow(parent) : (in_bar ? bar_ : popups_).Get();
     const UINT position = static_cast<UINT>(GetMenuItemCount(in));
     AppendMenuW(in, MF_STRING, kFirstId + items_.size(), L"");
     auto item = std::make_unique<Win32MenuItem>(menu, parent, in, position);
     item->Show();
     items_.push_back(item.get());
+    if (in_bar) in_bar_.push_back(item.get());
     path.push_back(item.get());
     components.push_back(std::move(item));
   }
@@ -72,12 +72,12 @@ HMENU MenuSet::MenuBelow(Win32MenuItem* parent) {
   return parent->Opens();
 }
 
-void MenuSet::Attach(HWND window) {
-  if (!has_bar_) return;
-  for (Win32MenuItem* item : items_) {
-    if (item->in_ == bar_.Get()) item->bar_ = window;
-  }
-  SetMenu(window, bar_.Release());
+HMENU MenuSet::ReleaseBar() {
+  return HasBar() ? bar_.Release() : nullptr;
+}
+
+void MenuSet::ShowIn(HWND window) {
+  for (Win32MenuItem* item : in_bar_) item->bar_ = window;
 }
 
 Win32MenuItem* MenuSet::WithId(UINT id) const {

@@ -50,9 +50,11 @@ class MenuSet {
   // Appends the entries to `components`, in the table's order.
   MenuSet(const FormDefinition& definition, std::vector<std::unique_ptr<Component>>& components);
 
-  // Sets the menu bar into the window; the window owns it from then on.
-  void Attach(HWND window);
-  [[nodiscard]] bool HasBar() const { return has_bar_; }
+  // The menu bar, nullptr when there is none; the window that is made with it owns it.
+  [[nodiscard]] HMENU ReleaseBar();
+  // The window that the menu bar is in.
+  void ShowIn(HWND window);
+  [[nodiscard]] bool HasBar() const { return !in_bar_.empty(); }
   [[nodiscard]] Win32MenuItem* WithId(UINT id) const;
   [[nodiscard]] Win32MenuItem* Opening(HMENU menu) const;
   [[nodiscard]] Win32MenuItem* WithShortcut(int key, const Modifiers& modifiers) const;
@@ -63,7 +65,7 @@ class MenuSet {
 
   UniqueMenu bar_{CreateMenu()};
   UniqueMenu popups_{CreateMenu()};  // holds the popup menus, is never shown
-  bool has_bar_ = false;
+  std::vector<Win32MenuItem*> in_bar_;
   std::vector<Win32MenuItem*> items_;
 };
 

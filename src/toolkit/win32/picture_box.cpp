@@ -106,6 +106,8 @@ std::optional<LRESULT> Win32PictureBox::OnMessage(UINT message, WPARAM wparam, L
       return 0;
     case WM_ERASEBKGND:
       return 1;
+    case WM_NCPAINT:  // it has no border
+      return 0;
     case WM_GETDLGCODE:
       return DLGC_WANTARROWS | DLGC_WANTCHARS;
     case WM_LBUTTONDOWN:

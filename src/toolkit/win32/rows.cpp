@@ -6,7 +6,6 @@ namespace declarium::win32 {
 
 namespace {
 
-constexpr int kDropDownHeight = 240;
 constexpr int kComboBorders = 6;  // around the closed combo box's text, in dots
 
 }  // namespace
@@ -63,7 +62,6 @@ Win32ComboBox::Win32ComboBox(Win32Form& form, const ControlDefinition& definitio
     : Win32Rows(form, definition, {L"COMBOBOX", WS_VSCROLL | WS_CLIPSIBLINGS | CBS_DROPDOWNLIST},
                 kComboBoxMessages) {
   FitHeight();
-  Place(definition.bounds);
 }
 
 void Win32ComboBox::OnResolutionChanged() {
@@ -74,12 +72,6 @@ void Win32ComboBox::OnResolutionChanged() {
 void Win32ComboBox::FitHeight() {
   const int height = ToDots(PlacedAt().height, Dpi()) - kComboBorders;
   Send(CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), height);
-}
-
-RECT Win32ComboBox::NativeBounds() const {
-  Rect bounds = PlacedAt();
-  bounds.height += kDropDownHeight;  // the native height counts the opened list
-  return ToDots(bounds, Dpi());
 }
 
 }  // namespace declarium::win32

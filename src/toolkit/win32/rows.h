@@ -82,7 +82,6 @@ class Win32ComboBox : public Win32Rows<ComboBox> {
   void OnResolutionChanged() override;
 
  private:
-  [[nodiscard]] RECT NativeBounds() const override;
   void FitHeight();
 };
 

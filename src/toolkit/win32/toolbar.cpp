@@ -19,29 +19,27 @@ Win32Toolbar::Win32Toolbar(Win32Form& form, const ControlDefinition& definition)
 
 void Win32Toolbar::LoadPictures() {
   const int size = SmallIconSize(Dpi());
-  UniqueImageList normal = DrawImageList(size);
   UniqueImageList disabled = DrawImageList(size, Look::kDisabled);
   Send(TB_SETBITMAPSIZE, 0, MAKELPARAM(size, size));
-  Send(TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(normal.Get()));
+  Send(TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(TheForm().SmallPictures()));
   Send(TB_SETDISABLEDIMAGELIST, 0, reinterpret_cast<LPARAM>(disabled.Get()));
   const int side = ToDots(24, Dpi());
   Send(TB_SETBUTTONSIZE, 0, MAKELPARAM(side, side));
-  normal_ = std::move(normal);
   disabled_ = std::move(disabled);
 }
 
 void Win32Toolbar::AddButtons() {
-  int id = 0;
+  std::vector<TBBUTTON> natives;
   for (const ToolbarButtonDefinition& button : buttons_) {
-    TBBUTTON native{};
-    native.idCommand = id++;
+    TBBUTTON& native = natives.emplace_back();
+    native.idCommand = static_cast<int>(natives.size()) - 1;
     const bool gap = button.key.empty();
     native.fsStyle = gap ? BTNS_SEP : BTNS_BUTTON;
     native.iBitmap = gap ? 0 : static_cast<int>(button.icon);
     native.fsState = button.enabled ? TBSTATE_ENABLED : 0;
     tips_.emplace_back(button.tooltip);
-    Send(TB_ADDBUTTONSW, 1, reinterpret_cast<LPARAM>(&native));
   }
+  Send(TB_ADDBUTTONSW, natives.size(), reinterpret_cast<LPARAM>(natives.data()));
 }
 
 void Win32Toolbar::OnResolutionChanged() {

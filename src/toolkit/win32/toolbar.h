@@ -39,7 +39,6 @@ class Win32Toolbar : public Win32Control<Toolbar> {
   std::span<const ToolbarButtonDefinition> buttons_;
   ToolbarKeys keys_;
   std::vector<std::u16string> tips_;
-  UniqueImageList normal_;
   UniqueImageList disabled_;
 };
 

@@ -33,12 +33,11 @@ Win32Toolkit::Win32Toolkit() {
   InitCommonControlsEx(&classes);
   OleInitialize(nullptr);
   custom_colours_.fill(RGB(255, 255, 255));
-  clipboard_owner_.Reset(CreateWindowExW(0, L"STATIC", nullptr, 0, 0, 0, 0, 0, HWND_MESSAGE,
-                                         nullptr, GetModuleHandleW(nullptr), nullptr));
 }
 
 Win32Toolkit::~Win32Toolkit() {
   to_destroy_.clear();
+  assistance_.reset();
   OleUninitialize();
 }
 

@@ -4,9 +4,11 @@
 #include <array>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "toolkit/toolkit.h"
+#include "toolkit/win32/assistance.h"
 #include "toolkit/win32/system.h"
 #include "toolkit/win32/unique_handle.h"
 
@@ -61,6 +63,8 @@ class Win32Toolkit : public Toolkit {
   // Shows the program's pointer or, when that is the default, `own`. False when both are default.
   [[nodiscard]] bool ShowPointer(MousePointer own) const;
 
+  [[nodiscard]] Assistance& TheAssistance() { return *assistance_; }
+
   void BeginModal() { ++open_dialogs_; }
   void EndModal() { --open_dialogs_; }
   // The focused control is going away; no event.
@@ -70,6 +74,7 @@ class Win32Toolkit : public Toolkit {
   // Waits for a message and handles it.
   void HandleNext();
   void Dispatch(MSG& message);
+  [[nodiscard]] HWND ClipboardOwner() const;
   // The window that dialogs stand in front of.
   [[nodiscard]] HWND OwnerWindow() const;
 
@@ -79,7 +84,9 @@ class Win32Toolkit : public Toolkit {
   Control* focused_ = nullptr;
   MousePointer pointer_ = MousePointer::kDefault;
   std::array<COLORREF, 16> custom_colours_;
-  UniqueWindow clipboard_owner_;  // not shown
+  // Not shown, and made for the first use of the clipboard.
+  mutable UniqueWindow clipboard_owner_;
+  std::optional<Assistance> assistance_{std::in_place};  // gone before the use of COM ends
   int open_dialogs_ = 0;
   std::optional<int> exit_code_;
   std::vector<std::shared_ptr<void>> to_destroy_;

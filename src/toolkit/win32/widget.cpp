@@ -1,6 +1,5 @@
 #include "toolkit/win32/widget.h"
 
-#include "toolkit/win32/assistance.h"
 #include "toolkit/win32/form.h"
 #include "toolkit/win32/scale.h"
 #include "toolkit/win32/system.h"
@@ -10,8 +9,6 @@
 namespace declarium::win32 {
 
 namespace {
-
-constexpr const wchar_t* kWidgetProperty = L"DeclariumWidget";
 
 std::u16string NameOf(const Component& component) {
   return {component.Name().begin(), component.Name().end()};
@@ -67,19 +64,17 @@ Widget::Widget(Win32Form& form, Control& control, const ControlDefinition& defin
   SetWindowLongPtrW(Handle(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
   native_ = reinterpret_cast<WNDPROC>(
       SetWindowLongPtrW(Handle(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(Procedure)));
-  SetPropW(Handle(), kWidgetProperty, this);
   Mark();
-  ApplyFont();
+  ApplyFont(FALSE);
   if (named_for_assistance_) {
-    NameForAssistance(Handle(), std::u16string(definition.accessible_name));
+    form_.TheToolkit().TheAssistance().Name(Handle(), std::u16string(definition.accessible_name));
   }
 }
 
 Widget::~Widget() {
-  if (named_for_assistance_) ForgetNameForAssistance(Handle());
+  if (named_for_assistance_) form_.TheToolkit().TheAssistance().Forget(Handle());
   // The procedure stays, since a tooltip's may stand before it.
   SetWindowLongPtrW(Handle(), GWLP_USERDATA, 0);
-  RemovePropW(Handle(), kWidgetProperty);
   Unmark();
 }
 
@@ -93,32 +88,29 @@ void Widget::Unmark() {
   if (name) GlobalDeleteAtom(static_cast<ATOM>(reinterpret_cast<UINT_PTR>(name)));
 }
 
-Widget* Widget::Of(HWND window) {
-  return static_cast<Widget*>(GetPropW(window, kWidgetProperty));
-}
-
 int Widget::Dpi() const {
   return form_.Dpi();
 }
 
-void Widget::ApplyFont() {
-  Send(WM_SETFONT, reinterpret_cast<WPARAM>(form_.TheFonts().Get(font_)), TRUE);
-}
-
-RECT Widget::NativeBounds() const {
-  return ToDots(bounds_, Dpi());
+void Widget::ApplyFont(BOOL repaint) {
+  Send(WM_SETFONT, reinterpret_cast<WPARAM>(form_.TheFonts().Get(font_)), repaint);
 }
 
 void Widget::Place(const Rect& bounds) {
+  if (bounds == bounds_) return;
   bounds_ = bounds;
-  const RECT place = NativeBounds();
+  PutInPlace();
+}
+
+void Widget::PutInPlace() {
+  const RECT place = ToDots(bounds_, Dpi());
   SetWindowPos(Handle(), nullptr, place.left, place.top, place.right - place.left,
                place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void Widget::OnResolutionChanged() {
-  ApplyFont();
-  Place(bounds_);
+  ApplyFont(TRUE);
+  PutInPlace();
 }
 
 Point Widget::ToPoint(LPARAM dots) const {
@@ -211,6 +203,7 @@ std::optional<LRESULT> Widget::OnChar(WPARAM wparam, LPARAM lparam) {
 }
 
 std::optional<LRESULT> Widget::OnSetCursor(WPARAM, LPARAM lparam) {
+  form_.PointerArrived();
   if (LOWORD(lparam) != HTCLIENT) return std::nullopt;
   if (!form_.TheToolkit().ShowPointer(control_->Pointer())) return std::nullopt;
   return TRUE;

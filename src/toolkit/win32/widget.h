@@ -40,9 +40,6 @@ class Widget {
   void Mark();
   void Unmark();
 
-  // The widget whose window this is, nullptr when it is none's.
-  static Widget* Of(HWND window);
-
  protected:
   Widget(Win32Form& form, Control& control, const ControlDefinition& definition,
          const NativeClass& native);
@@ -55,8 +52,6 @@ class Widget {
   // Bounds in pixels at 96 dpi.
   void Place(const Rect& bounds);
   [[nodiscard]] const Rect& PlacedAt() const { return bounds_; }
-  // Where the native window goes, in dots.
-  [[nodiscard]] virtual RECT NativeBounds() const;
   [[nodiscard]] Point ToPoint(LPARAM dots) const;
   [[nodiscard]] MouseEvent MouseEventOf(MouseButton button, WPARAM keys, LPARAM dots) const;
 
@@ -89,7 +84,8 @@ class Widget {
   std::optional<LRESULT> OnDoubleClick(WPARAM, LPARAM);
 
   std::optional<LRESULT> AskForContextMenu();
-  void ApplyFont();
+  void ApplyFont(BOOL repaint);
+  void PutInPlace();
 
   Win32Form& form_;
   Control* control_;
