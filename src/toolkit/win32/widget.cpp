@@ -209,30 +209,36 @@ std::optional<LRESULT> Widget::OnSetCursor(WPARAM, LPARAM lparam) {
   return TRUE;
 }
 
+// Whether the keys of the event are held is asked for only when somebody listens.
+void Widget::RaiseMouse(const Event<const MouseEvent&>& event, MouseButton button, WPARAM keys,
+                        LPARAM dots) const {
+  if (event.HasHandler()) event.Raise(MouseEventOf(button, keys, dots));
+}
+
 std::optional<LRESULT> Widget::OnMouseMove(WPARAM wparam, LPARAM lparam) {
-  control_->on_mouse_move.Raise(MouseEventOf(HeldButton(wparam), wparam, lparam));
+  RaiseMouse(control_->on_mouse_move, HeldButton(wparam), wparam, lparam);
   return std::nullopt;
 }
 
 std::optional<LRESULT> Widget::OnLeftDown(WPARAM wparam, LPARAM lparam) {
-  control_->on_mouse_down.Raise(MouseEventOf(MouseButton::kLeft, wparam, lparam));
+  RaiseMouse(control_->on_mouse_down, MouseButton::kLeft, wparam, lparam);
   return std::nullopt;
 }
 
 std::optional<LRESULT> Widget::OnRightDown(WPARAM wparam, LPARAM lparam) {
-  control_->on_mouse_down.Raise(MouseEventOf(MouseButton::kRight, wparam, lparam));
+  RaiseMouse(control_->on_mouse_down, MouseButton::kRight, wparam, lparam);
   return std::nullopt;
 }
 
 std::optional<LRESULT> Widget::OnLeftUp(WPARAM wparam, LPARAM lparam) {
   const LRESULT result = PassOn(WM_LBUTTONUP, wparam, lparam);
-  control_->on_mouse_up.Raise(MouseEventOf(MouseButton::kLeft, wparam, lparam));
+  RaiseMouse(control_->on_mouse_up, MouseButton::kLeft, wparam, lparam);
   return result;
 }
 
 std::optional<LRESULT> Widget::OnRightUp(WPARAM wparam, LPARAM lparam) {
   const LRESULT result = PassOn(WM_RBUTTONUP, wparam, lparam);
-  control_->on_mouse_up.Raise(MouseEventOf(MouseButton::kRight, wparam, lparam));
+  RaiseMouse(control_->on_mouse_up, MouseButton::kRight, wparam, lparam);
   return result;
 }
 

@@ -84,6 +84,8 @@ class Widget {
   std::optional<LRESULT> OnDoubleClick(WPARAM, LPARAM);
 
   std::optional<LRESULT> AskForContextMenu();
+  void RaiseMouse(const Event<const MouseEvent&>& event, MouseButton button, WPARAM keys,
+                  LPARAM dots) const;
   void ApplyFont(BOOL repaint);
   void PutInPlace();
 
