@@ -1,10 +1,13 @@
-// What only real windows have: the mouse's capture, tooltips, lists that drop down, the clipboard's
-// memory, the user's colour scheme, systems of other versions.
+// What only real windows have: the mouse's capture, tooltips, lists that drop down, what native
+// controls know when, the clipboard's memory, the user's colour scheme, systems of other versions.
 #include <algorithm>
 #include <array>
+#include <memory>
 #include <string_view>
 
 #include "toolkit/contract.h"
+#include "toolkit/list_view.h"
+#include "toolkit/progress_bar.h"
 #include "toolkit/rich_text.h"
 #include "toolkit/win32/clipboard.h"
 #include "toolkit/win32/dpi.h"
@@ -142,6 +145,44 @@ TEST_F(Win32Window, ADroppedListShowsFifteenRowsWithoutScrolling) {
   SendMessageW(window, CB_SHOWDROPDOWN, FALSE, 0);
   EXPECT_GT(last.bottom, last.top);
   EXPECT_LE(last.bottom, opened.bottom);
+}
+
+TEST_F(Win32Window, AProgressBarShowsItsLastValueWhenEventsAreHandled) {
+  auto& bar = Get<ProgressBar>("PB");
+  const auto shown = [&] {
+    toolkit().ProcessPendingEvents();
+    return SendMessageW(WindowOf(bar), PBM_GETPOS, 0, 0);
+  };
+  for (int value = 0; value <= 40; ++value) bar.SetValue(value);
+  EXPECT_EQ(shown(), 40);
+  bar.SetValue(60);
+  bar.SetValue(40);
+  EXPECT_EQ(shown(), 40);
+  bar.SetMaximum(30);
+  EXPECT_EQ(shown(), 30);
+  bar.SetMaximum(100);
+  bar.SetValue(31);
+  EXPECT_EQ(shown(), 31);
+  bar.SetValue(0);
+  EXPECT_EQ(shown(), 0);
+}
+
+class TwoEntries : public ListEntries {
+ public:
+  [[nodiscard]] int Count() const override { return 2; }
+  [[nodiscard]] ListEntry At(int position) const override { return {u"Entry", position}; }
+};
+
+TEST_F(Win32Window, AListKnowsItsEntriesWhenEventsAreHandledAndThoseKeptElsewhereAtOnce) {
+  auto& view = Get<ListView>("View1");
+  const auto known = [&] { return SendMessageW(WindowOf(view), LVM_GETITEMCOUNT, 0, 0); };
+  view.Clear();
+  view.ShowEntries(std::make_unique<TwoEntries>());
+  EXPECT_EQ(known(), 2);
+  view.Clear();
+  view.Append({u"Entry", 1});
+  toolkit().ProcessPendingEvents();
+  EXPECT_EQ(known(), 1);
 }
 
 TEST_F(Win32Window, TheClipboardsTextHasAnOwnerInThisProgram) {

@@ -13,7 +13,9 @@ class Win32Captioned : public Win32Control<Base> {
       : Win32Control<Base>(form, definition, native) {}
 
   [[nodiscard]] std::u16string Caption() const override { return WindowText(this->Handle()); }
+  // The window paints a caption that it is given, even the one that it has.
   void SetCaption(std::u16string_view caption) override {
+    if (caption == Caption()) return;
     SetWindowTextW(this->Handle(), Wide(std::u16string(caption)));
   }
   // A changed caption is painted or marked for painting by the window itself.

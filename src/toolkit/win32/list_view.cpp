@@ -48,7 +48,8 @@ void Win32ListView::Insert(int position, const ListEntry& entry) {
 
 void Win32ListView::ShowEntries(std::unique_ptr<const ListEntries> entries) {
   entries_.Show(std::move(entries));
-  ListChanged();
+  behind_ = true;
+  Synchronize();
 }
 
 void Win32ListView::Remove(int position) {
@@ -62,8 +63,10 @@ void Win32ListView::Clear() {
 }
 
 void Win32ListView::ListChanged() {
-  if (!behind_) PostMessageW(Handle(), kSynchronize, 0, 0);
   behind_ = true;
+  if (posted_) return;
+  posted_ = true;
+  PostMessageW(Handle(), kSynchronize, 0, 0);
 }
 
 void Win32ListView::Synchronize() const {
@@ -192,6 +195,7 @@ void Win32ListView::ItemChanged(const NMLISTVIEW& change) {
 std::optional<LRESULT> Win32ListView::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
   switch (message) {
     case kSynchronize:
+      posted_ = false;
       Synchronize();
       return 0;
     // The native control would wait for the release inside the press, and would give up the

@@ -53,6 +53,7 @@ class Win32ListView : public Win32Control<ListView> {
   mutable int marked_ = -1;  // the entry that the native control shows as selected
   int column_width_;
   mutable bool behind_ = false;         // the native control does not know the list as it is
+  bool posted_ = false;                 // it will be told
   mutable bool synchronizing_ = false;  // native selection changes are not the user's
   Control* drag_target_ = nullptr;
   int pressed_ = -1;  // entry under the left button while it is held down

@@ -21,14 +21,16 @@ class Win32ProgressBar : public Win32Control<ProgressBar> {
     maximum_ = std::max(maximum, 0);
     painted_at_ = GetTickCount();
     Send(PBM_SETRANGE32, 0, maximum_);
-    SetValue(Value());
+    value_ = std::min(value_, maximum_);
+    shown_ = std::min(shown_, maximum_);
     Synchronize();
   }
   [[nodiscard]] int Value() const override { return value_; }
   void SetValue(int value) override {
     value_ = std::clamp(value, 0, maximum_);
-    if (!behind_) PostMessageW(Handle(), kSynchronize, 0, 0);
-    behind_ = true;
+    if (value_ == shown_ || posted_) return;
+    posted_ = true;
+    PostMessageW(Handle(), kSynchronize, 0, 0);
   }
   // Painting each of many positions would take longer than most of the work that they tell of, so
   // those that follow too fast for the eye are left out; the last one is always shown in the end.
@@ -46,6 +48,7 @@ class Win32ProgressBar : public Win32Control<ProgressBar> {
 
   std::optional<LRESULT> OnMessage(UINT message, WPARAM wparam, LPARAM lparam) override {
     if (message != kSynchronize) return Win32Control::OnMessage(message, wparam, lparam);
+    posted_ = false;
     Synchronize();
     return 0;
   }
@@ -53,15 +56,16 @@ class Win32ProgressBar : public Win32Control<ProgressBar> {
   // The native control paints itself at every change that it is told of, so it is told when the
   // change is to be seen.
   void Synchronize() {
-    if (!behind_) return;
-    behind_ = false;
+    if (value_ == shown_) return;
+    shown_ = value_;
     Send(PBM_SETPOS, static_cast<WPARAM>(value_));
   }
 
   int maximum_ = 0;
   int value_ = 0;
   DWORD painted_at_ = 0;
-  bool behind_ = false;  // the native control does not know the value yet
+  int shown_ = 0;        // the value that the native control knows
+  bool posted_ = false;  // it will be told of a change
 };
 
 }  // namespace declarium::win32
