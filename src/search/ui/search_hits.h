@@ -4,6 +4,7 @@
 // hits do, whatever becomes of the library.
 #pragma once
 
+#include <utility>
 #include <vector>
 
 #include "database/database.h"
@@ -14,9 +15,16 @@ namespace declarium {
 
 class SearchHits : public ListEntries {
  public:
-  explicit SearchHits(const Database& searched) {
+  // The hits stand in `block`, which must outlive them and has its memory back when they go: memory
+  // fresh from the system costs more to fill than many hits cost to find.
+  SearchHits(const Database& searched, std::vector<SearchHit>& block)
+      : block_(block), hits_(std::move(block)) {
+    hits_.clear();
     for (const auto kind : kKinds) texts_.KeepArenasOf(searched[kind].names);
   }
+  ~SearchHits() override { block_ = std::move(hits_); }
+  SearchHits(const SearchHits&) = delete;
+  SearchHits& operator=(const SearchHits&) = delete;
 
   // Room for this many, so that adding them moves none.
   void Reserve(std::size_t count) { hits_.reserve(count); }
@@ -29,6 +37,7 @@ class SearchHits : public ListEntries {
   }
 
  private:
+  std::vector<SearchHit>& block_;
   std::vector<SearchHit> hits_;
   StringList texts_;  // holds no entry, but what the names stand in
 };

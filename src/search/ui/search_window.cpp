@@ -20,6 +20,10 @@ constexpr int kLongList = 5'000;
 
 constexpr int kScrollBarWidth = 24;
 
+// From so many milliseconds on a search is a long one. Most are over before the eye would see their
+// pointer, and changing it twice takes longer than some of them.
+constexpr std::uint32_t kLongSearch = 100;
+
 class CountUp {
  public:
   explicit CountUp(int& count) : count_(count) { ++count_; }
@@ -46,21 +50,24 @@ std::array<CheckBox*, sizeof...(I)> FindChecks(const Form& form, std::index_sequ
 // once, and the rows, which nobody can use before the end, are handed over then, all together.
 class SearchWindow::Results : public SearchReceiver {
  public:
-  Results(SearchWindow& window, const Database& searched)
-      : window_(window), hits_(std::make_unique<SearchHits>(searched)) {}
+  Results(SearchWindow& window, const Database& searched) : window_(window), searched_(searched) {}
 
   void Begin(std::int32_t maximum) override {
     window_.PB_.SetMaximum(maximum);
     window_.PB_.SetValue(0);
     window_.ClearResults();
+    hits_ = std::make_unique<SearchHits>(searched_, window_.block_);
     // The maximum counts one item less for each kind.
     hits_->Reserve(static_cast<std::size_t>(maximum) + kKindCount);
-    hourglass_.emplace(window_.toolkit_);
+    begun_at_ = TickCount();
   }
   void Hit(const SearchHit& hit) override { hits_->Add(hit); }
   void Position(std::int32_t position) override {
     window_.PB_.SetValue(position);
     window_.PB_.Refresh();
+    if (!hourglass_ && TickCount() - begun_at_ >= kLongSearch) {
+      hourglass_.emplace(window_.toolkit_);
+    }
   }
   void Count(std::int32_t hits) override {
     window_.ShowCount(hits);
@@ -77,7 +84,9 @@ class SearchWindow::Results : public SearchReceiver {
 
  private:
   SearchWindow& window_;
+  const Database& searched_;
   std::unique_ptr<SearchHits> hits_;
+  std::uint32_t begun_at_ = 0;
   std::optional<HourglassPointer> hourglass_;
 };
 

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <memory>
+#include <vector>
 
 #include "search/find_check_box.h"
 #include "search/search_engine.h"
@@ -54,6 +55,7 @@ class SearchWindow {
   Toolkit& toolkit_;
   const SearchLinks& links_;
   WaitWindow& wait_;
+  std::vector<SearchHit> block_;  // what the hits of one search after the other stand in
   std::unique_ptr<Form> frmFind_;
   ListView& LV1_;
   ProgressBar& PB_;

@@ -70,6 +70,20 @@ inline Database SampleLibrary() {
   return library;
 }
 
+// A toolkit on which a search can take its time.
+class TimedToolkit : public headless::HeadlessToolkit {
+ public:
+  // From now on the clock goes on by this whenever it is read.
+  void PassTimeAtEachLook(std::uint32_t milliseconds) { at_each_look_ = milliseconds; }
+  [[nodiscard]] std::uint32_t TickCount() const override {
+    return HeadlessToolkit::TickCount() + (passed_ += at_each_look_);
+  }
+
+ private:
+  std::uint32_t at_each_look_ = 0;
+  mutable std::uint32_t passed_ = 0;
+};
+
 class SearchDialogTest : public ::testing::Test {
  protected:
   SearchDialogTest() : main_(toolkit_.CreateForm(kMainForm)) { main_->Show(); }
@@ -137,7 +151,7 @@ class SearchDialogTest : public ::testing::Test {
   }
   std::u16string CountLabel() { return Get<Label>("labCount").Caption(); }
 
-  headless::HeadlessToolkit toolkit_;
+  TimedToolkit toolkit_;
   headless::HeadlessUser user_{toolkit_};
   std::unique_ptr<Form> main_;
   Database library_ = SampleLibrary();

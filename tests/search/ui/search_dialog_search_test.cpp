@@ -177,11 +177,19 @@ TEST_F(SearchDialogTest, NothingIsSelectedAfterASearch) {
   EXPECT_EQ(LV1().Selected(), -1);
 }
 
-TEST_F(SearchDialogTest, TheHourglassIsShownForTheSearchOnly) {
+TEST_F(SearchDialogTest, TheHourglassIsShownUntilTheEndOfALongSearch) {
   Open();
+  toolkit_.PassTimeAtEachLook(20);
   Search("Text1", u"window");
   EXPECT_THAT(toolkit_.Pointers(), ElementsAre(MousePointer::kDefault, MousePointer::kHourglass,
                                                MousePointer::kDefault));
+}
+
+TEST_F(SearchDialogTest, AShortSearchLeavesThePointer) {
+  library_ = LargeLibrary(100'000);
+  Open();
+  Search("Text1", u"V");
+  EXPECT_THAT(toolkit_.Pointers(), ElementsAre(MousePointer::kDefault));
 }
 
 TEST_F(SearchDialogTest, ASecondClickWhileBusyDoesNothing) {
