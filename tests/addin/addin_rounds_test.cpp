@@ -2,32 +2,17 @@
 // behind. DECLARIUM_ROUNDS sets how often.
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 #include <vector>
 
 #include "addin/addin_fixture.h"
-#include "vbhost/process_resources.h"
+#include "host/rounds_growth.h"
 
 namespace declarium {
 namespace {
 
-int Rounds() {
-  const char* rounds = std::getenv("DECLARIUM_ROUNDS");
-  return rounds ? std::atoi(rounds) : 10;
-}
-
 long long MedianOf(std::vector<long long> times) {
   std::ranges::sort(times);
   return times[times.size() / 2];
-}
-
-struct Holdings {
-  long long handles = 0;
-  long long memory = 0;
-};
-
-Holdings HoldingsOf(DWORD process) {
-  return {vbhost::HandleCountOf(process), vbhost::MemoryOf(process)};
 }
 
 using AddInRoundsTest = AddInTest;
@@ -55,28 +40,7 @@ TEST_F(AddInRoundsTest, ManyRoundsLeaveNothingBehindInEitherProcess) {
       Disconnect(ide);
     }
   };
-  run(5);
-  const Holdings program_before = HoldingsOf(program);
-  const Holdings host_before = HoldingsOf(host);
-  const int rounds = Rounds();
-  run(rounds);
-  const Holdings program_after = HoldingsOf(program);
-  const Holdings host_after = HoldingsOf(host);
-  std::printf(
-      "rounds %d: program handles %lld to %lld, memory %lld to %lld; host handles %lld to %lld, "
-      "memory %lld to %lld\n",
-      rounds, program_before.handles, program_after.handles, program_before.memory,
-      program_after.memory, host_before.handles, host_after.handles, host_before.memory,
-      host_after.memory);
-  // The system's own threads for calls between processes come and go, each with handles and a
-  // stack; what a round leaves behind would add up.
-  constexpr long long kHandleNoise = 16;
-  constexpr long long kMemoryNoise = 8 << 20;
-  EXPECT_GT(program_before.handles, 0);
-  EXPECT_LE(program_after.handles, program_before.handles + kHandleNoise);
-  EXPECT_LE(host_after.handles, host_before.handles + kHandleNoise);
-  EXPECT_LE(program_after.memory, program_before.memory + kMemoryNoise);
-  EXPECT_LE(host_after.memory, host_before.memory + kMemoryNoise);
+  ExpectRoundsLeaveNothing(program, host, RoundsWanted(20), run);
   EXPECT_EQ(ide.Tell("controls"), "ok ");
   EXPECT_EQ(ide.Ask("sinks"), 0);
   EXPECT_TRUE(Eventually([&] { return ide.Ask("objects") == 0; }));
@@ -85,7 +49,7 @@ TEST_F(AddInRoundsTest, ManyRoundsLeaveNothingBehindInEitherProcess) {
 
 // Loading is the same work in both connections of a round; only the first does it.
 TEST_F(AddInRoundsTest, ConnectingAddsLittleToLoadingTheWindow) {
-  const int rounds = Rounds();
+  const int rounds = RoundsWanted(10);
   std::vector<long long> with_loading;
   std::vector<long long> without;
   for (int i = 0; i < rounds; ++i) {

@@ -4,7 +4,7 @@
 // The log is the file that the environment variable DECLARIUM_PROBE_LOG names, one event per line.
 // The text that "insert" inserts, and the answer to its question, come from the files
 // LOG.text and LOG.answer ("yes" or "no"); a file LOG.stay makes the main window answer that it may
-// stay, LOG.noload that it cannot be loaded.
+// stay, LOG.noload that it cannot be loaded. LOG.process gets the id of the process.
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -22,7 +22,6 @@
 #include "host/com/windows_face_clipboard.h"
 #include "host/host_sessions.h"
 #include "host/server_switches.h"
-#include "vbhost/process_resources.h"
 
 namespace declarium {
 namespace {
@@ -44,6 +43,9 @@ class Log {
   void Write(std::string_view line) const {
     std::ofstream(std::filesystem::path(LogPath()), std::ios::app | std::ios::binary)
         << line << "\n";
+  }
+  void WriteProcess() const {
+    std::ofstream(std::filesystem::path(LogPath() + L".process")) << GetCurrentProcessId();
   }
   [[nodiscard]] bool Has(const wchar_t* suffix) const {
     return std::filesystem::exists(LogPath() + suffix);
@@ -107,14 +109,6 @@ class LoggingWindow final : public MainWindowLink {
                                                "inserted"};
       log_.Write(kNames[static_cast<int>(*outcome)]);
     }
-    WriteResources();
-  }
-
-  // What the growth tests watch.
-  void WriteResources() {
-    std::ofstream(std::filesystem::path(LogPath() + L".resources"), std::ios::trunc)
-        << vbhost::HandleCountOf(GetCurrentProcessId()) << ' '
-        << vbhost::MemoryOf(GetCurrentProcessId());
   }
 
   Log log_;
@@ -125,6 +119,7 @@ class LoggingWindow final : public MainWindowLink {
 };
 
 int Serve() {
+  Log().WriteProcess();
   const com::ComApartment apartment;
   const com::BusyHostFilter filter;
   com::PostedCalls posted_calls;

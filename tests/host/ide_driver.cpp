@@ -148,7 +148,7 @@ ProbeLog::ProbeLog() {
 
 ProbeLog::~ProbeLog() {
   std::error_code ignored;
-  for (const char* suffix : {"", ".text", ".answer", ".stay", ".noload", ".resources"}) {
+  for (const char* suffix : {"", ".text", ".answer", ".stay", ".noload", ".process"}) {
     auto path = path_;
     std::filesystem::remove(path += suffix, ignored);
   }
@@ -167,6 +167,10 @@ int ProbeLog::Count(const std::string& line) const {
 
 bool ProbeLog::Comes(const std::string& line, int times) const {
   return Eventually([&] { return Count(line) >= times; });
+}
+
+DWORD ProbeLog::Process() const {
+  return static_cast<DWORD>(std::stoul(Get(".process")));
 }
 
 void ProbeLog::Set(const char* suffix, const std::string& text) const {

@@ -56,6 +56,8 @@ class ProbeLog {
   [[nodiscard]] std::vector<std::string> Lines() const;
   [[nodiscard]] int Count(const std::string& line) const;
   [[nodiscard]] bool Comes(const std::string& line, int times = 1) const;
+  // The id of the probe's process, which has answered a host already.
+  [[nodiscard]] DWORD Process() const;
   // Sets one of the files beside the log.
   void Set(const char* suffix, const std::string& text) const;
   [[nodiscard]] std::string Get(const char* suffix) const;

@@ -6,7 +6,6 @@
 #include <windows.h>
 
 #include "basic/text.h"
-#include "vbhost/process_resources.h"
 
 namespace declarium::vbhost {
 namespace {
@@ -368,8 +367,6 @@ void Commands::AddReportCommands() {
                           return Ok(count);
                         }};
   commands_["objects"] = {0, [](const Words&) { return Ok(ModelObject::count()); }};
-  commands_["handles"] = {0, [](const Words&) { return Ok(HandleCountOf(GetCurrentProcessId())); }};
-  commands_["memory"] = {0, [](const Words&) { return Ok(MemoryOf(GetCurrentProcessId())); }};
   commands_["process"] = {
       0, [](const Words&) { return Ok(static_cast<long long>(GetCurrentProcessId())); }};
 }

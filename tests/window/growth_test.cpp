@@ -19,6 +19,7 @@
 #include "app/main_window.h"
 #include "database/file_format.h"
 #include "shell/registry_store.h"
+#include "support/growth.h"
 #include "support/temporary_folder.h"
 #include "toolkit/win32/toolkit.h"
 #include "window/driven_lists.h"
@@ -52,6 +53,11 @@ long long HeapBlocks() {
 
 struct Counts {
   long long objects, blocks, gdi_objects, user_handles;
+
+  Counts operator-(const Counts& other) const {
+    return {objects - other.objects, blocks - other.blocks, gdi_objects - other.gdi_objects,
+            user_handles - other.user_handles};
+  }
 };
 
 // For a measurement of the system alone.
@@ -71,20 +77,12 @@ bool IsWithin(const Counts& growth, const Counts& system) {
 // Does something so many times.
 using Repeated = std::function<void(int times)>;
 
-// What `times` add, after a fifth as many that warm up. What the system makes once and keeps may
-// come late, so more than `system` counts only when three batches in a row add it.
-Counts GrowthBy(const Repeated& use, int times, const Counts& system) {
+// What `times` add, after a fifth as many that warm up.
+Counts GrowthByUse(const Repeated& use, int times, const Counts& system) {
   use(times / 5);
-  Counts growth{};
-  for (int batch = 0; batch < 3; ++batch) {
-    const Counts before = Look();
-    use(times);
-    const Counts after = Look();
-    growth = {after.objects - before.objects, after.blocks - before.blocks,
-              after.gdi_objects - before.gdi_objects, after.user_handles - before.user_handles};
-    if (IsWithin(growth, system)) break;
-  }
-  return growth;
+  return GrowthBy(
+      Look(), Look, [&] { use(times); },
+      [&](const Counts& growth) { return IsWithin(growth, system); });
 }
 
 std::string Library(std::u16string_view title) {
@@ -133,7 +131,7 @@ class Growth : public testing::Test {
   }
   [[nodiscard]] Counts GrowthInUse(const Repeated& use, int times, const Counts& system) {
     Counts growth{};
-    Use([&] { growth = GrowthBy(use, times, system); });
+    Use([&] { growth = GrowthByUse(use, times, system); });
     return growth;
   }
 
@@ -246,7 +244,7 @@ TEST_F(Growth, IsSeenForEachSortOfThing) {
   Counts growth{};
   Left left;
   left.objects.reserve(8);
-  Use([&] { growth = GrowthBy([&](int) { left.LeaveSome(); }, 1, kAnything); });
+  Use([&] { growth = GrowthByUse([&](int) { left.LeaveSome(); }, 1, kAnything); });
   EXPECT_EQ(growth.objects, 1);
   EXPECT_GE(growth.blocks, 2);
   EXPECT_GE(growth.gdi_objects, 3);
