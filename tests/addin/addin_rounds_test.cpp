@@ -40,7 +40,7 @@ TEST_F(AddInRoundsTest, ManyRoundsLeaveNothingBehindInEitherProcess) {
       Disconnect(ide);
     }
   };
-  ExpectRoundsLeaveNothing(program, host, RoundsWanted(20), run);
+  ExpectRoundsLeaveNothing(program, host, RoundsWanted(kEnoughRounds), run);
   EXPECT_EQ(ide.Tell("controls"), "ok ");
   EXPECT_EQ(ide.Ask("sinks"), 0);
   EXPECT_TRUE(Eventually([&] { return ide.Ask("objects") == 0; }));

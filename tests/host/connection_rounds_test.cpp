@@ -27,7 +27,7 @@ TEST_F(Connection, ManyRoundsLeaveNothingBehindInEitherProcess) {
     }
   };
   const auto host = static_cast<DWORD>(ide.Ask("process"));
-  ExpectRoundsLeaveNothing(log_.Process(), host, RoundsWanted(40), run);
+  ExpectRoundsLeaveNothing(log_.Process(), host, RoundsWanted(kEnoughRounds), run);
   EXPECT_EQ(ide.Tell("controls"), "ok ");
   EXPECT_EQ(ide.Ask("sinks"), 0);
   EXPECT_TRUE(Eventually([&] { return ide.Ask("objects") == 0; }));

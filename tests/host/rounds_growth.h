@@ -9,8 +9,11 @@ namespace declarium {
 // What the environment variable DECLARIUM_ROUNDS says, `otherwise` without it.
 [[nodiscard]] int RoundsWanted(int otherwise);
 
+// As many rounds as tell one handle or four kilobytes in each from what comes and goes.
+inline constexpr int kEnoughRounds = 40;
+
 // Expects that `rounds` leave neither a handle each nor a few kilobytes each in a process, after
-// ten that warm up, and prints what they do leave. The processes are named by their ids; `run` does
+// 20 that warm up, and prints what they do leave. The processes are named by their ids; `run` does
 // so many rounds and may fail fatally, which ends the measuring.
 void ExpectRoundsLeaveNothing(DWORD add_in, DWORD host, int rounds,
                               const std::function<void(int rounds)>& run);
