@@ -74,8 +74,11 @@ class SearchWindow::Results : public SearchReceiver {
     window_.labCount_.Refresh();
   }
   void End() override {
-    // The events of clearing the earlier results may have closed the dialog.
-    if (window_.IsOpen()) window_.LV1_.ShowEntries(std::move(hits_));
+    // The events of clearing the earlier results may have closed the dialog. The list is empty
+    // already, and without hits the block of memory goes back for the next search.
+    if (window_.IsOpen() && hits_->Count() > 0) {
+      window_.LV1_.ShowEntries(std::move(hits_));
+    }
     window_.PB_.SetValue(0);
     window_.LV1_.Select(-1);
     hourglass_.reset();
@@ -157,6 +160,7 @@ void SearchWindow::frmFind_Unload() {
     wait_.Show(owner_);
   }
   LV1_.Clear();
+  block_ = std::vector<SearchHit>();
 }
 
 bool SearchWindow::IsChecked(int number) const {
