@@ -44,8 +44,10 @@ struct FileView {
 // a temporary file in the same folder, is flushed and takes the old file's place in one step, so at
 // every moment the file is the old or the new one, whole; permissions and, on Windows, attributes
 // stay. Where the folder takes no new file, and where `path` is no ordinary file, it is written in
-// place. On an error the old file is unchanged, except after a failed write in place. Temporary
-// files that killed savers left in the folder go at the same time (database/begun_file.h).
+// place. A file that somebody else has open and does not let be replaced is waited for, for two
+// seconds at most. On an error the old file is unchanged, except after a failed write in place.
+// Temporary files that killed savers left in the folder go at the same time
+// (database/begun_file.h).
 [[nodiscard]] std::expected<void, Error> WriteWholeFile(const std::filesystem::path& path,
                                                         std::string_view bytes);
 

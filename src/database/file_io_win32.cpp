@@ -102,6 +102,33 @@ std::expected<void, Error> WriteInPlace(const fs::path& path, std::string_view b
   return {};
 }
 
+// Whether somebody has the file open and does not let it be replaced.
+bool IsInUse(const fs::path& path) {
+  const FileHandle file(::CreateFileW(path.c_str(), DELETE,
+                                      FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                      nullptr, OPEN_EXISTING, 0, nullptr));
+  return !file.IsOpen() && ::GetLastError() == ERROR_SHARING_VIOLATION;
+}
+
+// Virus scanners and search indexes read a file for a moment, which must not cost the user what is
+// being saved. A file in use is not tried: some systems leave a temporary file behind then.
+bool ReplaceOnceFree(const fs::path& replaced, const fs::path& temporary) {
+  constexpr ULONGLONG kLongestWait = 2000;  // milliseconds
+  const ULONGLONG end = ::GetTickCount64() + kLongestWait;
+  for (;;) {
+    if (!IsInUse(replaced) &&
+        ::ReplaceFileW(replaced.c_str(), temporary.c_str(), nullptr,
+                       REPLACEFILE_IGNORE_MERGE_ERRORS | REPLACEFILE_IGNORE_ACL_ERRORS, nullptr,
+                       nullptr)) {
+      return true;
+    }
+    const DWORD code = ::GetLastError();
+    const bool in_use = code == ERROR_SHARING_VIOLATION || code == ERROR_UNABLE_TO_REMOVE_REPLACED;
+    if (!in_use || ::GetTickCount64() >= end) return false;
+    ::Sleep(10);
+  }
+}
+
 bool PutInPlace(const fs::path& temporary, const fs::path& path, bool replaces) {
   if (!replaces) {
     return ::MoveFileExW(temporary.c_str(), path.c_str(),
@@ -110,9 +137,7 @@ bool PutInPlace(const fs::path& temporary, const fs::path& path, bool replaces) 
   // A name without a folder is not enough for some systems to find the replaced file's folder.
   std::error_code ignored;
   const auto replaced = fs::absolute(path, ignored);
-  return ::ReplaceFileW(replaced.c_str(), temporary.c_str(), nullptr,
-                        REPLACEFILE_IGNORE_MERGE_ERRORS | REPLACEFILE_IGNORE_ACL_ERRORS, nullptr,
-                        nullptr) != 0;
+  return ReplaceOnceFree(replaced, temporary);
 }
 
 // Replacing a file is several steps for the system, and two replacements that meet can leave a
