@@ -147,6 +147,28 @@ TEST_F(Win32Window, ADroppedListShowsFifteenRowsWithoutScrolling) {
   EXPECT_LE(last.bottom, opened.bottom);
 }
 
+// Counts the texts that a window is given.
+LRESULT CALLBACK CountTexts(HWND window, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR,
+                            DWORD_PTR count) {
+  if (message == WM_SETTEXT) ++*reinterpret_cast<int*>(count);
+  return DefSubclassProc(window, message, wparam, lparam);
+}
+
+TEST_F(Win32Window, ALabelIsGivenACaptionOnlyWhenItHasAnother) {
+  auto& label = Get<Label>("Label1");
+  int given = 0;
+  SetWindowSubclass(WindowOf(label), CountTexts, 1, reinterpret_cast<DWORD_PTR>(&given));
+  label.SetCaption(u"Found: 1");
+  label.SetCaption(u"Found: 1");
+  label.Refresh();
+  EXPECT_EQ(given, 1);
+  EXPECT_FALSE(GetUpdateRect(WindowOf(label), nullptr, FALSE));
+  label.SetCaption(u"Found: 2");
+  EXPECT_EQ(given, 2);
+  EXPECT_EQ(label.Caption(), u"Found: 2");
+  RemoveWindowSubclass(WindowOf(label), CountTexts, 1);
+}
+
 TEST_F(Win32Window, AProgressBarShowsItsLastValueWhenEventsAreHandled) {
   auto& bar = Get<ProgressBar>("PB");
   const auto shown = [&] {

@@ -1,6 +1,8 @@
 // Labels, frames, buttons and check boxes as native windows.
 #pragma once
 
+#include <utility>
+
 #include "toolkit/captioned.h"
 #include "toolkit/win32/control.h"
 
@@ -17,9 +19,16 @@ class Win32Captioned : public Win32Control<Base> {
   void SetCaption(std::u16string_view caption) override {
     if (caption == Caption()) return;
     SetWindowTextW(this->Handle(), Wide(std::u16string(caption)));
+    changed_ = true;
   }
-  // A changed caption is painted or marked for painting by the window itself.
-  void Refresh() override { UpdateWindow(this->Handle()); }
+  // A changed caption is painted or marked for painting by the window itself. Without one there is
+  // nothing to hurry for.
+  void Refresh() override {
+    if (std::exchange(changed_, false)) UpdateWindow(this->Handle());
+  }
+
+ private:
+  bool changed_ = false;  // since the last Refresh
 };
 
 class Win32Label : public Win32Captioned<Label> {
