@@ -9,7 +9,6 @@
 #include "basic/texts.h"
 #include "database/ui/file_messages.h"
 #include "search/ui/search_form.h"
-#include "search/ui/search_hits.h"
 
 namespace declarium {
 namespace {
@@ -160,7 +159,7 @@ void SearchWindow::frmFind_Unload() {
     wait_.Show(owner_);
   }
   LV1_.Clear();
-  block_ = std::vector<SearchHit>();
+  block_ = SearchHits::Block();
 }
 
 bool SearchWindow::IsChecked(int number) const {

@@ -3,11 +3,11 @@
 
 #include <array>
 #include <memory>
-#include <vector>
 
 #include "search/find_check_box.h"
 #include "search/search_engine.h"
 #include "search/ui/search_dialog.h"
+#include "search/ui/search_hits.h"
 #include "search/ui/wait_window.h"
 #include "toolkit/captioned.h"
 #include "toolkit/form.h"
@@ -55,7 +55,7 @@ class SearchWindow {
   Toolkit& toolkit_;
   const SearchLinks& links_;
   WaitWindow& wait_;
-  std::vector<SearchHit> block_;  // what the hits of one search after the other stand in
+  SearchHits::Block block_;  // what the hits of one search after the other stand in
   std::unique_ptr<Form> frmFind_;
   ListView& LV1_;
   ProgressBar& PB_;

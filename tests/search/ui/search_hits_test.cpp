@@ -13,7 +13,7 @@ Database LibraryOf(std::u16string_view name) {
 
 TEST(SearchHits, AHitIsAnEntryWithItsKindsIcon) {
   const auto library = LibraryOf(u"RECT");
-  std::vector<SearchHit> block;
+  SearchHits::Block block;
   SearchHits hits(library, block);
   hits.Add({library[Kind::kType].names[0], Kind::kType});
   EXPECT_EQ(hits.Count(), 1);
@@ -22,7 +22,7 @@ TEST(SearchHits, AHitIsAnEntryWithItsKindsIcon) {
 
 TEST(SearchHits, NamesStayWhenTheLibraryGoes) {
   auto library = LibraryOf(u"A_NAME_THAT_IS_LONGER_THAN_A_SHORT_STRING");
-  std::vector<SearchHit> block;
+  SearchHits::Block block;
   SearchHits hits(library, block);
   hits.Add({library[Kind::kType].names[0], Kind::kType});
   library = Database();
@@ -31,7 +31,7 @@ TEST(SearchHits, NamesStayWhenTheLibraryGoes) {
 
 TEST(SearchHits, TheNextHitsStandInTheMemoryOfTheEarlierOnesAndAreTheirOwn) {
   const auto library = LibraryOf(u"RECT");
-  std::vector<SearchHit> block;
+  SearchHits::Block block;
   {
     SearchHits earlier(library, block);
     earlier.Reserve(1'000);
