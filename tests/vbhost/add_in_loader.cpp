@@ -77,16 +77,20 @@ HRESULT AddInLoader::Connect(const std::u16string& prog_id, EntryInterface entri
   CLSID class_id{};
   HRESULT status = CLSIDFromProgID(com::Wide(prog_id).c_str(), &class_id);
   if (FAILED(status)) return status;
+  ComPtr<IClassFactory> factory;
+  status = CoGetClassObject(class_id, CLSCTX_LOCAL_SERVER, nullptr, IID_IClassFactory,
+                            reinterpret_cast<void**>(factory.Receive()));
+  if (FAILED(status)) return status;
   ComPtr<IUnknown> created;
-  status = CoCreateInstance(class_id, nullptr, CLSCTX_LOCAL_SERVER, IID_IUnknown,
-                            reinterpret_cast<void**>(created.Receive()));
+  status =
+      factory->CreateInstance(nullptr, IID_IUnknown, reinterpret_cast<void**>(created.Receive()));
   if (FAILED(status)) return status;
   const IID& wanted = entries == EntryInterface::kExtensibility2  ? kExtensibility2
                       : entries == EntryInterface::kExtensibility ? kExtensibility
                                                                   : IID_IDispatch;
   const auto add_in = created.Query<IDispatch>(wanted);
   if (!add_in) return E_NOINTERFACE;
-  add_ins_[prog_id] = add_in;
+  add_ins_[prog_id] = {factory, add_in};
   CustomArray custom;
   const auto begin = std::chrono::steady_clock::now();
   status = CallEntry(
@@ -101,7 +105,7 @@ HRESULT AddInLoader::Connect(const std::u16string& prog_id, EntryInterface entri
 HRESULT AddInLoader::Disconnect(const std::u16string& prog_id, int mode) {
   const auto found = add_ins_.find(prog_id);
   if (found == add_ins_.end()) return S_FALSE;
-  const auto add_in = found->second;
+  const auto add_in = found->second.entries;
   CustomArray custom;
   const HRESULT status = CallEntry(*add_in, 2, {custom.value(), Number(mode)});
   add_ins_.erase(prog_id);

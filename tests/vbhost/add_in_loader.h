@@ -37,8 +37,15 @@ class AddInLoader {
   [[nodiscard]] std::chrono::milliseconds connection_time() const { return connection_time_; }
 
  private:
+  // The factory is kept too, since interfaces that stay in use avoid a fault of Wine, see
+  // kept_interfaces.h.
+  struct AddIn {
+    ComPtr<IClassFactory> factory;
+    ComPtr<IDispatch> entries;
+  };
+
   ObjectModel& model_;
-  std::map<std::u16string, ComPtr<IDispatch>> add_ins_;
+  std::map<std::u16string, AddIn> add_ins_;
   std::chrono::milliseconds connection_time_{};
 };
 

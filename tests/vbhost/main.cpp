@@ -11,6 +11,7 @@
 #include "host/com/com_object.h"
 #include "vbhost/commands.h"
 #include "vbhost/ide_window.h"
+#include "vbhost/kept_interfaces.h"
 
 namespace declarium::vbhost {
 namespace {
@@ -95,6 +96,7 @@ void ReadLines(LineQueue& queue, HWND window) {
 
 int Run() {
   if (FAILED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) return 1;
+  KeepInterfacesInUse();
   Ide ide;
   for (const char16_t* name : {u"Standard", u"Add-Ins"}) {
     ide.bars.push_back(std::make_shared<Bar>());

@@ -1,0 +1,30 @@
+#include "vbhost/kept_interfaces.h"
+
+#include <ocidl.h>
+
+#include "host/com/com_object.h"
+#include "host/com/com_ptr.h"
+
+namespace declarium::vbhost {
+namespace {
+
+// Nobody gets to know it, so it is never called.
+class Uncalled final : public com::ComObject<IUnknown> {
+ private:
+  [[nodiscard]] void* Find(REFIID) noexcept override { return static_cast<IUnknown*>(this); }
+};
+
+}  // namespace
+
+void KeepInterfacesInUse() {
+  for (const IID& iid : {IID_IDispatch, IID_IConnectionPointContainer, IID_IConnectionPoint}) {
+    const auto object = com::ComPtr<IUnknown>::Attach(new Uncalled);
+    com::ComPtr<IStream> reference;
+    if (FAILED(CreateStreamOnHGlobal(nullptr, TRUE, reference.Receive()))) continue;
+    // A reference of this sort holds its object until it is given back, which nobody does.
+    CoMarshalInterface(reference.get(), iid, object.get(), MSHCTX_LOCAL, nullptr,
+                       MSHLFLAGS_TABLESTRONG);
+  }
+}
+
+}  // namespace declarium::vbhost
