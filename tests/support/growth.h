@@ -11,19 +11,21 @@
 
 namespace declarium {
 
-// How long what was only taken for a while may stay.
-inline constexpr std::chrono::seconds kTakenForAWhile{30};
+struct GrowthPatience {
+  int batches = 3;                // so many in a row have to grow before it counts
+  std::chrono::seconds wait{30};  // how long what was only taken for a while may stay
+};
 
-// How much the counts of `look` grow by `batch`: by the first of three in a row whose growth
-// `is_allowed` within kTakenForAWhile, or by the last one. `Counts` have an operator -; `before`
-// are those from before the first batch.
+// How much the counts of `look` grow by `batch`: by the first one whose growth `is_allowed` within
+// the wait, or by the last one. `Counts` have an operator -; `before` are those from before the
+// first batch.
 template <class Counts, class Look, class Batch, class IsAllowed>
 [[nodiscard]] Counts GrowthBy(Counts before, const Look& look, const Batch& batch,
-                              const IsAllowed& is_allowed) {
+                              const IsAllowed& is_allowed, GrowthPatience patience = {}) {
   Counts growth{};
-  for (int batches = 0; batches < 3; ++batches) {
+  for (int batches = 0; batches < patience.batches; ++batches) {
     batch();
-    const auto end = std::chrono::steady_clock::now() + kTakenForAWhile;
+    const auto end = std::chrono::steady_clock::now() + patience.wait;
     Counts after = look();
     while (!is_allowed(after - before) && std::chrono::steady_clock::now() < end) {
       std::this_thread::sleep_for(std::chrono::milliseconds(100));

@@ -77,12 +77,16 @@ bool IsWithin(const Counts& growth, const Counts& system) {
 // Does something so many times.
 using Repeated = std::function<void(int times)>;
 
+// The system keeps device contexts and pointers from their first use on, and when that comes is
+// chance: now and then a batch adds two or three of them.
+constexpr GrowthPatience kPatience{.batches = 8, .wait = std::chrono::seconds(5)};
+
 // What `times` add, after a fifth as many that warm up.
 Counts GrowthByUse(const Repeated& use, int times, const Counts& system) {
   use(times / 5);
   return GrowthBy(
       Look(), Look, [&] { use(times); },
-      [&](const Counts& growth) { return IsWithin(growth, system); });
+      [&](const Counts& growth) { return IsWithin(growth, system); }, kPatience);
 }
 
 std::string Library(std::u16string_view title) {
