@@ -31,14 +31,7 @@ Win32Toolkit::Win32Toolkit() {
                                                          ICC_BAR_CLASSES | ICC_LISTVIEW_CLASSES |
                                                          ICC_PROGRESS_CLASS};
   InitCommonControlsEx(&classes);
-  OleInitialize(nullptr);
   custom_colours_.fill(RGB(255, 255, 255));
-}
-
-Win32Toolkit::~Win32Toolkit() {
-  to_destroy_.clear();
-  assistance_.reset();
-  OleUninitialize();
 }
 
 std::unique_ptr<Form> Win32Toolkit::CreateForm(const FormDefinition& definition) {

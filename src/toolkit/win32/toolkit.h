@@ -16,10 +16,18 @@ namespace declarium::win32 {
 
 class Win32Form;
 
+// The thread's use of COM, its clipboard and dragging included.
+class OleUse {
+ public:
+  OleUse() { OleInitialize(nullptr); }
+  ~OleUse() { OleUninitialize(); }
+  OleUse(const OleUse&) = delete;
+  OleUse& operator=(const OleUse&) = delete;
+};
+
 class Win32Toolkit : public Toolkit {
  public:
   Win32Toolkit();
-  ~Win32Toolkit() override;
 
   [[nodiscard]] std::unique_ptr<Form> CreateForm(const FormDefinition& definition) override;
   void SetApplicationTitle(std::u16string_view title) override { title_ = title; }
@@ -63,7 +71,7 @@ class Win32Toolkit : public Toolkit {
   // Shows the program's pointer or, when that is the default, `own`. False when both are default.
   [[nodiscard]] bool ShowPointer(MousePointer own) const;
 
-  [[nodiscard]] Assistance& TheAssistance() { return *assistance_; }
+  [[nodiscard]] Assistance& TheAssistance() { return assistance_; }
 
   void BeginModal() { ++open_dialogs_; }
   void EndModal() { --open_dialogs_; }
@@ -78,6 +86,7 @@ class Win32Toolkit : public Toolkit {
   // The window that dialogs stand in front of.
   [[nodiscard]] HWND OwnerWindow() const;
 
+  OleUse ole_;  // until everything below is gone
   std::u16string title_;
   std::vector<Win32Form*> forms_;
   Win32Form* active_ = nullptr;
@@ -86,7 +95,7 @@ class Win32Toolkit : public Toolkit {
   std::array<COLORREF, 16> custom_colours_;
   // Not shown, and made for the first use of the clipboard.
   mutable UniqueWindow clipboard_owner_;
-  std::optional<Assistance> assistance_{std::in_place};  // gone before the use of COM ends
+  Assistance assistance_;
   int open_dialogs_ = 0;
   std::optional<int> exit_code_;
   std::vector<std::shared_ptr<void>> to_destroy_;
