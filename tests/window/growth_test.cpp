@@ -77,8 +77,8 @@ bool IsWithin(const Counts& growth, const Counts& system) {
 // Does something so many times.
 using Repeated = std::function<void(int times)>;
 
-// The system keeps device contexts and pointers from their first use on, and when that comes is
-// chance: now and then a batch adds two or three of them.
+// The system keeps some GDI objects and user handles from their first use on, and when that comes
+// is chance: over 3 000 dialogs one batch in eight added up to ten of them, the others none.
 constexpr GrowthPatience kPatience{.batches = 8, .wait = std::chrono::seconds(5)};
 
 // What `times` add, after a fifth as many that warm up.
