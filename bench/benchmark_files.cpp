@@ -5,11 +5,11 @@
 #include <string>
 #include <string_view>
 
-#include "basic/code_page.h"
 #include "bench/generated_library.h"
-#include "database/file_format.h"
-#include "database/file_io.h"
-#include "render/item_text.h"
+#include "library/file_format.h"
+#include "library/file_io.h"
+#include "source/item_text.h"
+#include "text/code_page.h"
 
 namespace declarium::bench {
 namespace {

@@ -10,23 +10,23 @@
 #include <unistd.h>
 #include <vector>
 
-#include "basic/code_page.h"
-#include "basic/text.h"
 #include "bench/benchmark_files.h"
 #include "bench/generated_library.h"
 #include "bench/process_benchmark.h"
-#include "database/database_file.h"
-#include "database/file_format.h"
-#include "database/file_io.h"
+#include "library/file_format.h"
+#include "library/file_io.h"
+#include "library/library_file.h"
 #include "search/quick_find.h"
 #include "search/search_engine.h"
+#include "text/code_page.h"
+#include "text/text.h"
 
 namespace declarium::bench {
 namespace {
 
 enum class Flush { kNo, kYes };
 
-Database Loaded(const std::filesystem::path& path) {
+Library Loaded(const std::filesystem::path& path) {
   return LoadLibraryFile(path).value();
 }
 
@@ -52,18 +52,18 @@ bool WritePlainly(const std::filesystem::path& path, std::string_view bytes, Flu
   return done;
 }
 
-void Save(benchmark::State& state, const Database& database, const BenchmarkFiles& files) {
+void Save(benchmark::State& state, const Library& library, const BenchmarkFiles& files) {
   const auto path = files.Output("saved.api");
   for (auto _ : state) {
-    if (!SaveLibraryFile(database, path)) state.SkipWithError("cannot save");
+    if (!SaveLibraryFile(library, path)) state.SkipWithError("cannot save");
   }
 }
 
 // The same bytes without waiting for the disk.
-void SaveUnflushed(benchmark::State& state, const Database& database, const BenchmarkFiles& files) {
+void SaveUnflushed(benchmark::State& state, const Library& library, const BenchmarkFiles& files) {
   const auto path = files.Output("saved-unflushed.api");
   for (auto _ : state) {
-    if (!WritePlainly(path, LibraryBytes(database), Flush::kNo)) state.SkipWithError("cannot save");
+    if (!WritePlainly(path, LibraryBytes(library), Flush::kNo)) state.SkipWithError("cannot save");
   }
 }
 
@@ -78,9 +78,9 @@ void SaveFloor(benchmark::State& state, const std::u16string& text, const Benchm
 }
 
 // One list of as many rows as the library has items, in the order of a kind's list.
-StringList AllNames(const Database& database) {
+StringList AllNames(const Library& library) {
   std::vector<std::u16string_view> names;
-  for (const auto& lists : database.lists) {
+  for (const auto& lists : library.lists) {
     names.insert(names.end(), lists.names.begin(), lists.names.end());
   }
   std::ranges::sort(names, [](auto a, auto b) { return CompareIgnoringCase(a, b) < 0; });
@@ -147,11 +147,11 @@ class CountingReceiver final : public SearchReceiver {
   std::size_t hits = 0;
 };
 
-void SearchAll(benchmark::State& state, const Database& database, const SearchCriteria& criteria) {
+void SearchAll(benchmark::State& state, const Library& library, const SearchCriteria& criteria) {
   CountingReceiver receiver;
   for (auto _ : state) {
     receiver.hits = 0;
-    benchmark::DoNotOptimize(Search(criteria, database, receiver));
+    benchmark::DoNotOptimize(Search(criteria, library, receiver));
   }
   state.counters["hits"] = static_cast<double>(receiver.hits);
 }
@@ -167,18 +167,18 @@ void Register(const char* name, std::size_t size, Measure measure) {
 void RegisterEngineBenchmarks(const BenchmarkFiles& files, std::size_t size) {
   const auto path = files.Library(size);
   // Shared by the benchmarks that read it; they live to the end of the program.
-  const auto database = std::make_shared<const Database>(Loaded(path));
+  const auto library = std::make_shared<const Library>(Loaded(path));
   const auto text = std::make_shared<const std::u16string>(DecodeCodePage(*ReadWholeFile(path)));
   Register("load", size, [=](auto& state) { Load(state, path); });
   Register("load_floor", size, [=](auto& state) { LoadFloor(state, path); });
-  Register("save", size, [=, &files](auto& state) { Save(state, *database, files); });
+  Register("save", size, [=, &files](auto& state) { Save(state, *library, files); });
   Register("save_floor", size,
            [=, &files](auto& state) { SaveFloor(state, *text, files, Flush::kYes); });
   Register("save_unflushed", size,
-           [=, &files](auto& state) { SaveUnflushed(state, *database, files); });
+           [=, &files](auto& state) { SaveUnflushed(state, *library, files); });
   Register("save_unflushed_floor", size,
            [=, &files](auto& state) { SaveFloor(state, *text, files, Flush::kNo); });
-  const auto rows = std::make_shared<const StringList>(AllNames(*database));
+  const auto rows = std::make_shared<const StringList>(AllNames(*library));
   Register("type_ahead", size, [=](auto& state) { TypeAhead(state, *rows); });
   SearchCriteria text_anywhere;
   text_anywhere.fullText = FromUtf8(kSoughtWord);
@@ -186,9 +186,9 @@ void RegisterEngineBenchmarks(const BenchmarkFiles& files, std::size_t size) {
   whole_words.fullWholeWords = true;
   SearchCriteria name_anywhere;
   name_anywhere.nameText = FromUtf8(kSoughtWord);
-  Register("search_text", size, [=](auto& state) { SearchAll(state, *database, text_anywhere); });
-  Register("search_words", size, [=](auto& state) { SearchAll(state, *database, whole_words); });
-  Register("search_name", size, [=](auto& state) { SearchAll(state, *database, name_anywhere); });
+  Register("search_text", size, [=](auto& state) { SearchAll(state, *library, text_anywhere); });
+  Register("search_words", size, [=](auto& state) { SearchAll(state, *library, whole_words); });
+  Register("search_name", size, [=](auto& state) { SearchAll(state, *library, name_anywhere); });
 }
 
 }  // namespace

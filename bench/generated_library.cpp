@@ -3,10 +3,10 @@
 #include <cstdint>
 #include <string_view>
 
-#include "basic/code_page.h"
-#include "basic/text.h"
 #include "import/merge.h"
 #include "import/parser.h"
+#include "text/code_page.h"
+#include "text/text.h"
 
 namespace declarium::bench {
 namespace {
@@ -206,12 +206,12 @@ std::string GenerateModule(std::size_t lines) {
   return EncodeCodePage(writer.TakeText());
 }
 
-Database GenerateLibrary(std::size_t items) {
-  Database database;
-  database.title = u"Generated library";
+Library GenerateLibrary(std::size_t items) {
+  Library library;
+  library.title = u"Generated library";
   const auto parsed = ParseDeclarations(ReadSource(GenerateDeclarations(items)));
-  MergeItems(database, parsed, Existing::kReplace);
-  return database;
+  MergeItems(library, parsed, Existing::kReplace);
+  return library;
 }
 
 }  // namespace declarium::bench

@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <string>
 
-#include "database/database.h"
+#include "library/library.h"
 
 namespace declarium::bench {
 
@@ -21,6 +21,6 @@ inline constexpr const char* kSoughtWord = "clipboard";
 [[nodiscard]] std::string GenerateModule(std::size_t lines);
 
 // The library of GenerateDeclarations(items).
-[[nodiscard]] Database GenerateLibrary(std::size_t items);
+[[nodiscard]] Library GenerateLibrary(std::size_t items);
 
 }  // namespace declarium::bench

@@ -3,13 +3,13 @@
 #include <cstdio>
 #include <sys/resource.h>
 
-#include "database/database_file.h"
+#include "library/library_file.h"
 
 int main(int argc, char** argv) {
   if (argc != 2) return 2;
-  const auto database = declarium::LoadLibraryFile(argv[1]);
-  if (!database) {
-    std::fprintf(stderr, "%s\n", database.error().Message().c_str());
+  const auto library = declarium::LoadLibraryFile(argv[1]);
+  if (!library) {
+    std::fprintf(stderr, "%s\n", library.error().Message().c_str());
     return 1;
   }
   rusage usage = {};

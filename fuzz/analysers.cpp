@@ -1,11 +1,11 @@
 // Any item string through the analysers of shared items.
 #include <set>
 
-#include "basic/text.h"
-#include "deps/basket.h"
-#include "deps/shared_items.h"
+#include "basket/basket.h"
 #include "fuzz/input.h"
-#include "render/item_text.h"
+#include "needs/shared_items.h"
+#include "source/item_text.h"
+#include "text/text.h"
 
 using namespace declarium;
 using fuzz::Require;

@@ -2,9 +2,9 @@
 // promises.
 #include <algorithm>
 
-#include "basic/text.h"
 #include "fuzz/input.h"
 #include "import/parser.h"
+#include "text/text.h"
 
 using namespace declarium;
 using fuzz::Require;
@@ -28,7 +28,7 @@ void RequireEqual(const ParsedItems& a, const ParsedItems& b) {
 void CheckLine(std::u16string_view line) {
   const auto normalized = NormalizeLine(line);
   Require(!normalized.starts_with(u' ') && !normalized.contains(u'\t'),
-          "a normalised line has no tab and no blank in front");
+          "a normalized line has no tab and no blank in front");
   for (const int n : {1, 2, 3, 5}) {
     Require(line.ends_with(RestAfterBlank(line, n)), "the rest is the end of the line");
   }

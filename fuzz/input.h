@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "basic/code_page.h"
+#include "text/code_page.h"
 
 namespace declarium::fuzz {
 

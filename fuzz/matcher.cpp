@@ -2,10 +2,10 @@
 #include <optional>
 #include <vector>
 
-#include "basic/like.h"
-#include "basic/scan.h"
-#include "basic/text.h"
 #include "fuzz/input.h"
+#include "text/scan.h"
+#include "text/text.h"
+#include "vb/like.h"
 
 using namespace declarium;
 using fuzz::Require;

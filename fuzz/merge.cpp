@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <map>
 
-#include "basic/text.h"
-#include "database/file_format.h"
 #include "fuzz/input.h"
+#include "library/file_format.h"
+#include "text/text.h"
 
 using namespace declarium;
 using fuzz::Require;
@@ -43,14 +43,14 @@ Items Merged(const Items& combined) {
   return result;
 }
 
-void MergeAndCheck(Database& database, std::string_view source, Existing existing) {
+void MergeAndCheck(Library& library, std::string_view source, Existing existing) {
   const auto parsed = ParseSourceFile(source);
-  const auto before = database;
-  MergeItems(database, parsed, existing);
+  const auto before = library;
+  MergeItems(library, parsed, existing);
   for (const auto kind : kKinds) {
     const auto expected =
         Merged(Combined(parsed[kind], existing == Existing::kKeep ? &before[kind] : nullptr));
-    const auto& [names, items] = database[kind];
+    const auto& [names, items] = library[kind];
     Require(names.size() == expected.size() && items.size() == expected.size(),
             "as many items as the naive merge keeps");
     for (std::size_t i = 0; i < expected.size(); ++i) {
@@ -65,21 +65,21 @@ void MergeAndCheck(Database& database, std::string_view source, Existing existin
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   auto bytes = fuzz::Bytes(data, size);
   const auto first = fuzz::TakePart(bytes);
-  Database database;
-  database.title = u"Title";
-  MergeAndCheck(database, first, Existing::kKeep);
-  MergeAndCheck(database, bytes, first.size() % 2 == 0 ? Existing::kKeep : Existing::kReplace);
+  Library library;
+  library.title = u"Title";
+  MergeAndCheck(library, first, Existing::kKeep);
+  MergeAndCheck(library, bytes, first.size() % 2 == 0 ? Existing::kKeep : Existing::kReplace);
 
   // The separators of the file cannot be kept in it.
   const std::string_view whole = fuzz::Bytes(data, size);
   if (std::ranges::any_of(whole, [](char byte) { return byte >= 0 && byte <= 2; })) return 0;
-  const auto again = ParseLibrary(LibraryBytes(database), "library.api");
+  const auto again = ParseLibrary(LibraryBytes(library), "library.api");
   Require(again.has_value(), "a merged library loads");
   for (const auto kind : kKinds) {
-    Require((*again)[kind].names == database[kind].names, "the names come back");
+    Require((*again)[kind].names == library[kind].names, "the names come back");
     // A kind whose only item string is empty is read as a kind without any, which means the same.
-    for (std::size_t i = 0; i < database[kind].names.size(); ++i) {
-      Require((*again)[kind].ItemAt(i) == database[kind].ItemAt(i), "the items come back");
+    for (std::size_t i = 0; i < library[kind].names.size(); ++i) {
+      Require((*again)[kind].ItemAt(i) == library[kind].ItemAt(i), "the items come back");
     }
   }
   return 0;

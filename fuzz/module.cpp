@@ -1,7 +1,7 @@
 // Any module content and inserted text: the text is in the result once more, and nothing is lost.
-#include "basic/text.h"
 #include "fuzz/input.h"
-#include "render/module_text.h"
+#include "source/module_text.h"
+#include "text/text.h"
 
 using namespace declarium;
 using fuzz::Require;

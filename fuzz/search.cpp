@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <vector>
 
-#include "basic/like.h"
-#include "basic/text.h"
-#include "database/item.h"
 #include "fuzz/input.h"
 #include "import/merge.h"
+#include "library/item.h"
 #include "search/quick_find.h"
 #include "search/search_engine.h"
+#include "text/text.h"
+#include "vb/like.h"
 
 using namespace declarium;
 using fuzz::Require;
@@ -38,18 +38,18 @@ class Receiver final : public SearchReceiver {
 std::u16string FullText(Kind kind, std::u16string_view item) {
   switch (kind) {
     case Kind::kConst:
-      return NormaliseFullText(SplitConst(item).value);
+      return NormalizeFullText(SplitConst(item).value);
     case Kind::kDeclare:
-      return NormaliseFullText(SplitDeclare(item).tail);
+      return NormalizeFullText(SplitDeclare(item).tail);
     case Kind::kType:
-      return NormaliseFullText(SplitType(item).members);
+      return NormalizeFullText(SplitType(item).members);
   }
   return {};
 }
 
-std::vector<SearchHit> Run(const SearchCriteria& criteria, const Database& database) {
+std::vector<SearchHit> Run(const SearchCriteria& criteria, const Library& library) {
   Receiver receiver;
-  const auto outcome = Search(criteria, database, receiver);
+  const auto outcome = Search(criteria, library, receiver);
   Require(outcome == SearchOutcome::kDone || receiver.hits.empty(), "no hits without a search");
   if (outcome == SearchOutcome::kDone) {
     Require(receiver.shown == std::ssize(receiver.hits), "the last count is the number of hits");
@@ -58,14 +58,14 @@ std::vector<SearchHit> Run(const SearchCriteria& criteria, const Database& datab
 }
 
 template <typename Test>
-void RequireHits(const SearchCriteria& criteria, const Database& database, Test test) {
+void RequireHits(const SearchCriteria& criteria, const Library& library, Test test) {
   std::size_t enough = 0;
-  for (const auto& lists : database.lists) enough += lists.names.size() > 1 ? 1 : 0;
+  for (const auto& lists : library.lists) enough += lists.names.size() > 1 ? 1 : 0;
   if (enough == 0) return;
-  const auto hits = Run(criteria, database);
+  const auto hits = Run(criteria, library);
   auto hit = hits.begin();
   for (const auto kind : kKinds) {
-    const auto& lists = database[kind];
+    const auto& lists = library[kind];
     for (std::size_t i = 0; i < lists.names.size(); ++i) {
       if (!test(kind, lists.names[i], lists.ItemAt(i))) continue;
       Require(hit != hits.end() && hit->kind == kind && hit->name == lists.names[i],
@@ -82,24 +82,24 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   auto bytes = fuzz::Bytes(data, size);
   const auto text = fuzz::TakeText(bytes);
   const auto flags = static_cast<unsigned char>(bytes.empty() ? 0 : bytes.front());
-  Database database;
-  MergeItems(database, ParseSourceFile(bytes), Existing::kReplace);
+  Library library;
+  MergeItems(library, ParseSourceFile(bytes), Existing::kReplace);
   if (text.empty()) return 0;
 
   const auto anywhere = u"*" + LowerCase(text) + u"*";
   SearchCriteria full;
   full.fullText = text;
-  RequireHits(full, database, [&](Kind kind, auto, std::u16string_view item) {
+  RequireHits(full, library, [&](Kind kind, auto, std::u16string_view item) {
     return Matches(FullText(kind, item), anywhere);
   });
   full.fullWholeWords = true;
   const auto words = u"*[!a-z!0-9]" + LowerCase(text) + u"[!a-z!0-9]*";
-  RequireHits(full, database, [&](Kind kind, auto, std::u16string_view item) {
+  RequireHits(full, library, [&](Kind kind, auto, std::u16string_view item) {
     return Matches(FullText(kind, item), words);
   });
   SearchCriteria named;
   named.nameText = text;
-  RequireHits(named, database, [&](Kind, std::u16string_view name, auto) {
+  RequireHits(named, library, [&](Kind, std::u16string_view name, auto) {
     return Matches(LowerCase(name), anywhere);
   });
 
@@ -110,10 +110,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   all.valueWhole = (flags & 4) != 0;
   all.valueAsNumber = (flags & 8) != 0;
   all.argWhole = (flags & 16) != 0;
-  Require(Run(all, database).size() >= Run(full, database).size(),
-          "more alternatives find no less");
+  Require(Run(all, library).size() >= Run(full, library).size(), "more alternatives find no less");
 
-  const auto& names = database[Kind::kConst].names;
+  const auto& names = library[Kind::kConst].names;
   const auto row = TypeAheadRow(RowsOf(names), text);
   Require(!row || LowerCase(names[*row]).starts_with(LowerCase(text)), "the row begins as typed");
   for (const auto i : FindNames(names, text)) {

@@ -1,7 +1,7 @@
 #include "bench/window/bare_program.h"
 
 #include "bench/window/driven_declarium.h"
-#include "database/file_io.h"
+#include "library/file_io.h"
 
 namespace declarium::bench {
 

@@ -5,7 +5,7 @@
 #include <memory>
 
 #include "bench/window/bare_list_box.h"
-#include "database/string_list.h"
+#include "library/string_list.h"
 #include "window/window_driver.h"
 
 namespace declarium::bench {

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "database/kind.h"
+#include "library/kind.h"
 #include "window/window_driver.h"
 
 namespace declarium::bench {

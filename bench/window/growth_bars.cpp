@@ -5,7 +5,7 @@
 #include "bench/benchmark_files.h"
 #include "bench/window/driven_declarium.h"
 #include "bench/window/measures.h"
-#include "database/database_file.h"
+#include "library/library_file.h"
 #include "window/driven_lists.h"
 #include "window/process_holdings.h"
 
@@ -22,11 +22,11 @@ constexpr long long kNoise = 64;  // KB by which the heap's blocks differ from r
 
 std::filesystem::path PutProgram(const std::filesystem::path& folder) {
   const auto program = PutProgramInto(folder / "growth");
-  auto database = LoadLibraryFile(BenchmarkFiles(folder).Library(kItems)).value();
+  auto library = LoadLibraryFile(BenchmarkFiles(folder).Library(kItems)).value();
   for (const auto* title : {u"A", u"B"}) {
-    database.title = title;
+    library.title = title;
     const auto file = folder / "growth" / (std::u16string(title) + u".api");
-    if (const auto saved = SaveLibraryFile(database, file); !saved) {
+    if (const auto saved = SaveLibraryFile(library, file); !saved) {
       throw std::runtime_error(saved.error().Message());
     }
   }

@@ -1,13 +1,13 @@
 #include <functional>
 #include <stdexcept>
 
-#include "basic/text.h"
 #include "bench/benchmark_files.h"
 #include "bench/window/bare_program.h"
 #include "bench/window/driven_declarium.h"
 #include "bench/window/measures.h"
-#include "database/database_file.h"
+#include "library/library_file.h"
 #include "search/quick_find.h"
+#include "text/text.h"
 #include "window/driven_lists.h"
 
 namespace declarium::bench {
@@ -29,8 +29,8 @@ class Lists {
  public:
   Lists(const std::filesystem::path& folder, int rounds)
       : rounds_(rounds),
-        database_(LoadLibraryFile(BenchmarkFiles(folder).Library(kItems)).value()),
-        names_(database_[kFilled].names),
+        library_(LoadLibraryFile(BenchmarkFiles(folder).Library(kItems)).value()),
+        names_(library_[kFilled].names),
         program_(PutProgram(folder), kOther),
         bare_(PutNames(folder, names_)) {}
 
@@ -86,11 +86,11 @@ class Lists {
  private:
   static std::filesystem::path PutProgram(const std::filesystem::path& folder) {
     const auto program = PutProgramInto(folder / "lists");
-    auto database = LoadLibraryFile(BenchmarkFiles(folder).Library(kItems)).value();
+    auto library = LoadLibraryFile(BenchmarkFiles(folder).Library(kItems)).value();
     for (const auto* title : {u"A", u"B"}) {
-      database.title = title;
+      library.title = title;
       const auto file = folder / "lists" / (std::u16string(title) + u".api");
-      if (const auto saved = SaveLibraryFile(database, file); !saved) {
+      if (const auto saved = SaveLibraryFile(library, file); !saved) {
         throw std::runtime_error(saved.error().Message());
       }
     }
@@ -132,7 +132,7 @@ class Lists {
   }
 
   int rounds_;
-  Database database_;
+  Library library_;
   const StringList& names_;
   DrivenDeclarium program_;
   BareProgram bare_;

@@ -4,7 +4,7 @@
 #include "bench/generated_library.h"
 #include "bench/window/driven_declarium.h"
 #include "bench/window/measures.h"
-#include "database/database_file.h"
+#include "library/library_file.h"
 #include "search/search_engine.h"
 #include "window/driven_lists.h"
 
@@ -36,7 +36,7 @@ class SearchInDialog {
   SearchInDialog(const std::filesystem::path& folder, std::size_t items, int rounds)
       : items_(items),
         rounds_(rounds),
-        database_(LoadLibraryFile(BenchmarkFiles(folder).Library(items)).value()),
+        library_(LoadLibraryFile(BenchmarkFiles(folder).Library(items)).value()),
         program_(PutProgram(folder, items), Kind::kType),
         dialog_(program_.OpenByToolbar("find", "frmFind")) {}
 
@@ -48,7 +48,7 @@ class SearchInDialog {
     int hits = 0;
     for (int round = 0; round < rounds_; ++round) {
       Counter counter;
-      floor.push_back(MillisecondsOf([&] { (void)Search(criteria, database_, counter); }));
+      floor.push_back(MillisecondsOf([&] { (void)Search(criteria, library_, counter); }));
       hits = counter.hits;
       figure.push_back(TimeOfSearch(box, text, hits));
       freeing.push_back(TimeOfSearch(box, u"nowhere", 0));
@@ -111,7 +111,7 @@ class SearchInDialog {
 
   std::size_t items_;
   int rounds_;
-  Database database_;
+  Library library_;
   DrivenDeclarium program_;
   HWND dialog_;
 };

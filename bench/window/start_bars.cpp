@@ -7,7 +7,7 @@
 #include "bench/window/bare_program.h"
 #include "bench/window/driven_declarium.h"
 #include "bench/window/measures.h"
-#include "database/database_file.h"
+#include "library/library_file.h"
 
 namespace declarium::bench {
 namespace {
@@ -40,13 +40,13 @@ std::filesystem::path ConstantsAlone(const std::filesystem::path& folder) {
   const auto path = folder / "constants-30000.api";
   if (exists(path)) return path;
   const auto mixed = GenerateLibrary(2 * kItems);  // of which six in ten are constants
-  Database database;
-  database.title = u"Constants";
+  Library library;
+  library.title = u"Constants";
   for (std::size_t i = 0; i < kItems; ++i) {
-    database[Kind::kConst].names.Add(mixed[Kind::kConst].names[i]);
-    database[Kind::kConst].items.Add(mixed[Kind::kConst].items[i]);
+    library[Kind::kConst].names.Add(mixed[Kind::kConst].names[i]);
+    library[Kind::kConst].items.Add(mixed[Kind::kConst].items[i]);
   }
-  if (const auto saved = SaveLibraryFile(database, path); !saved) {
+  if (const auto saved = SaveLibraryFile(library, path); !saved) {
     throw std::runtime_error(saved.error().Message());
   }
   return path;

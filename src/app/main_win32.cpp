@@ -8,7 +8,6 @@
 
 #include "app/main_window.h"
 #include "app/program_windows.h"
-#include "basic/texts.h"
 #include "host/com/connect.h"
 #include "host/com/host_calls.h"
 #include "host/com/posted_calls.h"
@@ -20,6 +19,7 @@
 #include "host/server_switches.h"
 #include "shell/registry_store.h"
 #include "shell/ui/splash.h"
+#include "text/user_texts.h"
 #include "toolkit/win32/toolkit.h"
 
 namespace declarium {

@@ -34,15 +34,15 @@ MainWindow::MainWindow(Toolkit& toolkit, SettingsStore& store, MainWindowOptions
       options_(std::move(options)),
       form_(toolkit),
       guide_(toolkit, options_.folder),
-      selector_(toolkit, database_, ForSelector(form_)),
-      code_display_(form_.RTB, colours_),
+      selector_(toolkit, library_, ForSelector(form_)),
+      code_display_(form_.RTB, colors_),
       item_display_(code_display_, form_.lstShare),
-      commands_(toolkit, database_, selector_, ForDatabase(form_), options_.folder),
-      import_command_(toolkit, database_, selector_, form_.mnuImport),
-      add_dialog_(toolkit, database_, selector_),
-      export_command_(toolkit, database_, form_.mnuExport),
-      basket_view_(database_, item_display_, ForBasket(form_), options_.host.has_code_module),
-      quick_find_(database_, selector_, {form_.txtInput, form_.txtFind, form_.lstFind},
+      commands_(toolkit, library_, selector_, ForDatabase(form_), options_.folder),
+      import_command_(toolkit, library_, selector_, form_.mnuImport),
+      add_dialog_(toolkit, library_, selector_),
+      export_command_(toolkit, library_, form_.mnuExport),
+      basket_view_(library_, item_display_, ForBasket(form_), options_.host.has_code_module),
+      quick_find_(library_, selector_, {form_.txtInput, form_.txtFind, form_.lstFind},
                   [this](const ItemView& item) { basket_view_.Add(item); }),
       search_dialog_(toolkit, LinksForSearch()),
       toolbar_(toolkit, form_.Toolbar1, ActionsForToolbar()),
@@ -80,20 +80,19 @@ void MainWindow::WireLists() {
 }
 
 ToolbarActions MainWindow::ActionsForToolbar() {
-  return {
-      .new_database = [this] { commands_.mnuNew_Click(); },
-      .open = [this] { commands_.mnuOpen_Click(); },
-      .save = [this] { commands_.mnuSave_Click(); },
-      .add = [this] { quick_find_.AddSelected(); },
-      .delete_entry = [this] { basket_view_.DeleteAddItem(); },
-      .insert = [this] { options_.host.insert([this] { return BasketText(); }); },
-      .find = [this] { search_dialog_.Show(form_.frmMain.get()); },
-      .settings = [this] { ShowOptionsDialog(toolkit_, form_.frmMain.get(), store_, colours_); },
-      .basket_text = [this] { return BasketText(); }};
+  return {.new_database = [this] { commands_.mnuNew_Click(); },
+          .open = [this] { commands_.mnuOpen_Click(); },
+          .save = [this] { commands_.mnuSave_Click(); },
+          .add = [this] { quick_find_.AddSelected(); },
+          .delete_entry = [this] { basket_view_.DeleteAddItem(); },
+          .insert = [this] { options_.host.insert([this] { return BasketText(); }); },
+          .find = [this] { search_dialog_.Show(form_.frmMain.get()); },
+          .settings = [this] { ShowOptionsDialog(toolkit_, form_.frmMain.get(), store_, colors_); },
+          .basket_text = [this] { return BasketText(); }};
 }
 
 SearchLinks MainWindow::LinksForSearch() {
-  return {.database = [this]() -> const Database& { return database_; },
+  return {.library = [this]() -> const Library& { return library_; },
           .show_item = [this](const ItemView& item) { item_display_.Show(item); },
           .add_to_basket = [this](Kind kind,
                                   std::u16string_view name) { basket_view_.AddByName(kind, name); },
@@ -130,7 +129,7 @@ bool MainWindow::Unload() {
 }
 
 void MainWindow::Form_Load() {
-  colours_ = ReadColours(store_);
+  colors_ = ReadColors(store_);
   const auto settings = ReadWindowSettings(store_);
   if (settings.size_saved) {
     const auto& edges = settings.edges;

@@ -6,22 +6,22 @@
 #include <functional>
 #include <string>
 
-#include "database/database.h"
-#include "database/ui/database_commands.h"
-#include "database/ui/kind_selector.h"
-#include "deps/ui/basket_view.h"
-#include "deps/ui/item_display.h"
+#include "basket/ui/basket_view.h"
 #include "host/ui/toolbar_commands.h"
 #include "import/ui/add_dialog.h"
 #include "import/ui/import_command.h"
-#include "render/ui/code_display.h"
-#include "render/ui/export_command.h"
+#include "library/library.h"
+#include "library/ui/kind_selector.h"
+#include "library/ui/library_commands.h"
+#include "needs/ui/item_display.h"
 #include "search/ui/quick_find_view.h"
 #include "search/ui/search_dialog.h"
 #include "shell/settings_store.h"
 #include "shell/ui/guide.h"
 #include "shell/ui/main_form.h"
 #include "shell/ui/splitter.h"
+#include "source/ui/code_display.h"
+#include "source/ui/export_command.h"
 #include "toolkit/toolkit.h"
 
 namespace declarium {
@@ -67,7 +67,7 @@ class MainWindow {
   void CodeModuleChanged() { basket_view_.SetCEI(); }
 
   [[nodiscard]] MainForm& Controls() noexcept { return form_; }
-  [[nodiscard]] const Database& OpenDatabase() const noexcept { return database_; }
+  [[nodiscard]] const Library& OpenDatabase() const noexcept { return library_; }
 
  private:
   void Form_Load();
@@ -83,8 +83,8 @@ class MainWindow {
   Toolkit& toolkit_;
   SettingsStore& store_;
   MainWindowOptions options_;
-  Database database_;
-  DisplayColours colours_;
+  Library library_;
+  DisplayColors colors_;
   PaneSizes panes_;
   bool resize_suppressed_ = false;
   bool laid_out_once_ = false;
@@ -96,7 +96,7 @@ class MainWindow {
   KindSelector selector_;
   CodeDisplay code_display_;
   ItemDisplay item_display_;
-  DatabaseCommands commands_;
+  LibraryCommands commands_;
   ImportCommand import_command_;
   AddDialog add_dialog_;
   ExportCommand export_command_;

@@ -5,7 +5,7 @@
 
 #include <shellapi.h>
 
-#include "basic/text.h"
+#include "text/text.h"
 
 namespace declarium::cli {
 

@@ -3,17 +3,17 @@
 #include <nlohmann/json.hpp>
 #include <ostream>
 
-#include "cli/library.h"
+#include "cli/library_files.h"
 #include "cli/names.h"
 #include "cli/output.h"
 
-#include "basic/code_page.h"
-#include "basic/text.h"
-#include "database/file_io.h"
-#include "deps/basket.h"
-#include "deps/closure.h"
-#include "render/create_select.h"
-#include "render/module_text.h"
+#include "basket/basket.h"
+#include "basket/closure.h"
+#include "basket/create_select.h"
+#include "library/file_io.h"
+#include "source/module_text.h"
+#include "text/code_page.h"
+#include "text/text.h"
 
 namespace declarium::cli {
 namespace {
@@ -28,12 +28,12 @@ struct BasketOptions {
 
 // What the basket holds after adding the names in their order, each followed by what it needs.
 Basket CollectItems(const BasketOptions& options, const Session& session) {
-  const auto database = LoadLibrary(options.file);
+  const auto library = LoadLibrary(options.file);
   Basket basket;
-  for (const auto& item : ResolveNames(database, options.names)) {
+  for (const auto& item : ResolveNames(library, options.names)) {
     basket.Add(item.kind, item.name, item.item);
     if (!options.closure) continue;
-    for (const auto& reference : FollowSharedItems(database, item)) {
+    for (const auto& reference : FollowSharedItems(library, item)) {
       if (const auto& found = reference.found) {
         basket.Add(found->kind, found->name, found->item);
       } else {

@@ -34,9 +34,9 @@ void DefineCommonOptions(CLI::App& app, Session& session) {
   app.set_version_flag("--version", "declarium-cli " DECLARIUM_VERSION);
   app.add_flag_callback(
       "--json", [&] { session.format = OutputFormat::kJsonLines; }, "Print results as JSON Lines");
-  const std::map<std::string, ColourUse> uses = {
-      {"auto", ColourUse::kAuto}, {"always", ColourUse::kAlways}, {"never", ColourUse::kNever}};
-  app.add_option("--color", session.colour, "Colour source text; auto does so on a terminal")
+  const std::map<std::string, ColorUse> uses = {
+      {"auto", ColorUse::kAuto}, {"always", ColorUse::kAlways}, {"never", ColorUse::kNever}};
+  app.add_option("--color", session.color, "Color source text; auto does so on a terminal")
       ->transform(CLI::CheckedTransformer(uses, CLI::ignore_case).description(""))
       ->type_name("auto|always|never");
 }

@@ -7,15 +7,15 @@
 #include <optional>
 #include <ostream>
 
-#include "cli/library.h"
+#include "cli/library_files.h"
 #include "cli/output.h"
 #include "cli/status_line.h"
 
-#include "basic/text.h"
-#include "database/file_format.h"
-#include "database/file_io.h"
 #include "import/merge.h"
 #include "import/parser.h"
+#include "library/file_format.h"
+#include "library/file_io.h"
+#include "text/text.h"
 
 namespace declarium::cli {
 namespace {
@@ -85,25 +85,25 @@ Counts CountItems(const auto& lists) {
   return counts;
 }
 
-Database OpenLibrary(const ImportOptions& options) {
+Library OpenLibrary(const ImportOptions& options) {
   std::error_code ignored;
   if (std::filesystem::exists(PathOf(options.file), ignored)) return LoadLibrary(options.file);
   if (!options.title) {
     throw CommandFailed(ExitStatus::kFileFailed,
                         options.file + ": no such file; --create TITLE creates the library");
   }
-  Database database;
-  database.title = CheckedTitle(*options.title);
-  return database;
+  Library library;
+  library.title = CheckedTitle(*options.title);
+  return library;
 }
 
 void ImportSource(const std::string& source, Existing existing, const Session& session,
-                  Database& database, ImportReport& report) {
+                  Library& library, ImportReport& report) {
   auto parsed = ParseSourceFile(ViewSource(source, session).bytes);
   CheckStorable(parsed, source);
   const auto found = CountItems(parsed.lists);
   std::ranges::transform(report.found, found, report.found.begin(), std::plus());
-  MergeItems(database, parsed, existing);
+  MergeItems(library, parsed, existing);
   report.skipped.push_back({SourceName(source), std::move(parsed.skipped)});
 }
 
@@ -145,18 +145,18 @@ void PrintReportAsText(const ImportReport& report, const Session& session) {
 
 ExitStatus RunImport(const ImportOptions& options, const Session& session) {
   StatusLine progress(session.streams);
-  auto database = OpenLibrary(options);
+  auto library = OpenLibrary(options);
   ImportReport report;
-  report.before = CountItems(database.lists);
+  report.before = CountItems(library.lists);
   auto existing = options.replace ? Existing::kReplace : Existing::kKeep;
   for (const auto& source : options.sources) {
     progress.Show("importing " + SourceName(source));
-    ImportSource(source, existing, session, database, report);
+    ImportSource(source, existing, session, library, report);
     existing = Existing::kKeep;
   }
-  report.after = CountItems(database.lists);
+  report.after = CountItems(library.lists);
   progress.Show("saving " + options.file);
-  SaveLibrary(database, options.file);
+  SaveLibrary(library, options.file);
   progress.Clear();
 
   if (session.IsJson()) {

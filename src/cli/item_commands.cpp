@@ -3,15 +3,15 @@
 #include <nlohmann/json.hpp>
 #include <ostream>
 
-#include "cli/coloured_text.h"
-#include "cli/library.h"
+#include "cli/colored_text.h"
+#include "cli/library_files.h"
 #include "cli/names.h"
 #include "cli/output.h"
 
-#include "basic/text.h"
-#include "deps/closure.h"
-#include "deps/shared_items.h"
-#include "render/item_text.h"
+#include "basket/closure.h"
+#include "needs/shared_items.h"
+#include "source/item_text.h"
+#include "text/text.h"
 
 namespace declarium::cli {
 namespace {
@@ -26,7 +26,7 @@ struct ShowOptions {
 void ShowItem(const ItemView& item, const Session& session) {
   const auto code = ItemText(item.kind, item.name, item.item);
   if (!session.IsJson()) {
-    session.streams.out << (session.UsesColour() ? ColouredLines(code) : Lines(code)) << '\n';
+    session.streams.out << (session.UsesColor() ? ColoredLines(code) : Lines(code)) << '\n';
     return;
   }
   auto object = JsonItem(item.kind, item.name);
@@ -36,8 +36,8 @@ void ShowItem(const ItemView& item, const Session& session) {
 }
 
 ExitStatus RunShow(const ShowOptions& options, const Session& session) {
-  const auto database = LoadLibrary(options.file);
-  const auto items = ResolveNames(database, options.names);
+  const auto library = LoadLibrary(options.file);
+  const auto items = ResolveNames(library, options.names);
   if (session.IsJson()) PrintJson(session, JsonHeader("show"));
   for (const auto& item : items) ShowItem(item, session);
   return ExitStatus::kDone;
@@ -72,22 +72,22 @@ void PrintReference(const Session& session, const Reference& reference) {
 }
 
 ExitStatus RunShared(const SharedOptions& options, const Session& session) {
-  const auto database = LoadLibrary(options.file);
-  const auto item = ResolveNames(database, {&options.name, 1}).front();
+  const auto library = LoadLibrary(options.file);
+  const auto item = ResolveNames(library, {&options.name, 1}).front();
   if (session.IsJson()) {
     auto header = JsonHeader("shared");
     header.update(JsonItem(item.kind, item.name));
     PrintJson(session, header);
   }
   if (options.closure) {
-    for (const auto& reference : FollowSharedItems(database, item)) {
+    for (const auto& reference : FollowSharedItems(library, item)) {
       PrintReference(session, reference);
     }
     return ExitStatus::kDone;
   }
   for (const auto& [name, icon] : CreateShared(item.kind, item.item)) {
     const auto kind = *KindOfIcon(icon);
-    PrintShared(session, kind, name, FindItem(database, kind, name).has_value());
+    PrintShared(session, kind, name, FindItem(library, kind, name).has_value());
   }
   return ExitStatus::kDone;
 }

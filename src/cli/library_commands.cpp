@@ -4,16 +4,16 @@
 #include <filesystem>
 #include <nlohmann/json.hpp>
 
-#include "cli/library.h"
+#include "cli/library_files.h"
 #include "cli/names.h"
 #include "cli/output.h"
 
-#include "basic/text.h"
-#include "database/catalogue.h"
-#include "database/file_format.h"
-#include "database/file_io.h"
-#include "database/find_item_index.h"
-#include "render/item_text.h"
+#include "library/catalogue.h"
+#include "library/file_format.h"
+#include "library/file_io.h"
+#include "library/find_item_index.h"
+#include "source/item_text.h"
+#include "text/text.h"
 
 namespace declarium::cli {
 namespace {
@@ -52,16 +52,16 @@ void ListItem(const Session& session, const ItemView& item) {
 }
 
 ExitStatus RunList(const ListOptions& options, const Session& session) {
-  const auto database = LoadLibrary(options.file);
+  const auto library = LoadLibrary(options.file);
   const auto only = KindOfWord(options.kind);
   if (session.IsJson()) {
     auto header = JsonHeader("list");
-    header["title"] = ToUtf8(database.title);
+    header["title"] = ToUtf8(library.title);
     PrintJson(session, header);
   }
   for (const auto kind : kKinds) {
     if (only && kind != *only) continue;
-    const auto& lists = database[kind];
+    const auto& lists = library[kind];
     for (std::size_t i = 0; i < lists.names.size(); ++i) {
       ListItem(session, {kind, lists.names[i], lists.ItemAt(i)});
     }
@@ -86,9 +86,9 @@ struct RenameOptions {
 };
 
 ExitStatus RunRename(const RenameOptions& options, const Session& session) {
-  auto database = LoadLibrary(options.file);
-  database.title = CheckedTitle(options.title);
-  SaveLibrary(database, options.file);
+  auto library = LoadLibrary(options.file);
+  library.title = CheckedTitle(options.title);
+  SaveLibrary(library, options.file);
   if (session.IsJson()) PrintJson(session, JsonHeader("rename"));
   return ExitStatus::kDone;
 }
@@ -100,11 +100,11 @@ struct DeleteOptions {
 
 // Where the items stand, each place once and later ones first, so that removing one moves none of
 // the others.
-std::vector<std::pair<Kind, std::size_t>> PlacesFromTheEnd(const Database& database,
+std::vector<std::pair<Kind, std::size_t>> PlacesFromTheEnd(const Library& library,
                                                            const std::vector<ItemView>& items) {
   std::vector<std::pair<Kind, std::size_t>> places;
   for (const auto& item : items) {
-    const auto position = FindItemIndex(item.name, database[item.kind].names);
+    const auto position = FindItemIndex(item.name, library[item.kind].names);
     places.emplace_back(item.kind, static_cast<std::size_t>(position));
   }
   std::ranges::sort(places, std::ranges::greater());

@@ -6,7 +6,7 @@
 #include "cli/output.h"
 #include "cli/session.h"
 
-#include "basic/text.h"
+#include "text/text.h"
 
 namespace declarium::cli {
 namespace {
@@ -26,10 +26,10 @@ SoughtName Parse(std::string_view argument) {
   return {kKinds, FromUtf8(argument)};
 }
 
-std::string UnknownName(const Database& database, const SoughtName& sought,
+std::string UnknownName(const Library& library, const SoughtName& sought,
                         std::string_view argument) {
   std::string message = "no item named " + OneLine(FromUtf8(argument));
-  const auto nearest = NearestNames(database, sought.kinds, sought.name);
+  const auto nearest = NearestNames(library, sought.kinds, sought.name);
   for (const auto& item : nearest) {
     message += &item == &nearest.front() ? "; did you mean " : ", ";
     message += QualifiedName(item.kind, item.name);
@@ -37,9 +37,9 @@ std::string UnknownName(const Database& database, const SoughtName& sought,
   return nearest.empty() ? message : message + "?";
 }
 
-std::optional<ItemView> Find(const Database& database, const SoughtName& sought) {
+std::optional<ItemView> Find(const Library& library, const SoughtName& sought) {
   for (const auto kind : sought.kinds) {
-    if (const auto item = FindItem(database, kind, sought.name)) return item;
+    if (const auto item = FindItem(library, kind, sought.name)) return item;
   }
   return std::nullopt;
 }
@@ -54,16 +54,16 @@ std::optional<Kind> KindOfWord(std::string_view word) {
   return *found;
 }
 
-std::vector<ItemView> ResolveNames(const Database& database, std::span<const std::string> names) {
+std::vector<ItemView> ResolveNames(const Library& library, std::span<const std::string> names) {
   std::vector<ItemView> items;
   std::string unknown;
   for (const auto& argument : names) {
     const auto sought = Parse(argument);
-    if (const auto item = Find(database, sought)) {
+    if (const auto item = Find(library, sought)) {
       items.push_back(*item);
     } else {
       if (!unknown.empty()) unknown += '\n';
-      unknown += UnknownName(database, sought, argument);
+      unknown += UnknownName(library, sought, argument);
     }
   }
   if (!unknown.empty()) throw CommandFailed(ExitStatus::kNothingFound, unknown);

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "database/database.h"
+#include "library/library.h"
 
 namespace declarium::cli {
 
@@ -17,8 +17,8 @@ namespace declarium::cli {
 // The library's items of these names, in the order given. A name is looked up without regard to
 // case among the constants, then the declarations, then the records; "type:RECT" names the kind.
 // Throws CommandFailed when one is unknown, with the nearest names of the library in the message.
-// The views refer into `database`.
-[[nodiscard]] std::vector<ItemView> ResolveNames(const Database& database,
+// The views refer into `library`.
+[[nodiscard]] std::vector<ItemView> ResolveNames(const Library& library,
                                                  std::span<const std::string> names);
 
 }  // namespace declarium::cli

@@ -4,7 +4,7 @@
 #include <numeric>
 #include <string>
 
-#include "basic/text.h"
+#include "text/text.h"
 
 namespace declarium::cli {
 namespace {
@@ -54,7 +54,7 @@ std::size_t EditDistance(std::u16string_view a, std::u16string_view b, std::size
   return std::min(last.back(), limit + 1);
 }
 
-std::vector<ItemView> NearestNames(const Database& database, std::span<const Kind> kinds,
+std::vector<ItemView> NearestNames(const Library& library, std::span<const Kind> kinds,
                                    std::u16string_view name) {
   if (name.empty() || name.size() > kLongestName) return {};
   const auto sought = LowerCase(name);
@@ -62,7 +62,7 @@ std::vector<ItemView> NearestNames(const Database& database, std::span<const Kin
   std::vector<Candidate> nearest;
   std::u16string lowered;
   for (const auto kind : kinds) {
-    const auto& lists = database[kind];
+    const auto& lists = library[kind];
     for (std::size_t i = 0; i < lists.names.size(); ++i) {
       if (Difference(lists.names[i].size(), sought.size()) > limit) continue;
       LowerCaseInto(lists.names[i], lowered);

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "database/database.h"
+#include "library/library.h"
 
 namespace declarium::cli {
 
@@ -17,8 +17,8 @@ namespace declarium::cli {
 
 // At most three items of these kinds whose names are nearest to `name`, compared without regard to
 // case, nearest first and otherwise in library order; none that differs in more than a third of the
-// name's length. The views refer into `database`.
-[[nodiscard]] std::vector<ItemView> NearestNames(const Database& database,
+// name's length. The views refer into `library`.
+[[nodiscard]] std::vector<ItemView> NearestNames(const Library& library,
                                                  std::span<const Kind> kinds,
                                                  std::u16string_view name);
 

@@ -4,7 +4,7 @@
 #include <nlohmann/json.hpp>
 #include <ostream>
 
-#include "basic/text.h"
+#include "text/text.h"
 
 namespace declarium::cli {
 namespace {

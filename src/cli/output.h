@@ -7,7 +7,7 @@
 
 #include "cli/session.h"
 
-#include "database/kind.h"
+#include "library/kind.h"
 
 namespace declarium::cli {
 

@@ -3,12 +3,12 @@
 #include <array>
 #include <nlohmann/json.hpp>
 
-#include "cli/library.h"
+#include "cli/library_files.h"
 #include "cli/names.h"
 #include "cli/output.h"
 
-#include "basic/text.h"
 #include "search/search_engine.h"
+#include "text/text.h"
 
 namespace declarium::cli {
 namespace {
@@ -118,9 +118,9 @@ OutcomeText TextOf(SearchOutcome outcome) {
 
 ExitStatus RunSearch(const SearchOptions& options, const Session& session) {
   const auto criteria = CriteriaOf(options);
-  const auto database = LoadLibrary(options.file);
+  const auto library = LoadLibrary(options.file);
   HitList list;
-  const auto outcome = TextOf(Search(criteria, database, list));
+  const auto outcome = TextOf(Search(criteria, library, list));
   if (session.IsJson()) {
     auto header = JsonHeader("search");
     header["outcome"] = outcome.word;

@@ -4,16 +4,16 @@
 
 namespace declarium::cli {
 
-bool Session::UsesColour() const noexcept {
-  switch (colour) {
-    case ColourUse::kAlways:
+bool Session::UsesColor() const noexcept {
+  switch (color) {
+    case ColorUse::kAlways:
       return true;
-    case ColourUse::kNever:
+    case ColorUse::kNever:
       return false;
-    case ColourUse::kAuto:
+    case ColorUse::kAuto:
       break;
   }
-  return streams.out_is_terminal && !streams.no_colour;
+  return streams.out_is_terminal && !streams.no_color;
 }
 
 void Session::Say(std::string_view message) const {

@@ -8,22 +8,22 @@
 #include "cli/exit_status.h"
 #include "cli/streams.h"
 
-#include "basic/error.h"
+#include "text/error.h"
 
 namespace declarium::cli {
 
 enum class OutputFormat { kText, kJsonLines };
-enum class ColourUse { kAuto, kAlways, kNever };
+enum class ColorUse { kAuto, kAlways, kNever };
 
 struct Session {
   Streams& streams;
   OutputFormat format = OutputFormat::kText;
-  ColourUse colour = ColourUse::kAuto;
+  ColorUse color = ColorUse::kAuto;
   ExitStatus status = ExitStatus::kDone;
 
   [[nodiscard]] bool IsJson() const noexcept { return format == OutputFormat::kJsonLines; }
-  // Whether source text is coloured: on a terminal whose user has not asked for none, or always.
-  [[nodiscard]] bool UsesColour() const noexcept;
+  // Whether source text is colored: on a terminal whose user has not asked for none, or always.
+  [[nodiscard]] bool UsesColor() const noexcept;
 
   // Writes a message to the error stream, with the program's name in front of every line.
   void Say(std::string_view message) const;

@@ -4,7 +4,7 @@
 
 #include "cli/output.h"
 
-#include "basic/text.h"
+#include "text/text.h"
 
 namespace declarium::cli {
 namespace {

@@ -11,7 +11,7 @@ struct Streams {
   std::ostream& err;  // messages and progress, UTF-8
   bool out_is_terminal = false;
   bool err_is_terminal = false;
-  bool no_colour = false;  // the user asked every program to leave colours out
+  bool no_color = false;  // the user asked every program to leave colors out
 };
 
 }  // namespace declarium::cli

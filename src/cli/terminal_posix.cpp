@@ -7,7 +7,7 @@
 namespace declarium::cli {
 namespace {
 
-bool AsksForNoColour() {
+bool AsksForNoColor() {
   const char* const value = std::getenv("NO_COLOR");
   return value != nullptr && *value != '\0';
 }
@@ -20,7 +20,7 @@ struct StandardStreams::Parts {
                   std::cerr,
                   ::isatty(STDOUT_FILENO) != 0,
                   ::isatty(STDERR_FILENO) != 0,
-                  AsksForNoColour()};
+                  AsksForNoColor()};
 };
 
 StandardStreams::StandardStreams() {

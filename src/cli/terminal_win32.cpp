@@ -10,12 +10,12 @@
 
 #include "cli/terminal.h"
 
-#include "basic/text.h"
+#include "text/text.h"
 
 namespace declarium::cli {
 namespace {
 
-bool AsksForNoColour() {
+bool AsksForNoColor() {
   const wchar_t* const value = ::_wgetenv(L"NO_COLOR");
   return value != nullptr && *value != L'\0';
 }
@@ -94,7 +94,7 @@ struct StandardStreams::Parts {
   ConsoleOutput out{std::cout, STD_OUTPUT_HANDLE};
   ConsoleOutput err{std::cerr, STD_ERROR_HANDLE};
   Streams streams{std::cin,        std::cout,       std::cerr,
-                  out.IsConsole(), err.IsConsole(), AsksForNoColour()};
+                  out.IsConsole(), err.IsConsole(), AsksForNoColor()};
 };
 
 StandardStreams::StandardStreams() {

@@ -5,8 +5,8 @@
 #include <optional>
 #include <utility>
 
-#include "basic/number.h"
-#include "basic/text.h"
+#include "text/text.h"
+#include "vb/number.h"
 
 namespace declarium {
 namespace {

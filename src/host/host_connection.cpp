@@ -4,8 +4,8 @@
 #include <exception>
 #include <utility>
 
-#include "basic/number.h"
-#include "basic/texts.h"
+#include "text/user_texts.h"
+#include "vb/number.h"
 
 namespace declarium {
 namespace {

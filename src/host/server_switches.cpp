@@ -4,7 +4,7 @@
 #include <optional>
 #include <string_view>
 
-#include "basic/text.h"
+#include "text/text.h"
 
 namespace declarium {
 namespace {

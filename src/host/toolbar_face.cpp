@@ -7,7 +7,7 @@
 namespace declarium {
 namespace {
 
-// A page with the lines of a declaration and a blue D. Hexadecimal digits are colour numbers, '.'
+// A page with the lines of a declaration and a blue D. Hexadecimal digits are color numbers, '.'
 // is transparent.
 constexpr std::array<std::string_view, kFaceSize> kPicture = {
     "................", "..00000000......", "..0ffffff000....", "..0ffffff0f00...",
@@ -16,8 +16,8 @@ constexpr std::array<std::string_view, kFaceSize> kPicture = {
     "..0f88cccccff0..", "..0ffffffffff0..", "..000000000000..", "................",
 };
 
-// The colours 0 to 15 as blue, green, red.
-constexpr std::array<std::array<std::uint8_t, 3>, 16> kColours = {{
+// The colors 0 to 15 as blue, green, red.
+constexpr std::array<std::array<std::uint8_t, 3>, 16> kColors = {{
     {0, 0, 0},
     {0, 0, 128},
     {0, 128, 0},
@@ -44,7 +44,7 @@ char PixelAt(int x, int y) {
   return static_cast<std::size_t>(x) < row.size() ? row[static_cast<std::size_t>(x)] : '.';
 }
 
-int ColourOf(char pixel) {
+int ColorOf(char pixel) {
   if (pixel == '.') return 7;
   return pixel <= '9' ? pixel - '0' : pixel - 'a' + 10;
 }
@@ -54,7 +54,7 @@ void Append(std::vector<std::uint8_t>& out, std::uint32_t value, int bytes) {
 }
 
 std::vector<std::uint8_t> Header(int bits, std::uint32_t image_bytes,
-                                 std::span<const std::array<std::uint8_t, 3>> colours) {
+                                 std::span<const std::array<std::uint8_t, 3>> colors) {
   std::vector<std::uint8_t> out;
   Append(out, 40, 4);
   Append(out, kFaceSize, 4);
@@ -65,10 +65,10 @@ std::vector<std::uint8_t> Header(int bits, std::uint32_t image_bytes,
   Append(out, image_bytes, 4);
   Append(out, 0, 4);
   Append(out, 0, 4);
-  Append(out, static_cast<std::uint32_t>(colours.size()), 4);
+  Append(out, static_cast<std::uint32_t>(colors.size()), 4);
   Append(out, 0, 4);
-  for (const auto& colour : colours) {
-    for (const auto part : colour) out.push_back(part);
+  for (const auto& color : colors) {
+    for (const auto part : color) out.push_back(part);
     out.push_back(0);
   }
   return out;
@@ -77,10 +77,10 @@ std::vector<std::uint8_t> Header(int bits, std::uint32_t image_bytes,
 }  // namespace
 
 std::vector<std::uint8_t> ToolbarFace() {
-  auto out = Header(4, kFaceSize * kFaceSize / 2, kColours);
+  auto out = Header(4, kFaceSize * kFaceSize / 2, kColors);
   for (int y = kFaceSize - 1; y >= 0; --y) {
     for (int x = 0; x < kFaceSize; x += 2) {
-      const int pair = ColourOf(PixelAt(x, y)) << 4 | ColourOf(PixelAt(x + 1, y));
+      const int pair = ColorOf(PixelAt(x, y)) << 4 | ColorOf(PixelAt(x + 1, y));
       out.push_back(static_cast<std::uint8_t>(pair));
     }
   }

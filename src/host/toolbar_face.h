@@ -9,7 +9,7 @@ namespace declarium {
 
 inline constexpr int kFaceSize = 16;  // pixels, both ways
 
-// A packed device-independent bitmap: header, 16 colours in the standard order, rows from the
+// A packed device-independent bitmap: header, 16 colors in the standard order, rows from the
 // bottom up, 4 bits a pixel. Command bars take no other depth reliably.
 [[nodiscard]] std::vector<std::uint8_t> ToolbarFace();
 

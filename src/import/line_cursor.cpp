@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "basic/text.h"
+#include "text/text.h"
 
 namespace declarium {
 

@@ -4,9 +4,9 @@
 #include <array>
 #include <cstdint>
 
-#include "basic/code_page.h"
-#include "basic/scan.h"
-#include "basic/text.h"
+#include "text/code_page.h"
+#include "text/scan.h"
+#include "text/text.h"
 
 namespace declarium {
 namespace {

@@ -1,4 +1,4 @@
-// The line routines below the declaration parser: continuation lines, normalising a declaration
+// The line routines below the declaration parser: continuation lines, normalizing a declaration
 // line, the rest of a line behind its n-th blank, and the sort that orders a library.
 #pragma once
 

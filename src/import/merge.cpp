@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "basic/scan.h"
+#include "text/scan.h"
 
 namespace declarium {
 namespace {
@@ -82,11 +82,11 @@ KindLists SortAndReduce(const Combined& combined) {
 
 }  // namespace
 
-void MergeItems(Database& database, const ParsedItems& parsed, Existing existing) {
+void MergeItems(Library& library, const ParsedItems& parsed, Existing existing) {
   for (const auto kind : kKinds) {
     Combined combined;
     combined.Add(parsed[kind].names, parsed[kind].items);
-    auto& lists = database[kind];
+    auto& lists = library[kind];
     if (existing == Existing::kKeep) combined.Add(lists.names, lists.items);
     lists = SortAndReduce(combined);
   }

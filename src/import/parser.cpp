@@ -6,12 +6,12 @@
 #include <optional>
 #include <span>
 
-#include "basic/code_page.h"
-#include "basic/text.h"
-#include "database/file_format.h"
-#include "database/item.h"
 #include "import/line_cursor.h"
 #include "import/records.h"
+#include "library/file_format.h"
+#include "library/item.h"
+#include "text/code_page.h"
+#include "text/text.h"
 
 namespace declarium {
 namespace {

@@ -9,10 +9,10 @@
 #include <string_view>
 #include <vector>
 
-#include "database/kind.h"
-#include "database/string_list.h"
-#include "database/text_arena.h"
 #include "import/line_reader.h"
+#include "library/kind.h"
+#include "library/string_list.h"
+#include "library/text_arena.h"
 
 namespace declarium {
 

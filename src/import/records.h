@@ -11,8 +11,8 @@
 #include <string_view>
 #include <vector>
 
-#include "database/text_arena.h"
 #include "import/parser.h"
+#include "library/text_arena.h"
 
 namespace declarium {
 

@@ -4,8 +4,8 @@
 #include <compare>
 #include <string>
 
-#include "basic/like.h"
-#include "basic/text.h"
+#include "text/text.h"
+#include "vb/like.h"
 
 namespace declarium {
 namespace {

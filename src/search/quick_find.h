@@ -8,12 +8,12 @@
 #include <string_view>
 #include <vector>
 
-#include "database/string_list.h"
+#include "library/string_list.h"
 
 namespace declarium {
 
 // The positions, in list order, of the names whose lower-cased form contains the lower-cased
-// pattern. Wildcards in `text` work as wildcards (basic/like.h). `text` must not be empty.
+// pattern. Wildcards in `text` work as wildcards (vb/like.h). `text` must not be empty.
 [[nodiscard]] std::vector<std::size_t> FindNames(const StringList& names, std::u16string_view text);
 
 // The rows of a list as the type-ahead reads them.

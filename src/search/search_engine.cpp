@@ -25,12 +25,12 @@ bool IsSearched(const SearchCriteria& criteria, Kind kind) {
 
 // Upper bound less lower bound of every kind searched: one less than its number of items, so kinds
 // with a single item each are not enough. It has always been counted so.
-std::int32_t Total(const SearchCriteria& criteria, const Database& database) {
+std::int32_t Total(const SearchCriteria& criteria, const Library& library) {
   std::int32_t total = 0;
   for (const auto kind : kKinds) {
     if (!IsSearched(criteria, kind)) continue;
     total +=
-        static_cast<std::int32_t>(std::max<std::ptrdiff_t>(0, database[kind].names.UpperBound()));
+        static_cast<std::int32_t>(std::max<std::ptrdiff_t>(0, library[kind].names.UpperBound()));
   }
   return total;
 }
@@ -76,11 +76,11 @@ class Progress {
 
 }  // namespace
 
-SearchOutcome Search(const SearchCriteria& criteria, const Database& database,
+SearchOutcome Search(const SearchCriteria& criteria, const Library& library,
                      SearchReceiver& receiver) {
   SearchMatcher matcher(criteria);
   if (!matcher.HasCriteria()) return SearchOutcome::kNoCriteria;
-  const auto total = Total(criteria, database);
+  const auto total = Total(criteria, library);
   if (total == 0) return SearchOutcome::kNotEnough;
 
   receiver.Begin(total);
@@ -88,7 +88,7 @@ SearchOutcome Search(const SearchCriteria& criteria, const Database& database,
   progress.Advance();
   for (const auto kind : kKinds) {
     if (!IsSearched(criteria, kind)) continue;
-    const auto& lists = database[kind];
+    const auto& lists = library[kind];
     for (std::size_t i = 0; i < lists.names.size(); ++i) {
       const auto name = lists.names[i];
       if (matcher.Matches(kind, name, lists.ItemAt(i))) {

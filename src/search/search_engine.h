@@ -1,7 +1,7 @@
 // The advanced search: items that match up to six criteria, in the order Const, Declare, Type and
 // list order within a kind. It reads the library and never changes it.
 //
-// A criterion with an empty text is absent. Texts are patterns (basic/like.h) on lower-cased text:
+// A criterion with an empty text is absent. Texts are patterns (vb/like.h) on lower-cased text:
 // with "whole" the pattern itself, otherwise the pattern anywhere. With a name and other criteria
 // an item must match the name and one of the others; other criteria alone are alternatives. A
 // criterion that a kind does not know never matches an item of that kind.
@@ -18,7 +18,7 @@
 #include <string>
 #include <string_view>
 
-#include "database/database.h"
+#include "library/library.h"
 
 namespace declarium {
 
@@ -70,11 +70,11 @@ class SearchReceiver {
   [[nodiscard]] virtual std::uint32_t TickCount() = 0;
 };
 
-SearchOutcome Search(const SearchCriteria& criteria, const Database& database,
+SearchOutcome Search(const SearchCriteria& criteria, const Library& library,
                      SearchReceiver& receiver);
 
 // A text as the full-text criterion sees it: lower case, trimmed, a blank at both ends, and blanks
 // for ".", ",", "(", ")" and "'". Line breaks stay.
-[[nodiscard]] std::u16string NormaliseFullText(std::u16string_view text);
+[[nodiscard]] std::u16string NormalizeFullText(std::u16string_view text);
 
 }  // namespace declarium

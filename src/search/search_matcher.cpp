@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <array>
 
-#include "basic/number.h"
-#include "basic/scan.h"
-#include "basic/text.h"
-#include "database/item.h"
-#include "render/keyword.h"
+#include "library/item.h"
+#include "text/scan.h"
+#include "text/text.h"
+#include "vb/keyword.h"
+#include "vb/number.h"
 
 namespace declarium {
 namespace {
@@ -33,7 +33,7 @@ std::optional<LikePattern> MakeFullTextPattern(std::u16string_view text, bool wh
 }
 
 // The lower-cased text when it is nothing but units that stand for themselves both in a pattern and
-// in a normalised text, otherwise empty.
+// in a normalized text, otherwise empty.
 std::u16string PlainText(std::u16string_view text) {
   constexpr std::u16string_view kSpecial = u"?*#[ .,()'";
   return text.find_first_of(kSpecial) == text.npos ? LowerCase(text) : std::u16string();
@@ -76,7 +76,7 @@ constexpr auto kFullTextUnit = [] {
   return is_blank;
 }();
 
-void NormaliseFullTextInto(std::u16string_view text, std::u16string& out) {
+void NormalizeFullTextInto(std::u16string_view text, std::u16string& out) {
   text = Trim(text);
   out.resize(text.size() + 2);
   out.front() = u' ';
@@ -88,10 +88,10 @@ void NormaliseFullTextInto(std::u16string_view text, std::u16string& out) {
 
 }  // namespace
 
-std::u16string NormaliseFullText(std::u16string_view text) {
-  std::u16string normalised;
-  NormaliseFullTextInto(text, normalised);
-  return normalised;
+std::u16string NormalizeFullText(std::u16string_view text) {
+  std::u16string normalized;
+  NormalizeFullTextInto(text, normalized);
+  return normalized;
 }
 
 SearchMatcher::SearchMatcher(const SearchCriteria& criteria)
@@ -129,8 +129,8 @@ bool SearchMatcher::MatchesFullText(std::u16string_view text) {
     if (FindIgnoringCase(text, plain_text_) == text.npos) return false;
     if (!full_whole_words_) return true;
   }
-  NormaliseFullTextInto(text, normalised_);
-  return full_->Matches(normalised_);
+  NormalizeFullTextInto(text, normalized_);
+  return full_->Matches(normalized_);
 }
 
 bool SearchMatcher::MatchesNumberOrText(std::u16string_view text) const {

@@ -5,9 +5,9 @@
 #include <string>
 #include <string_view>
 
-#include "basic/like.h"
-#include "database/database.h"
+#include "library/library.h"
 #include "search/search_engine.h"
+#include "vb/like.h"
 
 namespace declarium {
 
@@ -46,12 +46,12 @@ class SearchMatcher {
   std::optional<LikePattern> argument_;
   std::optional<LikePattern> full_;
   // When not empty, no text without it matches full_, and every text with it does unless whole
-  // words are asked for: normalising leaves it as it is.
+  // words are asked for: normalizing leaves it as it is.
   std::u16string plain_text_;
   bool full_whole_words_;
   bool value_as_number_;
   std::u16string lowered_;
-  std::u16string normalised_;
+  std::u16string normalized_;
 };
 
 }  // namespace declarium

@@ -5,8 +5,8 @@
 #include <memory>
 #include <system_error>
 
-#include "basic/text.h"
-#include "database/file_io.h"
+#include "library/file_io.h"
+#include "text/text.h"
 
 namespace declarium {
 

@@ -4,12 +4,12 @@ namespace declarium {
 
 namespace {
 
-std::uint32_t ReadColour(const SettingsStore& store, const IntegerSetting& setting) {
+std::uint32_t ReadColor(const SettingsStore& store, const IntegerSetting& setting) {
   return static_cast<std::uint32_t>(ReadSetting(store, setting));
 }
 
-void WriteColour(SettingsStore& store, const IntegerSetting& setting, std::uint32_t colour) {
-  WriteSetting(store, setting, static_cast<std::int32_t>(colour));
+void WriteColor(SettingsStore& store, const IntegerSetting& setting, std::uint32_t color) {
+  WriteSetting(store, setting, static_cast<std::int32_t>(color));
 }
 
 WindowEdges ReadEdges(const SettingsStore& store) {
@@ -57,16 +57,16 @@ void WriteSetting(SettingsStore& store, const TextSetting& setting, std::u16stri
   store.SetValue(kSettingsKey, setting.name, ValueType::kText, std::u16string(value));
 }
 
-DisplayColours ReadColours(const SettingsStore& store) {
-  return {.keyword = ReadColour(store, setting::kKeywordColor),
-          .comment = ReadColour(store, setting::kCommentColor),
-          .normal = ReadColour(store, setting::kNormalColor)};
+DisplayColors ReadColors(const SettingsStore& store) {
+  return {.keyword = ReadColor(store, setting::kKeywordColor),
+          .comment = ReadColor(store, setting::kCommentColor),
+          .normal = ReadColor(store, setting::kNormalColor)};
 }
 
-void WriteColours(SettingsStore& store, const DisplayColours& colours) {
-  WriteColour(store, setting::kKeywordColor, colours.keyword);
-  WriteColour(store, setting::kCommentColor, colours.comment);
-  WriteColour(store, setting::kNormalColor, colours.normal);
+void WriteColors(SettingsStore& store, const DisplayColors& colors) {
+  WriteColor(store, setting::kKeywordColor, colors.keyword);
+  WriteColor(store, setting::kCommentColor, colors.comment);
+  WriteColor(store, setting::kNormalColor, colors.normal);
 }
 
 WindowSettings ReadWindowSettings(const SettingsStore& store) {

@@ -9,9 +9,9 @@
 #include <string>
 #include <string_view>
 
-#include "render/display_colours.h"
 #include "shell/pane_sizes.h"
 #include "shell/settings_store.h"
+#include "source/display_colors.h"
 
 namespace declarium {
 
@@ -38,9 +38,9 @@ struct WindowEdges {
 
 namespace setting {
 
-inline constexpr IntegerSetting kKeywordColor{u"KeywordColor", DisplayColours{}.keyword};
-inline constexpr IntegerSetting kCommentColor{u"CommentColor", DisplayColours{}.comment};
-inline constexpr IntegerSetting kNormalColor{u"NormalColor", DisplayColours{}.normal};
+inline constexpr IntegerSetting kKeywordColor{u"KeywordColor", DisplayColors{}.keyword};
+inline constexpr IntegerSetting kCommentColor{u"CommentColor", DisplayColors{}.comment};
+inline constexpr IntegerSetting kNormalColor{u"NormalColor", DisplayColors{}.normal};
 inline constexpr IntegerSetting kSizeSaved{u"SizeSaved", 0};  // 1: the placement below was saved
 // The window's normal rectangle, in dots of the screen. "Left" has always held its upper edge and
 // "Top" its left one; stored settings depend on it.
@@ -68,8 +68,8 @@ inline constexpr TextSetting kFindCheckBox{u"FindCheckBox", u"1110111011"};
 void WriteSetting(SettingsStore& store, const IntegerSetting& setting, std::int32_t value);
 void WriteSetting(SettingsStore& store, const TextSetting& setting, std::u16string_view value);
 
-[[nodiscard]] DisplayColours ReadColours(const SettingsStore& store);
-void WriteColours(SettingsStore& store, const DisplayColours& colours);
+[[nodiscard]] DisplayColors ReadColors(const SettingsStore& store);
+void WriteColors(SettingsStore& store, const DisplayColors& colors);
 
 // What the main window keeps from one run to the next.
 struct WindowSettings {

@@ -4,9 +4,9 @@
 #include <limits>
 #include <utility>
 
-#include "basic/code_page.h"
-#include "basic/number.h"
-#include "basic/text.h"
+#include "text/code_page.h"
+#include "text/text.h"
+#include "vb/number.h"
 
 namespace declarium {
 

@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-#include "toolkit/colour.h"
+#include "toolkit/color.h"
 #include "toolkit/geometry.h"
 #include "toolkit/icon.h"
 
@@ -23,11 +23,11 @@ class Canvas {
   virtual ~Canvas();
 
   [[nodiscard]] virtual Size Extent() const = 0;
-  virtual void Fill(const Rect& area, Colour colour) = 0;
-  // Every bit of every colour in the area is inverted, so that it shows on any background.
+  virtual void Fill(const Rect& area, Color color) = 0;
+  // Every bit of every color in the area is inverted, so that it shows on any background.
   virtual void Invert(const Rect& area) = 0;
   // Text in the middle of the area's height, cut off at its edges; CR LF begins a new line.
-  virtual void WriteText(const Rect& area, std::u16string_view text, FontRole font, Colour colour,
+  virtual void WriteText(const Rect& area, std::u16string_view text, FontRole font, Color color,
                          Alignment alignment) = 0;
   // The picture in the largest size that fits the area, in its middle.
   virtual void DrawPicture(const Rect& area, Icon icon) = 0;

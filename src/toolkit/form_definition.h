@@ -17,7 +17,7 @@
 #include <vector>
 
 #include "toolkit/canvas.h"
-#include "toolkit/colour.h"
+#include "toolkit/color.h"
 #include "toolkit/geometry.h"
 #include "toolkit/icon.h"
 #include "toolkit/input.h"
@@ -83,7 +83,7 @@ struct ControlDefinition {
   bool takes_enter = false;            // Enter is a key of this control, as if no default button
   FontRole font = FontRole::kText;
   ButtonRole role = ButtonRole::kPlain;
-  Colour back_colour = kButtonFaceColour;  // picture boxes
+  Color back_color = kButtonFaceColor;  // picture boxes
   MousePointer pointer = MousePointer::kDefault;
   std::span<const std::u16string_view> rows = {};         // list and combo boxes
   std::span<const ToolbarButtonDefinition> buttons = {};  // toolbars

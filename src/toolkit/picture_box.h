@@ -1,19 +1,19 @@
-// A surface that the form paints itself: splitter bars, colour swatches, the splash picture.
+// A surface that the form paints itself: splitter bars, color swatches, the splash picture.
 #pragma once
 
 #include "toolkit/canvas.h"
-#include "toolkit/colour.h"
+#include "toolkit/color.h"
 #include "toolkit/control.h"
 
 namespace declarium {
 
 class PictureBox : public Control {
  public:
-  // Setting it clears the surface to the colour and has it painted again.
-  [[nodiscard]] virtual Colour BackColour() const = 0;
-  virtual void SetBackColour(Colour colour) = 0;
+  // Setting it clears the surface to the color and has it painted again.
+  [[nodiscard]] virtual Color BackColor() const = 0;
+  virtual void SetBackColor(Color color) = 0;
 
-  // Has the surface painted again: cleared to the back colour, then on_paint. It happens at the
+  // Has the surface painted again: cleared to the back color, then on_paint. It happens at the
   // next Refresh() or when pending events are processed.
   virtual void Invalidate() = 0;
 

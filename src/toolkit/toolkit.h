@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-#include "toolkit/colour.h"
+#include "toolkit/color.h"
 #include "toolkit/dialogs.h"
 #include "toolkit/event.h"
 #include "toolkit/form.h"
@@ -42,8 +42,8 @@ class Toolkit {
       const FileDialog& dialog) = 0;
   [[nodiscard]] virtual std::optional<std::u16string> ChooseFileToSave(
       const FileDialog& dialog) = 0;
-  // The colour chosen, beginning with `initial`; nullopt when cancelled.
-  [[nodiscard]] virtual std::optional<Colour> ChooseColour(Colour initial) = 0;
+  // The color chosen, beginning with `initial`; nullopt when cancelled.
+  [[nodiscard]] virtual std::optional<Color> AskColor(Color initial) = 0;
 
   // The clipboard's text; empty when it holds none.
   [[nodiscard]] virtual std::u16string ClipboardText() const = 0;

@@ -14,8 +14,8 @@
 #include <string_view>
 #include <windows.h>
 
-#include "basic/text.h"
 #include "host/ide_driver.h"
+#include "text/text.h"
 #include "window/driven_lists.h"
 #include "window/driven_main_window.h"
 #include "window/job.h"

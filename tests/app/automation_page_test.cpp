@@ -3,7 +3,6 @@
 #include <string>
 #include <string_view>
 
-#include "basic/text.h"
 #include "import/ui/add_dialog.h"
 #include "search/ui/search_form.h"
 #include "search/ui/wait_window.h"
@@ -11,6 +10,7 @@
 #include "shell/ui/options_dialog.h"
 #include "shell/ui/splash.h"
 #include "support/temporary_folder.h"
+#include "text/text.h"
 #include "toolkit/form_definition.h"
 
 namespace declarium {

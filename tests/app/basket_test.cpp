@@ -37,14 +37,14 @@ TEST_F(Display, ChoosingAConstShowsItsTextAndItsSharedItems) {
   EXPECT_EQ(EntriesOf(Form().lstShare), (Rows{u"1 A"}));
 }
 
-TEST_F(Display, ChoosingADeclareShowsItColouredAndListsItsRecords) {
+TEST_F(Display, ChoosingADeclareShowsItColoredAndListsItsRecords) {
   Choose(1, 2);
   EXPECT_EQ(Form().RTB.Text(),
             u"Declare Function GetWindow Lib \"user32\" (r As RECT, p As POINTAPI) As Long");
   EXPECT_EQ(EntriesOf(Form().lstShare), (Rows{u"3 POINTAPI", u"3 RECT"}));
   const auto runs = Form().RTB.Runs();
   ASSERT_FALSE(runs.empty());
-  EXPECT_EQ(runs.front(), (ColouredRun{0xFF0000, u"Declare"}));
+  EXPECT_EQ(runs.front(), (ColoredRun{0xFF0000, u"Declare"}));
 }
 
 TEST_F(Display, ChoosingATypeShowsItsMembersAndListsConstsBeforeTypes) {

@@ -3,8 +3,8 @@
 #include <regex>
 
 #include "app/window_fixture.h"
-#include "basic/text.h"
 #include "support/temporary_folder.h"
+#include "text/text.h"
 
 namespace declarium {
 namespace {

@@ -2,10 +2,10 @@
 #include <filesystem>
 
 #include "app/window_fixture.h"
-#include "basic/texts.h"
 #include "import/ui/add_dialog.h"
 #include "search/ui/search_form.h"
 #include "shell/ui/options_dialog.h"
+#include "text/user_texts.h"
 #include "toolkit/headless/form.h"
 
 namespace declarium {

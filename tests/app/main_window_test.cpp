@@ -203,7 +203,7 @@ TEST_F(MainWindowTest, PaneSizesComeBackAfterReopening) {
   EXPECT_EQ(Form().txtInput.Bounds().width, 308);
 }
 
-TEST_F(MainWindowTest, ChosenColoursApplyFromTheNextItemShown) {
+TEST_F(MainWindowTest, ChosenColorsApplyFromTheNextItemShown) {
   Open();
   User().ChooseRow(Form().cmbDatabase, 0);
   User().ChooseRow(Form().cmbSelector, 0);
@@ -211,10 +211,10 @@ TEST_F(MainWindowTest, ChosenColoursApplyFromTheNextItemShown) {
     User().DoubleClick(form.Get<PictureBox>("picColor0"));
     User().Click(form.Get<CommandButton>("Command2"));
   });
-  Script().AnswerColour(0x112233);
+  Script().AnswerColor(0x112233);
   User().ClickToolbar(Form().Toolbar1, "settings");
   User().ChooseRow(Form().lstConst, 0);
-  EXPECT_EQ(Form().RTB.Runs().front(), (ColouredRun{0x112233, u"Const"}));
+  EXPECT_EQ(Form().RTB.Runs().front(), (ColoredRun{0x112233, u"Const"}));
 }
 
 TEST_F(MainWindowTest, FindOpensTheSearchDialogWhoseHitsShowInTheWindow) {

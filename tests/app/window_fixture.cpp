@@ -4,9 +4,9 @@
 #include <fstream>
 #include <iterator>
 
-#include "basic/code_page.h"
-#include "basic/text.h"
-#include "database/file_io.h"
+#include "library/file_io.h"
+#include "text/code_page.h"
+#include "text/text.h"
 
 namespace declarium {
 namespace {

@@ -25,30 +25,30 @@ TEST_F(ItemCommands, ACommandsWordIsANameBehindTheCommand) {
   EXPECT_EQ(RunCli({"show", library_, "list"}).status, 1);
 }
 
-TEST_F(ItemCommands, ColourOnlyOnATerminalAndNeverAgainstTheUsersWish) {
+TEST_F(ItemCommands, ColorOnlyOnATerminalAndNeverAgainstTheUsersWish) {
   const std::vector<std::string> show = {"show", library_, "HEX_TEN"};
   const std::string plain = "Const HEX_TEN = &H10\n";
-  const std::string coloured = "\x1B[94mConst\x1B[0m HEX_TEN = &H10\n";
+  const std::string colored = "\x1B[94mConst\x1B[0m HEX_TEN = &H10\n";
   EXPECT_EQ(RunCli(show).out, plain);
-  EXPECT_EQ(RunCli(show, {.out_is_terminal = true}).out, coloured);
-  EXPECT_EQ(RunCli(show, {.out_is_terminal = true, .no_colour = true}).out, plain);
+  EXPECT_EQ(RunCli(show, {.out_is_terminal = true}).out, colored);
+  EXPECT_EQ(RunCli(show, {.out_is_terminal = true, .no_color = true}).out, plain);
   EXPECT_EQ(
       RunCli({"show", library_, "HEX_TEN", "--color", "never"}, {.out_is_terminal = true}).out,
       plain);
-  EXPECT_EQ(RunCli({"--color", "always", "show", library_, "HEX_TEN"}, {.no_colour = true}).out,
-            coloured);
+  EXPECT_EQ(RunCli({"--color", "always", "show", library_, "HEX_TEN"}, {.no_color = true}).out,
+            colored);
 }
 
-TEST_F(ItemCommands, ColouredTextWithoutItsColoursIsThePlainText) {
+TEST_F(ItemCommands, ColoredTextWithoutItsColorsIsThePlainText) {
   folder_.Put("lone.bas", "Declare Sub A Lib \"x\" ( ByVal b As Long, ( ) 'end\r\n");
   ASSERT_EQ(RunCli({"import", library_, Path("lone.bas")}).status, 0);
-  auto coloured = RunCli({"show", library_, "A", "--color", "always"}).out;
+  auto colored = RunCli({"show", library_, "A", "--color", "always"}).out;
   for (const std::string escape : {"\x1B[94m", "\x1B[32m", "\x1B[0m"}) {
-    for (auto at = coloured.find(escape); at != coloured.npos; at = coloured.find(escape)) {
-      coloured.erase(at, escape.size());
+    for (auto at = colored.find(escape); at != colored.npos; at = colored.find(escape)) {
+      colored.erase(at, escape.size());
     }
   }
-  EXPECT_EQ(coloured, RunCli({"show", library_, "A"}).out);
+  EXPECT_EQ(colored, RunCli({"show", library_, "A"}).out);
 }
 
 TEST_F(ItemCommands, ShowGivesCodeAndRunsInJson) {

@@ -6,9 +6,9 @@
 
 #include "cli/run_cli.h"
 
-#include "basic/text.h"
-#include "database/file_io.h"
+#include "library/file_io.h"
 #include "support/temporary_folder.h"
+#include "text/text.h"
 
 namespace declarium::cli {
 

@@ -33,17 +33,17 @@ class Nearest : public testing::Test {
  protected:
   Nearest() {
     for (const auto* name : {u"GetDC", u"GetText", u"GetWindow", u"SetText", u"SetTexts"}) {
-      database_[Kind::kDeclare].names.Add(name);
-      database_[Kind::kDeclare].items.Add(u"");
+      library_[Kind::kDeclare].names.Add(name);
+      library_[Kind::kDeclare].items.Add(u"");
     }
-    database_[Kind::kType].names.Add(u"Rect");
+    library_[Kind::kType].names.Add(u"Rect");
   }
   [[nodiscard]] std::vector<std::u16string> Names(std::u16string_view name) const {
     std::vector<std::u16string> names;
-    for (const auto& item : NearestNames(database_, kKinds, name)) names.emplace_back(item.name);
+    for (const auto& item : NearestNames(library_, kKinds, name)) names.emplace_back(item.name);
     return names;
   }
-  Database database_;
+  Library library_;
 };
 
 TEST_F(Nearest, NearestFirstWhateverTheCase) {

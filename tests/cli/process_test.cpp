@@ -64,7 +64,7 @@ TEST_F(CliProcess, TakesNamesBeyondAscii) {
   EXPECT_NE(Bytes("out.txt").find("Žltý kôň"), std::string::npos);
 }
 
-TEST_F(CliProcess, HasNoColourInAPipe) {
+TEST_F(CliProcess, HasNoColorInAPipe) {
   EXPECT_EQ(Run("show " + Quoted("sample.api") + " LIMIT"), 0);
   EXPECT_EQ(Bytes("out.txt").find('\x1B'), std::string::npos);
 }

@@ -20,7 +20,7 @@ struct CliSurroundings {
   std::string input = {};
   bool out_is_terminal = false;
   bool err_is_terminal = false;
-  bool no_colour = false;
+  bool no_color = false;
 };
 
 inline CliRun RunCli(const std::vector<std::string>& arguments,
@@ -33,7 +33,7 @@ inline CliRun RunCli(const std::vector<std::string>& arguments,
                   err,
                   surroundings.out_is_terminal,
                   surroundings.err_is_terminal,
-                  surroundings.no_colour};
+                  surroundings.no_color};
   const int status = RunCommandLine(arguments, streams);
   return {status, out.str(), err.str()};
 }

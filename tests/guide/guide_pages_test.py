@@ -57,7 +57,7 @@ def shape_of(text):
 
 
 def captions():
-    source = (PROJECT / "src" / "basic" / "texts.h").read_text(encoding="utf-8")
+    source = (PROJECT / "src" / "text" / "user_texts.h").read_text(encoding="utf-8")
     return {text.replace("&", "").strip() for text in re.findall(r'u"((?:[^"\\]|\\.)*)"', source)}
 
 

@@ -14,7 +14,6 @@
 #include <windows.h>
 #include <shellapi.h>
 
-#include "basic/text.h"
 #include "host/com/connect.h"
 #include "host/com/host_calls.h"
 #include "host/com/server_process.h"
@@ -22,6 +21,7 @@
 #include "host/com/windows_face_clipboard.h"
 #include "host/host_sessions.h"
 #include "host/server_switches.h"
+#include "text/text.h"
 
 namespace declarium {
 namespace {

@@ -10,10 +10,10 @@
 #include <utility>
 #include <vector>
 
-#include "basic/text.h"
 #include "host/face_clipboard.h"
 #include "host/host_object_model.h"
 #include "host/main_window_link.h"
+#include "text/text.h"
 
 namespace declarium {
 

@@ -2,11 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include "basic/text.h"
 #include "host/doctor.h"
 #include "host/fake_registry.h"
 #include "host/server_switches.h"
 #include "support/temporary_folder.h"
+#include "text/text.h"
 
 namespace declarium {
 namespace {

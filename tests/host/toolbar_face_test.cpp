@@ -7,14 +7,14 @@
 namespace declarium {
 namespace {
 
-TEST(ToolbarFace, IsASixteenColourBitmap) {
+TEST(ToolbarFace, IsASixteenColorBitmap) {
   const auto face = ToolbarFace();
   ASSERT_EQ(face.size(), 40u + 16 * 4 + 16 * 8);
   EXPECT_EQ(face[0], 40);
   EXPECT_EQ(face[4], kFaceSize);
   EXPECT_EQ(face[8], kFaceSize);
   EXPECT_EQ(face[14], 4);
-  // The last colour of the standard order is white.
+  // The last color of the standard order is white.
   EXPECT_EQ(face[40 + 15 * 4], 255);
 }
 

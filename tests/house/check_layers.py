@@ -12,11 +12,13 @@ import sys
 ROWS = [
     ["app", "cli"],
     ["host", "shell"],
-    ["search", "deps"],
-    ["render", "import"],
-    ["database"],
+    ["search", "basket"],
+    ["needs"],
+    ["source", "import"],
+    ["library"],
     ["toolkit"],
-    ["basic"],
+    ["vb"],
+    ["text", "win32"],
 ]
 ROW_OF = {folder: row for row, folders in enumerate(ROWS) for folder in folders}
 
@@ -27,7 +29,7 @@ INCLUDE = re.compile(r'^\s*#\s*include\s+(?:"([^"]+)"|<([^>]+)>)')
 
 
 def may_include_windows(path):
-    return (path.parts[:2] == ("toolkit", "win32") or path.parts[0] in ("host", "app")
+    return (path.parts[:2] == ("toolkit", "win32") or path.parts[0] in ("win32", "host", "app")
             or path.stem.endswith("_win32"))
 
 
@@ -61,7 +63,7 @@ def offences(src):
             if target != folder and ROW_OF[target] <= ROW_OF[folder]:
                 yield f"{path}:{number}: {folder} may not include {quoted}"
             if target == "toolkit" and not is_form and folder in (
-                    "database", "import", "render", "deps", "search", "cli"):
+                    "library", "import", "source", "needs", "basket", "search", "cli"):
                 yield f"{path}:{number}: rules may not see the toolkit ({quoted})"
             if "ui" in parts and not is_form and folder not in ("app", "host", "shell"):
                 yield f"{path}:{number}: rules may not see forms ({quoted})"

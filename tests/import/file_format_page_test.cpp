@@ -6,9 +6,9 @@
 #include <iterator>
 #include <sstream>
 
-#include "basic/text.h"
-#include "database/file_format.h"
 #include "import/merge.h"
+#include "library/file_format.h"
+#include "text/text.h"
 
 namespace declarium {
 namespace {
@@ -59,25 +59,25 @@ TEST(FileFormatPage, TheExamplesSourceGivesItsBytes) {
   ASSERT_EQ(source.size(), 1U);
   ASSERT_EQ(hex.size(), 2U);
 
-  Database database;
-  database.title = u"Okná";
-  MergeItems(database, ParseDeclarations(ReadSource(FromUtf8(source[0]))), Existing::kKeep);
-  EXPECT_EQ(LibraryBytes(database), Bytes(hex[0]));
+  Library library;
+  library.title = u"Okná";
+  MergeItems(library, ParseDeclarations(ReadSource(FromUtf8(source[0]))), Existing::kKeep);
+  EXPECT_EQ(LibraryBytes(library), Bytes(hex[0]));
 }
 
 TEST(FileFormatPage, TheExamplesBytesLoadAndSaveThemselves) {
   const auto bytes = Bytes(Blocks("hex").at(0));
-  const auto database = ParseLibrary(bytes, "example.api");
-  ASSERT_TRUE(database);
-  EXPECT_EQ(database->title, u"Okná");
-  EXPECT_EQ((*database)[Kind::kConst].names, StringList({u"MAX_PATH", u"SW_SHOW"}));
-  EXPECT_EQ(FindItem(*database, Kind::kConst, u"sw_show")->item,
+  const auto library = ParseLibrary(bytes, "example.api");
+  ASSERT_TRUE(library);
+  EXPECT_EQ(library->title, u"Okná");
+  EXPECT_EQ((*library)[Kind::kConst].names, StringList({u"MAX_PATH", u"SW_SHOW"}));
+  EXPECT_EQ(FindItem(*library, Kind::kConst, u"sw_show")->item,
             u"Long\x0E"
             u"5");
-  EXPECT_EQ(FindItem(*database, Kind::kDeclare, u"GetTickCount")->item,
+  EXPECT_EQ(FindItem(*library, Kind::kDeclare, u"GetTickCount")->item,
             u"\x0B\"kernel32\" () As Long");
-  EXPECT_EQ(FindItem(*database, Kind::kType, u"POINTAPI")->item, u"\x0Cx As Long\ry As Long");
-  EXPECT_EQ(LibraryBytes(*database), bytes);
+  EXPECT_EQ(FindItem(*library, Kind::kType, u"POINTAPI")->item, u"\x0Cx As Long\ry As Long");
+  EXPECT_EQ(LibraryBytes(*library), bytes);
 }
 
 TEST(FileFormatPage, TheEmptyExampleIsANewLibrary) {

@@ -4,9 +4,9 @@
 #include <array>
 #include <gtest/gtest.h>
 
-#include "basic/code_page.h"
 #include "import/parser.h"
 #include "support/texts.h"
+#include "text/code_page.h"
 
 namespace declarium {
 namespace {

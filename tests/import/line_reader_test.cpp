@@ -4,8 +4,8 @@
 #include <cmath>
 #include <gtest/gtest.h>
 
-#include "basic/text.h"
 #include "support/texts.h"
+#include "text/text.h"
 
 namespace declarium {
 namespace {
@@ -16,7 +16,7 @@ std::u16string ReplaceOnce(std::u16string text, std::u16string_view from, std::u
   return found == text.npos ? text : text.replace(found, from.size(), to);
 }
 
-// The normalisation written out with 1-based positions, 0 for none.
+// The normalization written out with 1-based positions, 0 for none.
 std::u16string PlainNormalizeLine(std::u16string_view line) {
   const auto position_of = [](std::u16string_view text, std::u16string_view sought) {
     return text.find(sought) + 1;
@@ -46,7 +46,7 @@ std::u16string PlainRestAfterBlank(std::u16string_view line, int n) {
 TEST(NormalizeLine, AnswersForKnownLines) {
   const struct {
     std::u16string_view line;
-    std::u16string_view normalised;
+    std::u16string_view normalized;
   } cases[] = {
       {u"\tConst  A = 1", u"Const  A = 1"},
       {u"Const  A = 1 '   note", u"Const A = 1 'note"},
@@ -61,7 +61,7 @@ TEST(NormalizeLine, AnswersForKnownLines) {
       {u" \t ", u""},
       {u"", u""},
   };
-  for (const auto& c : cases) EXPECT_EQ(NormalizeLine(c.line), c.normalised);
+  for (const auto& c : cases) EXPECT_EQ(NormalizeLine(c.line), c.normalized);
 }
 
 TEST(NormalizeLine, AgreesWithItsSlowTwinOnEverySmallLine) {

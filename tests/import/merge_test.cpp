@@ -4,9 +4,9 @@
 #include <gtest/gtest.h>
 #include <set>
 
-#include "basic/text.h"
-#include "database/find_item_index.h"
+#include "library/find_item_index.h"
 #include "support/texts.h"
+#include "text/text.h"
 
 namespace declarium {
 namespace {
@@ -24,26 +24,26 @@ ParsedItems Parsed(Kind kind, const Pairs& pairs) {
   return parsed;
 }
 
-void Put(Database& database, Kind kind, const Pairs& pairs) {
+void Put(Library& library, Kind kind, const Pairs& pairs) {
   for (const auto& [name, item] : pairs) {
-    database[kind].names.Add(name);
-    database[kind].items.Add(item);
+    library[kind].names.Add(name);
+    library[kind].items.Add(item);
   }
 }
 
-Pairs PairsOf(const Database& database, Kind kind) {
+Pairs PairsOf(const Library& library, Kind kind) {
   Pairs pairs;
-  const auto& [names, items] = database[kind];
+  const auto& [names, items] = library[kind];
   EXPECT_EQ(names.size(), items.size());
   for (std::size_t i = 0; i < names.size(); ++i) pairs.emplace_back(names[i], items[i]);
   return pairs;
 }
 
 Pairs Merged(const Pairs& parsed, const Pairs& existing, Existing keep) {
-  Database database;
-  Put(database, Kind::kConst, existing);
-  MergeItems(database, Parsed(Kind::kConst, parsed), keep);
-  return PairsOf(database, Kind::kConst);
+  Library library;
+  Put(library, Kind::kConst, existing);
+  MergeItems(library, Parsed(Kind::kConst, parsed), keep);
+  return PairsOf(library, Kind::kConst);
 }
 
 TEST(Merge, SortsByNameWithoutRegardToCase) {
@@ -110,49 +110,47 @@ TEST(Merge, ThePositionStandsBehindTheLastCharacter27) {
 }
 
 TEST(Merge, AnExistingNameWithoutAnItemStringGetsAnEmptyOne) {
-  Database database;
-  database[Kind::kType].names = {u"A", u"B"};
-  database[Kind::kType].items = {u"a"};
-  MergeItems(database, {}, Existing::kKeep);
-  EXPECT_EQ(PairsOf(database, Kind::kType), (Pairs{{u"A", u"a"}, {u"B", u""}}));
+  Library library;
+  library[Kind::kType].names = {u"A", u"B"};
+  library[Kind::kType].items = {u"a"};
+  MergeItems(library, {}, Existing::kKeep);
+  EXPECT_EQ(PairsOf(library, Kind::kType), (Pairs{{u"A", u"a"}, {u"B", u""}}));
 }
 
 TEST(Merge, TreatsTheKindsAlikeAndApart) {
   for (const auto kind : kKinds) {
-    Database database;
-    for (const auto other : kKinds) Put(database, other, {{u"a", u"old"}});
-    MergeItems(database, Parsed(kind, {{u"b", u"new"}}), Existing::kKeep);
-    for (const auto other : kKinds)
-      EXPECT_EQ(database[other].names.size(), other == kind ? 2U : 1U);
-    MergeItems(database, Parsed(kind, {{u"b", u"new"}}), Existing::kReplace);
-    for (const auto other : kKinds)
-      EXPECT_EQ(database[other].names.size(), other == kind ? 1U : 0U);
+    Library library;
+    for (const auto other : kKinds) Put(library, other, {{u"a", u"old"}});
+    MergeItems(library, Parsed(kind, {{u"b", u"new"}}), Existing::kKeep);
+    for (const auto other : kKinds) EXPECT_EQ(library[other].names.size(), other == kind ? 2U : 1U);
+    MergeItems(library, Parsed(kind, {{u"b", u"new"}}), Existing::kReplace);
+    for (const auto other : kKinds) EXPECT_EQ(library[other].names.size(), other == kind ? 1U : 0U);
   }
 }
 
 TEST(Merge, LeavesTitlePathAndChangedFlag) {
-  Database database;
-  database.title = u"T";
-  database.path = "p";
-  MergeItems(database, Parsed(Kind::kConst, {{u"a", u"1"}}), Existing::kKeep);
-  EXPECT_EQ(database.title, u"T");
-  EXPECT_EQ(database.path, "p");
-  EXPECT_FALSE(database.dirty);
+  Library library;
+  library.title = u"T";
+  library.path = "p";
+  MergeItems(library, Parsed(Kind::kConst, {{u"a", u"1"}}), Existing::kKeep);
+  EXPECT_EQ(library.title, u"T");
+  EXPECT_EQ(library.path, "p");
+  EXPECT_FALSE(library.dirty);
 }
 
 TEST(Merge, TheLibraryOutlivesWhatWasParsed) {
-  Database database;
+  Library library;
   {
     auto parsed = ParseDeclarations({u"Const B = 1\r\nConst A = 2", {}});
-    MergeItems(database, parsed, Existing::kKeep);
+    MergeItems(library, parsed, Existing::kKeep);
   }
-  MergeItems(database, {}, Existing::kKeep);
-  EXPECT_EQ(PairsOf(database, Kind::kConst), (Pairs{{u"A",
-                                                     u"\x0E"
-                                                     u"2"},
-                                                    {u"B",
-                                                     u"\x0E"
-                                                     u"1"}}));
+  MergeItems(library, {}, Existing::kKeep);
+  EXPECT_EQ(PairsOf(library, Kind::kConst), (Pairs{{u"A",
+                                                    u"\x0E"
+                                                    u"2"},
+                                                   {u"B",
+                                                    u"\x0E"
+                                                    u"1"}}));
 }
 
 // Keys, sort and walk written out.
@@ -201,14 +199,14 @@ TEST(Merge, AgreesWithItsSlowTwinOnRandomLists) {
 TEST(Merge, KeepsTheOrderThatTheLookupNeeds) {
   Random random(8);
   const std::vector<std::u16string> pieces = {u"a", u"A", u"b", u"_", u"z", u"9"};
-  Database database;
+  Library library;
   std::set<std::u16string> known;
   for (int round = 0; round < 60; ++round) {
     Pairs parsed(random.Below(10));
     for (auto& pair : parsed) pair = {u"n" + random.Text(pieces, 4), u"item"};
     for (const auto& pair : parsed) known.insert(pair.first);
-    MergeItems(database, Parsed(Kind::kDeclare, parsed), Existing::kKeep);
-    const auto& names = database[Kind::kDeclare].names;
+    MergeItems(library, Parsed(Kind::kDeclare, parsed), Existing::kKeep);
+    const auto& names = library[Kind::kDeclare].names;
     ASSERT_TRUE(std::ranges::is_sorted(names, {}, [](auto n) { return LowerCase(n); }));
     for (const auto& name : known) ASSERT_GE(FindItemIndex(name, names), 0);
   }

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <gtest/gtest.h>
 
-#include "basic/text.h"
 #include "support/texts.h"
+#include "text/text.h"
 
 namespace declarium {
 namespace {

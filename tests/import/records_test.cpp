@@ -98,10 +98,10 @@ TEST(Records, WithinTheLimitEveryNestedRecordIsMade) {
 TEST(Records, BeyondTheLimitOnlyWhatAMergeKeepsIsMade) {
   Nest nest(12, {u"A", u"A", u"A", u"A"});
   EXPECT_THAT(nest.DroppedLines(), IsEmpty());
-  Database database;
-  MergeItems(database, nest.parsed, Existing::kReplace);
-  EXPECT_THAT(Texts(database[Kind::kType].names), ElementsAre(u"A", u"Outermost"));
-  EXPECT_EQ(database[Kind::kType].items[0], u"");
+  Library library;
+  MergeItems(library, nest.parsed, Existing::kReplace);
+  EXPECT_THAT(Texts(library[Kind::kType].names), ElementsAre(u"A", u"Outermost"));
+  EXPECT_EQ(library[Kind::kType].items[0], u"");
 }
 
 TEST(Records, BeyondTheLimitTheLongestAreDroppedAndReported) {
@@ -128,11 +128,11 @@ TEST(Records, ManyTypeLinesOfOneNameAreOneRecord) {
   for (int i = 0; i < kLines; ++i) source += "Type T\r\n";
   const auto parsed = ParseSourceFile(source);
   EXPECT_TRUE(parsed.skipped.empty());
-  Database database;
-  MergeItems(database, parsed, Existing::kReplace);
-  ASSERT_EQ(database[Kind::kType].names.size(), 1);
+  Library library;
+  MergeItems(library, parsed, Existing::kReplace);
+  ASSERT_EQ(library[Kind::kType].names.size(), 1);
   // Position 9999 comes last as text; 50 001 lines and an empty one stand behind it.
-  EXPECT_EQ(database[Kind::kType].items[0].size(), 1 + 50'001 * 7);
+  EXPECT_EQ(library[Kind::kType].items[0].size(), 1 + 50'001 * 7);
 }
 
 }  // namespace

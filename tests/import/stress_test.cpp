@@ -6,8 +6,8 @@
 
 #include "gtest/gtest.h"
 
-#include "database/file_format.h"
 #include "import/merge.h"
+#include "library/file_format.h"
 
 namespace declarium {
 namespace {
@@ -66,18 +66,18 @@ std::string Module(std::size_t lines) {
 TEST(ImportStress, ALongModuleIsImportedMergedAgainAndComesBackFromItsFile) {
   const auto lines = WantedLines();
   const auto source = Module(lines);
-  Database database;
-  MergeItems(database, ParseSourceFile(source), Existing::kReplace);
-  const auto constants = database[Kind::kConst].names.size();
+  Library library;
+  MergeItems(library, ParseSourceFile(source), Existing::kReplace);
+  const auto constants = library[Kind::kConst].names.size();
   EXPECT_GT(constants, lines / 26 * 3 - 3);
-  MergeItems(database, ParseSourceFile(source), Existing::kKeep);
-  EXPECT_EQ(database[Kind::kConst].names.size(), constants);
+  MergeItems(library, ParseSourceFile(source), Existing::kKeep);
+  EXPECT_EQ(library[Kind::kConst].names.size(), constants);
 
-  const auto again = ParseLibrary(LibraryBytes(database), "library.api");
+  const auto again = ParseLibrary(LibraryBytes(library), "library.api");
   ASSERT_TRUE(again);
   for (const auto kind : kKinds) {
-    EXPECT_EQ((*again)[kind].names, database[kind].names);
-    EXPECT_EQ((*again)[kind].items, database[kind].items);
+    EXPECT_EQ((*again)[kind].names, library[kind].names);
+    EXPECT_EQ((*again)[kind].items, library[kind].items);
   }
 }
 

@@ -10,7 +10,7 @@
 #include <string>
 #include <windows.h>
 
-#include "basic/text.h"
+#include "text/text.h"
 #include "window/driven_lists.h"
 #include "window/driven_main_window.h"
 #include "window/job.h"

@@ -5,8 +5,8 @@
 #include <optional>
 #include <set>
 
-#include "basic/text.h"
 #include "support/texts.h"
+#include "text/text.h"
 
 namespace declarium {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "basic/text.h"
+#include "text/text.h"
 
 namespace declarium {
 namespace {
@@ -37,28 +37,28 @@ class Recorder : public SearchReceiver {
 using Numbers = std::vector<std::int32_t>;
 using Strings = std::vector<std::u16string>;
 
-Database SmallDatabase() {
-  Database database;
-  database[Kind::kConst].names = {u"A", u"b"};
-  database[Kind::kConst].items = {
+Library SmallDatabase() {
+  Library library;
+  library[Kind::kConst].names = {u"A", u"b"};
+  library[Kind::kConst].items = {
       u"\x0E"
       u"1",
       u"\x0E"
       u"2"};
-  database[Kind::kDeclare].names = {u"A"};
-  database[Kind::kDeclare].items = {u"\n\"l\" (x As Long)"};
-  database[Kind::kType].names = {u"A", u"C"};
-  database[Kind::kType].items = {u"\x0Cx As Long", u"\x0Cy As RECT"};
-  return database;
+  library[Kind::kDeclare].names = {u"A"};
+  library[Kind::kDeclare].items = {u"\n\"l\" (x As Long)"};
+  library[Kind::kType].names = {u"A", u"C"};
+  library[Kind::kType].items = {u"\x0Cx As Long", u"\x0Cy As RECT"};
+  return library;
 }
 
-Database ConstDatabase(int count) {
-  Database database;
+Library ConstDatabase(int count) {
+  Library library;
   for (int i = 0; i < count; ++i) {
-    database[Kind::kConst].names.Add(u"N" + FromUtf8(std::to_string(i)));
-    database[Kind::kConst].items.Add(u"\x0E" + FromUtf8(std::to_string(i % 2)));
+    library[Kind::kConst].names.Add(u"N" + FromUtf8(std::to_string(i)));
+    library[Kind::kConst].items.Add(u"\x0E" + FromUtf8(std::to_string(i % 2)));
   }
-  return database;
+  return library;
 }
 
 SearchCriteria NameIs(std::u16string text) {
@@ -116,16 +116,16 @@ TEST(Search, WithoutCriteriaNothingIsSearched) {
 
 TEST(Search, NoCriteriaIsSaidBeforeNotEnoughItems) {
   Recorder recorder;
-  EXPECT_EQ(Search({}, Database(), recorder), SearchOutcome::kNoCriteria);
+  EXPECT_EQ(Search({}, Library(), recorder), SearchOutcome::kNoCriteria);
 }
 
 TEST(Search, KindsWithAtMostOneItemEachAreNotEnough) {
   Recorder recorder;
-  EXPECT_EQ(Search(NameIs(u"*"), Database(), recorder), SearchOutcome::kNotEnough);
+  EXPECT_EQ(Search(NameIs(u"*"), Library(), recorder), SearchOutcome::kNotEnough);
   auto declares = NameIs(u"*");
   declares.searchConsts = declares.searchTypes = false;
   EXPECT_EQ(Search(declares, SmallDatabase(), recorder), SearchOutcome::kNotEnough);
-  Database one_each;
+  Library one_each;
   one_each[Kind::kConst].names = {u"A"};
   one_each[Kind::kType].names = {u"B"};
   EXPECT_EQ(Search(NameIs(u"*"), one_each, recorder), SearchOutcome::kNotEnough);
@@ -136,12 +136,12 @@ TEST(Search, KindsWithAtMostOneItemEachAreNotEnough) {
 }
 
 TEST(Search, ANameWithoutAnItemStringIsSearchedAsOneWithAnEmptyOne) {
-  Database database;
-  database[Kind::kConst].names = {u"A", u"B"};
+  Library library;
+  library[Kind::kConst].names = {u"A", u"B"};
   SearchCriteria criteria;
   criteria.valueText = u"*";
   Recorder recorder;
-  EXPECT_EQ(Search(criteria, database, recorder), SearchOutcome::kDone);
+  EXPECT_EQ(Search(criteria, library, recorder), SearchOutcome::kDone);
   EXPECT_EQ(recorder.hits, (Strings{u"A/1", u"B/1"}));
 }
 
@@ -163,13 +163,13 @@ TEST(SearchProgress, IsWrittenAboutTwoHundredTimesInALargeSearch) {
 
 TEST(SearchProgress, NeverGoesBeyondTheMaximum) {
   // Two kinds with two items each: the maximum is 2, the items are 4.
-  Database database;
+  Library library;
   for (const auto kind : {Kind::kConst, Kind::kType}) {
-    database[kind].names = {u"A", u"B"};
-    database[kind].items = {u"", u""};
+    library[kind].names = {u"A", u"B"};
+    library[kind].items = {u"", u""};
   }
   Recorder recorder;
-  Search(NameIs(u"nothing"), database, recorder);
+  Search(NameIs(u"nothing"), library, recorder);
   EXPECT_EQ(recorder.begins, (Numbers{2}));
   EXPECT_EQ(recorder.positions, (Numbers{0, 1, 2}));
 }

@@ -2,10 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include "basic/number.h"
-#include "basic/text.h"
-#include "render/keyword.h"
 #include "support/texts.h"
+#include "text/text.h"
+#include "vb/keyword.h"
+#include "vb/number.h"
 
 namespace declarium {
 namespace {
@@ -196,16 +196,16 @@ TEST(SearchByFullText, WholeWordsEndAtAnythingButLettersDigitsAndExclamationMark
   EXPECT_TRUE(TypeHit(FullTextIs(u"long"), u"x As LongPtr"));
 }
 
-TEST(NormaliseFullText, TrimsLowersAndBlanksPunctuation) {
-  EXPECT_EQ(NormaliseFullText(u"  A.b,C(d)E'f\rG  "), u" a b c d e f\rg ");
-  EXPECT_EQ(NormaliseFullText(u""), u"  ");
-  EXPECT_EQ(NormaliseFullText(u"\t\"x\" - Č"), u" \t\"x\" - č ");
+TEST(NormalizeFullText, TrimsLowersAndBlanksPunctuation) {
+  EXPECT_EQ(NormalizeFullText(u"  A.b,C(d)E'f\rG  "), u" a b c d e f\rg ");
+  EXPECT_EQ(NormalizeFullText(u""), u"  ");
+  EXPECT_EQ(NormalizeFullText(u"\t\"x\" - Č"), u" \t\"x\" - č ");
   for (const auto& text : AllTexts(u"A .,'(", 5)) {
     auto plain = u" " + LowerCase(Trim(text)) + u" ";
     for (const std::u16string_view unit : {u".", u",", u"(", u")", u"'"}) {
       plain = Replace(plain, unit, u" ");
     }
-    ASSERT_EQ(NormaliseFullText(text), plain);
+    ASSERT_EQ(NormalizeFullText(text), plain);
   }
 }
 
@@ -339,7 +339,7 @@ struct PlainMatcher {
     if (criteria.fullWholeWords) {
       pattern = u"*[!a-z!0-9]" + LowerCase(criteria.fullText) + u"[!a-z!0-9]*";
     }
-    return Is(pattern, NormaliseFullText(t));
+    return Is(pattern, NormalizeFullText(t));
   }
   [[nodiscard]] static bool IsNumberLike(std::u16string_view t) {
     return !t.empty() && (IsDigit(t[0]) || t[0] == u'&');

@@ -17,7 +17,7 @@ std::int32_t IntegerIn(const MemoryStore& store, std::u16string_view name) {
 
 TEST(Settings, HaveTheirDefaultsWithoutAnyKey) {
   const MemoryStore store;
-  EXPECT_EQ(ReadColours(store), (DisplayColours{16711680, 32768, 0}));
+  EXPECT_EQ(ReadColors(store), (DisplayColors{16711680, 32768, 0}));
   EXPECT_EQ(ReadWindowSettings(store),
             (WindowSettings{.size_saved = false,
                             .edges = {.left = 100, .top = 100, .right = 620, .bottom = 500},
@@ -108,13 +108,13 @@ TEST(Settings, IgnoreStoredEdgesUnlessSizeSavedIsOne) {
   }
 }
 
-TEST(Settings, KeepTheThreeColours) {
+TEST(Settings, KeepTheThreeColors) {
   MemoryStore store;
-  WriteColours(store, {0x010203, 0xFFFFFF, 0x80000005});
+  WriteColors(store, {0x010203, 0xFFFFFF, 0x80000005});
   EXPECT_EQ(store.written,
             (std::vector<std::u16string>{u"KeywordColor", u"CommentColor", u"NormalColor"}));
   EXPECT_EQ(IntegerIn(store, u"KeywordColor"), 0x010203);
-  EXPECT_EQ(ReadColours(store), (DisplayColours{0x010203, 0xFFFFFF, 0x80000005}));
+  EXPECT_EQ(ReadColors(store), (DisplayColors{0x010203, 0xFFFFFF, 0x80000005}));
 }
 
 TEST(Settings, KeepTheSearchDialogsCheckBoxesAsText) {
@@ -138,15 +138,15 @@ TEST(Settings, ReadAValueThatIsStoredAsAnotherType) {
 TEST(Settings, PassOverFailures) {
   MemoryStore store;
   WriteWindowSettings(store, {.selector = 2});
-  WriteColours(store, {1, 2, 3});
+  WriteColors(store, {1, 2, 3});
   store.fails = true;
   WriteWindowSettings(store, {.selector = 0});
-  WriteColours(store, {4, 5, 6});
+  WriteColors(store, {4, 5, 6});
   EXPECT_EQ(ReadWindowSettings(store), WindowSettings{});
-  EXPECT_EQ(ReadColours(store), DisplayColours{});
+  EXPECT_EQ(ReadColors(store), DisplayColors{});
   store.fails = false;
   EXPECT_EQ(ReadWindowSettings(store).selector, 2);
-  EXPECT_EQ(ReadColours(store), (DisplayColours{1, 2, 3}));
+  EXPECT_EQ(ReadColors(store), (DisplayColors{1, 2, 3}));
 }
 
 }  // namespace

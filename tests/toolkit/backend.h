@@ -50,8 +50,8 @@ class Backend {
   // Handles events until `done` holds, at most five seconds of the backend's time. Whether it
   // holds.
   virtual bool WaitUntil(const std::function<bool()>& done) = 0;
-  // The colour of a picture box's pixel, as last painted.
-  virtual Colour PixelOf(PictureBox& box, Point at) = 0;
+  // The color of a picture box's pixel, as last painted.
+  virtual Color PixelOf(PictureBox& box, Point at) = 0;
 };
 
 std::unique_ptr<Backend> MakeBackend();

@@ -86,7 +86,7 @@ inline constexpr ControlDefinition kControls[] = {
      .name = "Picture1",
      .bounds = {430, 318, 60, 24},
      .tab_stop = TabStop::kYes,
-     .back_colour = 0x800000},
+     .back_color = 0x800000},
     {.kind = ControlKind::kProgressBar, .name = "PB", .bounds = {430, 352, 180, 14}},
     {.kind = ControlKind::kCommandButton,
      .name = "Command1",

@@ -56,7 +56,7 @@ class HeadlessBackend : public Backend {
     for (int step = 0; step < 5000 && !done(); ++step) toolkit_.Advance(1);
     return done();
   }
-  Colour PixelOf(PictureBox& box, Point at) override {
+  Color PixelOf(PictureBox& box, Point at) override {
     return dynamic_cast<HeadlessPictureBox&>(box).Surface().PixelAt(at);
   }
 

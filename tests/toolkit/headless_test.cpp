@@ -31,16 +31,16 @@ TEST_F(HeadlessTest, TheScriptRecordsWhatWasAskedInOrder) {
   DialogScript& script = toolkit_.Script();
   script.AnswerFile(u"C:\\a.api");
   script.AnswerFile(std::nullopt);
-  script.AnswerColour(0x112233);
+  script.AnswerColor(0x112233);
   script.AnswerMessage(Answer::kYes);
   const FileDialog dialog{.filter = u"Api Database|*.api"};
   EXPECT_EQ(toolkit_.ChooseFileToOpen(dialog), u"C:\\a.api");
   EXPECT_EQ(toolkit_.ChooseFileToSave(dialog), std::nullopt);
-  EXPECT_EQ(toolkit_.ChooseColour(5), 0x112233u);
+  EXPECT_EQ(toolkit_.AskColor(5), 0x112233u);
   EXPECT_EQ(toolkit_.ShowMessage({.text = u"?"}), Answer::kYes);
   EXPECT_THAT(script.AskedSoFar(),
               ElementsAre(Asked(OpenQuestion{dialog}), Asked(SaveQuestion{dialog}),
-                          Asked(ColourQuestion{5}), Asked(Message{.text = u"?"})));
+                          Asked(ColorQuestion{5}), Asked(Message{.text = u"?"})));
   EXPECT_THAT(script.MessageTexts(), ElementsAre(u"?"));
   EXPECT_EQ(script.Remaining(), 0u);
 }

@@ -9,16 +9,16 @@ class PictureContract : public ShownContract {
   PictureBox& bar() { return Get<PictureBox>("Bar1"); }
 };
 
-TEST_F(PictureContract, ThePictureHasItsBackColour) {
+TEST_F(PictureContract, ThePictureHasItsBackColor) {
   picture().Refresh();
-  EXPECT_EQ(picture().BackColour(), 0x800000u);
+  EXPECT_EQ(picture().BackColor(), 0x800000u);
   EXPECT_EQ(user().PixelOf(picture(), {3, 3}), 0x800000u);
-  picture().SetBackColour(0x00FF00);
+  picture().SetBackColor(0x00FF00);
   picture().Refresh();
   EXPECT_EQ(user().PixelOf(picture(), {3, 3}), 0x00FF00u);
 }
 
-TEST_F(PictureContract, PaintingAddsToTheBackColour) {
+TEST_F(PictureContract, PaintingAddsToTheBackColor) {
   picture().on_paint = [](Canvas& canvas) {
     EXPECT_EQ(canvas.Extent(), (Size{60, 24}));
     canvas.Fill({0, 0, 10, 10}, 0x0000FF);

@@ -122,24 +122,24 @@ TEST_F(ShownContract, EnterBeginsANewLineInAMultiLineBox) {
   EXPECT_EQ(box.Text(), u"a\r\n");
 }
 
-TEST_F(ShownContract, TheDisplayShowsPiecesInTheirColours) {
+TEST_F(ShownContract, TheDisplayShowsPiecesInTheirColors) {
   auto& rich = Get<RichText>("RTB");
   rich.SetVisible(false);
   rich.Clear();
-  rich.SetInsertionColour(0x800000);
+  rich.SetInsertionColor(0x800000);
   rich.Insert(u"Const");
-  rich.SetInsertionColour(0x000000);
+  rich.SetInsertionColor(0x000000);
   rich.Insert(u" ");
   rich.Insert(u"A = 1");
   rich.Insert(u"\r\n");
-  rich.SetInsertionColour(0x008000);
+  rich.SetInsertionColor(0x008000);
   rich.Insert(u"\t'Žltý");
   rich.SetCaretToStart();
   rich.SetVisible(true);
   EXPECT_EQ(rich.Text(), u"Const A = 1\r\n\t'Žltý");
   EXPECT_THAT(rich.Runs(),
-              ElementsAre(ColouredRun{0x800000, u"Const"}, ColouredRun{0x000000, u" A = 1\r\n"},
-                          ColouredRun{0x008000, u"\t'Žltý"}));
+              ElementsAre(ColoredRun{0x800000, u"Const"}, ColoredRun{0x000000, u" A = 1\r\n"},
+                          ColoredRun{0x008000, u"\t'Žltý"}));
 }
 
 TEST_F(ShownContract, InsertingGoesOnBehindTheTextAfterTheCaretWasPutToTheStart) {

@@ -1,4 +1,4 @@
-#include "toolkit/win32/unique_handle.h"
+#include "win32/unique_handle.h"
 
 #include <utility>
 #include <vector>

@@ -7,10 +7,10 @@
 #include "toolkit/win32/dpi.h"
 #include "toolkit/win32/form.h"
 #include "toolkit/win32/scale.h"
-#include "toolkit/win32/system.h"
 #include "toolkit/win32/toolkit.h"
-#include "toolkit/win32/wide.h"
 #include "toolkit/win32/widget.h"
+#include "win32/system.h"
+#include "win32/wide.h"
 
 namespace declarium {
 
@@ -229,13 +229,13 @@ class Win32Backend : public Backend {
     return done();
   }
 
-  Colour PixelOf(PictureBox& box, Point at) override {
+  Color PixelOf(PictureBox& box, Point at) override {
     const HWND window = WindowOf(box);
     const int dpi = Screens().WindowDpi(window);
     const HDC device = GetDC(window);
-    const COLORREF colour = GetPixel(device, ToDots(at.x, dpi), ToDots(at.y, dpi));
+    const COLORREF color = GetPixel(device, ToDots(at.x, dpi), ToDots(at.y, dpi));
     ReleaseDC(window, device);
-    return colour;
+    return color;
   }
 
  private:

@@ -13,8 +13,8 @@
 #include "toolkit/text_box.h"
 #include "toolkit/toolbar.h"
 #include "toolkit/win32/form.h"
-#include "toolkit/win32/system.h"
 #include "toolkit/win32/toolkit.h"
+#include "win32/system.h"
 
 namespace declarium {
 namespace {
@@ -40,8 +40,8 @@ void FillLists(Form& form) {
 }
 
 void FillDisplay(RichText& display) {
-  const auto insert = [&](Colour colour, std::u16string_view text) {
-    display.SetInsertionColour(colour);
+  const auto insert = [&](Color color, std::u16string_view text) {
+    display.SetInsertionColor(color);
     display.Insert(text);
   };
   insert(0x800000, u"Declare Function ");

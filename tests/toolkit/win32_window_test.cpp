@@ -1,5 +1,5 @@
 // What only real windows have: the mouse's capture, tooltips, lists that drop down, what native
-// controls know when, the clipboard's memory, the user's colour scheme, systems of other versions.
+// controls know when, the clipboard's memory, the user's color scheme, systems of other versions.
 #include <algorithm>
 #include <array>
 #include <memory>
@@ -13,8 +13,8 @@
 #include "toolkit/win32/dpi.h"
 #include "toolkit/win32/form.h"
 #include "toolkit/win32/scale.h"
-#include "toolkit/win32/system.h"
 #include "toolkit/win32/widget.h"
+#include "win32/system.h"
 
 namespace declarium {
 namespace {
@@ -244,9 +244,9 @@ class BlackScheme {
   BlackScheme& operator=(const BlackScheme&) = delete;
 
  private:
-  void Set(const std::array<COLORREF, 2>& colours) const {
+  void Set(const std::array<COLORREF, 2>& colors) const {
     constexpr std::array<int, 2> kWhich = {COLOR_WINDOW, COLOR_WINDOWTEXT};
-    SetSysColors(2, kWhich.data(), colours.data());
+    SetSysColors(2, kWhich.data(), colors.data());
     SendMessageW(form_, WM_SYSCOLORCHANGE, 0, 0);
   }
 
@@ -254,22 +254,22 @@ class BlackScheme {
   std::array<COLORREF, 2> before_ = {GetSysColor(COLOR_WINDOW), GetSysColor(COLOR_WINDOWTEXT)};
 };
 
-TEST_F(Win32Window, TheDisplayStaysReadableWhenTheColourSchemeBecomesBlack) {
+TEST_F(Win32Window, TheDisplayStaysReadableWhenTheColorSchemeBecomesBlack) {
   auto& rich = Get<RichText>("RTB");
   const auto insert = [&rich] {
     rich.Clear();
-    rich.SetInsertionColour(0xFF0000);
+    rich.SetInsertionColor(0xFF0000);
     rich.Insert(u"Const");
-    rich.SetInsertionColour(kBlack);
+    rich.SetInsertionColor(kBlack);
     rich.Insert(u" A = 1 ");
-    rich.SetInsertionColour(0x008000);
+    rich.SetInsertionColor(0x008000);
     rich.Insert(u"' one");
     rich.SetCaretToStart();
   };
-  const auto usual = ElementsAre(ColouredRun{0xFF0000, u"Const"}, ColouredRun{kBlack, u" A = 1 "},
-                                 ColouredRun{0x008000, u"' one"});
+  const auto usual = ElementsAre(ColoredRun{0xFF0000, u"Const"}, ColoredRun{kBlack, u" A = 1 "},
+                                 ColoredRun{0x008000, u"' one"});
   const auto on_black =
-      ElementsAre(ColouredRun{kWhite, u"Const A = 1 "}, ColouredRun{0x008000, u"' one"});
+      ElementsAre(ColoredRun{kWhite, u"Const A = 1 "}, ColoredRun{0x008000, u"' one"});
   ASSERT_EQ(GetSysColor(COLOR_WINDOW), kWhite);
   insert();
   EXPECT_THAT(rich.Runs(), usual);

@@ -5,7 +5,7 @@
 #include <cstdio>
 #include <windows.h>
 
-#include "basic/text.h"
+#include "text/text.h"
 
 namespace declarium::vbhost {
 namespace {

@@ -16,8 +16,8 @@ const BITMAPINFO* InfoOf(const std::vector<std::uint8_t>& bitmap) {
 
 const std::uint8_t* BitsOf(const std::vector<std::uint8_t>& bitmap) {
   const auto& header = InfoOf(bitmap)->bmiHeader;
-  const DWORD colours = header.biClrUsed ? header.biClrUsed : 1u << header.biBitCount;
-  return bitmap.data() + header.biSize + colours * sizeof(RGBQUAD);
+  const DWORD colors = header.biClrUsed ? header.biClrUsed : 1u << header.biBitCount;
+  return bitmap.data() + header.biSize + colors * sizeof(RGBQUAD);
 }
 
 void Draw(HDC device, int x, int y, const std::vector<std::uint8_t>& bitmap, DWORD operation) {

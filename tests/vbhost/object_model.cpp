@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "basic/text.h"
+#include "text/text.h"
 
 namespace declarium::vbhost {
 namespace {

@@ -5,12 +5,12 @@
 #include "gmock/gmock.h"
 #include "gtest/gtest.h"
 
-#include "basic/code_page.h"
-#include "basic/text.h"
-#include "database/database_file.h"
-#include "deps/shared_items.h"
 #include "import/merge.h"
 #include "import/parser.h"
+#include "library/library_file.h"
+#include "needs/shared_items.h"
+#include "text/code_page.h"
+#include "text/text.h"
 #include "toolchain.h"
 
 namespace declarium::win32_library_test {
@@ -37,10 +37,10 @@ ParsedItems Parse(const std::string& text) {
   return ParseDeclarations(ReadSource(std::string_view(text)));
 }
 
-Database DatabaseOf(const ParsedItems& parsed) {
-  Database database;
-  MergeItems(database, parsed, Existing::kReplace);
-  return database;
+Library DatabaseOf(const ParsedItems& parsed) {
+  Library library;
+  MergeItems(library, parsed, Existing::kReplace);
+  return library;
 }
 
 bool IsOwnType(std::u16string_view name) {
@@ -50,7 +50,7 @@ bool IsOwnType(std::u16string_view name) {
 // The names that the text refers to and does not declare, and those it declares twice.
 std::vector<std::string> Faults(const std::string& text) {
   const ParsedItems parsed = Parse(text);
-  const Database database = DatabaseOf(parsed);
+  const Library library = DatabaseOf(parsed);
   std::vector<std::string> faults;
   std::set<std::u16string> declared;
   for (const Kind kind : kKinds) {
@@ -59,7 +59,7 @@ std::vector<std::string> Faults(const std::string& text) {
         faults.push_back(EncodeCodePage(name) + " is declared twice");
     for (const std::u16string_view item : parsed[kind].items)
       for (const GroupedEntry& entry : CreateShared(kind, item))
-        if (!FindItem(database, *KindOfIcon(entry.icon), entry.text) && !IsOwnType(entry.text))
+        if (!FindItem(library, *KindOfIcon(entry.icon), entry.text) && !IsOwnType(entry.text))
           faults.push_back(EncodeCodePage(entry.text) + " is not declared");
   }
   return faults;

@@ -1,13 +1,13 @@
 // The examples of docs/win32-library.md are rows of the library.
 #include "gtest/gtest.h"
 
-#include "basic/code_page.h"
-#include "basic/text.h"
-#include "database/database_file.h"
-#include "database/file_io.h"
 #include "import/merge.h"
 #include "import/parser.h"
-#include "render/item_text.h"
+#include "library/file_io.h"
+#include "library/library_file.h"
+#include "source/item_text.h"
+#include "text/code_page.h"
+#include "text/text.h"
 
 namespace declarium::win32_library_test {
 namespace {
@@ -29,8 +29,8 @@ std::u16string Examples() {
 }
 
 TEST(LibraryPage, ShowsRowsAsTheyAreInTheLibrary) {
-  const Database library = LoadLibraryFile(DECLARIUM_SOURCE_DIR "/data/Win32.api").value();
-  Database examples;
+  const Library library = LoadLibraryFile(DECLARIUM_SOURCE_DIR "/data/Win32.api").value();
+  Library examples;
   MergeItems(examples, ParseDeclarations(ReadSource(Examples())), Existing::kReplace);
   std::size_t count = 0;
   for (const Kind kind : kKinds) {

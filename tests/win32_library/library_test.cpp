@@ -2,16 +2,16 @@
 #include "gmock/gmock.h"
 #include "gtest/gtest.h"
 
-#include "basic/code_page.h"
 #include "constant_facts.h"
-#include "database/database_file.h"
-#include "database/file_format.h"
-#include "database/file_io.h"
 #include "import/merge.h"
 #include "import/parser.h"
 #include "import_facts.h"
+#include "library/file_format.h"
+#include "library/file_io.h"
+#include "library/library_file.h"
 #include "record_facts.h"
-#include "render/item_text.h"
+#include "source/item_text.h"
+#include "text/code_page.h"
 #include "text_checks.h"
 
 namespace declarium::win32_library_test {
@@ -39,11 +39,11 @@ std::string Shown(const Mismatches& mismatches) {
 class Win32Library : public ::testing::Test {
  protected:
   static void SetUpTestSuite() {
-    database_ = LoadLibraryFile(kLibrary).value();
-    rows_ = RowsOf(database_);
+    library_ = LoadLibraryFile(kLibrary).value();
+    rows_ = RowsOf(library_);
   }
 
-  static inline Database database_;
+  static inline Library library_;
   static inline Rows rows_;
 };
 
@@ -78,33 +78,33 @@ class Win32LibraryFacts : public Win32Library {
 };
 
 TEST_F(Win32Library, HoldsEnoughOfEveryKind) {
-  EXPECT_EQ(database_.title, u"Win32 API");
+  EXPECT_EQ(library_.title, u"Win32 API");
   EXPECT_GE(rows_.declares.size(), 5000u);
   EXPECT_GE(rows_.constants.size(), 15000u);
   EXPECT_GE(rows_.types.size(), 1000u);
 }
 
 TEST_F(Win32Library, HasLegalUniqueNamesAndLinesThatTheLanguageReads) {
-  EXPECT_NO_MISMATCH(CheckNamesAndLines(database_, rows_));
+  EXPECT_NO_MISMATCH(CheckNamesAndLines(library_, rows_));
 }
 
 TEST_F(Win32Library, HoldsEverySharedItem) {
-  EXPECT_NO_MISMATCH(CheckSharedItems(database_));
+  EXPECT_NO_MISMATCH(CheckSharedItems(library_));
 }
 
 TEST_F(Win32Library, SavesAsItWasLoaded) {
-  EXPECT_TRUE(LibraryBytes(database_) == ReadWholeFile(kLibrary).value());
+  EXPECT_TRUE(LibraryBytes(library_) == ReadWholeFile(kLibrary).value());
 }
 
 TEST_F(Win32Library, ExportsAndImportsByteForByte) {
-  const std::u16string exported = ExportText(database_);
+  const std::u16string exported = ExportText(library_);
   const std::string source = EncodeCodePage(exported);
   const ParsedItems parsed = ParseDeclarations(ReadSource(std::string_view(source)));
   EXPECT_THAT(parsed.skipped, IsEmpty());
-  Database again;
-  again.title = database_.title;
+  Library again;
+  again.title = library_.title;
   MergeItems(again, parsed, Existing::kReplace);
-  EXPECT_TRUE(LibraryBytes(again) == LibraryBytes(database_));
+  EXPECT_TRUE(LibraryBytes(again) == LibraryBytes(library_));
   EXPECT_TRUE(ExportText(again) == exported);
 }
 
@@ -179,24 +179,24 @@ TEST_F(Win32LibraryFacts, AnotherLibraryIsFound) {
 }
 
 TEST(SharedItemsCheck, FindsANameThatIsNotInTheLibrary) {
-  Database database;
-  database[Kind::kConst] = {{u"A"}, {u"Long\u000eB + 1"}};
-  EXPECT_THAT(CheckSharedItems(database), ElementsAre("A refers to B"));
+  Library library;
+  library[Kind::kConst] = {{u"A"}, {u"Long\u000eB + 1"}};
+  EXPECT_THAT(CheckSharedItems(library), ElementsAre("A refers to B"));
 }
 
 TEST(NamesCheck, FindsIllegalNamesOfItemsParametersAndMembers) {
-  Database database;
-  database[Kind::kConst] = {{u"A", u"a", u"Loop"}, {u"\u000e1", u"\u000e1", u"\u000e1"}};
-  database[Kind::kDeclare] = {{u"F"}, {u"\u000a\"x\" (ByVal n As Long, ByVal N As Long)"}};
-  database[Kind::kType] = {{u"T"}, {u"\u000ca As Long\u000da As Long"}};
-  EXPECT_THAT(CheckNamesAndLines(database, RowsOf(database)),
+  Library library;
+  library[Kind::kConst] = {{u"A", u"a", u"Loop"}, {u"\u000e1", u"\u000e1", u"\u000e1"}};
+  library[Kind::kDeclare] = {{u"F"}, {u"\u000a\"x\" (ByVal n As Long, ByVal N As Long)"}};
+  library[Kind::kType] = {{u"T"}, {u"\u000ca As Long\u000da As Long"}};
+  EXPECT_THAT(CheckNamesAndLines(library, RowsOf(library)),
               ElementsAre("a is there twice", "Loop is no name", "F: parameter N", "T: member a"));
 }
 
 TEST(LinesCheck, FindsALineThatIsTooLong) {
-  Database database;
-  database[Kind::kConst] = {{u"A"}, {u"String\u000e\"" + std::u16string(1000, u'x') + u"\""}};
-  EXPECT_THAT(CheckNamesAndLines(database, RowsOf(database)),
+  Library library;
+  library[Kind::kConst] = {{u"A"}, {u"String\u000e\"" + std::u16string(1000, u'x') + u"\""}};
+  EXPECT_THAT(CheckNamesAndLines(library, RowsOf(library)),
               ElementsAre("A has a line that is too long"));
 }
 

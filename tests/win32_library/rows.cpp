@@ -1,8 +1,8 @@
 #include "rows.h"
 
-#include "basic/code_page.h"
-#include "basic/text.h"
-#include "database/item.h"
+#include "library/item.h"
+#include "text/code_page.h"
+#include "text/text.h"
 #include "vb/name.h"
 
 namespace declarium::win32_library_test {
@@ -30,22 +30,22 @@ TypeRow TypeRowOf(const std::string& name, std::u16string_view item) {
 
 }  // namespace
 
-Rows RowsOf(const Database& database) {
+Rows RowsOf(const Library& library) {
   Rows rows;
-  const KindLists& constants = database[Kind::kConst];
+  const KindLists& constants = library[Kind::kConst];
   for (std::size_t i = 0; i < constants.names.size(); ++i) {
     const ConstFields fields = SplitConst(constants.ItemAt(i));
     rows.constants.push_back({EncodeCodePage(constants.names[i]), EncodeCodePage(fields.type),
                               EncodeCodePage(fields.value)});
     rows.constant_positions[vb::Lower(rows.constants.back().name)] = i;
   }
-  const KindLists& declares = database[Kind::kDeclare];
+  const KindLists& declares = library[Kind::kDeclare];
   for (std::size_t i = 0; i < declares.names.size(); ++i) {
     const std::u16string_view item = declares.ItemAt(i);
     rows.declares.push_back({EncodeCodePage(declares.names[i]), item.starts_with(kFunctionMarker),
                              EncodeCodePage(SplitDeclare(item).tail)});
   }
-  const KindLists& types = database[Kind::kType];
+  const KindLists& types = library[Kind::kType];
   for (std::size_t i = 0; i < types.names.size(); ++i) {
     rows.types.push_back(TypeRowOf(EncodeCodePage(types.names[i]), types.ItemAt(i)));
     rows.type_positions[vb::Lower(rows.types.back().name)] = i;

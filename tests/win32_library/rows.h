@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "database/database.h"
+#include "library/library.h"
 #include "vb/layout.h"
 #include "vb/procedure.h"
 
@@ -47,7 +47,7 @@ struct Rows {
   std::map<std::string, std::size_t> type_positions;
 };
 
-[[nodiscard]] Rows RowsOf(const Database& database);
+[[nodiscard]] Rows RowsOf(const Library& library);
 
 // What a check found wrong, one text for each row; empty when every row is right.
 using Mismatches = std::vector<std::string>;

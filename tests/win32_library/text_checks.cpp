@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <set>
 
-#include "basic/code_page.h"
-#include "basic/text.h"
-#include "deps/shared_items.h"
-#include "render/item_text.h"
+#include "needs/shared_items.h"
+#include "source/item_text.h"
+#include "text/code_page.h"
+#include "text/text.h"
 #include "vb/name.h"
 
 namespace declarium::win32_library_test {
@@ -47,8 +47,8 @@ bool HasLongLine(Kind kind, std::u16string_view name, std::u16string_view item) 
                              [](std::u16string_view line) { return line.size() > kLongestLine; });
 }
 
-void CheckKind(const Database& database, Kind kind, Mismatches& mismatches) {
-  const KindLists& lists = database[kind];
+void CheckKind(const Library& library, Kind kind, Mismatches& mismatches) {
+  const KindLists& lists = library[kind];
   std::set<std::string> seen;
   for (std::size_t i = 0; i < lists.names.size(); ++i) {
     const std::string name = EncodeCodePage(lists.names[i]);
@@ -61,9 +61,9 @@ void CheckKind(const Database& database, Kind kind, Mismatches& mismatches) {
 
 }  // namespace
 
-Mismatches CheckNamesAndLines(const Database& database, const Rows& rows) {
+Mismatches CheckNamesAndLines(const Library& library, const Rows& rows) {
   Mismatches mismatches;
-  for (const Kind kind : kKinds) CheckKind(database, kind, mismatches);
+  for (const Kind kind : kKinds) CheckKind(library, kind, mismatches);
   for (const DeclareRow& row : rows.declares)
     if (const std::string bad = BadName(ParameterNames(row)); !bad.empty())
       mismatches.push_back(row.name + ": parameter " + bad);
@@ -73,13 +73,13 @@ Mismatches CheckNamesAndLines(const Database& database, const Rows& rows) {
   return mismatches;
 }
 
-Mismatches CheckSharedItems(const Database& database) {
+Mismatches CheckSharedItems(const Library& library) {
   Mismatches mismatches;
   for (const Kind kind : kKinds) {
-    const KindLists& lists = database[kind];
+    const KindLists& lists = library[kind];
     for (std::size_t i = 0; i < lists.names.size(); ++i)
       for (const GroupedEntry& entry : CreateShared(kind, lists.ItemAt(i)))
-        if (!FindItem(database, *KindOfIcon(entry.icon), entry.text) && !IsOwnType(entry.text))
+        if (!FindItem(library, *KindOfIcon(entry.icon), entry.text) && !IsOwnType(entry.text))
           mismatches.push_back(EncodeCodePage(lists.names[i]) + " refers to " +
                                EncodeCodePage(entry.text));
   }

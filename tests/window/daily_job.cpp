@@ -15,7 +15,7 @@
 #include <vector>
 #include <windows.h>
 
-#include "basic/text.h"
+#include "text/text.h"
 #include "window/driven_lists.h"
 #include "window/driven_main_window.h"
 #include "window/job.h"
@@ -46,7 +46,7 @@ class DailyJob {
     ShowMenu();
     AddDeclaration();
     SearchByType();
-    ChooseColours();
+    ChooseColors();
     KeepTheItem();
     Save();
     Close();
@@ -119,17 +119,17 @@ class DailyJob {
     CloseSearch(program_, dialog);
   }
 
-  void ChooseColours() {
+  void ChooseColors() {
     ClickToolbar(main_, "settings");
     const HWND settings = program_.Form("frmOptions");
     TakePicture("settings", settings);
     DoubleClick(FindControl(settings, "picColor1"), {8, 8});
-    const HWND colours = program_.Dialog();
-    TakePicture("colours", colours);
-    PressInDialog(colours, IDCANCEL);
+    const HWND colors = program_.Dialog();
+    TakePicture("colors", colors);
+    PressInDialog(colors, IDCANCEL);
     PressButton(FindControl(settings, "Command2"));
     WaitFor("the dialog's end", [this] { return !program_.FindForm("frmOptions"); });
-    Say("Looked at the colours and left them as they are");
+    Say("Looked at the colors and left them as they are");
   }
 
   void KeepTheItem() {

@@ -1,4 +1,4 @@
-// The screen changes while the program runs: its resolution and the system's colours.
+// The screen changes while the program runs: its resolution and the system's colors.
 #include <array>
 #include <map>
 #include <string>
@@ -73,24 +73,24 @@ TEST_F(DisplayOutside, AnotherResolutionScalesEverythingAndTheOldOneBringsItBack
   EXPECT_EQ(RowHeight(), row);
 }
 
-// The system's colours, for as long as it lives.
-class SystemColours {
+// The system's colors, for as long as it lives.
+class SystemColors {
  public:
-  SystemColours() {
+  SystemColors() {
     for (std::size_t i = 0; i < kCount; ++i) before_[i] = GetSysColor(kWhich[i]);
     // Those of a black scheme of high contrast.
     Set({RGB(0, 0, 0), RGB(255, 255, 255), RGB(0, 0, 0), RGB(255, 255, 255)});
   }
-  SystemColours(const SystemColours&) = delete;
-  SystemColours& operator=(const SystemColours&) = delete;
-  ~SystemColours() { Set(before_); }
+  SystemColors(const SystemColors&) = delete;
+  SystemColors& operator=(const SystemColors&) = delete;
+  ~SystemColors() { Set(before_); }
 
  private:
   static constexpr std::size_t kCount = 4;
   static constexpr int kWhich[kCount] = {COLOR_WINDOW, COLOR_WINDOWTEXT, COLOR_BTNFACE,
                                          COLOR_BTNTEXT};
-  static void Set(const std::array<COLORREF, kCount>& colours) {
-    SetSysColors(kCount, kWhich, colours.data());
+  static void Set(const std::array<COLORREF, kCount>& colors) {
+    SetSysColors(kCount, kWhich, colors.data());
   }
 
   std::array<COLORREF, kCount> before_;
@@ -100,9 +100,9 @@ class SystemColours {
 COLORREF PixelOf(HWND window, POINT at) {
   ClientToScreen(window, &at);
   const HDC screen = GetDC(nullptr);
-  const COLORREF colour = GetPixel(screen, at.x, at.y);
+  const COLORREF color = GetPixel(screen, at.x, at.y);
   ReleaseDC(nullptr, screen);
-  return colour;
+  return color;
 }
 
 // In the first line of a text.
@@ -118,7 +118,7 @@ bool HasWhiteDots(HWND window) {
 TEST_F(DisplayOutside, ABlackSchemeOfTheSystemIsFollowed) {
   constexpr COLORREF kBlack = RGB(0, 0, 0), kWhite = RGB(255, 255, 255);
   ASSERT_TRUE(Eventually([this] { return PixelOf(Control("lstFind"), {150, 30}) == kWhite; }));
-  const SystemColours black;
+  const SystemColors black;
   // Not every system tells running programs.
   Close();
   ASSERT_EQ(Program().WaitForEnd(), 0);

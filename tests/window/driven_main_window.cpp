@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "basic/text.h"
 #include "shell/settings.h"
 #include "shell/ui/main_form.h"
+#include "text/text.h"
 #include "toolkit/win32/menu.h"
 #include "window/driven_lists.h"
 

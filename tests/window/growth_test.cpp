@@ -17,7 +17,7 @@
 #include <commdlg.h>
 
 #include "app/main_window.h"
-#include "database/file_format.h"
+#include "library/file_format.h"
 #include "shell/registry_store.h"
 #include "support/growth.h"
 #include "support/temporary_folder.h"
@@ -90,9 +90,9 @@ Counts GrowthByUse(const Repeated& use, int times, const Counts& system) {
 }
 
 std::string Library(std::u16string_view title) {
-  Database database;
-  database.title = title;
-  auto& constants = database[Kind::kConst];
+  Library library;
+  library.title = title;
+  auto& constants = library[Kind::kConst];
   for (char16_t first = u'A'; first <= u'Z'; ++first) {
     for (char16_t second = u'A'; second <= u'Z'; ++second) {
       constants.names.Add(std::u16string{u'C', first, second});
@@ -101,7 +101,7 @@ std::string Library(std::u16string_view title) {
           u"1");
     }
   }
-  return LibraryBytes(database);
+  return LibraryBytes(library);
 }
 
 class Growth : public testing::Test {

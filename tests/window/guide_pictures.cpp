@@ -13,7 +13,7 @@
 #include <string_view>
 #include <windows.h>
 
-#include "basic/text.h"
+#include "text/text.h"
 #include "window/driven_lists.h"
 #include "window/driven_main_window.h"
 #include "window/job.h"
@@ -52,7 +52,7 @@ class GuidePictures {
     Import(source);
     Bundled();
     Search();
-    Colours();
+    Colors();
     Close();
   }
 
@@ -158,7 +158,7 @@ class GuidePictures {
     CloseSearch(program_, dialog);
   }
 
-  void Colours() {
+  void Colors() {
     ClickToolbar(main_, "settings");
     const HWND settings = program_.Form("frmOptions");
     TakePicture("options", settings);

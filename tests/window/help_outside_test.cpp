@@ -1,5 +1,5 @@
 // F1 and the help menu in the program's windows, with a program in the browser's place.
-#include "basic/text.h"
+#include "text/text.h"
 #include "window/outside_fixture.h"
 
 namespace declarium {

@@ -2,7 +2,7 @@
 
 #include <iostream>
 
-#include "basic/text.h"
+#include "text/text.h"
 #include "window/window_driver.h"
 
 namespace declarium::window_driver {

@@ -71,7 +71,7 @@ class DrivenProgram {
   [[nodiscard]] HWND Form(std::string_view name) const;
   [[nodiscard]] HWND FindForm(std::string_view name) const;
 
-  // The topmost dialog of the system's own (messages, files, colours): waits for one other than
+  // The topmost dialog of the system's own (messages, files, colors): waits for one other than
   // `except`, or looks for it now.
   [[nodiscard]] HWND Dialog(HWND except = nullptr) const;
   [[nodiscard]] HWND FindDialog(HWND except = nullptr) const;

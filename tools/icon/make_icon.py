@@ -15,7 +15,7 @@ SHEET = (252, 252, 250)
 EDGE = (46, 74, 122)
 BAND = (38, 92, 166)
 LINES = (
-    # top, left, right of the drawn lines in units of the icon, and their colours
+    # top, left, right of the drawn lines in units of the icon, and their colors
     (0.40, 0.24, 0.44, (0, 0, 200)), (0.40, 0.50, 0.78, (90, 90, 96)),
     (0.55, 0.24, 0.36, (0, 0, 200)), (0.55, 0.42, 0.66, (90, 90, 96)),
     (0.70, 0.24, 0.40, (0, 0, 200)), (0.70, 0.46, 0.72, (0, 128, 0)),
@@ -30,24 +30,24 @@ def inside_round_box(x, y, left, top, right, bottom, radius):
     return (x - nearest_x) ** 2 + (y - nearest_y) ** 2 <= radius ** 2
 
 
-def colour_at(x, y):
-    """The colour at a point of the unit square, None outside the sheet."""
+def color_at(x, y):
+    """The color at a point of the unit square, None outside the sheet."""
     if not inside_round_box(x, y, 0.08, 0.04, 0.92, 0.96, 0.10):
         return None
     if not inside_round_box(x, y, 0.13, 0.09, 0.87, 0.91, 0.06):
         return EDGE
     if y < 0.30:
         return BAND
-    for top, left, right, colour in LINES:
+    for top, left, right, color in LINES:
         if top <= y <= top + 0.075 and left <= x <= right:
-            return colour
+            return color
     return SHEET
 
 
 def pixels(size):
     for row in range(size):
         for column in range(size):
-            samples = [colour_at((column + (i + 0.5) / SAMPLES) / size,
+            samples = [color_at((column + (i + 0.5) / SAMPLES) / size,
                                  (row + (j + 0.5) / SAMPLES) / size)
                        for i in range(SAMPLES) for j in range(SAMPLES)]
             hit = [s for s in samples if s]

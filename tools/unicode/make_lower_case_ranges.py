@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
-"""Writes src/basic/lower_case_ranges.inc: the one-to-one lower-case mappings of the Basic
+"""Writes src/text/lower_case_ranges.inc: the one-to-one lower-case mappings of the Basic
 Multilingual Plane, folded into ranges {first, last, step, delta}. A character whose lower-case
 form is longer than one character, or leaves the plane, keeps its own code.
 
-Usage: make_lower_case_ranges.py > src/basic/lower_case_ranges.inc
+Usage: make_lower_case_ranges.py > src/text/lower_case_ranges.inc
 """
 import unicodedata
 

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 
-#include "basic/code_page.h"
-#include "database/database_file.h"
 #include "import/merge.h"
 #include "import/parser.h"
-#include "render/item_text.h"
+#include "library/library_file.h"
+#include "source/item_text.h"
+#include "text/code_page.h"
 
 namespace declarium::win32_library {
 namespace {
@@ -50,14 +50,14 @@ std::expected<void, std::string> WriteLibrary(const Library& library, const std:
   const ParsedItems parsed = ParseDeclarations(ReadSource(std::string_view(source)));
   if (!parsed.skipped.empty())
     return std::unexpected("the importer skips " + EncodeCodePage(parsed.skipped[0].text));
-  Database database;
-  database.title = DecodeCodePage(title);
-  MergeItems(database, parsed, Existing::kReplace);
+  Library library;
+  library.title = DecodeCodePage(title);
+  MergeItems(library, parsed, Existing::kReplace);
   // What the library exports must be what went in: the rows are sorted as the importer sorts them.
-  const std::string exported = EncodeCodePage(ExportText(database)) + "\r\n";
+  const std::string exported = EncodeCodePage(ExportText(library)) + "\r\n";
   if (exported != source)
     return std::unexpected("the importer changes " + FirstDifference(source, exported));
-  const auto saved = SaveLibraryFile(database, path);
+  const auto saved = SaveLibraryFile(library, path);
   if (!saved) return std::unexpected(saved.error().Message());
   return {};
 }

@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <windows.h>
 
-#include "basic/number.h"
-#include "basic/text.h"
 #include "host/com/automation.h"
 #include "host/com/registry_win32.h"
 #include "host/doctor.h"
+#include "text/text.h"
+#include "vb/number.h"
 
 namespace declarium::com {
 namespace {

@@ -4,10 +4,10 @@
 #include <optional>
 #include <utility>
 
-#include "basic/code_page.h"
-#include "basic/texts.h"
-#include "database/file_io.h"
-#include "render/module_text.h"
+#include "library/file_io.h"
+#include "source/module_text.h"
+#include "text/code_page.h"
+#include "text/user_texts.h"
 
 namespace declarium {
 namespace {

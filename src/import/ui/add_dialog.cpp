@@ -2,10 +2,10 @@
 
 #include <utility>
 
-#include "basic/texts.h"
-#include "database/ui/file_messages.h"
 #include "import/parser.h"
 #include "import/ui/import_command.h"
+#include "library/ui/file_messages.h"
+#include "text/user_texts.h"
 #include "toolkit/captioned.h"
 #include "toolkit/text_box.h"
 
@@ -45,8 +45,8 @@ const FormDefinition& AddDialogDefinition() {
   return kDefinition;
 }
 
-AddDialog::AddDialog(Toolkit& toolkit, Database& database, KindSelector& selector)
-    : toolkit_(toolkit), database_(database), selector_(selector) {}
+AddDialog::AddDialog(Toolkit& toolkit, Library& library, KindSelector& selector)
+    : toolkit_(toolkit), library_(library), selector_(selector) {}
 
 void AddDialog::Show(Form& owner) {
   frmAdd_ = toolkit_.CreateForm(kDefinition);
@@ -62,7 +62,7 @@ void AddDialog::Command1_Click() {
     auto source = ReadSource(std::move(text));
     JoinContinuedLines(source);
     const HourglassPointer hourglass(toolkit_);
-    ImportItems(database_, selector_, ParseDeclarations(std::move(source)), Existing::kKeep);
+    ImportItems(library_, selector_, ParseDeclarations(std::move(source)), Existing::kKeep);
   } else {
     toolkit_.SetPointer(MousePointer::kDefault);
   }

@@ -3,7 +3,7 @@
 
 #include <memory>
 
-#include "database/ui/kind_selector.h"
+#include "library/ui/kind_selector.h"
 #include "toolkit/form.h"
 #include "toolkit/toolkit.h"
 
@@ -12,7 +12,7 @@ namespace declarium {
 class AddDialog {
  public:
   // Everything must outlive the dialog.
-  AddDialog(Toolkit& toolkit, Database& database, KindSelector& selector);
+  AddDialog(Toolkit& toolkit, Library& library, KindSelector& selector);
 
   // Shows the dialog, empty, and returns when it is closed.
   void Show(Form& owner);
@@ -22,7 +22,7 @@ class AddDialog {
   void Command2_Click();
 
   Toolkit& toolkit_;
-  Database& database_;
+  Library& library_;
   KindSelector& selector_;
   std::unique_ptr<Form> frmAdd_;
 };

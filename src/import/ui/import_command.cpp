@@ -1,20 +1,20 @@
 #include "import/ui/import_command.h"
 
-#include "basic/texts.h"
-#include "database/ui/file_messages.h"
+#include "library/ui/file_messages.h"
+#include "text/user_texts.h"
 
 namespace declarium {
 
-void ImportItems(Database& database, KindSelector& selector, const ParsedItems& parsed,
+void ImportItems(Library& library, KindSelector& selector, const ParsedItems& parsed,
                  Existing existing) {
-  MergeItems(database, parsed, existing);
+  MergeItems(library, parsed, existing);
   selector.Refill();
-  database.dirty = true;
+  library.dirty = true;
 }
 
-ImportCommand::ImportCommand(Toolkit& toolkit, Database& database, KindSelector& selector,
+ImportCommand::ImportCommand(Toolkit& toolkit, Library& library, KindSelector& selector,
                              MenuItem& mnuImport)
-    : toolkit_(toolkit), database_(database), selector_(selector) {
+    : toolkit_(toolkit), library_(library), selector_(selector) {
   mnuImport.on_click = [this] { mnuImport_Click(); };
 }
 
@@ -23,13 +23,13 @@ void ImportCommand::mnuImport_Click() {
   if (!file) return;
   const auto bytes = ReadFileOrTell(toolkit_, *file);
   auto existing = Existing::kReplace;
-  if (database_.HasItems() &&
+  if (library_.HasItems() &&
       toolkit_.ShowMessage({std::u16string(texts::kAskKeepItems), MessageButtons::kYesNo,
                             MessageIcon::kExclamation}) == Answer::kYes) {
     existing = Existing::kKeep;
   }
   const HourglassPointer hourglass(toolkit_);
-  ImportItems(database_, selector_, ParseSourceFile(bytes), existing);
+  ImportItems(library_, selector_, ParseSourceFile(bytes), existing);
 }
 
 }  // namespace declarium

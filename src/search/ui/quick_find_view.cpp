@@ -4,15 +4,15 @@
 #include <utility>
 #include <vector>
 
-#include "database/find_item_index.h"
+#include "library/find_item_index.h"
 #include "search/quick_find.h"
 
 namespace declarium {
 
-QuickFindView::QuickFindView(const Database& database, KindSelector& selector,
+QuickFindView::QuickFindView(const Library& library, KindSelector& selector,
                              const QuickFindControls& controls,
                              std::function<void(const ItemView&)> add_to_basket)
-    : database_(database),
+    : library_(library),
       selector_(selector),
       controls_(controls),
       add_to_basket_(std::move(add_to_basket)) {
@@ -32,7 +32,7 @@ void QuickFindView::txtFind_KeyDown(KeyDown& key) {
   controls_.lstFind.Clear();
   const auto kind = selector_.SelectedKind();
   if (!kind) return;
-  const auto& names = database_[*kind].names;
+  const auto& names = library_[*kind].names;
   std::vector<std::u16string_view> hits;
   for (const auto position : FindNames(names, text)) hits.push_back(names[position]);
   controls_.lstFind.AddRows(hits);
@@ -43,7 +43,7 @@ void QuickFindView::lstFind_Click() {
   const auto hit = controls_.lstFind.Text();
   if (auto* list = selector_.SelectList()) list->SetText(hit);
   if (const auto kind = selector_.SelectedKind()) {
-    selector_.ListOf(*kind).SetListIndex(FindItemIndex(hit, database_[*kind].names));
+    selector_.ListOf(*kind).SetListIndex(FindItemIndex(hit, library_[*kind].names));
   }
 }
 
@@ -63,7 +63,7 @@ void QuickFindView::txtInput_Change() {
     list->SetListIndex(-1);
     return;
   }
-  if (const auto row = TypeAheadRow(RowsOf(database_[*kind].names), text)) {
+  if (const auto row = TypeAheadRow(RowsOf(library_[*kind].names), text)) {
     SelectRow(static_cast<int>(*row));
   }
 }

@@ -3,8 +3,8 @@
 
 #include <functional>
 
-#include "database/database.h"
-#include "database/ui/kind_selector.h"
+#include "library/library.h"
+#include "library/ui/kind_selector.h"
 #include "toolkit/row_list.h"
 #include "toolkit/text_box.h"
 
@@ -19,7 +19,7 @@ struct QuickFindControls {
 class QuickFindView {
  public:
   // `add_to_basket` takes the item selected in the current list. Everything must outlive the view.
-  QuickFindView(const Database& database, KindSelector& selector, const QuickFindControls& controls,
+  QuickFindView(const Library& library, KindSelector& selector, const QuickFindControls& controls,
                 std::function<void(const ItemView&)> add_to_basket);
 
   // The events of whichever list is current.
@@ -40,7 +40,7 @@ class QuickFindView {
   // Selects a row of the current list without copying its name into the type-ahead box.
   void SelectRow(int row);
 
-  const Database& database_;
+  const Library& library_;
   KindSelector& selector_;
   QuickFindControls controls_;
   std::function<void(const ItemView&)> add_to_basket_;

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "database/database.h"
+#include "library/library.h"
 #include "search/ui/wait_window.h"
 #include "toolkit/form.h"
 #include "toolkit/toolkit.h"
@@ -16,7 +16,7 @@ namespace declarium {
 
 // What the search dialog needs of the rest of the program.
 struct SearchLinks {
-  std::function<const Database&()> database;  // the open library
+  std::function<const Library&()> library;  // the open library
   // Shows an item's code and its shared items in the main window; its lists stay as they are.
   std::function<void(const ItemView&)> show_item;
   std::function<void(Kind, std::u16string_view name)> add_to_basket;

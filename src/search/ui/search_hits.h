@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "database/database.h"
+#include "library/library.h"
 #include "search/search_engine.h"
 #include "toolkit/list_view.h"
 
@@ -26,7 +26,7 @@ class SearchHits : public ListEntries {
 
   // The hits stand in `block`, which must outlive them and has its memory back when they go: memory
   // fresh from the system costs more to fill than many hits cost to find.
-  SearchHits(const Database& searched, Block& block) : block_(block), hits_(std::move(block)) {
+  SearchHits(const Library& searched, Block& block) : block_(block), hits_(std::move(block)) {
     hits_.clear();
     for (const auto kind : kKinds) texts_.KeepArenasOf(searched[kind].names);
   }

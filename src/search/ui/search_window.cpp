@@ -5,10 +5,10 @@
 #include <string>
 #include <utility>
 
-#include "basic/number.h"
-#include "basic/texts.h"
-#include "database/ui/file_messages.h"
+#include "library/ui/file_messages.h"
 #include "search/ui/search_form.h"
+#include "text/user_texts.h"
+#include "vb/number.h"
 
 namespace declarium {
 namespace {
@@ -49,7 +49,7 @@ std::array<CheckBox*, sizeof...(I)> FindChecks(const Form& form, std::index_sequ
 // once, and the rows, which nobody can use before the end, are handed over then, all together.
 class SearchWindow::Results : public SearchReceiver {
  public:
-  Results(SearchWindow& window, const Database& searched) : window_(window), searched_(searched) {}
+  Results(SearchWindow& window, const Library& searched) : window_(window), searched_(searched) {}
 
   void Begin(std::int32_t maximum) override {
     window_.PB_.SetMaximum(maximum);
@@ -86,7 +86,7 @@ class SearchWindow::Results : public SearchReceiver {
 
  private:
   SearchWindow& window_;
-  const Database& searched_;
+  const Library& searched_;
   std::unique_ptr<SearchHits> hits_;
   std::uint32_t begun_at_ = 0;
   std::optional<HourglassPointer> hourglass_;
@@ -194,11 +194,11 @@ void SearchWindow::Command2_Click() {
   const CountUp running(events_running_);
   // Clearing earlier results processes events, which may open another library or change this one:
   // the search then goes through lists of its own. They share their texts.
-  std::optional<Database> copy;
-  if (LV1_.Count() > 0) copy = links_.database();
-  const Database& database = copy ? *copy : links_.database();
-  Results results(*this, database);
-  switch (Search(Criteria(), database, results)) {
+  std::optional<Library> copy;
+  if (LV1_.Count() > 0) copy = links_.library();
+  const Library& library = copy ? *copy : links_.library();
+  Results results(*this, library);
+  switch (Search(Criteria(), library, results)) {
     case SearchOutcome::kNoCriteria:
       toolkit_.ShowMessage(Exclamation(texts::kNoCriteria));
       break;
@@ -224,7 +224,7 @@ void SearchWindow::LV1_ItemClick(int position) {
   const auto kind = KindOfIcon(row.icon);
   if (!kind) return;
   // The item may have been deleted since, or another library may be open.
-  if (const auto item = FindItem(links_.database(), *kind, row.text)) links_.show_item(*item);
+  if (const auto item = FindItem(links_.library(), *kind, row.text)) links_.show_item(*item);
 }
 
 void SearchWindow::LV1_GotFocus() {

@@ -1,6 +1,6 @@
 #include "search/ui/wait_window.h"
 
-#include "basic/texts.h"
+#include "text/user_texts.h"
 #include "toolkit/picture_box.h"
 
 namespace declarium {

@@ -5,7 +5,7 @@
 
 namespace declarium {
 
-// Inverts every second dot along the surface's edge, so that the mark shows on any colour.
+// Inverts every second dot along the surface's edge, so that the mark shows on any color.
 void DrawFocusMark(Canvas& canvas);
 
 }  // namespace declarium

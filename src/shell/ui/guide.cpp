@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "basic/texts.h"
+#include "text/user_texts.h"
 
 namespace declarium {
 namespace {

@@ -1,8 +1,8 @@
 #include "shell/ui/main_form.h"
 
-#include "basic/texts.h"
-#include "database/kind.h"
-#include "render/create_select.h"
+#include "basket/create_select.h"
+#include "library/kind.h"
+#include "text/user_texts.h"
 
 namespace declarium {
 namespace {

@@ -2,9 +2,9 @@
 
 #include <array>
 
-#include "basic/texts.h"
 #include "shell/settings.h"
 #include "shell/ui/focus_mark.h"
+#include "text/user_texts.h"
 #include "toolkit/captioned.h"
 #include "toolkit/picture_box.h"
 
@@ -54,10 +54,10 @@ constexpr FormDefinition kForm = {.name = "frmOptions",
 
 class OptionsDialog {
  public:
-  OptionsDialog(Toolkit& toolkit, SettingsStore& store, DisplayColours& colours)
+  OptionsDialog(Toolkit& toolkit, SettingsStore& store, DisplayColors& colors)
       : toolkit_(toolkit),
         store_(store),
-        colours_(colours),
+        colors_(colors),
         form_(toolkit.CreateForm(kForm)),
         swatches_{&form_->Get<PictureBox>("picColor0"), &form_->Get<PictureBox>("picColor1"),
                   &form_->Get<PictureBox>("picColor2")} {
@@ -84,14 +84,14 @@ class OptionsDialog {
   }
 
   void Form_Load() {
-    Swatch(0).SetBackColour(colours_.keyword);
-    Swatch(1).SetBackColour(colours_.comment);
-    Swatch(2).SetBackColour(colours_.normal);
+    Swatch(0).SetBackColor(colors_.keyword);
+    Swatch(1).SetBackColor(colors_.comment);
+    Swatch(2).SetBackColor(colors_.normal);
   }
 
   void picColor_DblClick(int index) {
-    const Colour preset = Swatch(index).BackColour();
-    Swatch(index).SetBackColour(toolkit_.ChooseColour(preset).value_or(preset));
+    const Color preset = Swatch(index).BackColor();
+    Swatch(index).SetBackColor(toolkit_.AskColor(preset).value_or(preset));
   }
 
   void picColor_KeyDown(int index, const KeyDown& event) {
@@ -115,16 +115,16 @@ class OptionsDialog {
   void Command1_Click() { form_->Unload(); }
 
   void Command2_Click() {
-    colours_ = {.keyword = Swatch(0).BackColour(),
-                .comment = Swatch(1).BackColour(),
-                .normal = Swatch(2).BackColour()};
-    WriteColours(store_, colours_);
+    colors_ = {.keyword = Swatch(0).BackColor(),
+               .comment = Swatch(1).BackColor(),
+               .normal = Swatch(2).BackColor()};
+    WriteColors(store_, colors_);
     form_->Unload();
   }
 
   Toolkit& toolkit_;
   SettingsStore& store_;
-  DisplayColours& colours_;
+  DisplayColors& colors_;
   std::unique_ptr<Form> form_;
   std::array<PictureBox*, kSwatches> swatches_;
   int focused_ = -1;
@@ -136,9 +136,8 @@ const FormDefinition& OptionsFormDefinition() {
   return kForm;
 }
 
-void ShowOptionsDialog(Toolkit& toolkit, Form* owner, SettingsStore& store,
-                       DisplayColours& colours) {
-  OptionsDialog(toolkit, store, colours).Show(owner);
+void ShowOptionsDialog(Toolkit& toolkit, Form* owner, SettingsStore& store, DisplayColors& colors) {
+  OptionsDialog(toolkit, store, colors).Show(owner);
 }
 
 }  // namespace declarium

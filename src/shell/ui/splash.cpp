@@ -1,6 +1,6 @@
 #include "shell/ui/splash.h"
 
-#include "basic/texts.h"
+#include "text/user_texts.h"
 #include "toolkit/picture_box.h"
 #include "toolkit/timer.h"
 
@@ -17,7 +17,7 @@ constexpr ControlDefinition kControls[] = {
      .bounds = {0, 0, kSize.width, kSize.height},
      .accessible_name = texts::kProgram,
      .tab_stop = TabStop::kYes,
-     .back_colour = kWindowColour},
+     .back_color = kWindowColor},
     {.kind = ControlKind::kTimer, .name = "tmrUnload", .interval = kShownMilliseconds}};
 
 constexpr FormDefinition kForm = {.name = "frmSplash",
@@ -29,10 +29,10 @@ constexpr FormDefinition kForm = {.name = "frmSplash",
 
 void FrameEdge(Canvas& canvas) {
   const auto [width, height] = canvas.Extent();
-  canvas.Fill({0, 0, width, 1}, kGrayTextColour);
-  canvas.Fill({0, height - 1, width, 1}, kGrayTextColour);
-  canvas.Fill({0, 0, 1, height}, kGrayTextColour);
-  canvas.Fill({width - 1, 0, 1, height}, kGrayTextColour);
+  canvas.Fill({0, 0, width, 1}, kGrayTextColor);
+  canvas.Fill({0, height - 1, width, 1}, kGrayTextColor);
+  canvas.Fill({0, 0, 1, height}, kGrayTextColor);
+  canvas.Fill({width - 1, 0, 1, height}, kGrayTextColor);
 }
 
 void Paint(Canvas& canvas) {
@@ -41,12 +41,12 @@ void Paint(Canvas& canvas) {
   FrameEdge(canvas);
   canvas.DrawPicture({28, 42, 96, 96}, Icon::kApplication);
   canvas.WriteText({kTextLeft, 40, kTextWidth, 40}, texts::kProgram, FontRole::kHeading,
-                   kWindowTextColour, Alignment::kLeft);
-  canvas.Fill({kTextLeft, 84, kTextWidth, 2}, kHighlightColour);
+                   kWindowTextColor, Alignment::kLeft);
+  canvas.Fill({kTextLeft, 84, kTextWidth, 2}, kHighlightColor);
   canvas.WriteText({kTextLeft, 92, kTextWidth, 20}, texts::kSplashLine, FontRole::kText,
-                   kWindowTextColour, Alignment::kLeft);
+                   kWindowTextColor, Alignment::kLeft);
   canvas.WriteText({kTextLeft, 114, kTextWidth, 20}, texts::kSplashVersion, FontRole::kText,
-                   kWindowTextColour, Alignment::kLeft);
+                   kWindowTextColor, Alignment::kLeft);
 }
 
 }  // namespace

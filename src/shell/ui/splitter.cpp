@@ -87,19 +87,19 @@ void Splitter::EndKeyMove() {
 }
 
 void Splitter::BeginMove() {
-  box_.SetBackColour(kBlack);
+  box_.SetBackColor(kBlack);
   box_.BringToFront();
 }
 
 void Splitter::Apply() {
-  box_.SetBackColour(kButtonFaceColour);
+  box_.SetBackColor(kButtonFaceColor);
   panes_ = bar_.panes_at(Area(), panes_, Position());
   resize_();
 }
 
 void Splitter::Cancel() {
   moved_by_key_ = false;
-  box_.SetBackColour(kButtonFaceColour);
+  box_.SetBackColor(kButtonFaceColor);
   SetPosition(bar_.rest_position(Area(), panes_));
   box_.SetPointer(MousePointer::kDefault);
   cancelled_ = true;

@@ -4,10 +4,10 @@
 
 namespace declarium::headless {
 
-PixelCanvas::PixelCanvas(Size extent, Colour colour)
+PixelCanvas::PixelCanvas(Size extent, Color color)
     : extent_{std::max(extent.width, 0), std::max(extent.height, 0)},
       pixels_(static_cast<std::size_t>(extent_.width) * static_cast<std::size_t>(extent_.height),
-              colour) {}
+              color) {}
 
 template <class Change>
 void PixelCanvas::ForEachPixel(const Rect& area, Change change) {
@@ -21,15 +21,15 @@ void PixelCanvas::ForEachPixel(const Rect& area, Change change) {
   }
 }
 
-void PixelCanvas::Fill(const Rect& area, Colour colour) {
-  ForEachPixel(area, [colour](Colour& pixel) { pixel = colour; });
+void PixelCanvas::Fill(const Rect& area, Color color) {
+  ForEachPixel(area, [color](Color& pixel) { pixel = color; });
 }
 
 void PixelCanvas::Invert(const Rect& area) {
-  ForEachPixel(area, [](Colour& pixel) { pixel ^= 0xFFFFFF; });
+  ForEachPixel(area, [](Color& pixel) { pixel ^= 0xFFFFFF; });
 }
 
-void PixelCanvas::WriteText(const Rect& area, std::u16string_view text, FontRole, Colour,
+void PixelCanvas::WriteText(const Rect& area, std::u16string_view text, FontRole, Color,
                             Alignment) {
   texts_.push_back({area, std::u16string(text)});
 }
@@ -38,7 +38,7 @@ void PixelCanvas::DrawPicture(const Rect& area, Icon icon) {
   pictures_.push_back({area, icon});
 }
 
-Colour PixelCanvas::PixelAt(Point at) const {
+Color PixelCanvas::PixelAt(Point at) const {
   return pixels_.at(static_cast<std::size_t>(at.y) * static_cast<std::size_t>(extent_.width) +
                     static_cast<std::size_t>(at.x));
 }

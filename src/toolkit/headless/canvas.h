@@ -22,18 +22,18 @@ struct DrawnPicture {
 
 class PixelCanvas : public Canvas {
  public:
-  // A surface of one colour.
-  PixelCanvas(Size extent, Colour colour);
+  // A surface of one color.
+  PixelCanvas(Size extent, Color color);
 
   [[nodiscard]] Size Extent() const override { return extent_; }
-  void Fill(const Rect& area, Colour colour) override;
+  void Fill(const Rect& area, Color color) override;
   void Invert(const Rect& area) override;
-  void WriteText(const Rect& area, std::u16string_view text, FontRole font, Colour colour,
+  void WriteText(const Rect& area, std::u16string_view text, FontRole font, Color color,
                  Alignment alignment) override;
   void DrawPicture(const Rect& area, Icon icon) override;
 
   // `at` must be inside the surface.
-  [[nodiscard]] Colour PixelAt(Point at) const;
+  [[nodiscard]] Color PixelAt(Point at) const;
   [[nodiscard]] const std::vector<WrittenText>& Texts() const { return texts_; }
   [[nodiscard]] const std::vector<DrawnPicture>& Pictures() const { return pictures_; }
 
@@ -42,7 +42,7 @@ class PixelCanvas : public Canvas {
   void ForEachPixel(const Rect& area, Change change);
 
   Size extent_;
-  std::vector<Colour> pixels_;
+  std::vector<Color> pixels_;
   std::vector<WrittenText> texts_;
   std::vector<DrawnPicture> pictures_;
 };

@@ -3,7 +3,7 @@
 #include <stdexcept>
 #include <utility>
 
-#include "basic/text.h"
+#include "text/text.h"
 
 namespace declarium::headless {
 
@@ -19,8 +19,8 @@ void DialogScript::AnswerFile(std::optional<std::u16string> path, Action during)
   answers_.push_back({FileAnswer{std::move(path)}, std::move(during)});
 }
 
-void DialogScript::AnswerColour(std::optional<Colour> colour, Action during) {
-  answers_.push_back({ColourAnswer{colour}, std::move(during)});
+void DialogScript::AnswerColor(std::optional<Color> color, Action during) {
+  answers_.push_back({ColorAnswer{color}, std::move(during)});
 }
 
 void DialogScript::InForm(std::string_view name, std::function<void(Form&)> action) {
@@ -70,8 +70,8 @@ std::optional<std::u16string> DialogScript::Ask(const SaveQuestion& question) {
   return Take<FileAnswer>(question, "the save dialog").path;
 }
 
-std::optional<Colour> DialogScript::Ask(const ColourQuestion& question) {
-  return Take<ColourAnswer>(question, "the colour dialog").colour;
+std::optional<Color> DialogScript::Ask(const ColorQuestion& question) {
+  return Take<ColorAnswer>(question, "the color dialog").color;
 }
 
 void DialogScript::Ask(const ModalForm& question, Form& form) {

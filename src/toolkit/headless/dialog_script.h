@@ -13,7 +13,7 @@
 #include <variant>
 #include <vector>
 
-#include "toolkit/colour.h"
+#include "toolkit/color.h"
 #include "toolkit/dialogs.h"
 
 namespace declarium {
@@ -38,9 +38,9 @@ struct SaveQuestion {
   bool operator==(const SaveQuestion&) const = default;
 };
 
-struct ColourQuestion {
-  Colour initial = 0;
-  bool operator==(const ColourQuestion&) const = default;
+struct ColorQuestion {
+  Color initial = 0;
+  bool operator==(const ColorQuestion&) const = default;
 };
 
 struct ModalForm {
@@ -49,7 +49,7 @@ struct ModalForm {
 };
 
 using Asked =
-    std::variant<Message, TextQuestion, OpenQuestion, SaveQuestion, ColourQuestion, ModalForm>;
+    std::variant<Message, TextQuestion, OpenQuestion, SaveQuestion, ColorQuestion, ModalForm>;
 
 class DialogScript {
  public:
@@ -59,7 +59,7 @@ class DialogScript {
   void AnswerText(std::u16string_view text, Action during = nullptr);  // empty: cancelled
   // For the open and for the save dialog; nullopt: cancelled.
   void AnswerFile(std::optional<std::u16string> path, Action during = nullptr);
-  void AnswerColour(std::optional<Colour> colour, Action during = nullptr);
+  void AnswerColor(std::optional<Color> color, Action during = nullptr);
   // What the user does in the modal form of this name. It must leave the form hidden or unloaded.
   void InForm(std::string_view name, std::function<void(Form&)> action);
 
@@ -78,21 +78,21 @@ class DialogScript {
   std::u16string Ask(const TextQuestion& question);
   std::optional<std::u16string> Ask(const OpenQuestion& question);
   std::optional<std::u16string> Ask(const SaveQuestion& question);
-  std::optional<Colour> Ask(const ColourQuestion& question);
+  std::optional<Color> Ask(const ColorQuestion& question);
   void Ask(const ModalForm& question, Form& form);
 
  private:
   struct FileAnswer {
     std::optional<std::u16string> path;
   };
-  struct ColourAnswer {
-    std::optional<Colour> colour;
+  struct ColorAnswer {
+    std::optional<Color> color;
   };
   struct FormAnswer {
     std::string name;
     std::function<void(Form&)> action;
   };
-  using Reply = std::variant<Answer, std::u16string, FileAnswer, ColourAnswer, FormAnswer>;
+  using Reply = std::variant<Answer, std::u16string, FileAnswer, ColorAnswer, FormAnswer>;
   struct Step {
     Reply reply;
     Action during;

@@ -15,12 +15,12 @@ Size ExtentOf(const Rect& bounds) {
 HeadlessPictureBox::HeadlessPictureBox(FocusOwner& owner, const ControlDefinition& definition,
                                        Post post)
     : HeadlessControl(owner, definition),
-      back_colour_(definition.back_colour),
+      back_color_(definition.back_color),
       post_(std::move(post)),
-      surface_(ExtentOf(definition.bounds), definition.back_colour) {}
+      surface_(ExtentOf(definition.bounds), definition.back_color) {}
 
-void HeadlessPictureBox::SetBackColour(Colour colour) {
-  back_colour_ = colour;
+void HeadlessPictureBox::SetBackColor(Color color) {
+  back_color_ = color;
   Invalidate();
 }
 
@@ -36,7 +36,7 @@ void HeadlessPictureBox::Refresh() {
 void HeadlessPictureBox::PaintIfNeeded() {
   if (!must_paint_ || !Visible()) return;
   must_paint_ = false;
-  PixelCanvas canvas(ExtentOf(Bounds()), back_colour_);
+  PixelCanvas canvas(ExtentOf(Bounds()), back_color_);
   on_paint.Raise(canvas);
   surface_ = std::move(canvas);
 }

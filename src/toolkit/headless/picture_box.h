@@ -16,8 +16,8 @@ class HeadlessPictureBox : public HeadlessControl<PictureBox> {
 
   HeadlessPictureBox(FocusOwner& owner, const ControlDefinition& definition, Post post);
 
-  [[nodiscard]] Colour BackColour() const override { return back_colour_; }
-  void SetBackColour(Colour colour) override;
+  [[nodiscard]] Color BackColor() const override { return back_color_; }
+  void SetBackColor(Color color) override;
   void Invalidate() override { must_paint_ = true; }
   void PostMouseDown() override;
   void Refresh() override;
@@ -28,7 +28,7 @@ class HeadlessPictureBox : public HeadlessControl<PictureBox> {
   void PaintIfNeeded();
 
  private:
-  Colour back_colour_;
+  Color back_color_;
   Post post_;
   bool must_paint_ = true;
   PixelCanvas surface_;

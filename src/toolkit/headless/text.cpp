@@ -44,16 +44,16 @@ void HeadlessRichText::Clear() {
 void HeadlessRichText::Insert(std::u16string_view text) {
   if (text.empty()) return;
   caret_at_start_ = false;
-  if (!runs_.empty() && runs_.back().colour == colour_) {
+  if (!runs_.empty() && runs_.back().color == color_) {
     runs_.back().text += text;
   } else {
-    runs_.push_back({colour_, std::u16string(text)});
+    runs_.push_back({color_, std::u16string(text)});
   }
 }
 
 std::u16string HeadlessRichText::Text() const {
   std::u16string text;
-  for (const ColouredRun& run : runs_) text += run.text;
+  for (const ColoredRun& run : runs_) text += run.text;
   return text;
 }
 

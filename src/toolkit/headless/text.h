@@ -1,4 +1,4 @@
-// Text boxes and the coloured display of the headless backend.
+// Text boxes and the colored display of the headless backend.
 #pragma once
 
 #include <string>
@@ -42,17 +42,17 @@ class HeadlessRichText : public HeadlessControl<RichText> {
   using HeadlessControl::HeadlessControl;
 
   void Clear() override;
-  void SetInsertionColour(Colour colour) override { colour_ = colour; }
+  void SetInsertionColor(Color color) override { color_ = color; }
   void Insert(std::u16string_view text) override;
   void SetCaretToStart() override { caret_at_start_ = true; }
   [[nodiscard]] std::u16string Text() const override;
-  [[nodiscard]] std::vector<ColouredRun> Runs() const override { return runs_; }
+  [[nodiscard]] std::vector<ColoredRun> Runs() const override { return runs_; }
 
   [[nodiscard]] bool CaretAtStart() const { return caret_at_start_; }
 
  private:
-  Colour colour_ = kBlack;
-  std::vector<ColouredRun> runs_;
+  Color color_ = kBlack;
+  std::vector<ColoredRun> runs_;
   bool caret_at_start_ = true;
 };
 

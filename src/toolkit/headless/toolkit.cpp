@@ -65,9 +65,9 @@ std::optional<std::u16string> HeadlessToolkit::ChooseFileToSave(const FileDialog
   return script_.Ask(SaveQuestion{dialog});
 }
 
-std::optional<Colour> HeadlessToolkit::ChooseColour(Colour initial) {
+std::optional<Color> HeadlessToolkit::AskColor(Color initial) {
   const OpenDialog open(*this, nullptr);
-  return script_.Ask(ColourQuestion{initial});
+  return script_.Ask(ColorQuestion{initial});
 }
 
 bool HeadlessToolkit::OpenDocument(std::u16string_view path) {

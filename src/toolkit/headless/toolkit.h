@@ -27,7 +27,7 @@ class HeadlessToolkit : public Toolkit {
                                        std::u16string_view initial_text) override;
   [[nodiscard]] std::optional<std::u16string> ChooseFileToOpen(const FileDialog& dialog) override;
   [[nodiscard]] std::optional<std::u16string> ChooseFileToSave(const FileDialog& dialog) override;
-  [[nodiscard]] std::optional<Colour> ChooseColour(Colour initial) override;
+  [[nodiscard]] std::optional<Color> AskColor(Color initial) override;
 
   [[nodiscard]] std::u16string ClipboardText() const override { return clipboard_; }
   void SetClipboardText(std::u16string_view text) override { clipboard_ = text; }

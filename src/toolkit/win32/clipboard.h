@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "toolkit/win32/system.h"
+#include "win32/system.h"
 
 namespace declarium::win32 {
 

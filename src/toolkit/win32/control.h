@@ -5,8 +5,8 @@
 #include <string_view>
 
 #include "toolkit/win32/form.h"
-#include "toolkit/win32/wide.h"
 #include "toolkit/win32/widget.h"
+#include "win32/wide.h"
 
 namespace declarium::win32 {
 

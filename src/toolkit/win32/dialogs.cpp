@@ -1,14 +1,14 @@
-// The system's dialogs: messages, files, colours; and the input box, which is a form of ours.
+// The system's dialogs: messages, files, colors; and the input box, which is a form of ours.
 
 #include <algorithm>
 
-#include "basic/texts.h"
+#include "text/user_texts.h"
 #include "toolkit/captioned.h"
 #include "toolkit/text_box.h"
 #include "toolkit/win32/scale.h"
-#include "toolkit/win32/system.h"
 #include "toolkit/win32/toolkit.h"
-#include "toolkit/win32/wide.h"
+#include "win32/system.h"
+#include "win32/wide.h"
 
 namespace declarium::win32 {
 
@@ -95,13 +95,13 @@ std::optional<std::u16string> Win32Toolkit::ChooseFileToSave(const FileDialog& d
   return ChooseFile(dialog, OwnerWindow(), OFN_OVERWRITEPROMPT, GetSaveFileNameW);
 }
 
-std::optional<Colour> Win32Toolkit::ChooseColour(Colour initial) {
+std::optional<Color> Win32Toolkit::AskColor(Color initial) {
   const ModalScope modal(*this, active_);
   CHOOSECOLORW request{};
   request.lStructSize = sizeof request;
   request.hwndOwner = OwnerWindow();
   request.rgbResult = ToColorRef(initial);
-  request.lpCustColors = custom_colours_.data();
+  request.lpCustColors = custom_colors_.data();
   request.Flags = CC_RGBINIT | CC_FULLOPEN;
   if (!ChooseColorW(&request)) return std::nullopt;
   return request.rgbResult;

@@ -3,7 +3,7 @@
 #include <shellapi.h>
 
 #include "toolkit/win32/toolkit.h"
-#include "toolkit/win32/wide.h"
+#include "win32/wide.h"
 
 namespace declarium::win32 {
 

@@ -2,7 +2,7 @@
 // before, all screens count as having the same resolution, and the older functions do.
 #pragma once
 
-#include "toolkit/win32/system.h"
+#include "win32/system.h"
 
 namespace declarium::win32 {
 

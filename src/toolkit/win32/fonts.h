@@ -4,7 +4,7 @@
 #include <array>
 
 #include "toolkit/canvas.h"
-#include "toolkit/win32/unique_handle.h"
+#include "win32/unique_handle.h"
 
 namespace declarium::win32 {
 

@@ -12,12 +12,12 @@
 #include "toolkit/win32/progress_bar.h"
 #include "toolkit/win32/rows.h"
 #include "toolkit/win32/scale.h"
-#include "toolkit/win32/system.h"
 #include "toolkit/win32/text.h"
 #include "toolkit/win32/timer.h"
 #include "toolkit/win32/toolbar.h"
 #include "toolkit/win32/toolkit.h"
-#include "toolkit/win32/wide.h"
+#include "win32/system.h"
+#include "win32/wide.h"
 
 namespace declarium::win32 {
 

@@ -14,8 +14,8 @@
 #include "toolkit/win32/fonts.h"
 #include "toolkit/win32/icons.h"
 #include "toolkit/win32/menu.h"
-#include "toolkit/win32/system.h"
-#include "toolkit/win32/unique_handle.h"
+#include "win32/system.h"
+#include "win32/unique_handle.h"
 
 namespace declarium::win32 {
 
@@ -138,7 +138,7 @@ class Win32Form : public Form {
   std::optional<LRESULT> OnTimer(WPARAM, LPARAM);
   std::optional<LRESULT> OnInitMenuPopup(WPARAM, LPARAM);
   std::optional<LRESULT> OnSetCursor(WPARAM, LPARAM);
-  std::optional<LRESULT> OnControlColour(WPARAM, LPARAM);
+  std::optional<LRESULT> OnControlColor(WPARAM, LPARAM);
   std::optional<LRESULT> OnDpiChanged(WPARAM, LPARAM);
   std::optional<LRESULT> OnSettingsChanged(WPARAM, LPARAM);
 

@@ -4,11 +4,11 @@
 #include "toolkit/win32/form.h"
 #include "toolkit/win32/icons.h"
 #include "toolkit/win32/scale.h"
-#include "toolkit/win32/system.h"
 #include "toolkit/win32/timer.h"
 #include "toolkit/win32/toolbar.h"
 #include "toolkit/win32/toolkit.h"
 #include "toolkit/win32/widget.h"
+#include "win32/system.h"
 
 namespace declarium::win32 {
 
@@ -24,8 +24,8 @@ const Win32Form::Entry Win32Form::kHandlers[] = {
     {WM_TIMER, &Win32Form::OnTimer},
     {WM_INITMENUPOPUP, &Win32Form::OnInitMenuPopup},
     {WM_SETCURSOR, &Win32Form::OnSetCursor},
-    {WM_CTLCOLORSTATIC, &Win32Form::OnControlColour},
-    {WM_CTLCOLORBTN, &Win32Form::OnControlColour},
+    {WM_CTLCOLORSTATIC, &Win32Form::OnControlColor},
+    {WM_CTLCOLORBTN, &Win32Form::OnControlColor},
     {WM_DPICHANGED, &Win32Form::OnDpiChanged},
     {WM_SETTINGCHANGE, &Win32Form::OnSettingsChanged},
     {WM_SYSCOLORCHANGE, &Win32Form::OnSettingsChanged},
@@ -140,7 +140,7 @@ std::optional<LRESULT> Win32Form::OnSetCursor(WPARAM wparam, LPARAM lparam) {
   return TRUE;
 }
 
-std::optional<LRESULT> Win32Form::OnControlColour(WPARAM wparam, LPARAM) {
+std::optional<LRESULT> Win32Form::OnControlColor(WPARAM wparam, LPARAM) {
   const auto device = reinterpret_cast<HDC>(wparam);
   SetBkColor(device, GetSysColor(COLOR_BTNFACE));
   SetTextColor(device, GetSysColor(COLOR_BTNTEXT));

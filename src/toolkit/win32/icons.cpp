@@ -18,8 +18,8 @@ struct Vertex {
 
 struct Shape {
   enum Kind { kRectangle, kDisc, kRing, kStroke, kTriangle } kind;
-  std::uint32_t colour;  // 0xRRGGBB
-  Vertex a, b, c;        // corners, or centre and (radius, width), or both ends and (width, 0)
+  std::uint32_t color;  // 0xRRGGBB
+  Vertex a, b, c;       // corners, or centre and (radius, width), or both ends and (width, 0)
 };
 
 constexpr std::uint32_t kInk = 0x3B4754, kPaper = 0xFFFFFF, kBlue = 0x1F6FC4, kDeepBlue = 0x174F8C;
@@ -213,14 +213,14 @@ std::vector<Shape> Fit(std::span<const Shape> shapes, int size) {
   return fitted;
 }
 
-std::uint32_t Faded(std::uint32_t colour) {
+std::uint32_t Faded(std::uint32_t color) {
   const std::uint32_t gray =
-      ((colour >> 16 & 255) * 3 + (colour >> 8 & 255) * 6 + (colour & 255)) / 10;
+      ((color >> 16 & 255) * 3 + (color >> 8 & 255) * 6 + (color & 255)) / 10;
   const std::uint32_t light = 150 + gray * 90 / 255;
   return light << 16 | light << 8 | light;
 }
 
-// One dot from 4 by 4 samples, as 0xAARRGGBB with the colours multiplied by the cover.
+// One dot from 4 by 4 samples, as 0xAARRGGBB with the colors multiplied by the cover.
 std::uint32_t Sample(std::span<const Shape> shapes, float x, float y, float step, Look look) {
   constexpr int kSamples = 4;
   std::uint32_t red = 0, green = 0, blue = 0, covered = 0;
@@ -230,10 +230,10 @@ std::uint32_t Sample(std::span<const Shape> shapes, float x, float y, float step
     const auto top =
         std::find_if(shapes.rbegin(), shapes.rend(), [p](const Shape& s) { return Covers(s, p); });
     if (top == shapes.rend()) continue;
-    const std::uint32_t colour = look == Look::kDisabled ? Faded(top->colour) : top->colour;
-    red += colour >> 16 & 255;
-    green += colour >> 8 & 255;
-    blue += colour & 255;
+    const std::uint32_t color = look == Look::kDisabled ? Faded(top->color) : top->color;
+    red += color >> 16 & 255;
+    green += color >> 8 & 255;
+    blue += color & 255;
     ++covered;
   }
   constexpr std::uint32_t kAll = kSamples * kSamples;
@@ -267,10 +267,10 @@ int SmallIconSize(int dpi) {
 }
 
 UniqueIcon DrawIconPicture(Icon icon, int size, Look look) {
-  const UniqueBitmap colour = DrawBitmap(icon, size, look);
+  const UniqueBitmap color = DrawBitmap(icon, size, look);
   const std::vector<std::uint8_t> opaque(static_cast<std::size_t>((size + 15) / 16 * 2 * size), 0);
   const UniqueBitmap mask(CreateBitmap(size, size, 1, 1, opaque.data()));
-  ICONINFO info{TRUE, 0, 0, mask.Get(), colour.Get()};
+  ICONINFO info{TRUE, 0, 0, mask.Get(), color.Get()};
   return UniqueIcon(CreateIconIndirect(&info));
 }
 

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "toolkit/icon.h"
-#include "toolkit/win32/system.h"
-#include "toolkit/win32/unique_handle.h"
+#include "win32/system.h"
+#include "win32/unique_handle.h"
 
 namespace declarium::win32 {
 

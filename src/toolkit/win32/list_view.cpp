@@ -4,9 +4,9 @@
 #include <string>
 #include <utility>
 
-#include "basic/text.h"
+#include "text/text.h"
 #include "toolkit/win32/scale.h"
-#include "toolkit/win32/system.h"
+#include "win32/system.h"
 
 namespace declarium::win32 {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "toolkit/win32/wide.h"
+#include "win32/wide.h"
 
 namespace declarium::win32 {
 

@@ -7,8 +7,8 @@
 
 #include "toolkit/form_definition.h"
 #include "toolkit/menu.h"
-#include "toolkit/win32/system.h"
-#include "toolkit/win32/unique_handle.h"
+#include "win32/system.h"
+#include "win32/unique_handle.h"
 
 namespace declarium::win32 {
 

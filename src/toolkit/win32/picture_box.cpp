@@ -26,9 +26,9 @@ const wchar_t* PictureClass() {
 
 }  // namespace
 
-void DeviceCanvas::Fill(const Rect& area, Colour colour) {
+void DeviceCanvas::Fill(const Rect& area, Color color) {
   const RECT dots = ToDots(area, dpi_);
-  const UniqueBrush brush(CreateSolidBrush(ToColorRef(colour)));
+  const UniqueBrush brush(CreateSolidBrush(ToColorRef(color)));
   FillRect(device_, &dots, brush.Get());
 }
 
@@ -37,12 +37,12 @@ void DeviceCanvas::Invert(const Rect& area) {
   InvertRect(device_, &dots);
 }
 
-void DeviceCanvas::WriteText(const Rect& area, std::u16string_view text, FontRole font,
-                             Colour colour, Alignment alignment) {
+void DeviceCanvas::WriteText(const Rect& area, std::u16string_view text, FontRole font, Color color,
+                             Alignment alignment) {
   const std::u16string terminated(text);
   const HGDIOBJ before = SelectObject(device_, fonts_.Get(font));
   SetBkMode(device_, TRANSPARENT);
-  SetTextColor(device_, ToColorRef(colour));
+  SetTextColor(device_, ToColorRef(color));
   const UINT flags = DT_NOPREFIX | (alignment == Alignment::kCentre ? DT_CENTER : DT_LEFT);
   const RECT whole = ToDots(area, dpi_);
   RECT needed = whole;
@@ -64,10 +64,10 @@ void DeviceCanvas::DrawPicture(const Rect& area, Icon icon) {
 
 Win32PictureBox::Win32PictureBox(Win32Form& form, const ControlDefinition& definition)
     : Win32Control(form, definition, {PictureClass(), WS_CLIPSIBLINGS}),
-      back_colour_(definition.back_colour) {}
+      back_color_(definition.back_color) {}
 
-void Win32PictureBox::SetBackColour(Colour colour) {
-  back_colour_ = colour;
+void Win32PictureBox::SetBackColor(Color color) {
+  back_color_ = color;
   Invalidate();
 }
 
@@ -84,7 +84,7 @@ void Win32PictureBox::Paint() {
   const UniqueBitmap bitmap(CreateCompatibleBitmap(screen, std::max<LONG>(area.right, 1),
                                                    std::max<LONG>(area.bottom, 1)));
   const HGDIOBJ before = SelectObject(memory.Get(), bitmap.Get());
-  const UniqueBrush background(CreateSolidBrush(ToColorRef(back_colour_)));
+  const UniqueBrush background(CreateSolidBrush(ToColorRef(back_color_)));
   FillRect(memory.Get(), &area, background.Get());
   DeviceCanvas canvas(memory.Get(), {PlacedAt().width, PlacedAt().height}, Dpi(),
                       TheForm().TheFonts());

@@ -13,9 +13,9 @@ class DeviceCanvas : public Canvas {
       : device_(device), extent_(extent), dpi_(dpi), fonts_(fonts) {}
 
   [[nodiscard]] Size Extent() const override { return extent_; }
-  void Fill(const Rect& area, Colour colour) override;
+  void Fill(const Rect& area, Color color) override;
   void Invert(const Rect& area) override;
-  void WriteText(const Rect& area, std::u16string_view text, FontRole font, Colour colour,
+  void WriteText(const Rect& area, std::u16string_view text, FontRole font, Color color,
                  Alignment alignment) override;
   void DrawPicture(const Rect& area, Icon icon) override;
 
@@ -30,8 +30,8 @@ class Win32PictureBox : public Win32Control<PictureBox> {
  public:
   Win32PictureBox(Win32Form& form, const ControlDefinition& definition);
 
-  [[nodiscard]] Colour BackColour() const override { return back_colour_; }
-  void SetBackColour(Colour colour) override;
+  [[nodiscard]] Color BackColor() const override { return back_color_; }
+  void SetBackColor(Color color) override;
   void Invalidate() override { InvalidateRect(Handle(), nullptr, FALSE); }
   void PostMouseDown() override;
 
@@ -40,7 +40,7 @@ class Win32PictureBox : public Win32Control<PictureBox> {
   void Paint();
   void CaptureWhileHeld() const;
 
-  Colour back_colour_;
+  Color back_color_;
 };
 
 }  // namespace declarium::win32

@@ -5,7 +5,7 @@
 
 #include "toolkit/progress_bar.h"
 #include "toolkit/win32/control.h"
-#include "toolkit/win32/system.h"
+#include "win32/system.h"
 
 namespace declarium::win32 {
 

@@ -1,9 +1,9 @@
 // From pixels at 96 dpi to the dots of a screen and back.
 #pragma once
 
-#include "toolkit/colour.h"
+#include "toolkit/color.h"
 #include "toolkit/geometry.h"
-#include "toolkit/win32/system.h"
+#include "win32/system.h"
 
 namespace declarium::win32 {
 
@@ -24,8 +24,8 @@ namespace declarium::win32 {
           ToDots(r.top + r.height, dpi)};
 }
 
-[[nodiscard]] inline COLORREF ToColorRef(Colour colour) {
-  return IsSystemColour(colour) ? GetSysColor(static_cast<int>(colour & 0xFF)) : colour & 0xFFFFFF;
+[[nodiscard]] inline COLORREF ToColorRef(Color color) {
+  return IsSystemColor(color) ? GetSysColor(static_cast<int>(color & 0xFF)) : color & 0xFFFFFF;
 }
 
 }  // namespace declarium::win32

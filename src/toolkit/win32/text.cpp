@@ -6,7 +6,7 @@
 
 #include "toolkit/win32/fonts.h"
 #include "toolkit/win32/scale.h"
-#include "toolkit/win32/system.h"
+#include "win32/system.h"
 
 namespace declarium::win32 {
 
@@ -86,22 +86,22 @@ void Win32TextBox::OnCommand(int code) {
 Win32RichText::Win32RichText(Win32Form& form, const ControlDefinition& definition)
     : Win32Control(form, definition, RichTextClass()) {
   Send(EM_EXLIMITTEXT, 0, kMostText);
-  FollowColourScheme();
+  FollowColorScheme();
 }
 
-void Win32RichText::FollowColourScheme() {
+void Win32RichText::FollowColorScheme() {
   Flush();
-  background_ = ToColorRef(kWindowColour);
+  background_ = ToColorRef(kWindowColor);
   Send(EM_SETBKGNDCOLOR, FALSE, static_cast<LPARAM>(background_));
-  const std::vector<ColouredRun> runs = std::exchange(written_, {});
-  const Colour next = colour_;
+  const std::vector<ColoredRun> runs = std::exchange(written_, {});
+  const Color next = color_;
   Clear();
-  for (const auto& [colour, text] : runs) {
-    SetInsertionColour(colour);
+  for (const auto& [color, text] : runs) {
+    SetInsertionColor(color);
     Insert(text);
   }
   SetCaretToStart();
-  colour_ = next;
+  color_ = next;
 }
 
 void Win32RichText::SetVisible(bool visible) {
@@ -120,7 +120,7 @@ std::optional<LRESULT> Win32RichText::OnMessage(UINT message, WPARAM wparam, LPA
     PaintBorder();
     return result;
   }
-  if (message == WM_SYSCOLORCHANGE) FollowColourScheme();
+  if (message == WM_SYSCOLORCHANGE) FollowColorScheme();
   return Win32Control::OnMessage(message, wparam, lparam);
 }
 
@@ -142,10 +142,10 @@ void Win32RichText::Clear() {
   Send(EM_SETCHARFORMAT, SCF_ALL, reinterpret_cast<LPARAM>(&format));
 }
 
-void Win32RichText::SetInsertionColour(Colour colour) {
-  if (colour == colour_) return;
+void Win32RichText::SetInsertionColor(Color color) {
+  if (color == color_) return;
   Flush();
-  colour_ = colour;
+  color_ = color;
 }
 
 void Win32RichText::Flush() const {
@@ -155,10 +155,10 @@ void Win32RichText::Flush() const {
   Send(EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&end));
   CHARFORMAT2W format = CodeFormat();
   format.dwMask |= CFM_COLOR;
-  format.crTextColor = ReadableOn(background_, ToColorRef(colour_), ToColorRef(kWindowTextColour));
+  format.crTextColor = ReadableOn(background_, ToColorRef(color_), ToColorRef(kWindowTextColor));
   Send(EM_SETCHARFORMAT, SCF_SELECTION, reinterpret_cast<LPARAM>(&format));
   Send(EM_REPLACESEL, FALSE, TextParameter(pending_));
-  written_.push_back({colour_, std::exchange(pending_, {})});
+  written_.push_back({color_, std::exchange(pending_, {})});
 }
 
 void Win32RichText::SetCaretToStart() {
@@ -174,7 +174,7 @@ std::u16string Win32RichText::Text() const {
   return text + pending_;
 }
 
-Colour Win32RichText::ColourAt(int position) const {
+Color Win32RichText::ColorAt(int position) const {
   CHARRANGE one{position, position + 1};
   Send(EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&one));
   CHARFORMAT2W format{};
@@ -183,19 +183,19 @@ Colour Win32RichText::ColourAt(int position) const {
   return format.crTextColor;
 }
 
-std::vector<ColouredRun> Win32RichText::Runs() const {
+std::vector<ColoredRun> Win32RichText::Runs() const {
   Flush();
   CHARRANGE selection{};
   Send(EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&selection));
-  std::vector<ColouredRun> runs;
+  std::vector<ColoredRun> runs;
   int position = 0;  // the native control counts one position for a line end
   for (const char16_t unit : Text()) {
     if (unit == u'\n') {
       runs.back().text += unit;
       continue;
     }
-    const Colour colour = ColourAt(position++);
-    if (runs.empty() || runs.back().colour != colour) runs.push_back({colour});
+    const Color color = ColorAt(position++);
+    if (runs.empty() || runs.back().color != color) runs.push_back({color});
     runs.back().text += unit;
   }
   Send(EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&selection));

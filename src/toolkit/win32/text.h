@@ -1,4 +1,4 @@
-// The native text box, and the coloured display over the system's rich-text control.
+// The native text box, and the colored display over the system's rich-text control.
 #pragma once
 
 #include "toolkit/rich_text.h"
@@ -29,26 +29,26 @@ class Win32RichText : public Win32Control<RichText> {
 
   void SetVisible(bool visible) override;
   void Clear() override;
-  void SetInsertionColour(Colour colour) override;
+  void SetInsertionColor(Color color) override;
   void Insert(std::u16string_view text) override { pending_ += text; }
   void SetCaretToStart() override;
   [[nodiscard]] std::u16string Text() const override;
-  [[nodiscard]] std::vector<ColouredRun> Runs() const override;
+  [[nodiscard]] std::vector<ColoredRun> Runs() const override;
   void Refresh() override;
 
  private:
   std::optional<LRESULT> OnMessage(UINT message, WPARAM wparam, LPARAM lparam) override;
   void PaintBorder() const;
-  // Takes the background from the user's colour scheme, and the text's colours with it.
-  void FollowColourScheme();
-  // Writes the pieces that were inserted in one colour at once.
+  // Takes the background from the user's color scheme, and the text's colors with it.
+  void FollowColorScheme();
+  // Writes the pieces that were inserted in one color at once.
   void Flush() const;
-  [[nodiscard]] Colour ColourAt(int position) const;
+  [[nodiscard]] Color ColorAt(int position) const;
 
   mutable std::u16string pending_;
-  mutable std::vector<ColouredRun> written_;  // in the colours that they were inserted in
-  Colour colour_ = kBlack;
-  Colour background_ = kWhite;
+  mutable std::vector<ColoredRun> written_;  // in the colors that they were inserted in
+  Color color_ = kBlack;
+  Color background_ = kWhite;
 };
 
 }  // namespace declarium::win32

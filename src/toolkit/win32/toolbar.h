@@ -8,7 +8,7 @@
 #include "toolkit/toolbar_keys.h"
 #include "toolkit/win32/control.h"
 #include "toolkit/win32/icons.h"
-#include "toolkit/win32/system.h"
+#include "win32/system.h"
 
 namespace declarium::win32 {
 

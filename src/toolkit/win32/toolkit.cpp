@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "toolkit/win32/form.h"
-#include "toolkit/win32/system.h"
-#include "toolkit/win32/wide.h"
+#include "win32/system.h"
+#include "win32/wide.h"
 
 namespace declarium::win32 {
 
@@ -31,7 +31,7 @@ Win32Toolkit::Win32Toolkit() {
                                                          ICC_BAR_CLASSES | ICC_LISTVIEW_CLASSES |
                                                          ICC_PROGRESS_CLASS};
   InitCommonControlsEx(&classes);
-  custom_colours_.fill(RGB(255, 255, 255));
+  custom_colors_.fill(RGB(255, 255, 255));
 }
 
 std::unique_ptr<Form> Win32Toolkit::CreateForm(const FormDefinition& definition) {

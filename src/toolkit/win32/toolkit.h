@@ -8,9 +8,9 @@
 #include <vector>
 
 #include "toolkit/toolkit.h"
-#include "toolkit/win32/assistance.h"
-#include "toolkit/win32/system.h"
-#include "toolkit/win32/unique_handle.h"
+#include "toolkit/win32/accessibility.h"
+#include "win32/system.h"
+#include "win32/unique_handle.h"
 
 namespace declarium::win32 {
 
@@ -37,7 +37,7 @@ class Win32Toolkit : public Toolkit {
                                        std::u16string_view initial_text) override;
   [[nodiscard]] std::optional<std::u16string> ChooseFileToOpen(const FileDialog& dialog) override;
   [[nodiscard]] std::optional<std::u16string> ChooseFileToSave(const FileDialog& dialog) override;
-  [[nodiscard]] std::optional<Colour> ChooseColour(Colour initial) override;
+  [[nodiscard]] std::optional<Color> AskColor(Color initial) override;
 
   [[nodiscard]] std::u16string ClipboardText() const override;
   void SetClipboardText(std::u16string_view text) override;
@@ -71,7 +71,7 @@ class Win32Toolkit : public Toolkit {
   // Shows the program's pointer or, when that is the default, `own`. False when both are default.
   [[nodiscard]] bool ShowPointer(MousePointer own) const;
 
-  [[nodiscard]] Assistance& TheAssistance() { return assistance_; }
+  [[nodiscard]] Accessibility& TheAccessibility() { return accessibility_; }
 
   void BeginModal() { ++open_dialogs_; }
   void EndModal() { --open_dialogs_; }
@@ -92,10 +92,10 @@ class Win32Toolkit : public Toolkit {
   Win32Form* active_ = nullptr;
   Control* focused_ = nullptr;
   MousePointer pointer_ = MousePointer::kDefault;
-  std::array<COLORREF, 16> custom_colours_;
+  std::array<COLORREF, 16> custom_colors_;
   // Not shown, and made for the first use of the clipboard.
   mutable UniqueWindow clipboard_owner_;
-  Assistance assistance_;
+  Accessibility accessibility_;
   int open_dialogs_ = 0;
   std::optional<int> exit_code_;
   std::vector<std::shared_ptr<void>> to_destroy_;

@@ -2,9 +2,9 @@
 
 #include "toolkit/win32/form.h"
 #include "toolkit/win32/scale.h"
-#include "toolkit/win32/system.h"
 #include "toolkit/win32/toolkit.h"
-#include "toolkit/win32/wide.h"
+#include "win32/system.h"
+#include "win32/wide.h"
 
 namespace declarium::win32 {
 
@@ -49,7 +49,7 @@ Widget::Widget(Win32Form& form, Control& control, const ControlDefinition& defin
       control_(&control),
       bounds_(definition.bounds),
       font_(definition.font),
-      named_for_assistance_(!definition.accessible_name.empty()) {
+      named_for_accessibility_(!definition.accessible_name.empty()) {
   const std::u16string caption(definition.caption);
   const DWORD style = WS_CHILD | native.style | (definition.visible ? WS_VISIBLE : 0) |
                       (definition.enabled ? 0 : WS_DISABLED) |
@@ -66,13 +66,14 @@ Widget::Widget(Win32Form& form, Control& control, const ControlDefinition& defin
       SetWindowLongPtrW(Handle(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(Procedure)));
   Mark();
   ApplyFont(FALSE);
-  if (named_for_assistance_) {
-    form_.TheToolkit().TheAssistance().Name(Handle(), std::u16string(definition.accessible_name));
+  if (named_for_accessibility_) {
+    form_.TheToolkit().TheAccessibility().Name(Handle(),
+                                               std::u16string(definition.accessible_name));
   }
 }
 
 Widget::~Widget() {
-  if (named_for_assistance_) form_.TheToolkit().TheAssistance().Forget(Handle());
+  if (named_for_accessibility_) form_.TheToolkit().TheAccessibility().Forget(Handle());
   // The procedure stays, since a tooltip's may stand before it.
   SetWindowLongPtrW(Handle(), GWLP_USERDATA, 0);
   Unmark();

@@ -7,8 +7,8 @@
 
 #include "toolkit/control.h"
 #include "toolkit/form_definition.h"
-#include "toolkit/win32/system.h"
-#include "toolkit/win32/unique_handle.h"
+#include "win32/system.h"
+#include "win32/unique_handle.h"
 
 namespace declarium::win32 {
 
@@ -93,7 +93,7 @@ class Widget {
   Control* control_;
   Rect bounds_;
   FontRole font_;
-  bool named_for_assistance_;
+  bool named_for_accessibility_;
   WNDPROC native_ = nullptr;  // the control's own procedure
   UniqueWindow window_;
 };

@@ -8,10 +8,10 @@
 #include <utility>
 #include <vector>
 
-#include "database/database.h"
-#include "database/item.h"
-#include "render/item_text.h"
+#include "library/item.h"
+#include "library/library.h"
 #include "search/ui/search_dialog.h"
+#include "source/item_text.h"
 #include "toolkit/captioned.h"
 #include "toolkit/headless/form.h"
 #include "toolkit/headless/list_view.h"
@@ -31,10 +31,10 @@ inline constexpr ControlDefinition kMainControls[] = {
 inline constexpr FormDefinition kMainForm = {
     .name = "frmMain", .size = {300, 200}, .controls = kMainControls};
 
-inline void AddItem(Database& database, Kind kind, std::u16string_view name,
+inline void AddItem(Library& library, Kind kind, std::u16string_view name,
                     std::u16string_view item) {
-  database[kind].names.Add(name);
-  database[kind].items.Add(item);
+  library[kind].names.Add(name);
+  library[kind].items.Add(item);
 }
 
 inline std::u16string ConstItem(std::u16string_view type, std::u16string_view value) {
@@ -53,8 +53,8 @@ inline std::u16string TypeItem(std::vector<std::u16string> members) {
 }
 
 // Names in ascending order, as a library keeps them.
-inline Database SampleLibrary() {
-  Database library;
+inline Library SampleLibrary() {
+  Library library;
   AddItem(library, Kind::kConst, u"LB_MAX", ConstItem(u"Long", u"MAX_PATH + 1"));
   AddItem(library, Kind::kConst, u"MAX_PATH", ConstItem(u"", u"260"));
   AddItem(library, Kind::kConst, u"SW_BASE", ConstItem(u"Long", u"&H10 ' window base"));
@@ -89,7 +89,7 @@ class SearchDialogTest : public ::testing::Test {
   SearchDialogTest() : main_(toolkit_.CreateForm(kMainForm)) { main_->Show(); }
 
   SearchLinks Links() {
-    return {.database = [this]() -> const Database& {
+    return {.library = [this]() -> const Library& {
               ++searches_and_lookups_;
               return library_;
             },
@@ -154,7 +154,7 @@ class SearchDialogTest : public ::testing::Test {
   TimedToolkit toolkit_;
   headless::HeadlessUser user_{toolkit_};
   std::unique_ptr<Form> main_;
-  Database library_ = SampleLibrary();
+  Library library_ = SampleLibrary();
   std::vector<std::u16string> shown_;
   std::vector<std::pair<Kind, std::u16string>> added_;
   std::u16string stored_;
@@ -163,8 +163,8 @@ class SearchDialogTest : public ::testing::Test {
 };
 
 // Constants V0, V1 ... in the order of their names.
-inline Database LargeLibrary(int count) {
-  Database library;
+inline Library LargeLibrary(int count) {
+  Library library;
   for (int i = 0; i < count; ++i) {
     std::u16string name = u"V0000000";
     for (int rest = i, digit = 7; rest > 0; rest /= 10, --digit) {

@@ -97,7 +97,7 @@ TEST_F(SearchResults, ClickingAnItemThatWasDeletedShowsNothing) {
 }
 
 TEST_F(SearchResults, WithAnotherLibraryItsItemOfThatNameIsShown) {
-  library_ = Database();
+  library_ = Library();
   AddItem(library_, Kind::kConst, u"max_path", ConstItem(u"Long", u"1024"));
   user_.ClickEntry(LV1(), 1);
   EXPECT_THAT(std::exchange(shown_, {}), ElementsAre(u"Const max_path As Long = 1024"));
@@ -107,7 +107,7 @@ TEST_F(SearchResults, WithAnotherLibraryItsItemOfThatNameIsShown) {
 }
 
 TEST_F(SearchResults, AnItemOfAnotherKindWithTheSameNameIsNotShown) {
-  library_ = Database();
+  library_ = Library();
   AddItem(library_, Kind::kType, u"MAX_PATH", TypeItem({u"x As Long"}));
   user_.ClickEntry(LV1(), 1);
   EXPECT_THAT(shown_, IsEmpty());

@@ -122,7 +122,7 @@ TEST_F(SearchDialogTest, NoCriteriaIsToldAndKeepsRowsAndCount) {
 TEST_F(SearchDialogTest, TooFewItemsAreToldAndKeepRowsAndCount) {
   Open();
   Search("Text1", u"window");
-  library_ = Database();
+  library_ = Library();
   AddItem(library_, Kind::kConst, u"A", ConstItem(u"", u"1"));
   AddItem(library_, Kind::kType, u"A", TypeItem({u"x As Long"}));
   toolkit_.Script().AnswerMessage(Answer::kOk);
@@ -145,7 +145,7 @@ TEST_F(SearchDialogTest, WithNoKindCheckedThereAreTooFewItems) {
 }
 
 TEST_F(SearchDialogTest, NoCriteriaIsToldBeforeTooFewItems) {
-  library_ = Database();
+  library_ = Library();
   Open();
   toolkit_.Script().AnswerMessage(Answer::kOk);
   PressSearch();
@@ -256,7 +256,7 @@ TEST_F(SearchDialogTest, AnotherLibraryOpenedWhileResultsAreClearedIsForTheNextS
   Open();
   Search("Text1", u"window");
   toolkit_.Post([&] {
-    library_ = Database();
+    library_ = Library();
     AddItem(library_, Kind::kConst, u"WINDOW_A", ConstItem(u"", u"1"));
     AddItem(library_, Kind::kConst, u"WINDOW_B", ConstItem(u"", u"2"));
   });

@@ -5,8 +5,8 @@
 namespace declarium {
 namespace {
 
-Database LibraryOf(std::u16string_view name) {
-  Database library;
+Library LibraryOf(std::u16string_view name) {
+  Library library;
   library[Kind::kType].names.Add(name);
   return library;
 }
@@ -25,7 +25,7 @@ TEST(SearchHits, NamesStayWhenTheLibraryGoes) {
   SearchHits::Block block;
   SearchHits hits(library, block);
   hits.Add({library[Kind::kType].names[0], Kind::kType});
-  library = Database();
+  library = Library();
   EXPECT_EQ(hits.At(1).text, u"A_NAME_THAT_IS_LONGER_THAN_A_SHORT_STRING");
 }
 

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "basic/texts.h"
 #include "support/temporary_folder.h"
+#include "text/user_texts.h"
 #include "toolkit/headless/toolkit.h"
 
 namespace declarium {

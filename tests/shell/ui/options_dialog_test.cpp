@@ -18,10 +18,10 @@
 namespace declarium {
 namespace {
 
-using headless::ColourQuestion;
+using headless::ColorQuestion;
 using headless::HeadlessPictureBox;
 
-constexpr DisplayColours kColours{.keyword = 0x112233, .comment = 0x445566, .normal = 0x778899};
+constexpr DisplayColors kColors{.keyword = 0x112233, .comment = 0x445566, .normal = 0x778899};
 
 class OptionsDialogTest : public testing::Test {
  protected:
@@ -31,7 +31,7 @@ class OptionsDialogTest : public testing::Test {
       actions(form);
       user_.Click(form.Get<CommandButton>(button));
     });
-    ShowOptionsDialog(toolkit_, nullptr, store_, colours_);
+    ShowOptionsDialog(toolkit_, nullptr, store_, colors_);
   }
 
   static HeadlessPictureBox& Swatch(Form& form, int index) {
@@ -40,22 +40,22 @@ class OptionsDialogTest : public testing::Test {
   [[nodiscard]] bool IsMarked(Form& form, int index) {
     toolkit_.ProcessPendingEvents();
     auto& swatch = Swatch(form, index);
-    return swatch.Surface().PixelAt({0, 0}) != swatch.BackColour();
+    return swatch.Surface().PixelAt({0, 0}) != swatch.BackColor();
   }
-  [[nodiscard]] std::vector<Colour> ColoursAskedFor() {
-    std::vector<Colour> colours;
+  [[nodiscard]] std::vector<Color> ColorsAskedFor() {
+    std::vector<Color> colors;
     for (const auto& asked : toolkit_.Script().AskedSoFar()) {
-      if (const auto* colour = std::get_if<ColourQuestion>(&asked)) {
-        colours.push_back(colour->initial);
+      if (const auto* color = std::get_if<ColorQuestion>(&asked)) {
+        colors.push_back(color->initial);
       }
     }
-    return colours;
+    return colors;
   }
 
   headless::HeadlessToolkit toolkit_;
   headless::HeadlessUser user_{toolkit_};
   MemoryStore store_;
-  DisplayColours colours_ = kColours;
+  DisplayColors colors_ = kColors;
 };
 
 TEST_F(OptionsDialogTest, IsAModalDialogWithItsTexts) {
@@ -72,92 +72,91 @@ TEST_F(OptionsDialogTest, IsAModalDialogWithItsTexts) {
   EXPECT_FALSE(toolkit_.IsModalOpen());
 }
 
-TEST_F(OptionsDialogTest, ShowsTheThreeColoursInItsSwatches) {
+TEST_F(OptionsDialogTest, ShowsTheThreeColorsInItsSwatches) {
   Open("Command1", [this](Form& form) {
     toolkit_.ProcessPendingEvents();
-    const Colour expected[] = {0x112233, 0x445566, 0x778899};
+    const Color expected[] = {0x112233, 0x445566, 0x778899};
     for (int i = 0; i < 3; ++i) {
-      EXPECT_EQ(Swatch(form, i).BackColour(), expected[i]);
+      EXPECT_EQ(Swatch(form, i).BackColor(), expected[i]);
       EXPECT_EQ(Swatch(form, i).Surface().PixelAt({10, 10}), expected[i]);
     }
   });
 }
 
-TEST_F(OptionsDialogTest, OkTakesTheColoursOverAndStoresThem) {
+TEST_F(OptionsDialogTest, OkTakesTheColorsOverAndStoresThem) {
   Open("Command2", [this](Form& form) {
-    for (int i = 0; i < 3; ++i) Swatch(form, i).SetBackColour(static_cast<Colour>(i + 1));
-    EXPECT_EQ(colours_, kColours);
+    for (int i = 0; i < 3; ++i) Swatch(form, i).SetBackColor(static_cast<Color>(i + 1));
+    EXPECT_EQ(colors_, kColors);
     EXPECT_TRUE(store_.written.empty());
   });
-  EXPECT_EQ(colours_, (DisplayColours{1, 2, 3}));
-  EXPECT_EQ(ReadColours(store_), (DisplayColours{1, 2, 3}));
+  EXPECT_EQ(colors_, (DisplayColors{1, 2, 3}));
+  EXPECT_EQ(ReadColors(store_), (DisplayColors{1, 2, 3}));
   EXPECT_EQ(store_.Type(kSettingsKey, u"KeywordColor"), 4U);
 }
 
-TEST_F(OptionsDialogTest, OkWithoutChangesWritesTheColoursAnyway) {
+TEST_F(OptionsDialogTest, OkWithoutChangesWritesTheColorsAnyway) {
   Open("Command2");
   EXPECT_EQ(store_.written,
             (std::vector<std::u16string>{u"KeywordColor", u"CommentColor", u"NormalColor"}));
-  EXPECT_EQ(ReadColours(store_), kColours);
+  EXPECT_EQ(ReadColors(store_), kColors);
 }
 
-TEST_F(OptionsDialogTest, OkTakesTheColoursOverWhenTheyCannotBeStored) {
+TEST_F(OptionsDialogTest, OkTakesTheColorsOverWhenTheyCannotBeStored) {
   store_.fails = true;
-  Open("Command2", [](Form& form) { Swatch(form, 0).SetBackColour(5); });
-  EXPECT_EQ(colours_.keyword, 5U);
+  Open("Command2", [](Form& form) { Swatch(form, 0).SetBackColor(5); });
+  EXPECT_EQ(colors_.keyword, 5U);
 }
 
-TEST_F(OptionsDialogTest, CancelAndClosingKeepTheColours) {
-  Open("Command1", [](Form& form) { Swatch(form, 0).SetBackColour(5); });
+TEST_F(OptionsDialogTest, CancelAndClosingKeepTheColors) {
+  Open("Command1", [](Form& form) { Swatch(form, 0).SetBackColor(5); });
   toolkit_.Script().InForm("frmOptions", [this](Form& form) {
-    Swatch(form, 0).SetBackColour(5);
+    Swatch(form, 0).SetBackColor(5);
     user_.Close(form);
   });
-  ShowOptionsDialog(toolkit_, nullptr, store_, colours_);
-  EXPECT_EQ(colours_, kColours);
+  ShowOptionsDialog(toolkit_, nullptr, store_, colors_);
+  EXPECT_EQ(colors_, kColors);
   EXPECT_TRUE(store_.written.empty());
 }
 
 TEST_F(OptionsDialogTest, EnterAcceptsAndEscapeCancels) {
   toolkit_.Script().InForm("frmOptions", [this](Form& form) {
-    Swatch(form, 1).SetBackColour(7);
+    Swatch(form, 1).SetBackColor(7);
     user_.PressKey(key::kEscape);
   });
-  ShowOptionsDialog(toolkit_, nullptr, store_, colours_);
-  EXPECT_EQ(colours_, kColours);
+  ShowOptionsDialog(toolkit_, nullptr, store_, colors_);
+  EXPECT_EQ(colors_, kColors);
   toolkit_.Script().InForm("frmOptions", [this](Form& form) {
-    Swatch(form, 1).SetBackColour(7);
+    Swatch(form, 1).SetBackColor(7);
     user_.PressKey(key::kEnter);
   });
-  ShowOptionsDialog(toolkit_, nullptr, store_, colours_);
-  EXPECT_EQ(colours_.comment, 7U);
+  ShowOptionsDialog(toolkit_, nullptr, store_, colors_);
+  EXPECT_EQ(colors_.comment, 7U);
 }
 
-TEST_F(OptionsDialogTest, ADoubleClickChoosesTheSwatchsColour) {
+TEST_F(OptionsDialogTest, ADoubleClickChoosesTheSwatchsColor) {
   toolkit_.Script().InForm("frmOptions", [this](Form& form) {
     for (int i = 0; i < 3; ++i) user_.DoubleClick(Swatch(form, i));
-    for (int i = 0; i < 3; ++i)
-      EXPECT_EQ(Swatch(form, i).BackColour(), 10U + static_cast<Colour>(i));
+    for (int i = 0; i < 3; ++i) EXPECT_EQ(Swatch(form, i).BackColor(), 10U + static_cast<Color>(i));
     user_.Click(form.Get<CommandButton>("Command2"));
   });
-  for (const Colour colour : {10, 11, 12}) toolkit_.Script().AnswerColour(colour);
-  ShowOptionsDialog(toolkit_, nullptr, store_, colours_);
-  EXPECT_EQ(ColoursAskedFor(), (std::vector<Colour>{0x112233, 0x445566, 0x778899}));
-  EXPECT_EQ(colours_, (DisplayColours{10, 11, 12}));
+  for (const Color color : {10, 11, 12}) toolkit_.Script().AnswerColor(color);
+  ShowOptionsDialog(toolkit_, nullptr, store_, colors_);
+  EXPECT_EQ(ColorsAskedFor(), (std::vector<Color>{0x112233, 0x445566, 0x778899}));
+  EXPECT_EQ(colors_, (DisplayColors{10, 11, 12}));
 }
 
-TEST_F(OptionsDialogTest, TheSwatchKeepsItsColourWhenTheChooserIsCancelled) {
+TEST_F(OptionsDialogTest, TheSwatchKeepsItsColorWhenTheChooserIsCancelled) {
   toolkit_.Script().InForm("frmOptions", [this](Form& form) {
     user_.DoubleClick(Swatch(form, 1));
-    EXPECT_EQ(Swatch(form, 1).BackColour(), kColours.comment);
+    EXPECT_EQ(Swatch(form, 1).BackColor(), kColors.comment);
     user_.Click(form.Get<CommandButton>("Command1"));
   });
-  toolkit_.Script().AnswerColour(std::nullopt);
-  ShowOptionsDialog(toolkit_, nullptr, store_, colours_);
-  EXPECT_EQ(ColoursAskedFor(), std::vector<Colour>{kColours.comment});
+  toolkit_.Script().AnswerColor(std::nullopt);
+  ShowOptionsDialog(toolkit_, nullptr, store_, colors_);
+  EXPECT_EQ(ColorsAskedFor(), std::vector<Color>{kColors.comment});
 }
 
-TEST_F(OptionsDialogTest, SpaceChoosesTheFocusedSwatchsColourAndOtherKeysDoNothing) {
+TEST_F(OptionsDialogTest, SpaceChoosesTheFocusedSwatchsColorAndOtherKeysDoNothing) {
   toolkit_.Script().InForm("frmOptions", [this](Form& form) {
     user_.PressKey(Swatch(form, 2), key::kSpace);
     for (const int code : {key::kUp, key::kDown, static_cast<int>('A'), key::kDelete}) {
@@ -165,22 +164,22 @@ TEST_F(OptionsDialogTest, SpaceChoosesTheFocusedSwatchsColourAndOtherKeysDoNothi
     }
     user_.Click(form.Get<CommandButton>("Command2"));
   });
-  toolkit_.Script().AnswerColour(0x00FF00);
-  ShowOptionsDialog(toolkit_, nullptr, store_, colours_);
-  EXPECT_EQ(ColoursAskedFor(), std::vector<Colour>{kColours.normal});
-  EXPECT_EQ(colours_.normal, 0x00FF00U);
+  toolkit_.Script().AnswerColor(0x00FF00);
+  ShowOptionsDialog(toolkit_, nullptr, store_, colors_);
+  EXPECT_EQ(ColorsAskedFor(), std::vector<Color>{kColors.normal});
+  EXPECT_EQ(colors_.normal, 0x00FF00U);
 }
 
-TEST_F(OptionsDialogTest, TheChooserStartsFromTheColourChosenBefore) {
+TEST_F(OptionsDialogTest, TheChooserStartsFromTheColorChosenBefore) {
   toolkit_.Script().InForm("frmOptions", [this](Form& form) {
     user_.DoubleClick(Swatch(form, 0));
     user_.DoubleClick(Swatch(form, 0));
     user_.Click(form.Get<CommandButton>("Command1"));
   });
-  toolkit_.Script().AnswerColour(1);
-  toolkit_.Script().AnswerColour(2);
-  ShowOptionsDialog(toolkit_, nullptr, store_, colours_);
-  EXPECT_EQ(ColoursAskedFor(), (std::vector<Colour>{kColours.keyword, 1}));
+  toolkit_.Script().AnswerColor(1);
+  toolkit_.Script().AnswerColor(2);
+  ShowOptionsDialog(toolkit_, nullptr, store_, colors_);
+  EXPECT_EQ(ColorsAskedFor(), (std::vector<Color>{kColors.keyword, 1}));
 }
 
 TEST_F(OptionsDialogTest, TheMarkFollowsTheFocusThroughTheSwatches) {
@@ -194,11 +193,11 @@ TEST_F(OptionsDialogTest, TheMarkFollowsTheFocusThroughTheSwatches) {
   });
 }
 
-TEST_F(OptionsDialogTest, TheMarkIsADottedFrameThatInvertsAnyColour) {
-  for (const Colour colour : {kBlack, kWhite, Colour{0x123456}}) {
-    Open("Command1", [this, colour](Form& form) {
+TEST_F(OptionsDialogTest, TheMarkIsADottedFrameThatInvertsAnyColor) {
+  for (const Color color : {kBlack, kWhite, Color{0x123456}}) {
+    Open("Command1", [this, color](Form& form) {
       auto& swatch = Swatch(form, 0);
-      swatch.SetBackColour(colour);
+      swatch.SetBackColor(color);
       toolkit_.ProcessPendingEvents();
       const auto& surface = swatch.Surface();
       const auto [width, height] = surface.Extent();
@@ -206,7 +205,7 @@ TEST_F(OptionsDialogTest, TheMarkIsADottedFrameThatInvertsAnyColour) {
         for (int x = 0; x < width; ++x) {
           const bool edge = x == 0 || y == 0 || x == width - 1 || y == height - 1;
           const bool dot = edge && (x + y) % 2 == 0;
-          ASSERT_EQ(surface.PixelAt({x, y}), dot ? colour ^ 0xFFFFFF : colour) << x << " " << y;
+          ASSERT_EQ(surface.PixelAt({x, y}), dot ? color ^ 0xFFFFFF : color) << x << " " << y;
         }
       }
     });
@@ -214,8 +213,8 @@ TEST_F(OptionsDialogTest, TheMarkIsADottedFrameThatInvertsAnyColour) {
 }
 
 TEST_F(OptionsDialogTest, CanBeOpenedAgain) {
-  Open("Command2", [](Form& form) { Swatch(form, 0).SetBackColour(5); });
-  Open("Command1", [](Form& form) { EXPECT_EQ(Swatch(form, 0).BackColour(), 5U); });
+  Open("Command2", [](Form& form) { Swatch(form, 0).SetBackColor(5); });
+  Open("Command1", [](Form& form) { EXPECT_EQ(Swatch(form, 0).BackColor(), 5U); });
 }
 
 }  // namespace

@@ -70,7 +70,7 @@ class SplitterTest : public testing::Test {
   }
   [[nodiscard]] bool ShowsFocus(HeadlessPictureBox& box) {
     toolkit_.ProcessPendingEvents();
-    const Colour background = box.BackColour();
+    const Color background = box.BackColor();
     return box.Surface().PixelAt({0, 0}) != background;
   }
 
@@ -119,12 +119,12 @@ TEST_F(SplitterTest, TheBarAloneMovesDuringTheDrag) {
 TEST_F(SplitterTest, TheBarIsBlackAndInFrontWhileDragged) {
   for (const auto& bar : SplitterBars()) {
     auto& box = Box(bar.name);
-    EXPECT_EQ(box.BackColour(), kButtonFaceColour);
+    EXPECT_EQ(box.BackColor(), kButtonFaceColor);
     Press(bar.name);
-    EXPECT_EQ(box.BackColour(), kBlack);
+    EXPECT_EQ(box.BackColor(), kBlack);
     EXPECT_EQ(box.TimesBroughtToFront(), 1);
     Release(box);
-    EXPECT_EQ(box.BackColour(), 0x8000000F);
+    EXPECT_EQ(box.BackColor(), 0x8000000F);
   }
 }
 
@@ -171,7 +171,7 @@ TEST_F(SplitterTest, MovingWithoutTheLeftButtonMovesNoBar) {
   MoveTo(box, {1030, 1000}, kLeftButton);  // pressed somewhere else
   EXPECT_EQ(box.Bounds().left, 302);
   Press("PosMainWidth", kRightButton);
-  EXPECT_EQ(box.BackColour(), kButtonFaceColour);
+  EXPECT_EQ(box.BackColor(), kButtonFaceColor);
   MoveTo(box, {1060, 1000}, kRightButton);
   EXPECT_EQ(box.Bounds().left, 302);
   Release(box, kRightButton);
@@ -181,7 +181,7 @@ TEST_F(SplitterTest, MovingWithoutTheLeftButtonMovesNoBar) {
 TEST_F(SplitterTest, ReleasingAnotherButtonDoesNotEndTheDrag) {
   auto& box = Press("PosMainWidth");
   Release(box, kRightButton);
-  EXPECT_EQ(box.BackColour(), kBlack);
+  EXPECT_EQ(box.BackColor(), kBlack);
   MoveTo(box, {1030, 1000});
   Release(box);
   EXPECT_EQ(panes_.main_width, 330);
@@ -197,7 +197,7 @@ TEST_F(SplitterTest, EscapePutsTheBarBackAndTheReleaseChangesNothing) {
     ASSERT_NE(box.Bounds(), rest);
     user_.PressKey(key::kEscape);
     EXPECT_EQ(box.Bounds(), rest);
-    EXPECT_EQ(box.BackColour(), kButtonFaceColour);
+    EXPECT_EQ(box.BackColor(), kButtonFaceColor);
     EXPECT_EQ(box.Pointer(), MousePointer::kDefault);
     MoveTo(box, {1060, 1060});
     EXPECT_EQ(box.Bounds(), rest);
@@ -219,7 +219,7 @@ TEST_F(SplitterTest, ADoubleClickChangesNothing) {
   user_.DoubleClick(box);
   EXPECT_EQ(panes_, kPanes);
   EXPECT_EQ(resizes_, 1);  // by the first click, which is a drag by nothing
-  EXPECT_EQ(box.BackColour(), kButtonFaceColour);
+  EXPECT_EQ(box.BackColor(), kButtonFaceColor);
 }
 
 TEST_F(SplitterTest, MovingBetweenADoubleClickAndItsReleaseMovesNothing) {
@@ -237,7 +237,7 @@ TEST_F(SplitterTest, ADragThatLosesTheFocusIsGivenUp) {
   MoveTo(box, {1030, 1000});
   form_->Get<TextBox>("txtFind").SetFocus();
   EXPECT_EQ(box.Bounds().left, 302);
-  EXPECT_EQ(box.BackColour(), kButtonFaceColour);
+  EXPECT_EQ(box.BackColor(), kButtonFaceColor);
   Release(box);
   EXPECT_EQ(panes_, kPanes);
 }
@@ -246,7 +246,7 @@ TEST_F(SplitterTest, ArrowKeysOfItsDirectionMoveTheBar) {
   auto& box = Box("PosMainWidth");
   user_.PressKey(box, key::kRight);
   EXPECT_EQ(box.Bounds().left, 310);
-  EXPECT_EQ(box.BackColour(), kBlack);
+  EXPECT_EQ(box.BackColor(), kBlack);
   EXPECT_EQ(box.TimesBroughtToFront(), 1);
   user_.PressKey(key::kLeft);
   user_.PressKey(key::kLeft);
@@ -284,7 +284,7 @@ TEST_F(SplitterTest, EnterAppliesWhatTheKeysDid) {
   user_.PressKey(key::kEnter);
   EXPECT_EQ(panes_.main_width, 308);
   EXPECT_EQ(resizes_, 1);
-  EXPECT_EQ(box.BackColour(), kButtonFaceColour);
+  EXPECT_EQ(box.BackColor(), kButtonFaceColor);
   user_.PressKey(key::kEnter);
   EXPECT_EQ(resizes_, 1);
 }
@@ -303,7 +303,7 @@ TEST_F(SplitterTest, EscapeUndoesWhatTheKeysDid) {
   user_.PressKey(box, key::kRight);
   user_.PressKey(key::kEscape);
   EXPECT_EQ(box.Bounds().left, 302);
-  EXPECT_EQ(box.BackColour(), kButtonFaceColour);
+  EXPECT_EQ(box.BackColor(), kButtonFaceColor);
   user_.PressKey(key::kTab);
   EXPECT_EQ(panes_, kPanes);
   EXPECT_EQ(resizes_, 0);

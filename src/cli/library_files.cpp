@@ -1,0 +1,45 @@
+#include "cli/library_files.h"
+
+#include <algorithm>
+
+#include "cli/session.h"
+
+#include "library/file_format.h"
+#include "library/file_io.h"
+#include "library/library_file.h"
+#include "text/code_page.h"
+#include "text/text.h"
+
+namespace declarium::cli {
+
+std::filesystem::path PathOf(const std::string& argument) {
+  return std::u8string(argument.begin(), argument.end());
+}
+
+Library LoadLibrary(const std::string& file) {
+  auto library = LoadLibraryFile(PathOf(file));
+  if (!library) throw FileFailed(library.error());
+  return std::move(*library);
+}
+
+void SaveLibrary(const Library& library, const std::string& file) {
+  if (const auto saved = SaveLibraryFile(library, PathOf(file)); !saved) {
+    throw FileFailed(saved.error());
+  }
+}
+
+void WriteSource(std::u16string_view text, const std::string& file) {
+  if (const auto written = WriteWholeFile(PathOf(file), EncodeCodePage(text)); !written) {
+    throw FileFailed(written.error());
+  }
+}
+
+std::u16string CheckedTitle(const std::string& argument) {
+  auto title = FromUtf8(argument);
+  if (std::ranges::any_of(title, [](char16_t unit) { return unit <= kSectionSeparator; })) {
+    throw CommandFailed(ExitStatus::kWrongUse, "a title cannot hold a control character");
+  }
+  return title;
+}
+
+}  // namespace declarium::cli

@@ -1,0 +1,28 @@
+// Library files for the commands: paths from arguments, loading and saving that end the command on
+// failure.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+#include "library/library.h"
+
+namespace declarium::cli {
+
+// The path in a UTF-8 argument.
+[[nodiscard]] std::filesystem::path PathOf(const std::string& argument);
+
+// Throws CommandFailed for a file that cannot be read or is no library.
+[[nodiscard]] Library LoadLibrary(const std::string& file);
+
+// Throws CommandFailed, with the file unchanged, when it cannot be written.
+void SaveLibrary(const Library& library, const std::string& file);
+
+// Writes `text` in the encoding of libraries and source files. Throws CommandFailed.
+void WriteSource(std::u16string_view text, const std::string& file);
+
+// A title that a library can hold. Throws CommandFailed for one with a separator of the file in it.
+[[nodiscard]] std::u16string CheckedTitle(const std::string& argument);
+
+}  // namespace declarium::cli

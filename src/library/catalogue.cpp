@@ -1,0 +1,63 @@
+#include "library/catalogue.h"
+
+#include <algorithm>
+
+#include "library/file_io.h"
+#include "library/library_file.h"
+#include "text/text.h"
+
+namespace declarium {
+namespace {
+
+std::u16string LoweredName(const std::filesystem::path& path) {
+  return LowerCase(FromUtf8(PathText(path)));
+}
+
+template <class Predicate>
+std::optional<std::size_t> FindFirst(const DatabaseList& catalogue, Predicate predicate) {
+  const auto found = std::ranges::find_if(catalogue, predicate);
+  if (found == catalogue.end()) return std::nullopt;
+  return static_cast<std::size_t>(found - catalogue.begin());
+}
+
+}  // namespace
+
+DatabaseList EnumDatabases(const std::filesystem::path& folder) {
+  std::vector<std::filesystem::path> files;
+  std::error_code error;
+  for (std::filesystem::directory_iterator file(folder, error), end; !error && file != end;
+       file.increment(error)) {
+    std::error_code ignored;
+    if (LoweredName(file->path().filename()).ends_with(u".api") && file->is_regular_file(ignored)) {
+      files.push_back(file->path());
+    }
+  }
+  std::ranges::sort(files, {}, [](const auto& path) {
+    return std::pair(LoweredName(path.filename()), path.native());
+  });
+  DatabaseList catalogue;
+  for (const auto& path : files) catalogue.push_back({ReadDatabaseTitle(path), path});
+  return catalogue;
+}
+
+std::optional<std::size_t> FindTitle(const DatabaseList& catalogue, std::u16string_view title) {
+  return FindFirst(catalogue, [&](const auto& entry) { return entry.title == title; });
+}
+
+std::optional<std::size_t> FindPath(const DatabaseList& catalogue,
+                                    const std::filesystem::path& path) {
+  return FindFirst(catalogue,
+                   [&](const auto& entry) { return entry.path.native() == path.native(); });
+}
+
+std::optional<std::size_t> StartupRow(const DatabaseList& catalogue, int remembered_row,
+                                      std::u16string_view remembered_title) {
+  if (catalogue.empty()) return std::nullopt;
+  if (remembered_row == -1) return 0;
+  if (remembered_row < 0) return std::nullopt;
+  const auto row = static_cast<std::size_t>(remembered_row);
+  if (row >= catalogue.size() || catalogue[row].title != remembered_title) return std::nullopt;
+  return row;
+}
+
+}  // namespace declarium

@@ -1,0 +1,59 @@
+// The bytes of a ".api" library file, one byte per character in the code page of text/code_page.h,
+// without header, lengths, terminator or checksum:
+//
+//   title  2  names  2  items
+//   names = Const names  1  Declare names  1  Type names      entries of a kind joined by byte 0
+//   items = Const items  1  Declare items  1  Type items      likewise, in the same order
+//
+// A kind without items is nothing between its separators. What stands behind the third section, and
+// behind the third part of a section, is ignored; names and items may differ in number.
+#pragma once
+
+#include <expected>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "library/library.h"
+#include "library/text_arena.h"
+#include "text/error.h"
+
+namespace declarium {
+
+inline constexpr char16_t kEntrySeparator = 0;
+inline constexpr char16_t kKindSeparator = 1;
+inline constexpr char16_t kSectionSeparator = 2;
+
+// Whether a title, a name or an item string holds none of the separators, which would tear the file
+// apart.
+[[nodiscard]] bool IsStorable(std::u16string_view text) noexcept;
+
+// A library file cut into its sections, which are views into `text`.
+struct LibrarySections {
+  std::shared_ptr<TextArena> text;
+  std::u16string_view title;
+  std::optional<std::u16string_view> names;  // missing when the file has no byte 2
+  std::optional<std::u16string_view> items;  // missing when it has only one
+};
+
+[[nodiscard]] LibrarySections CutIntoSections(std::string_view bytes);
+
+// Replace the names, or the items, of all three kinds by those of the section. False, with nothing
+// changed, when the section is missing. The window replaces the names before it looks for the
+// items, so the two are separate.
+[[nodiscard]] bool TakeNames(const LibrarySections& sections, Library& library);
+[[nodiscard]] bool TakeItems(const LibrarySections& sections, Library& library);
+
+// The library in `bytes`; `path` becomes its path and names it in an error.
+[[nodiscard]] std::expected<Library, Error> ParseLibrary(std::string_view bytes,
+                                                         const std::filesystem::path& path);
+
+// The file's content for `library`. A character outside the code page is written as "?".
+[[nodiscard]] std::string LibraryBytes(const Library& library);
+
+// The content of a newly created library.
+[[nodiscard]] std::string EmptyLibraryBytes(std::u16string_view title);
+
+}  // namespace declarium

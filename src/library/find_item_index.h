@@ -1,0 +1,17 @@
+// Looking an item up by name in a sorted names list.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "library/string_list.h"
+
+namespace declarium {
+
+// The 0-based position of `name` in `names`, compared without regard to case, or -1. A jump search
+// in steps of the square root of the length, then a scan of one step: it relies on the ascending
+// order of the lower-cased names, and in a list out of order it may miss a name that is present.
+// Of equal names it gives the first in the range scanned.
+[[nodiscard]] std::int32_t FindItemIndex(std::u16string_view name, const StringList& names);
+
+}  // namespace declarium

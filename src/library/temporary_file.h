@@ -1,0 +1,24 @@
+// The temporary files in which the new content of a file is begun, beside the file that it is to
+// replace. A saver that is killed leaves its own; the next one into the same folder removes it.
+#pragma once
+
+#include <filesystem>
+#include <string_view>
+
+namespace declarium {
+
+// A new name in `folder` for a file begun by the process.
+[[nodiscard]] std::filesystem::path TemporaryFileIn(const std::filesystem::path& folder,
+                                                    unsigned long process);
+
+// Whether a file's name, without its folder, is one that TemporaryFileIn gives.
+[[nodiscard]] bool IsTemporaryFileName(std::string_view name);
+
+// Removes the temporary files of a folder (empty: the current one) that are older than a minute and
+// that no saver holds. What cannot be removed stays, without an error.
+void RemoveAbandonedFiles(const std::filesystem::path& folder);
+
+// Removes one temporary file unless its saver still runs. One source per operating system has it.
+void RemoveUnlessHeld(const std::filesystem::path& temporary_file);
+
+}  // namespace declarium

@@ -1,0 +1,89 @@
+// The catalogue combo box and the commands of the library menu.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+#include "library/catalogue.h"
+#include "library/file_format.h"
+#include "library/library.h"
+#include "library/ui/kind_selector.h"
+#include "toolkit/form.h"
+#include "toolkit/list_view.h"
+#include "toolkit/menu.h"
+#include "toolkit/toolbar.h"
+
+namespace declarium {
+
+struct DatabaseControls {
+  Form& frmMain;
+  ComboBox& cmbDatabase;
+  Toolbar& Toolbar1;
+  MenuItem& mnuDatabase;
+  MenuItem& mnuNew;
+  MenuItem& mnuOpen;
+  MenuItem& mnuSave;
+  MenuItem& mnuSaveAs;
+  MenuItem& mnuRename;
+  MenuItem& mnuImport;
+  MenuItem& mnuExport;
+  MenuItem& mnuAdd;
+  MenuItem& mnuDeleteDbItem;
+  ListBox& lstFind;
+  ListView& lstShare;
+};
+
+class LibraryCommands {
+ public:
+  // `folder` is the program's folder, whose libraries make the catalogue. Everything given by
+  // reference must outlive the commands.
+  LibraryCommands(Toolkit& toolkit, Library& library, KindSelector& selector,
+                  const DatabaseControls& controls, std::filesystem::path folder);
+
+  // Reads the catalogue anew; the combo box keeps its row number, which loads the row's library
+  // when that row has another title now.
+  void EnumDatabases();
+
+  // Replaces the open library by the file's. A file that is no library is reported, and the first
+  // row of the catalogue is selected; what was replaced before the fault was met stays replaced.
+  void LoadDatabase(const std::filesystem::path& path);
+  // Loads the first library of the catalogue with exactly this title, if any.
+  void LoadDatabaseByName(std::u16string_view title);
+  void SetDatabaseTitle(std::u16string_view title);
+
+  // Offers to save unsaved changes; false when the user cancelled. A No leaves them unsaved and
+  // still marked, so the next switch asks again.
+  [[nodiscard]] bool AskSaveChanges();
+
+  // The library to open at start: the file named on the command line when it exists, otherwise the
+  // catalogue row remembered from the last closing.
+  void OpenAtStart(const std::filesystem::path& command_line, int remembered_row,
+                   std::u16string_view remembered_title);
+
+  void cmbDatabase_Click();
+  void mnuDatabase_Click();
+  void mnuNew_Click();
+  void mnuOpen_Click();
+  void mnuSave_Click();
+  void mnuSaveAs_Click();
+  void mnuRename_Click();
+  void mnuDeleteDbItem_Click();
+
+ private:
+  [[nodiscard]] bool TryLoad(const LibrarySections& sections, const std::filesystem::path& path);
+  void ShowInCatalogue(const std::filesystem::path& path);
+  void EnableDatabaseCommands(bool enabled);
+
+  Toolkit& toolkit_;
+  Library& library_;
+  KindSelector& selector_;
+  DatabaseControls controls_;
+  std::filesystem::path folder_;
+  DatabaseList catalogue_;
+  std::u16string last_title_;  // the title last switched to; empty after every load
+  int last_row_ = -1;          // its row, to go back to when a switch is cancelled
+  bool suppress_click_ = false;
+};
+
+}  // namespace declarium

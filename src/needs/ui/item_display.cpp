@@ -1,0 +1,24 @@
+#include "needs/ui/item_display.h"
+
+#include "needs/shared_items.h"
+#include "source/item_text.h"
+
+namespace declarium {
+
+void ItemDisplay::Show(const ItemView& item) {
+  lstShare_.Clear();
+  for (const auto& [text, icon] : CreateShared(item.kind, item.item)) {
+    lstShare_.Append({text, icon});
+  }
+  ShowCode(item);
+}
+
+void ItemDisplay::ShowCode(const ItemView& item) {
+  code_.PrintFormatText(ItemText(item.kind, item.name, item.item));
+}
+
+void ShowSelectedItem(Kind kind, const KindSelector& selector, ItemDisplay& display) {
+  if (const auto item = selector.SelectedItem(kind)) display.Show(*item);
+}
+
+}  // namespace declarium

@@ -1,0 +1,28 @@
+// Coloring of source text, as runs of color and text that a display inserts one after another.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace declarium {
+
+enum class TextColor { kNormal, kKeyword, kComment };
+
+struct ColorRun {
+  TextColor color;
+  std::u16string text;
+
+  friend bool operator==(const ColorRun&, const ColorRun&) = default;
+};
+
+// The runs of `text`, neighbouring runs of one color joined; none for an empty text. Lines end at
+// CR LF and start in the normal color; a line is cut into words at single blanks, and one bracket
+// or comma at either end of a word is colored by itself. A word inside quotes is never a keyword;
+// a word that begins with an apostrophe, inside quotes too, colors the rest of the line and its
+// line end as a comment. Blanks and line ends have the color then current. A word that is a lone
+// "(" or
+// ")" comes out twice: the display has always shown it so.
+[[nodiscard]] std::vector<ColorRun> FormatText(std::u16string_view text);
+
+}  // namespace declarium

@@ -1,0 +1,22 @@
+#include "source/ui/export_command.h"
+
+#include "library/ui/file_messages.h"
+#include "source/item_text.h"
+#include "text/code_page.h"
+#include "text/user_texts.h"
+
+namespace declarium {
+
+ExportCommand::ExportCommand(Toolkit& toolkit, const Library& library, MenuItem& mnuExport)
+    : toolkit_(toolkit), library_(library) {
+  mnuExport.on_click = [this] { mnuExport_Click(); };
+}
+
+void ExportCommand::mnuExport_Click() {
+  const auto file = toolkit_.ChooseFileToSave({.filter = std::u16string(texts::kModuleFilter)});
+  if (!file) return;
+  const HourglassPointer hourglass(toolkit_);
+  WriteFileOrTell(toolkit_, *file, EncodeCodePage(ExportText(library_)));
+}
+
+}  // namespace declarium

@@ -1,0 +1,110 @@
+#include "text/code_page.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+
+namespace declarium {
+namespace {
+
+constexpr std::array<char16_t, 128> kUpperHalf = {
+    0x20AC, 0x0081, 0x201A, 0x0083, 0x201E, 0x2026, 0x2020, 0x2021, 0x0088, 0x2030, 0x0160, 0x2039,
+    0x015A, 0x0164, 0x017D, 0x0179, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+    0x0098, 0x2122, 0x0161, 0x203A, 0x015B, 0x0165, 0x017E, 0x017A, 0x00A0, 0x02C7, 0x02D8, 0x0141,
+    0x00A4, 0x0104, 0x00A6, 0x00A7, 0x00A8, 0x00A9, 0x015E, 0x00AB, 0x00AC, 0x00AD, 0x00AE, 0x017B,
+    0x00B0, 0x00B1, 0x02DB, 0x0142, 0x00B4, 0x00B5, 0x00B6, 0x00B7, 0x00B8, 0x0105, 0x015F, 0x00BB,
+    0x013D, 0x02DD, 0x013E, 0x017C, 0x0154, 0x00C1, 0x00C2, 0x0102, 0x00C4, 0x0139, 0x0106, 0x00C7,
+    0x010C, 0x00C9, 0x0118, 0x00CB, 0x011A, 0x00CD, 0x00CE, 0x010E, 0x0110, 0x0143, 0x0147, 0x00D3,
+    0x00D4, 0x0150, 0x00D6, 0x00D7, 0x0158, 0x016E, 0x00DA, 0x0170, 0x00DC, 0x00DD, 0x0162, 0x00DF,
+    0x0155, 0x00E1, 0x00E2, 0x0103, 0x00E4, 0x013A, 0x0107, 0x00E7, 0x010D, 0x00E9, 0x0119, 0x00EB,
+    0x011B, 0x00ED, 0x00EE, 0x010F, 0x0111, 0x0144, 0x0148, 0x00F3, 0x00F4, 0x0151, 0x00F6, 0x00F7,
+    0x0159, 0x016F, 0x00FA, 0x0171, 0x00FC, 0x00FD, 0x0163, 0x02D9,
+};
+
+constexpr auto kDecode = [] {
+  std::array<char16_t, 256> table{};
+  for (std::size_t byte = 0; byte < 128; ++byte) table[byte] = static_cast<char16_t>(byte);
+  std::ranges::copy(kUpperHalf, table.begin() + 128);
+  return table;
+}();
+
+// Every character of the code page lies below this; the table covers them all.
+constexpr std::size_t kEncodeSize = 0x2123;
+
+constexpr auto kEncode = [] {
+  std::array<char, kEncodeSize> table{};
+  table.fill('?');
+  for (std::size_t byte = 0; byte < 256; ++byte) {
+    table[kDecode[byte]] = static_cast<char>(byte);
+  }
+  return table;
+}();
+
+constexpr std::size_t kBlock = 32;
+constexpr std::size_t kSmallBlock = 8;
+
+char Encode(char16_t unit) {
+  return unit < kEncodeSize ? kEncode[unit] : '?';
+}
+
+// Encodes whole blocks from `start` on; returns where the rest starts.
+template <std::size_t block>
+std::size_t EncodeBlocks(std::u16string_view text, std::size_t start, char* out) {
+  auto i = start;
+  for (; text.size() - i >= block; i += block) {
+    char16_t any = 0;
+    for (std::size_t k = 0; k < block; ++k) any |= text[i + k];
+    if (any < 0x80) {
+      for (std::size_t k = 0; k < block; ++k) out[i + k] = static_cast<char>(text[i + k]);
+    } else {
+      for (std::size_t k = 0; k < block; ++k) out[i + k] = Encode(text[i + k]);
+    }
+  }
+  return i;
+}
+
+}  // namespace
+
+void DecodeCodePageInto(std::string_view bytes, char16_t* out) noexcept {
+  const auto* in = reinterpret_cast<const unsigned char*>(bytes.data());
+  std::size_t i = 0;
+  // Blocks of plain ASCII, nearly all of a library, are widened by vector instructions.
+  while (bytes.size() - i >= kBlock) {
+    unsigned char any = 0;
+    for (std::size_t k = 0; k < kBlock; ++k) any |= in[i + k];
+    if (any < 0x80) {
+      for (std::size_t k = 0; k < kBlock; ++k) out[i + k] = in[i + k];
+    } else {
+      for (std::size_t k = 0; k < kBlock; ++k) out[i + k] = kDecode[in[i + k]];
+    }
+    i += kBlock;
+  }
+  for (; i < bytes.size(); ++i) out[i] = kDecode[in[i]];
+}
+
+std::u16string DecodeCodePage(std::string_view bytes) {
+  std::u16string text(bytes.size(), u'\0');
+  DecodeCodePageInto(bytes, text.data());
+  return text;
+}
+
+void EncodeCodePageInto(std::u16string_view text, char* out) noexcept {
+  const auto i = EncodeBlocks<kBlock>(text, 0, out);
+  // Most entries of a library are no longer than a few small blocks.
+  const auto rest = EncodeBlocks<kSmallBlock>(text, i, out);
+  for (auto k = rest; k < text.size(); ++k) out[k] = Encode(text[k]);
+}
+
+void AppendCodePage(std::u16string_view text, std::string& out) {
+  const auto start = out.size();
+  out.resize(start + text.size());
+  EncodeCodePageInto(text, out.data() + start);
+}
+
+std::string EncodeCodePage(std::u16string_view text) {
+  std::string bytes;
+  AppendCodePage(text, bytes);
+  return bytes;
+}
+
+}  // namespace declarium

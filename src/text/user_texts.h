@@ -1,0 +1,145 @@
+// Every text of the windows that a user sees, once. They are Slovak; "&" marks an access key.
+#pragma once
+
+#include <string_view>
+
+namespace declarium::texts {
+
+inline constexpr std::u16string_view kProgram = u"Declarium 3.0";
+inline constexpr std::u16string_view kCaptionTail = u" - Declarium 3.0";
+
+// Files
+inline constexpr std::u16string_view kReadError = u"Chyba pri čítaní zo súboru.";
+inline constexpr std::u16string_view kWriteError = u"Chyba pri zápise do súboru.";
+inline constexpr std::u16string_view kInvalidFormat = u"Neplatný formát databázy.";
+inline constexpr std::u16string_view kDatabaseFilter = u"Api Database|*.api";
+inline constexpr std::u16string_view kModuleFilter =
+    u"Visual Basic Code Module|*.bas|Text files|*.txt";
+inline constexpr std::u16string_view kSourceFilter =
+    u"Zdrojové súbory pre Visual Basic|*.frm;*.ctl;*.dob;*.pag;*.bas;*.cls|Textové súbory|*.txt";
+
+// Library commands
+inline constexpr std::u16string_view kAskSaveBefore = u"Uložiť zmeny prevedené v databáze '";
+inline constexpr std::u16string_view kAskSaveBehind = u"' ?";
+inline constexpr std::u16string_view kAskTitle = u"Zadajte názov databázy";
+inline constexpr std::u16string_view kAskNewTitle = u"Zadajte nový názov databázy.";
+inline constexpr std::u16string_view kAskDeleteBefore =
+    u"Naozaj chcete natrvalo odtrániť položku '";
+inline constexpr std::u16string_view kAskDeleteBehind = u"' z databázy?";
+inline constexpr std::u16string_view kAskKeepItems = u"Ponechať pôvodné položky?";
+
+// Menus of the main window
+inline constexpr std::u16string_view kMenuDatabase = u"&Databáza";
+inline constexpr std::u16string_view kMenuNew = u"&Nová...";
+inline constexpr std::u16string_view kMenuOpen = u"&Otvoriť...";
+inline constexpr std::u16string_view kMenuSave = u"&Uložiť";
+inline constexpr std::u16string_view kMenuSaveAs = u"Uložiť &ako...";
+inline constexpr std::u16string_view kMenuRename = u"&Premenovať...";
+inline constexpr std::u16string_view kMenuImport = u"&Importovať...";
+inline constexpr std::u16string_view kMenuExport = u"&Exportovať...";
+inline constexpr std::u16string_view kMenuAdd = u"P&ridať položku...";
+inline constexpr std::u16string_view kMenuDeleteItem = u"Odstrániť po&ložku";
+inline constexpr std::u16string_view kMenuClose = u"&Zavrieť";
+
+inline constexpr std::u16string_view kMenuHelp = u"&Pomocník";
+inline constexpr std::u16string_view kMenuGuide = u"&Príručka";
+inline constexpr std::u16string_view kMenuHelpHere = u"Pomoc k &tomuto oknu";
+inline constexpr std::u16string_view kMenuAbout = u"&O programe...";
+
+// The guide
+inline constexpr std::u16string_view kGuideMissing = u"Príručka chýba. Mala by byť v súbore:";
+inline constexpr std::u16string_view kGuideNotShown = u"Príručku sa nepodarilo otvoriť:";
+
+// Toolbar
+inline constexpr std::u16string_view kTipNew = u"Nová databáza";
+inline constexpr std::u16string_view kTipOpen = u"Otvoriť databázu";
+inline constexpr std::u16string_view kTipSave = u"Uložiť databázu";
+inline constexpr std::u16string_view kTipAdd = u"Pridať do výberu";
+inline constexpr std::u16string_view kTipCopy = u"Kopírovať výber do schránky";
+inline constexpr std::u16string_view kTipDelete = u"Odstrániť z výberu";
+inline constexpr std::u16string_view kTipExport = u"Exportovať výber do súboru...";
+inline constexpr std::u16string_view kTipInsert = u"Vložiť výber do modulu";
+inline constexpr std::u16string_view kTipFind = u"Rozšírené vyhľadávanie...";
+inline constexpr std::u16string_view kTipSettings = u"Nastavenia...";
+
+// Names and tooltips of the main window's other controls
+inline constexpr std::u16string_view kNameToolbar = u"Panel nástrojov";
+inline constexpr std::u16string_view kNameDatabase = u"Databáza";
+inline constexpr std::u16string_view kNameSelector = u"Druh položiek";
+inline constexpr std::u16string_view kNameRange = u"Rozsah platnosti";
+inline constexpr std::u16string_view kNameInput = u"Začiatok názvu";
+inline constexpr std::u16string_view kNameConstList = u"Konštanty";
+inline constexpr std::u16string_view kNameDeclareList = u"Deklarácie";
+inline constexpr std::u16string_view kNameTypeList = u"Typy";
+inline constexpr std::u16string_view kNameFind = u"Hľadať v názvoch";
+inline constexpr std::u16string_view kNameFound = u"Nájdené názvy";
+inline constexpr std::u16string_view kNameBasket = u"Výber";
+inline constexpr std::u16string_view kNameShare = u"Súvisiace položky";
+inline constexpr std::u16string_view kNameCode = u"Zdrojový text";
+inline constexpr std::u16string_view kNameSplitMainWidth = u"Šírka zoznamu";
+inline constexpr std::u16string_view kNameSplitRtbHeight = u"Výška zdrojového textu";
+inline constexpr std::u16string_view kNameSplitAddHeight = u"Výška výberu";
+
+// Basket popup menu
+inline constexpr std::u16string_view kDeleteOnce = u"Odstrániť &položku";
+inline constexpr std::u16string_view kDeleteGroup = u"Odstrániť &skupinu";
+inline constexpr std::u16string_view kDeleteAll = u"Odstrániť &všetko";
+
+// Insertion into the host's module
+inline constexpr std::u16string_view kAskInsertBefore = u"Vložiť do '";
+inline constexpr std::u16string_view kAskInsertBehind = u"' ?";
+
+// Add dialog
+inline constexpr std::u16string_view kAddCaption = u"Pridať položku";
+inline constexpr std::u16string_view kAddLabel = u"Zdajte deklaráciu";
+inline constexpr std::u16string_view kOk = u"&OK";
+inline constexpr std::u16string_view kCancel = u"&Zrušiť";
+
+// Color options dialog
+inline constexpr std::u16string_view kOptionsCaption = u"Nastavenia";
+inline constexpr std::u16string_view kOptionsKeyword = u"Farba kľúčových slov";
+inline constexpr std::u16string_view kOptionsComment = u"Farba komentárov";
+inline constexpr std::u16string_view kOptionsNormal = u"Farba ostatných slov";
+inline constexpr std::u16string_view kOptionsOk = u"OK";
+
+// Search dialog
+inline constexpr std::u16string_view kSearchCaption = u"Rozšírené vyhľadávanie";
+inline constexpr std::u16string_view kSearchKinds = u"Vyhľadávať v kategóriách";
+inline constexpr std::u16string_view kSearchConstants = u"Constants";
+inline constexpr std::u16string_view kSearchDeclares = u"Declares";
+inline constexpr std::u16string_view kSearchTypes = u"Types";
+inline constexpr std::u16string_view kSearchCriteria = u"Kritériá";
+inline constexpr std::u16string_view kSearchName = u"Hľadaný názov";
+inline constexpr std::u16string_view kSearchType = u"Hľadaný typ";
+inline constexpr std::u16string_view kSearchConst = u"Hľadaná konštanta";
+inline constexpr std::u16string_view kSearchValue = u"Hľadaná hodnota";
+inline constexpr std::u16string_view kSearchArgument = u"Hľadaný argument";
+inline constexpr std::u16string_view kSearchFullText = u"Fulltextové vyhľadávanie";
+inline constexpr std::u16string_view kWholeNames = u"Iba celé názvy";
+inline constexpr std::u16string_view kWholeValues = u"Iba celé hodnoty";
+inline constexpr std::u16string_view kWholeWords = u"Iba celé slová";
+inline constexpr std::u16string_view kAsNumber = u"Hľadať ako číslo";
+inline constexpr std::u16string_view kAsNumberTip = u"Budú prehľadávané všetky sústavy";
+inline constexpr std::u16string_view kSearchStart = u"&Hľadať";
+inline constexpr std::u16string_view kFoundCount = u"Nájdených: ";
+inline constexpr std::u16string_view kNameResults = u"Výsledky hľadania";
+inline constexpr std::u16string_view kNoCriteria = u"Neboli zadané žiadne kritériá.";
+inline constexpr std::u16string_view kNotEnough = u"Nedostatok položiek pre vyhľadávanie.";
+inline constexpr std::u16string_view kWaitFreeing = u"Uvoľnuje sa pamäť.";
+inline constexpr std::u16string_view kWaitSeconds = u"Môže to trvať niekoľko sekúnd.";
+inline constexpr std::u16string_view kWaitPlease = u"Čakajte prosím...";
+
+// Host
+inline constexpr std::u16string_view kHostButton = u"Brindlework Declarium 3.0";
+inline constexpr std::u16string_view kHostMenuEntry = u"Declar&ium";
+inline constexpr std::u16string_view kConnectionErrorBefore =
+    u"Vyskytla sa chyba vo funkcii 'IDTExtensibility_OnConnection' na riadku '";
+inline constexpr std::u16string_view kDisconnectionErrorBefore =
+    u"Vyskytla sa chyba vo funkcii 'IDTExtensibility_OnDisconnection' na riadku '";
+inline constexpr std::u16string_view kHostErrorBehind = u"'.";
+
+// Splash window
+inline constexpr std::u16string_view kSplashLine = u"Knižnica deklarácií pre Visual Basic 6.0";
+inline constexpr std::u16string_view kSplashVersion = u"Verzia 3.0.0";
+
+}  // namespace declarium::texts

@@ -1,0 +1,36 @@
+// The program's text and the system's: both are UTF-16.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "win32/system.h"
+
+namespace declarium::win32 {
+
+static_assert(sizeof(wchar_t) == sizeof(char16_t));
+
+[[nodiscard]] inline const wchar_t* Wide(const std::u16string& text) {
+  return reinterpret_cast<const wchar_t*>(text.c_str());
+}
+
+[[nodiscard]] inline wchar_t* WideBuffer(std::u16string& text) {
+  return reinterpret_cast<wchar_t*>(text.data());
+}
+
+[[nodiscard]] inline std::u16string FromWide(const wchar_t* text) {
+  return reinterpret_cast<const char16_t*>(text);
+}
+
+[[nodiscard]] inline LPARAM TextParameter(const std::u16string& text) {
+  return reinterpret_cast<LPARAM>(text.c_str());
+}
+
+[[nodiscard]] inline std::u16string WindowText(HWND window) {
+  std::u16string text(static_cast<std::size_t>(GetWindowTextLengthW(window)), u'\0');
+  const int size = GetWindowTextW(window, WideBuffer(text), static_cast<int>(text.size()) + 1);
+  text.resize(static_cast<std::size_t>(size));
+  return text;
+}
+
+}  // namespace declarium::win32

@@ -1,0 +1,91 @@
+#include "library/catalogue.h"
+
+#include <gtest/gtest.h>
+
+#include "support/temporary_folder.h"
+
+namespace declarium {
+namespace {
+
+std::vector<std::u16string> Titles(const DatabaseList& catalogue) {
+  std::vector<std::u16string> titles;
+  for (const auto& entry : catalogue) titles.push_back(entry.title);
+  return titles;
+}
+
+using Strings = std::vector<std::u16string>;
+
+TEST(Catalogue, ListsTheApiFilesOfTheFolderByName) {
+  const TemporaryFolder folder;
+  folder.Put("b.api", "Second\2\2");
+  folder.Put("A.API", "First\2\2");
+  folder.Put("c.Api", "Third\2\2");
+  folder.Put("d.txt", "Other\2\2");
+  folder.Put("e.apix", "Other\2\2");
+  folder.Put("api", "Other\2\2");
+  std::filesystem::create_directory(folder / "folder.api");
+  const auto catalogue = EnumDatabases(folder.path());
+  EXPECT_EQ(Titles(catalogue), (Strings{u"First", u"Second", u"Third"}));
+  EXPECT_EQ(catalogue[1].path, folder / "b.api");
+}
+
+TEST(Catalogue, AFileMayHaveNoNameBeforeItsExtension) {
+  const TemporaryFolder folder;
+  folder.Put(".api", "Nameless\2\2");
+  EXPECT_EQ(Titles(EnumDatabases(folder.path())), (Strings{u"Nameless"}));
+}
+
+TEST(Catalogue, AFileThatIsNoLibraryIsListedWithoutATitle) {
+  const TemporaryFolder folder;
+  folder.Put("a.api", "");
+  folder.Put("b.api", "no separator");
+  EXPECT_EQ(Titles(EnumDatabases(folder.path())), (Strings{u"", u""}));
+}
+
+TEST(Catalogue, AFolderThatCannotBeListedHasNone) {
+  const TemporaryFolder folder;
+  EXPECT_TRUE(EnumDatabases(folder / "missing").empty());
+  EXPECT_TRUE(EnumDatabases(folder.path()).empty());
+}
+
+DatabaseList SomeCatalogue() {
+  return {{u"Win", "/p/a.api"}, {u"Gdi", "/p/b.api"}, {u"Win", "/p/c.api"}};
+}
+
+TEST(Catalogue, ATitleMeansTheFirstEntryThatHasIt) {
+  EXPECT_EQ(FindTitle(SomeCatalogue(), u"Win"), 0U);
+  EXPECT_EQ(FindTitle(SomeCatalogue(), u"Gdi"), 1U);
+  EXPECT_FALSE(FindTitle(SomeCatalogue(), u"win")) << "case matters";
+  EXPECT_FALSE(FindTitle(SomeCatalogue(), u""));
+}
+
+TEST(Catalogue, APathMustBeExactlyTheEntrys) {
+  EXPECT_EQ(FindPath(SomeCatalogue(), "/p/c.api"), 2U);
+  EXPECT_FALSE(FindPath(SomeCatalogue(), "/p/C.api"));
+  EXPECT_FALSE(FindPath(SomeCatalogue(), "/p/./c.api"));
+}
+
+TEST(StartupRow, IsTheRememberedRowWhileItHasTheRememberedTitle) {
+  EXPECT_EQ(StartupRow(SomeCatalogue(), 1, u"Gdi"), 1U);
+  EXPECT_EQ(StartupRow(SomeCatalogue(), 2, u"Win"), 2U);
+}
+
+TEST(StartupRow, IsTheFirstWhenNoneWasSelected) {
+  EXPECT_EQ(StartupRow(SomeCatalogue(), -1, u""), 0U);
+  EXPECT_EQ(StartupRow(SomeCatalogue(), -1, u"Gdi"), 0U);
+}
+
+TEST(StartupRow, IsNoneWhenTheFolderChanged) {
+  EXPECT_FALSE(StartupRow(SomeCatalogue(), 1, u"gdi"));
+  EXPECT_FALSE(StartupRow(SomeCatalogue(), 0, u"Gdi"));
+  EXPECT_FALSE(StartupRow(SomeCatalogue(), 3, u"Win"));
+  EXPECT_FALSE(StartupRow(SomeCatalogue(), -2, u"Win"));
+}
+
+TEST(StartupRow, IsNoneInAnEmptyCatalogue) {
+  EXPECT_FALSE(StartupRow({}, -1, u""));
+  EXPECT_FALSE(StartupRow({}, 0, u""));
+}
+
+}  // namespace
+}  // namespace declarium
