@@ -89,7 +89,7 @@ Counts GrowthByUse(const Repeated& use, int times, const Counts& system) {
       [&](const Counts& growth) { return IsWithin(growth, system); }, kPatience);
 }
 
-std::string Library(std::u16string_view title) {
+std::string LibraryTitled(std::u16string_view title) {
   Library library;
   library.title = title;
   auto& constants = library[Kind::kConst];
@@ -107,8 +107,8 @@ std::string Library(std::u16string_view title) {
 class Growth : public testing::Test {
  protected:
   Growth() {
-    folder_.Put("a.api", Library(u"A"));
-    folder_.Put("b.api", Library(u"B"));
+    folder_.Put("a.api", LibraryTitled(u"A"));
+    folder_.Put("b.api", LibraryTitled(u"B"));
   }
 
   // Runs `use` in a thread beside the main window's, whose message loop runs in this one meanwhile.
