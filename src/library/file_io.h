@@ -2,6 +2,7 @@
 // system's number and name the file.
 #pragma once
 
+#include <cstdint>
 #include <expected>
 #include <filesystem>
 #include <memory>
@@ -34,6 +35,14 @@ struct FileView {
 // ReadWholeFile without the copy, which costs several times what reading the file does, where
 // MapFile works. For a process that changes nothing before it lets the view go.
 [[nodiscard]] std::expected<FileView, Error> ViewFile(const std::filesystem::path& path);
+
+struct FileStatus {
+  std::int64_t written;  // time of the last write, in the system's own units
+  std::uint64_t size;    // bytes
+};
+
+// The status of an ordinary file; nullopt when there is none of this name.
+[[nodiscard]] std::optional<FileStatus> StatusOf(const std::filesystem::path& path);
 
 // What stands before the first byte `end` of a file, read in small blocks and never more than
 // `limit` bytes; empty when the limit or the end of the file comes before that byte.

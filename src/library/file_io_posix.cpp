@@ -188,6 +188,14 @@ std::optional<FileView> MapFile(const fs::path& path) {
                   std::shared_ptr<void>(start, [size](void* mapped) { ::munmap(mapped, size); })};
 }
 
+std::optional<FileStatus> StatusOf(const fs::path& path) {
+  struct stat status = {};
+  if (::stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
+  constexpr std::int64_t kNanoseconds = 1'000'000'000;
+  return FileStatus{status.st_mtim.tv_sec * kNanoseconds + status.st_mtim.tv_nsec,
+                    static_cast<std::uint64_t>(status.st_size)};
+}
+
 std::expected<std::string, Error> ReadFileUntil(const fs::path& path, char end, std::size_t limit) {
   struct stat status = {};
   const auto file = OpenForReading(path, status);

@@ -231,6 +231,18 @@ std::optional<FileView> MapFile(const fs::path&) {
   return std::nullopt;
 }
 
+std::optional<FileStatus> StatusOf(const fs::path& path) {
+  WIN32_FILE_ATTRIBUTE_DATA data = {};
+  if (!::GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data) ||
+      (data.dwFileAttributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_DEVICE)) != 0) {
+    return std::nullopt;
+  }
+  const auto join = [](DWORD high, DWORD low) { return (std::uint64_t{high} << 32U) | low; };
+  return FileStatus{static_cast<std::int64_t>(join(data.ftLastWriteTime.dwHighDateTime,
+                                                   data.ftLastWriteTime.dwLowDateTime)),
+                    join(data.nFileSizeHigh, data.nFileSizeLow)};
+}
+
 std::expected<std::string, Error> ReadFileUntil(const fs::path& path, char end, std::size_t limit) {
   const auto file = OpenForReading(path);
   if (!file) return std::unexpected(file.error());
