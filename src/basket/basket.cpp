@@ -3,6 +3,8 @@
 #include <algorithm>
 
 #include "basket/create_select.h"
+#include "basket/recorded_items.h"
+#include "text/text.h"
 
 namespace declarium {
 namespace {
@@ -11,33 +13,19 @@ constexpr char16_t kFieldSeparator = 0;
 
 }  // namespace
 
-Basket::Range Basket::GroupOf(Kind kind) const {
-  const auto count = static_cast<std::int32_t>(entries_.size());
-  const auto first_of = [&](Kind sought, std::int32_t otherwise) {
-    const auto position = FindItemByIcon(IconOf(sought), entries_);
-    return position == -1 ? otherwise : position;
-  };
-  const auto first_type = first_of(Kind::kType, count + 1);
-  const auto first_declare = first_of(Kind::kDeclare, first_type);
-  switch (kind) {
-    case Kind::kConst:
-      return {1, first_declare - 1};
-    case Kind::kDeclare:
-      return {first_declare, first_type - 1};
-    case Kind::kType:
-      break;
-  }
-  return {first_type, count};
-}
-
 std::optional<std::int32_t> Basket::Add(Kind kind, std::u16string_view name,
                                         std::u16string_view item) {
-  const auto [first, last] = GroupOf(kind);
-  const auto position = GetAlphabeticInsertion(first, last, name, entries_);
-  if (position == -1) return std::nullopt;
+  // The groups stand in the order of their icons and each in that of its names, so the place need
+  // not be searched for entry by entry.
+  const auto group = std::ranges::equal_range(entries_, IconOf(kind), {}, &GroupedEntry::icon);
+  const auto place = std::ranges::partition_point(group, [name](const GroupedEntry& entry) {
+    return CompareIgnoringCase(entry.text, name) < 0;
+  });
+  if (place != group.end() && EqualIgnoringCase(place->text, name)) return std::nullopt;
   auto element = ItemKey(KindCode(kind), name);
   element += kFieldSeparator;
   record_.push_back(element.append(item));
+  const auto position = static_cast<std::int32_t>(place - entries_.begin()) + 1;
   InsertEntry(entries_, position, {std::u16string(name), IconOf(kind)});
   return position;
 }

@@ -40,12 +40,6 @@ class Basket {
   [[nodiscard]] std::u16string Text(std::u16string_view scope) const;
 
  private:
-  struct Range {
-    std::int32_t first;
-    std::int32_t last;
-  };
-  [[nodiscard]] Range GroupOf(Kind kind) const;
-
   GroupedList entries_;
   std::vector<std::u16string> record_;
 };

@@ -5,8 +5,6 @@
 #include <string>
 #include <vector>
 
-#include "basket/basket.h"
-#include "library/grouped_list.h"
 #include "library/library.h"
 
 namespace declarium {
@@ -25,10 +23,5 @@ struct Reference {
 // views refer into `library`.
 [[nodiscard]] std::vector<Reference> FollowSharedItems(const Library& library,
                                                        const ItemView& start);
-
-// The basket's entries with every record behind the records that are its members, as the host
-// language asks of the records of one module. Where that leaves a choice, and for all other
-// entries, the basket's order stays; records that hold each other stand in some order.
-[[nodiscard]] GroupedList WithMembersFirst(const Basket& basket);
 
 }  // namespace declarium

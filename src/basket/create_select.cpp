@@ -1,14 +1,11 @@
 #include "basket/create_select.h"
 
-#include <algorithm>
-
+#include "basket/recorded_items.h"
 #include "source/item_text.h"
 #include "text/text.h"
 
 namespace declarium {
 namespace {
-
-constexpr char16_t kFieldSeparator = 0;
 
 // Three line ends in a row become two, once, and none is left at either end.
 std::u16string TidyLineEnds(std::u16string_view text) {
@@ -21,30 +18,12 @@ std::u16string TidyLineEnds(std::u16string_view text) {
 
 }  // namespace
 
-std::u16string ItemKey(int kind_code, std::u16string_view name) {
-  std::u16string key(1, static_cast<char16_t>(u'0' + kind_code));
-  key += kFieldSeparator;
-  return key.append(name);
-}
-
-std::optional<ItemView> FindRecorded(const GroupedEntry& entry,
-                                     std::span<const std::u16string> record) {
-  const auto kind = KindOfIcon(entry.icon);
-  if (!kind) return std::nullopt;
-  const auto key = ItemKey(KindCode(*kind), entry.text);
-  const auto element = std::ranges::find_if(
-      record, [&](const std::u16string& candidate) { return candidate.starts_with(key); });
-  if (element == record.end()) return std::nullopt;
-  const auto fields = Split(*element, kFieldSeparator);
-  if (fields.size() < 3) return std::nullopt;
-  return ItemView{*kind, fields[1], fields[2]};
-}
-
 std::u16string CreateSelect(std::span<const GroupedEntry> entries,
                             std::span<const std::u16string> record, std::u16string_view scope) {
+  const RecordedItems recorded(record);
   std::u16string result;
   for (const auto& entry : entries) {
-    const auto item = FindRecorded(entry, record);
+    const auto item = recorded.Find(entry);
     if (!item) continue;
     if (item->kind == Kind::kType) result += kCrLf;
     AppendItemText(item->kind, item->name, item->item, scope, result);

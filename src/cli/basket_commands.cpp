@@ -10,6 +10,7 @@
 #include "basket/basket.h"
 #include "basket/closure.h"
 #include "basket/create_select.h"
+#include "basket/insertion_order.h"
 #include "library/file_io.h"
 #include "source/module_text.h"
 #include "text/code_page.h"
@@ -45,11 +46,11 @@ Basket CollectItems(const BasketOptions& options, const Session& session) {
   return basket;
 }
 
-// What was collected by following references must compile as it stands, so in its text records
-// stand behind those that they hold.
+// What was collected by following references must compile as it stands, so in its text items stand
+// behind those that they use.
 std::u16string TextOf(const Basket& basket, const BasketOptions& options) {
-  return CreateSelect(options.closure ? WithMembersFirst(basket) : basket.Entries(),
-                      basket.Record(), options.scope == "Public" ? kPublic : kPrivate);
+  return CreateSelect(options.closure ? InsertionOrder(basket) : basket.Entries(), basket.Record(),
+                      options.scope == "Public" ? kPublic : kPrivate);
 }
 
 void PrintEntries(const Basket& basket, const Session& session) {

@@ -17,6 +17,26 @@ Rows RowsOf(const Basket& basket) {
   return rows;
 }
 
+// Where an item belongs, found entry by entry; -1 when its group holds the name.
+std::int32_t PlainPlace(const GroupedList& entries, Kind kind, std::u16string_view name) {
+  const auto count = static_cast<std::int32_t>(entries.size());
+  const auto first_of = [&](Kind sought, std::int32_t otherwise) {
+    const auto position = FindItemByIcon(IconOf(sought), entries);
+    return position == -1 ? otherwise : position;
+  };
+  const auto first_type = first_of(Kind::kType, count + 1);
+  const auto first_declare = first_of(Kind::kDeclare, first_type);
+  switch (kind) {
+    case Kind::kConst:
+      return GetAlphabeticInsertion(1, first_declare - 1, name, entries);
+    case Kind::kDeclare:
+      return GetAlphabeticInsertion(first_declare, first_type - 1, name, entries);
+    case Kind::kType:
+      break;
+  }
+  return GetAlphabeticInsertion(first_type, count, name, entries);
+}
+
 TEST(Basket, StartsEmpty) {
   const Basket basket;
   EXPECT_TRUE(basket.Empty());
@@ -117,7 +137,9 @@ TEST(Basket, StaysGroupedOrderedAndWithoutDuplicates) {
       } else {
         const auto name = random.Text(letters, 2);
         const auto kind = kKinds[random.Below(3)];
+        const auto expected = PlainPlace(basket.Entries(), kind, name);
         const auto position = basket.Add(kind, name, u"");
+        ASSERT_EQ(position.value_or(-1), expected);
         if (position) {
           ASSERT_EQ(basket.Entries()[static_cast<std::size_t>(*position - 1)],
                     (GroupedEntry{name, IconOf(kind)}));

@@ -66,24 +66,5 @@ TEST(FollowSharedItems, GivesTheLibrarysItem) {
             u"A");
 }
 
-TEST(WithMembersFirst, PutsARecordBehindTheRecordsThatAreItsMembers) {
-  Basket basket;
-  basket.Add(Kind::kType, u"A", u"\fc As C\rb As b");
-  basket.Add(Kind::kType, u"B", u"\fx As Long");
-  basket.Add(Kind::kType, u"C", u"\fb As B");
-  basket.Add(Kind::kConst, u"Z",
-             u"\x0E"
-             u"1");
-  EXPECT_EQ(WithMembersFirst(basket), (GroupedList{{u"Z", 1}, {u"B", 3}, {u"C", 3}, {u"A", 3}}));
-}
-
-TEST(WithMembersFirst, KeepsTheBasketsOrderWhereThereIsAChoiceAndEndsInACircle) {
-  Basket basket;
-  basket.Add(Kind::kType, u"A", u"\fb As B");
-  basket.Add(Kind::kType, u"B", u"\fa As A");
-  basket.Add(Kind::kType, u"C", u"\fx As Long");
-  EXPECT_EQ(WithMembersFirst(basket), (GroupedList{{u"B", 3}, {u"A", 3}, {u"C", 3}}));
-}
-
 }  // namespace
 }  // namespace declarium

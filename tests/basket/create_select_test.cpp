@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "basket/recorded_items.h"
 #include "library/kind.h"
 
 namespace declarium {
@@ -21,11 +22,6 @@ struct Listed {
     return CreateSelect(entries, record, scope);
   }
 };
-
-TEST(ItemKey, IsKindDigitCharacterZeroAndName) {
-  EXPECT_EQ(ItemKey(0, u"A"), std::u16string_view(u"0\0A", 3));
-  EXPECT_EQ(ItemKey(2, u""), std::u16string_view(u"2\0", 2));
-}
 
 TEST(CreateSelect, RendersAConstADeclareAndAType) {
   const auto listed =
@@ -95,14 +91,6 @@ TEST(CreateSelect, AnEntryWithoutItsRecordIsLeftOut) {
   listed.entries.push_back({u"Missing", 1});
   listed.entries.push_back({u"A", IconOf(Kind::kType)});
   EXPECT_EQ(listed.Text(), u"Private Const A = 1\r\n");
-}
-
-TEST(CreateSelect, TheFirstRecordThatBeginsWithTheKeyAnswers) {
-  auto listed = Listed()
-                    .Add(Kind::kDeclare, u"ShowWindowAsync", u"\n\"first\"")
-                    .Add(Kind::kDeclare, u"ShowWindow", u"\n\"second\"");
-  listed.entries.erase(listed.entries.begin());
-  EXPECT_EQ(listed.Text(), u"Private Declare Sub ShowWindowAsync Lib \"first\"\r\n");
 }
 
 TEST(CreateSelect, TheEarlierOfTwoRecordsOfOneNameAnswers) {

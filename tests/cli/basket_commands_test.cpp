@@ -48,11 +48,15 @@ TEST_F(BasketCommands, OutputGoesToAFileWithCrLf) {
   EXPECT_EQ(Bytes("out.bas"), "Private Const HEX_TEN = &H10\r\n");
 }
 
-// The quirk of the window's basket: of items added earlier one whose name begins alike answers.
-TEST_F(BasketCommands, AnEarlierLongerNameAnswersForAShorterOne) {
+TEST_F(BasketCommands, AnEarlierLongerNameDoesNotAnswerForAShorterOne) {
   ASSERT_EQ(RunCli({"import", library_, "-"}, {.input = "Const LIMITS = 9\n"}).status, 0);
   EXPECT_EQ(RunCli({"basket", library_, "LIMITS", "LIMIT"}).out,
-            "Private Const LIMITS = 9\nPrivate Const LIMITS = 9\n");
+            "Private Const LIMIT As Long = MAX_PATH + 1 'longest\nPrivate Const LIMITS = 9\n");
+}
+
+TEST_F(BasketCommands, ClosurePutsConstantsBehindThoseTheirValuesName) {
+  EXPECT_EQ(RunCli({"basket", library_, "LIMIT", "--closure"}).out,
+            "Private Const MAX_PATH = 260\nPrivate Const LIMIT As Long = MAX_PATH + 1 'longest\n");
 }
 
 TEST_F(BasketCommands, InsertPutsTheTextBehindTheAttributes) {

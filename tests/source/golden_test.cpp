@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "basket/create_select.h"
+#include "basket/recorded_items.h"
 #include "library/item.h"
 #include "library/library.h"
 #include "source/format_text.h"

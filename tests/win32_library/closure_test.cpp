@@ -1,10 +1,16 @@
 // What the command-line tool writes for a procedure with everything it needs.
+#include "basket/closure.h"
+
+#include <algorithm>
 #include <fstream>
 #include <set>
 
 #include "gmock/gmock.h"
 #include "gtest/gtest.h"
 
+#include "basket/basket.h"
+#include "basket/create_select.h"
+#include "basket/insertion_order.h"
 #include "import/merge.h"
 #include "import/parser.h"
 #include "library/library_file.h"
@@ -116,6 +122,116 @@ TEST(BasketOfTheLibrary, HoldsConstantsBeforeTheRecordsThatTheyGiveLengths) {
   ASSERT_NE(constant, std::string::npos);
   ASSERT_NE(use, std::string::npos);
   EXPECT_LT(constant, use);
+}
+
+// What a row's text with everything that it needs declares, from its first line to its last.
+struct DeclaredNames {
+  std::vector<std::u16string> names;  // kind digit and lower-cased name
+  std::vector<std::string> too_early;
+};
+
+std::u16string_view NextWord(std::u16string_view& line) {
+  const auto end = line.find(u' ');
+  const auto word = line.substr(0, end);
+  line.remove_prefix(end == line.npos ? line.size() : end + 1);
+  return word;
+}
+
+// Kind digit and lower-cased name of what a line declares; empty for a line inside a record.
+std::u16string DeclaredBy(std::u16string_view line) {
+  if (NextWord(line) != u"Private") return {};
+  const auto word = NextWord(line);
+  if (word == u"Const") return u"0" + LowerCase(NextWord(line));
+  if (word == u"Type") return u"2" + LowerCase(NextWord(line));
+  NextWord(line);
+  return u"1" + LowerCase(NextWord(line));
+}
+
+// Lower-cased runs of letters, digits and underscores outside literals behind the first "=" or, in
+// a record, behind the member's name.
+std::vector<std::u16string> WordsUsed(std::u16string_view line) {
+  std::vector<std::u16string> words;
+  if (line.starts_with(u"\t\t\t")) return words;
+  auto start = line.starts_with(u'\t') ? line.find_first_of(u" (") : line.find(u'=');
+  const auto is_word = [](char16_t unit) {
+    return unit == u'_' || IsDigit(unit) || (LowerCase(unit) >= u'a' && LowerCase(unit) <= u'z');
+  };
+  while (start < line.size()) {
+    if (line[start] == u'"') start = std::min(line.find(u'"', start + 1), line.size() - 1);
+    auto end = start;
+    while (end < line.size() && is_word(line[end])) ++end;
+    if (end > start) words.push_back(LowerCase(line.substr(start, end - start)));
+    start = end + 1;
+  }
+  return words;
+}
+
+DeclaredNames Declared(std::u16string_view text, const std::set<std::u16string>& listed) {
+  DeclaredNames declared;
+  std::set<std::u16string> above;
+  std::u16string record;
+  for (const auto line : Split(text, kCrLf)) {
+    const auto name = DeclaredBy(line);
+    if (name.starts_with(u'1')) {
+      declared.names.push_back(name);
+      continue;
+    }
+    for (const auto& word : WordsUsed(line)) {
+      for (const char16_t kind : {u'0', u'2'}) {
+        const auto used = kind + word;
+        if (listed.contains(used) && !above.contains(used)) {
+          declared.too_early.push_back(EncodeCodePage(line));
+        }
+      }
+    }
+    if (name.starts_with(u'2')) record = name;
+    if (name.starts_with(u'0')) above.insert(name);
+    if (line == u"End Type") above.insert(record);
+    if (!name.empty()) declared.names.push_back(name);
+  }
+  return declared;
+}
+
+Basket WithClosure(const Library& library, const ItemView& item) {
+  Basket basket;
+  basket.Add(item.kind, item.name, item.item);
+  for (const Reference& reference : FollowSharedItems(library, item)) {
+    if (const auto& found = reference.found) basket.Add(found->kind, found->name, found->item);
+  }
+  return basket;
+}
+
+TEST(BasketOfTheLibrary, EveryRowWithWhatItNeedsHoldsEachListedItemOnceBehindWhatThatUses) {
+  const auto library = LoadLibraryFile(kLibrary);
+  ASSERT_TRUE(library);
+  std::size_t rows = 0;
+  for (const Kind kind : kKinds) {
+    const auto& [names, items] = (*library)[kind];
+    for (std::size_t i = 0; i < names.size(); ++i, ++rows) {
+      const Basket basket = WithClosure(*library, {kind, names[i], items.At(i)});
+      const GroupedList order = InsertionOrder(basket);
+      std::vector<std::u16string> listed;
+      for (const auto& [name, icon] : order) {
+        listed.push_back(static_cast<char16_t>(u'0' + icon - 1) + LowerCase(name));
+      }
+      const auto text = CreateSelect(order, basket.Record(), kPrivate);
+      const auto declared = Declared(text, {listed.begin(), listed.end()});
+      ASSERT_EQ(declared.names, listed) << EncodeCodePage(text);
+      ASSERT_THAT(declared.too_early, IsEmpty()) << EncodeCodePage(text);
+    }
+  }
+  EXPECT_GT(rows, 70'000u);
+}
+
+TEST(BasketOfTheLibrary, TheCheckFindsAConstantOrRecordUsedTooEarly) {
+  const std::set<std::u16string> listed = {u"0a", u"0b", u"2r", u"2s"};
+  EXPECT_THAT(Declared(u"Private Const A = 1+b\r\nPrivate Const B = 1\r\n", listed).too_early,
+              ::testing::ElementsAre("Private Const A = 1+b"));
+  EXPECT_THAT(Declared(u"Private Type R\r\n\tm(1 To 2) As S\r\nEnd Type\r\n"
+                       u"Private Type S\r\n\tm As Long\r\nEnd Type\r\n",
+                       listed)
+                  .too_early,
+              ::testing::ElementsAre("\tm(1 To 2) As S"));
 }
 
 TEST(BasketOfTheLibrary, TheCheckFindsWhatIsMissing) {

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "basket/create_select.h"
+#include "basket/recorded_items.h"
 #include "text/user_texts.h"
 
 namespace declarium {
@@ -99,7 +99,7 @@ void BasketView::MirrorEntries() {
 
 void BasketView::lstAdd_ItemClick(int position) {
   const auto& entry = basket_.Entries()[static_cast<std::size_t>(position - 1)];
-  if (const auto item = FindRecorded(entry, basket_.Record())) display_.Show(*item);
+  if (const auto item = RecordedItems(basket_.Record()).Find(entry)) display_.Show(*item);
 }
 
 void BasketView::lstAdd_KeyDown(KeyDown& key) {
