@@ -50,14 +50,14 @@ std::expected<void, std::string> WriteLibrary(const Library& library, const std:
   const ParsedItems parsed = ParseDeclarations(ReadSource(std::string_view(source)));
   if (!parsed.skipped.empty())
     return std::unexpected("the importer skips " + EncodeCodePage(parsed.skipped[0].text));
-  Library library;
-  library.title = DecodeCodePage(title);
-  MergeItems(library, parsed, Existing::kReplace);
+  declarium::Library made;
+  made.title = DecodeCodePage(title);
+  MergeItems(made, parsed, Existing::kReplace);
   // What the library exports must be what went in: the rows are sorted as the importer sorts them.
-  const std::string exported = EncodeCodePage(ExportText(library)) + "\r\n";
+  const std::string exported = EncodeCodePage(ExportText(made)) + "\r\n";
   if (exported != source)
     return std::unexpected("the importer changes " + FirstDifference(source, exported));
-  const auto saved = SaveLibraryFile(library, path);
+  const auto saved = SaveLibraryFile(made, path);
   if (!saved) return std::unexpected(saved.error().Message());
   return {};
 }
