@@ -60,6 +60,8 @@ std::vector<std::string> Faults(const std::string& text) {
   std::vector<std::string> faults;
   std::set<std::u16string> declared;
   for (const Kind kind : kKinds) {
+    // A record may have the name of a procedure.
+    if (kind == Kind::kType) declared.clear();
     for (const std::u16string_view name : parsed[kind].names)
       if (!declared.insert(LowerCase(name)).second)
         faults.push_back(EncodeCodePage(name) + " is declared twice");

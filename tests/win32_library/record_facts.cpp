@@ -189,6 +189,15 @@ std::string MemberProblem(const MemberRow& member, const vb::MemberPlace& place,
   return end - first == place.size ? "" : "has another size";
 }
 
+// A record that says its size is rounded up by the language, by less than its alignment.
+std::string SizeProblem(const TypeRow& row, const vb::RecordLayout& layout,
+                        const RecordFact& fact) {
+  const auto [size, alignment] = layout.extent;
+  if (row.stated_size == 0) return size == fact.size ? "" : "has another size";
+  const bool rounded = size > fact.size && size - fact.size < alignment;
+  return row.stated_size == fact.size && rounded ? "" : "says another size";
+}
+
 }  // namespace
 
 Meaning MeaningOf(const MemberRow& member) {
@@ -223,7 +232,7 @@ Mismatches CheckRecords(const Rows& rows, const RecordFacts& facts) {
       mismatches.push_back(row.name + ": " + layout.error());
       continue;
     }
-    std::string problem = layout->extent.size == fact.size ? "" : "has another size";
+    std::string problem = SizeProblem(row, *layout, fact);
     for (std::size_t i = 0; i < row.members.size() && problem.empty(); ++i)
       if (const auto found = MemberProblem(row.members[i], layout->places[i], fact); !found.empty())
         problem = row.members[i].line + " " + found;

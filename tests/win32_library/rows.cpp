@@ -10,14 +10,20 @@ namespace {
 
 constexpr std::string_view kRecordRemark = "'record: ";
 constexpr std::string_view kHeaderRemark = "'header: ";
+constexpr std::string_view kSizeRemark = "'size: ";
+constexpr std::string_view kOverlaidRemark = "'also here: ";
 
 TypeRow TypeRowOf(const std::string& name, std::u16string_view item) {
-  TypeRow row{name, name, {}};
+  TypeRow row{name, name, 0, {}};
   std::string remark;
   for (const std::u16string_view part : Split(SplitType(item).members, kMemberSeparator)) {
     std::string line = EncodeCodePage(part);
     if (line.starts_with(kRecordRemark)) {
       row.header_name = line.substr(kRecordRemark.size());
+    } else if (line.starts_with(kSizeRemark)) {
+      row.stated_size = std::stol(line.substr(kSizeRemark.size()));
+    } else if (line.starts_with(kOverlaidRemark)) {
+      continue;
     } else if (line.starts_with(kHeaderRemark)) {
       remark = line.substr(kHeaderRemark.size());
     } else {

@@ -24,7 +24,8 @@ struct DeclareRow {
   std::string tail;
 };
 
-// A member line with the comment line that stood before it, without "'header: ".
+// A member line with the comment line that stood before it, without "'header: ". What else lies
+// at its place ("'also here: ") is no claim about the member.
 struct MemberRow {
   std::string line;
   std::string remark;
@@ -35,6 +36,7 @@ struct MemberRow {
 struct TypeRow {
   std::string name;
   std::string header_name;  // how C calls it
+  long stated_size = 0;     // what it says of itself where the language rounds it up; else 0
   std::vector<MemberRow> members;
 };
 

@@ -3,7 +3,10 @@
 #include "gtest/gtest.h"
 
 #include "c_expression.h"
+#include "declare_translator.h"
 #include "familiar_names.h"
+#include "record_aliases.h"
+#include "record_names.h"
 #include "record_translator.h"
 #include "string_macro.h"
 
@@ -120,6 +123,11 @@ TEST(RecordTranslation, FillsTheEndOfARecordThatTheCompilerRoundsUpFurther) {
 TEST(RecordTranslation, WritesAPackedMemberInSmallerPieces) {
   EXPECT_THAT(Members(RecordOf("R", 6, {FieldAt("a", Whole(2), 0), FieldAt("b", Whole(4), 2)})),
               ElementsAre("a As Integer", "'header: b, holds Long", "b(1) As Integer"));
+  EXPECT_THAT(Members(RecordOf("R", 10,
+                               {FieldAt("a", Whole(4), 0), FieldAt("b", Whole(2), 4),
+                                FieldAt("c", Whole(4), 6)})),
+              ElementsAre("'size: 10 bytes", "a As Long", "b As Integer", "'header: c, holds Long",
+                          "c(1) As Integer"));
   EXPECT_THAT(Members(RecordOf("R", 5, {FieldAt("a", Whole(1), 0), FieldAt("b", Whole(4), 1)})),
               ElementsAre("a As Byte", "'header: b, holds Long", "b(3) As Byte"));
 }
@@ -133,6 +141,114 @@ TEST(RecordTranslation, GathersBitFieldsInTheirStorage) {
   high.offset_bits = 4;
   EXPECT_THAT(Members(RecordOf("R", 4, {low, high})),
               ElementsAre("'header: bits low, high", "fBitFields As Long"));
+}
+
+TEST(RecordTranslation, SaysItsSizeWhereTheLanguageRoundsItUp) {
+  EXPECT_THAT(Members(RecordOf("R", 6, {FieldAt("a", Whole(4), 0), FieldAt("b", Whole(2), 4)})),
+              ElementsAre("'size: 6 bytes", "a As Long", "b As Integer"));
+}
+
+HeaderType RecordType(int index, long size) {
+  HeaderType type;
+  type.kind = TypeKind::kRecord;
+  type.size = size;
+  type.record = index;
+  return type;
+}
+
+Record Nameless(Record record) {
+  record.typedefs.clear();
+  return record;
+}
+
+Record UnionOf(long size, std::vector<Field> fields) {
+  Record record = Nameless(RecordOf("", size, std::move(fields)));
+  record.is_union = true;
+  return record;
+}
+
+std::vector<std::string> MembersOfFirst(const std::vector<Record>& records) {
+  Headers headers;
+  headers.records = records;
+  RecordTranslator translator(headers, [](const std::string&) { return std::nullopt; });
+  return translator.Translate(0).value().members;
+}
+
+TEST(RecordTranslation, GivesAUnionTheFormOfItsLargestAlternative) {
+  EXPECT_THAT(MembersOfFirst({RecordOf("R", 4, {FieldAt("", RecordType(1, 4), 0)}),
+                              UnionOf(4, {FieldAt("s", Whole(2), 0), FieldAt("l", Whole(4), 0),
+                                          FieldAt("m", Whole(4), 0)})}),
+              ElementsAre("'header: union of s, l, m", "l As Long"));
+}
+
+TEST(RecordTranslation, OpensARecordWithoutANameThatIsTheLargestAlternative) {
+  EXPECT_THAT(
+      MembersOfFirst(
+          {RecordOf("R", 4, {FieldAt("", RecordType(1, 4), 0)}),
+           UnionOf(4, {FieldAt("", RecordType(2, 4), 0), FieldAt("l", Whole(4), 0)}),
+           Nameless(RecordOf("", 4, {FieldAt("a", Whole(2), 0), FieldAt("b", Whole(2), 2)}))}),
+      ElementsAre("'also here: l.", "a As Integer", "b As Integer"));
+}
+
+TEST(RecordTranslation, ReadsBytesThatAreCountedAsCharactersAsText) {
+  HeaderType element = Whole(1);
+  element.names = {"BYTE"};
+  HeaderType array;
+  array.kind = TypeKind::kArray;
+  array.size = 32;
+  array.count = 32;
+  array.target = std::make_shared<HeaderType>(element);
+  Field field = FieldAt("dmDeviceName", array, 0);
+  EXPECT_THAT(Members(RecordOf("R", 32, {field})), ElementsAre("dmDeviceName(31) As Byte"));
+  field.count_constant = "CCHDEVICENAME";
+  EXPECT_THAT(Members(RecordOf("R", 32, {field})), ElementsAre("dmDeviceName As String * 32"));
+}
+
+TEST(RecordTranslation, KeepsTheUnderscoreThatWouldContinueALineFromItsEnd) {
+  EXPECT_THAT(Members(RecordOf("R", 2, {FieldAt("_GAP_", Whole(2), 0)})),
+              ElementsAre("'header: _GAP_, holds Integer", "GAP_ As Integer"));
+}
+
+// The names of the records in the library, aliases behind them.
+std::vector<std::string> NamesOf(Headers headers) {
+  NameRecords(headers);
+  std::vector<std::string> names;
+  for (const Record& record : headers.records) {
+    names.push_back(RecordName(record));
+    names.insert(names.end(), record.aliases.begin(), record.aliases.end());
+  }
+  return names;
+}
+
+Headers WithRecords(const std::vector<std::string>& names) {
+  Headers headers;
+  for (const std::string& name : names)
+    headers.records.push_back(RecordOf(name, 4, {FieldAt("a", Whole(4), 0)}));
+  return headers;
+}
+
+TEST(RecordNames, AreThePlainOnesForTheAnsiRecordBesideAWideOne) {
+  EXPECT_THAT(NamesOf(WithRecords({"TVITEMA", "TVITEMW"})), ElementsAre("TVITEM", "TVITEMW"));
+  EXPECT_THAT(NamesOf(WithRecords({"INFO_A", "INFO_W"})), ElementsAre("INFO", "INFO_W"));
+  EXPECT_THAT(NamesOf(WithRecords({"WSADATA"})), ElementsAre("WSADATA"));
+  EXPECT_THAT(NamesOf(WithRecords({"ITEMA", "ITEMW", "ITEM"})),
+              ElementsAre("ITEMA", "ITEMW", "ITEM"));
+}
+
+TEST(RecordNames, AreWithoutTheTagsPrefix) {
+  Headers headers = WithRecords({"R"});
+  headers.records[0].typedefs.clear();
+  headers.records[0].tag = "tagRASENTRY";
+  EXPECT_THAT(NamesOf(headers), ElementsAre("RASENTRY"));
+}
+
+TEST(RecordNames, HaveFurtherTypedefsAndMacrosBesideThem) {
+  Headers headers = WithRecords({"TTTOOLINFOA", "TTTOOLINFOW"});
+  headers.records[0].typedefs.emplace_back("tagTOOL");
+  headers.records[1].typedefs.emplace_back("TIPW");
+  headers.constants = {{.name = "TOOLINFO", .tokens = {Name("TTTOOLINFO")}, .header = "some.h"},
+                       {.name = "TOOLINFOA", .tokens = {Name("TTTOOLINFOA")}, .header = "some.h"}};
+  EXPECT_THAT(NamesOf(headers), ElementsAre("TTTOOLINFO", "TOOLINFO", "TTTOOLINFOW", "TIPW"));
 }
 
 TEST(RecordTranslation, NamesWhatTheLanguageCannotName) {

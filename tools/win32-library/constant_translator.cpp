@@ -126,6 +126,10 @@ void ConstantTranslator::LeaveOut(const std::string& lower_name, const std::stri
   if (candidates_.erase(lower_name) > 0) ++left_out_[reason];
 }
 
+bool ConstantTranslator::Has(const std::string& lower_name) const {
+  return candidates_.contains(lower_name);
+}
+
 std::optional<long> ConstantTranslator::ValueOf(const std::string& name) const {
   const auto found = candidates_.find(vb::Lower(name));
   if (found == candidates_.end() || found->second.constant.name != name ||

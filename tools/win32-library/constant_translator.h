@@ -22,6 +22,9 @@ class ConstantTranslator {
   // Takes candidates out whose names other kinds of items have.
   void LeaveOut(const std::string& lower_name, const std::string& reason);
 
+  // Whether a constant of the name is in the library, by lower-cased name.
+  [[nodiscard]] bool Has(const std::string& lower_name) const;
+
   // The value of a whole-number constant of the library, by its exact name.
   [[nodiscard]] std::optional<long> ValueOf(const std::string& name) const;
 

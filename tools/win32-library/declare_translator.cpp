@@ -64,17 +64,23 @@ std::string ByValue(const std::string& name, const std::string& type) {
   return "ByVal " + name + " As " + type;
 }
 
+// The parameters' names of one procedure. The procedure's own name, and Base, which Option Base
+// makes a word of the language, are refused by some Basics.
 class ParameterNames {
  public:
+  explicit ParameterNames(const std::string& procedure) : refused_{vb::Lower(procedure), "base"} {}
+
   std::string Unique(const std::string& wanted) {
     std::string base = vb::LegalName(wanted);
     if (base.empty()) base = "arg" + std::to_string(names_.size() + 1);
+    if (refused_.contains(vb::Lower(base))) base += "_";
     std::string name = base;
     for (int i = 2; !names_.insert(vb::Lower(name)).second; ++i) name = base + std::to_string(i);
     return name;
   }
 
  private:
+  std::set<std::string> refused_;
   std::set<std::string> names_;
 };
 
@@ -132,7 +138,7 @@ std::expected<DeclareRow, std::string> DeclareTranslator::Translate(const Functi
 }
 
 DeclareTranslator::Arguments DeclareTranslator::ArgumentsOf(const Function& function) {
-  ParameterNames names;
+  ParameterNames names(NameFor(function));
   std::vector<Argument> all;
   for (const Parameter& parameter : function.parameters) {
     const Arguments arguments = ArgumentOf(parameter.type, parameter.name);

@@ -41,6 +41,8 @@ struct Field {
 struct Record {
   std::string tag;                    // empty when the record has no tag
   std::vector<std::string> typedefs;  // the typedef names that mean the record itself, in order
+  std::string plain_name;             // its name in the library, where that is none of the above
+  std::vector<std::string> aliases;   // further names that it has in the library
   bool is_union = false;
   bool is_complete = false;
   // A tagged record is declared in it, or in one of its members, without a member of that type: to

@@ -47,6 +47,16 @@ CXType StripSugar(CXType type, HeaderType& result) {
   }
 }
 
+// What tells one record from all others. The nameless records of one record share their symbol's
+// name, so their place in the file belongs to it.
+std::string RecordKey(CXCursor declaration) {
+  std::string key = TakeText(clang_getCursorUSR(declaration));
+  if (clang_Cursor_isAnonymous(declaration) == 0) return key;
+  unsigned offset = 0;
+  clang_getFileLocation(clang_getCursorLocation(declaration), nullptr, nullptr, nullptr, &offset);
+  return key + "@" + std::to_string(offset);
+}
+
 bool IsSignedKind(CXTypeKind kind) {
   return kind == CXType_Char_S || kind == CXType_SChar || kind == CXType_Short ||
          kind == CXType_Int || kind == CXType_Long || kind == CXType_LongLong ||
@@ -123,11 +133,10 @@ class Reader {
   }
 
   int RecordIndex(CXType type) {
-    const CXCursor declaration = clang_getCanonicalCursor(clang_getTypeDeclaration(type));
-    const std::string usr = TakeText(clang_getCursorUSR(declaration));
-    if (const auto known = indexes_.find(usr); known != indexes_.end()) return known->second;
+    const std::string key = RecordKey(clang_getCanonicalCursor(clang_getTypeDeclaration(type)));
+    if (const auto known = indexes_.find(key); known != indexes_.end()) return known->second;
     const int index = static_cast<int>(headers_.records.size());
-    indexes_.emplace(usr, index);
+    indexes_.emplace(key, index);
     headers_.records.emplace_back();
     Record record = ReadRecord(type, clang_getTypeDeclaration(type));
     record.typedefs = std::move(headers_.records[index].typedefs);
@@ -226,7 +235,9 @@ class Reader {
     if (IsRunTimeHeader(function.header)) return;
     const CXType type = clang_getCanonicalType(clang_getCursorType(cursor));
     function.is_stdcall = clang_getFunctionTypeCallingConv(type) == CXCallingConv_X86StdCall;
-    function.is_variadic = clang_isFunctionTypeVariadic(type) != 0;
+    // "()" declares no parameters; to the compiler it is a function of any.
+    function.is_variadic =
+        type.kind != CXType_FunctionNoProto && clang_isFunctionTypeVariadic(type) != 0;
     function.result = ReadType(clang_getCursorResultType(cursor));
     const int count = clang_Cursor_getNumArguments(cursor);
     for (int i = 0; i < count; ++i) {

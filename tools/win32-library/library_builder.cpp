@@ -19,10 +19,11 @@ constexpr const char* kTakenByOther = "another of its kind has the name";
 class Pass {
  public:
   Pass(const std::vector<Headers>& units, const ImportLibraries& libraries,
-       const ConstantTranslator& constants, const Names& procedures)
-      : libraries_(libraries), constants_(constants), procedures_(procedures) {
+       const ConstantTranslator& constants)
+      : libraries_(libraries), constants_(constants) {
     for (const Headers& unit : units) TranslateUnit(unit);
     AddFamiliar();
+    AddAliases();
   }
 
   Library library;
@@ -55,10 +56,8 @@ class Pass {
       const std::string lower = vb::Lower(name);
       const auto [claim, is_new] = claims_.emplace(lower, Claim{name, record.header, record.size});
       const Claim& first = claim->second;
-      if (procedures_.contains(lower))
-        records.LeaveOut(index, kTakenByProcedure);
-      else if (!is_new && first.header == record.header && first.name == name &&
-               first.size == record.size && &unit != claimed_in_[lower])
+      if (!is_new && first.header == record.header && first.name == name &&
+          first.size == record.size && &unit != claimed_in_[lower])
         repeated.insert(index);
       else if (!is_new)
         records.LeaveOut(index, kTakenByOther);
@@ -69,11 +68,33 @@ class Pass {
 
   // Records without any name of their own are parts of others and no candidates.
   void TakeRecord(const Record& record, const std::expected<TypeRow, std::string>& row) {
-    if (row)
+    if (row) {
       library.types.push_back(*row);
-    else if (!record.header.empty() && (!record.tag.empty() || !record.typedefs.empty()) &&
-             counted_records_.insert(record.header + " " + record.tag + RecordName(record)).second)
+      for (const std::string& name : record.aliases)
+        aliases_.push_back(AliasOf(record, *row, name));
+    } else if (!record.header.empty() && (!record.tag.empty() || !record.typedefs.empty()) &&
+               counted_records_.insert(record.header + " " + record.tag + RecordName(record))
+                   .second) {
       ++library.types_left_out[row.error()];
+    }
+  }
+
+  // The same record under another name.
+  static TypeRow AliasOf(const Record& record, TypeRow row, const std::string& name) {
+    row.name = name;
+    const std::string remark = "'record: " + HeaderName(record);
+    if (row.members.front() != remark) row.members.insert(row.members.begin(), remark);
+    return row;
+  }
+
+  // An alias only takes a name that nothing else has.
+  void AddAliases() {
+    for (TypeRow& row : aliases_) {
+      const std::string lower = vb::Lower(row.name);
+      if (constants_.Has(lower) || !claims_.emplace(lower, Claim{row.name, row.header, 0}).second)
+        continue;
+      library.types.push_back(std::move(row));
+    }
   }
 
   void TakeDeclare(std::expected<DeclareRow, std::string> row) {
@@ -93,12 +114,12 @@ class Pass {
 
   const ImportLibraries& libraries_;
   const ConstantTranslator& constants_;
-  const Names& procedures_;
   std::map<std::string, Claim> claims_;
   std::map<std::string, const Headers*> claimed_in_;
   std::set<std::string> counted_records_;
   std::set<std::string> seen_functions_;
   Names declare_names_;
+  std::vector<TypeRow> aliases_;
 };
 
 template <typename Row>
@@ -118,12 +139,12 @@ void SortByName(std::vector<Row>& rows) {
 Library BuildLibrary(const std::vector<Headers>& units, const ImportLibraries& libraries) {
   ConstantTranslator constants;
   for (const Headers& unit : units) constants.Add(unit.constants);
-  // A first pass tells the names of procedures and records, the second knows what they take.
-  const Library first = Pass(units, libraries, constants, {}).library;
-  const Names procedures = NamesOf(first.declares);
-  for (const std::string& name : procedures) constants.LeaveOut(name, kTakenByProcedure);
+  // A first pass tells the names of procedures and records, the second knows the constants left.
+  const Library first = Pass(units, libraries, constants).library;
+  for (const std::string& name : NamesOf(first.declares))
+    constants.LeaveOut(name, kTakenByProcedure);
   for (const std::string& name : NamesOf(first.types)) constants.LeaveOut(name, kTakenByRecord);
-  Library library = Pass(units, libraries, constants, procedures).library;
+  Library library = Pass(units, libraries, constants).library;
   library.constants = constants.Rows(library.constants_left_out);
   SortByName(library.declares);
   SortByName(library.types);

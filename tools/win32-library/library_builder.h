@@ -13,9 +13,10 @@
 
 namespace declarium::win32_library {
 
-// Every row that can be made. Names are unique within a kind without regard to case, and no name is
-// in two kinds: a procedure's goes before a record's, a record's before a constant's, since a
-// module of VB could not hold both.
+// Every row that can be made. Names are unique within a kind without regard to case. No constant
+// has the name of a procedure, since a module of VB could not hold both, nor of a record; a record
+// may have a procedure's (CHOOSECOLOR, ChooseColor), as the language looks for them in different
+// places.
 [[nodiscard]] Library BuildLibrary(const std::vector<Headers>& units,
                                    const ImportLibraries& libraries);
 

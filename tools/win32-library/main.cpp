@@ -9,6 +9,7 @@
 #include "header_reader.h"
 #include "library_builder.h"
 #include "library_file.h"
+#include "record_aliases.h"
 
 namespace {
 
@@ -41,6 +42,7 @@ std::expected<std::vector<Headers>, std::string> ReadUnits(const std::string& li
   for (const HeaderUnit& unit : *units) {
     auto headers = ReadHeaders(unit);
     if (!headers) return std::unexpected(headers.error());
+    NameRecords(*headers);
     result.push_back(std::move(*headers));
   }
   return result;

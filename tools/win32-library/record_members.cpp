@@ -42,14 +42,72 @@ class Opener {
                        offset_bits / 8,
                        field.type.size,
                        field.type,
-                       field.count_constant});
+                       field.count_constant,
+                       {}});
   }
 
   void AddUnion(const Record& record, const std::string& path, const std::string& name,
                 long offset) {
-    Piece piece{Piece::Kind::kUnion, name.empty() ? "u" : name, {}, offset, record.size, {}, ""};
-    AddAlternatives(record, path, piece.paths);
-    pieces_.push_back(std::move(piece));
+    std::vector<std::string> paths;
+    AddAlternatives(record, path, paths);
+    const Field* chosen = LargestAlternative(record);
+    if (chosen == nullptr) return;
+    if (chosen->name.empty() || IsNameless(*chosen)) {
+      OpenAlternative(*chosen, path, offset, paths);
+      return;
+    }
+    pieces_.push_back({Piece::Kind::kUnion,
+                       name.empty() ? chosen->name : name,
+                       std::move(paths),
+                       offset,
+                       chosen->type.size,
+                       chosen->type,
+                       chosen->count_constant,
+                       {}});
+  }
+
+  void OpenAlternative(const Field& field, const std::string& path, long offset,
+                       const std::vector<std::string>& alternatives) {
+    const std::size_t first = pieces_.size();
+    const std::string own_path = field.name.empty() ? path : path + field.name + ".";
+    Open(headers_.records[field.type.record], own_path, offset * 8);
+    if (first == pieces_.size()) return;
+    std::vector<std::string>& overlaid = pieces_[first].overlaid;
+    for (const std::string& other : alternatives)
+      if (!IsWithin(other, first, own_path)) overlaid.push_back(other);
+  }
+
+  // Whether the path is one of the pieces from `first` on, or the record that was opened.
+  [[nodiscard]] bool IsWithin(const std::string& path, std::size_t first,
+                              const std::string& opened) const {
+    if (path + "." == opened) return true;
+    for (std::size_t i = first; i < pieces_.size(); ++i)
+      for (const std::string& known : pieces_[i].paths)
+        if (known == path) return true;
+    return false;
+  }
+
+  [[nodiscard]] bool IsNameless(const Field& field) const {
+    return field.type.kind == TypeKind::kRecord &&
+           RecordName(headers_.records[field.type.record]).empty();
+  }
+
+  // The first of the largest; a record of nothing but bits only where there is no other.
+  [[nodiscard]] const Field* LargestAlternative(const Record& record) const {
+    const Field* chosen = nullptr;
+    for (const Field& field : record.fields) {
+      if (field.is_bit_field || field.type.size == 0) continue;
+      const bool larger = chosen == nullptr || field.type.size > chosen->type.size;
+      const bool same = chosen != nullptr && field.type.size == chosen->type.size;
+      if (larger || (same && IsBits(*chosen) && !IsBits(field))) chosen = &field;
+    }
+    return chosen;
+  }
+
+  [[nodiscard]] bool IsBits(const Field& field) const {
+    if (!IsNameless(field)) return false;
+    const Record& record = headers_.records[field.type.record];
+    return !record.fields.empty() && record.fields.front().is_bit_field;
   }
 
   // The named fields of the union; those of a nameless record in it are reached through it.
@@ -69,7 +127,7 @@ class Opener {
     const long offset = offset_bits / (8 * size) * size;
     if (pieces_.empty() || pieces_.back().kind != Piece::Kind::kBits ||
         pieces_.back().offset != offset || pieces_.back().size != size)
-      pieces_.push_back({Piece::Kind::kBits, "fBitFields", {}, offset, size, field.type, ""});
+      pieces_.push_back({Piece::Kind::kBits, "fBitFields", {}, offset, size, field.type, "", {}});
     pieces_.back().paths.push_back(path + field.name);
   }
 

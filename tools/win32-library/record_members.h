@@ -9,6 +9,8 @@
 namespace declarium::win32_library {
 
 // One piece of a record, at its place: a field, a union, or the storage of neighbouring bit fields.
+// A union has the type of its largest alternative; where that is a record without a name, its
+// fields are the pieces and the first of them says what else lies there.
 struct Piece {
   enum class Kind { kField, kUnion, kBits };
   Kind kind = Kind::kField;
@@ -16,8 +18,9 @@ struct Piece {
   std::vector<std::string> paths;  // as C reaches it: "u.x"; all alternatives, or all bit fields
   long offset = 0;                 // bytes
   long size = 0;
-  HeaderType type;             // kField
-  std::string count_constant;  // kField
+  HeaderType type;
+  std::string count_constant;
+  std::vector<std::string> overlaid;  // paths of what else begins at the place of this piece
 };
 
 // The pieces in order of their places. Records without a name of their own are opened: their fields

@@ -25,7 +25,7 @@ std::string ChosenName(const Record& record) {
 }  // namespace
 
 std::string RecordName(const Record& record) {
-  std::string name = ChosenName(record);
+  std::string name = record.plain_name.empty() ? ChosenName(record) : record.plain_name;
   return name == "POINT" ? "POINTAPI" : name;
 }
 

@@ -7,9 +7,9 @@
 
 namespace declarium::win32_library {
 
-// The name of the record in the library; empty when it has none that is legal. The ANSI record XA
-// is named X; POINT is POINTAPI, as the language has a Point of its own; of several typedefs the
-// first legal one counts, and the tag only where there is no typedef.
+// The name of the record in the library; empty when it has none that is legal. A plain
+// name goes before all others; POINT is POINTAPI, as the language has a Point of its own; of
+// several typedefs the first legal one counts, and the tag only where there is no typedef.
 [[nodiscard]] std::string RecordName(const Record& record);
 
 // How C names the record that RecordName names: "RECT", or "struct sockaddr".

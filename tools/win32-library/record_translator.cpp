@@ -19,6 +19,15 @@ bool IsCharacter(const HeaderType& type) {
   return type.kind == TypeKind::kInteger && type.size == 1 && type.is_signed;
 }
 
+// A text that the headers declare as bytes: DEVMODE's names of a device and of a form.
+bool IsTextOfBytes(const HeaderType& element, const std::string& count_constant) {
+  return element.IsNamed("BYTE") && count_constant.starts_with("CCH");
+}
+
+long RoundedUp(long value, long step) {
+  return (value + step - 1) / step * step;
+}
+
 std::string Bounds(long count) {
   return "(" + std::to_string(count - 1) + ")";
 }
@@ -108,56 +117,71 @@ std::expected<TypeRow, std::string> RecordTranslator::Make(int index) {
   const std::vector<Piece> pieces = PiecesOf(headers_, record);
   for (const Piece& piece : pieces)
     if (piece.offset < 0) return std::unexpected("a member without a known place");
-  for (const long cap : {4L, 2L, 1L}) {
-    row.members.clear();
-    if (const std::string header = HeaderName(record); header != row.name)
-      row.members.push_back("'record: " + header);
-    if (WriteAll(index, pieces, cap, row)) return row;
-  }
-  return std::unexpected("its layout cannot be written in VB");
+  if (const std::string header = HeaderName(record); header != row.name)
+    row.members.push_back("'record: " + header);
+  if (!WriteAll(index, pieces, row)) return std::unexpected("its layout cannot be written in VB");
+  return row;
 }
 
-bool RecordTranslator::WriteAll(int index, const std::vector<Piece>& pieces, long cap,
-                                TypeRow& row) {
+bool RecordTranslator::WriteAll(int index, const std::vector<Piece>& pieces, TypeRow& row) {
+  const std::size_t begin = row.members.size();
   Draft draft{row, {}};
   for (const Piece& piece : pieces) {
     if (piece.size == 0) continue;
-    Form form = NaturalForm(index, piece);
-    if (form.extent.alignment > cap || piece.offset % form.extent.alignment != 0 ||
-        form.size != piece.size) {
-      const bool pairs = cap >= 2 && piece.offset % 2 == 0 && piece.size % 2 == 0;
-      const std::string remark = form.remark.empty() ? form.type : form.remark;
-      form = pairs ? Form{Bounds(piece.size / 2), "Integer", {2, 2}, piece.size, remark}
-                   : Form{Bounds(piece.size), "Byte", {1, 1}, piece.size, remark};
-    }
+    Form form = FittingForm(index, piece);
     if (piece.offset < draft.size) return false;
-    const long natural =
-        (draft.size + form.extent.alignment - 1) / form.extent.alignment * form.extent.alignment;
+    const long natural = RoundedUp(draft.size, form.extent.alignment);
     if (natural != piece.offset) draft.Fill(piece.offset - draft.size);
     draft.size = piece.offset;
     const std::string name = draft.UniqueName(piece.name);
-    const std::string paths = Joined(piece.paths);
-    if (piece.kind == Piece::Kind::kUnion) row.members.push_back("'header: union of " + paths);
-    if (piece.kind == Piece::Kind::kBits) row.members.push_back("'header: bits " + paths);
-    if (piece.kind == Piece::Kind::kField && (paths != name || !form.remark.empty()))
-      row.members.push_back("'header: " + paths +
-                            (form.remark.empty() ? "" : ", holds " + form.remark));
+    Remark(piece, name, form, row);
     draft.Add(name, form);
   }
+  return Close(index, begin, draft);
+}
+
+// The comment lines before a member.
+void RecordTranslator::Remark(const Piece& piece, const std::string& name, const Form& form,
+                              TypeRow& row) {
+  const std::string paths = Joined(piece.paths);
+  // An underscore at the end of a line would join the next one to it.
+  const std::string holds = form.remark.empty() && paths.ends_with('_') ? form.type : form.remark;
+  if (!piece.overlaid.empty()) row.members.push_back("'also here: " + Joined(piece.overlaid) + ".");
+  if (piece.kind == Piece::Kind::kUnion) row.members.push_back("'header: union of " + paths);
+  if (piece.kind == Piece::Kind::kBits) row.members.push_back("'header: bits " + paths);
+  if (piece.kind == Piece::Kind::kField && (paths != name || !holds.empty()))
+    row.members.push_back("'header: " + paths + (holds.empty() ? "" : ", holds " + holds));
+}
+
+// Brings the record to its size. The language rounds a record up to its largest alignment; where
+// the compiler does not, the record says its true size, which is what a size member gets.
+bool RecordTranslator::Close(int index, std::size_t begin, Draft& draft) {
   const long whole = headers_.records[index].size;
   if (draft.size > whole) return false;
-  const long rounded = (draft.size + draft.alignment - 1) / draft.alignment * draft.alignment;
-  if (rounded != whole) {
-    if (whole % draft.alignment != 0) return false;
+  long rounded = RoundedUp(draft.size, draft.alignment);
+  if (rounded < whole) {
     draft.Fill(whole - draft.size);
+    rounded = RoundedUp(whole, draft.alignment);
   }
-  extents_[index] = {whole, draft.alignment};
-  return !row.members.empty();
+  if (rounded != whole)
+    draft.row.members.insert(draft.row.members.begin() + static_cast<std::ptrdiff_t>(begin),
+                             "'size: " + std::to_string(whole) + " bytes");
+  extents_[index] = {rounded, draft.alignment};
+  return draft.size > 0;
+}
+
+// The piece as it is where its place is the language's own, smaller pieces where it is not.
+RecordTranslator::Form RecordTranslator::FittingForm(int index, const Piece& piece) {
+  Form form = NaturalForm(index, piece);
+  if (piece.offset % form.extent.alignment == 0 && form.size == piece.size) return form;
+  std::string remark = form.remark.empty() ? form.type : form.remark;
+  if (remark == "String") remark = "Long";  // in pieces the language knows it as an address only
+  if (piece.offset % 2 == 0 && piece.size % 2 == 0)
+    return {Bounds(piece.size / 2), "Integer", {2, 2}, piece.size, remark};
+  return {Bounds(piece.size), "Byte", {1, 1}, piece.size, remark};
 }
 
 RecordTranslator::Form RecordTranslator::NaturalForm(int index, const Piece& piece) {
-  if (piece.kind == Piece::Kind::kUnion)
-    return {Bounds(piece.size), "Byte", {1, 1}, piece.size, ""};
   if (piece.type.kind == TypeKind::kArray) return ArrayForm(piece, piece.type);
   return FormOf(index, piece.type, piece);
 }
@@ -188,7 +212,7 @@ RecordTranslator::Form RecordTranslator::FormOf(int index, const HeaderType& typ
 RecordTranslator::Form RecordTranslator::ArrayForm(const Piece& piece, const HeaderType& type) {
   const HeaderType& element = InnermostElement(type);
   const bool one_dimension = type.target->kind != TypeKind::kArray;
-  if (one_dimension && IsCharacter(element)) {
+  if (one_dimension && (IsCharacter(element) || IsTextOfBytes(element, piece.count_constant))) {
     const auto named = constants_(piece.count_constant);
     const bool keep_name = named && *named == type.count;
     const std::string length = keep_name ? piece.count_constant : std::to_string(type.count);

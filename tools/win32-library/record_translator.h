@@ -38,7 +38,10 @@ class RecordTranslator {
   struct Draft;
 
   [[nodiscard]] std::expected<TypeRow, std::string> Make(int index);
-  [[nodiscard]] bool WriteAll(int index, const std::vector<Piece>& pieces, long cap, TypeRow& row);
+  [[nodiscard]] bool WriteAll(int index, const std::vector<Piece>& pieces, TypeRow& row);
+  [[nodiscard]] bool Close(int index, std::size_t begin, Draft& draft);
+  static void Remark(const Piece& piece, const std::string& name, const Form& form, TypeRow& row);
+  [[nodiscard]] Form FittingForm(int index, const Piece& piece);
   [[nodiscard]] Form NaturalForm(int index, const Piece& piece);
   [[nodiscard]] Form FormOf(int index, const HeaderType& type, const Piece& piece);
   [[nodiscard]] Form ArrayForm(const Piece& piece, const HeaderType& type);

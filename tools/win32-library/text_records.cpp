@@ -7,6 +7,7 @@ namespace declarium::win32_library {
 namespace {
 
 bool IsAnsiRecord(const Record& record) {
+  if (!record.plain_name.empty()) return true;
   const std::string& tag = record.tag;
   return std::ranges::any_of(record.typedefs, [&](const std::string& plain) {
     return std::ranges::find(record.typedefs, plain + "A") != record.typedefs.end() ||
