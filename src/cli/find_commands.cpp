@@ -22,9 +22,9 @@ struct FindOptions {
 
 ExitStatus RunFind(const FindOptions& options, const Session& session) {
   if (options.text.empty()) throw CommandFailed(ExitStatus::kWrongUse, "PATTERN must not be empty");
-  const auto library = LoadLibrary(options.file);
+  const auto excerpt = OpenExcerpt(options.file);
   const auto kind = *KindOfWord(options.kind);
-  const auto& names = library[kind].names;
+  const auto& names = excerpt.Names()[kind].names;
   const auto positions = FindNames(names, FromUtf8(options.text));
   if (session.IsJson()) PrintJson(session, JsonHeader("find"));
   for (const auto position : positions) PrintItem(session, kind, names[position]);
@@ -37,9 +37,9 @@ std::optional<std::size_t> CompletedRow(const StringList& names, std::u16string_
 }
 
 ExitStatus RunComplete(const FindOptions& options, const Session& session) {
-  const auto library = LoadLibrary(options.file);
+  const auto excerpt = OpenExcerpt(options.file);
   const auto kind = *KindOfWord(options.kind);
-  const auto& names = library[kind].names;
+  const auto& names = excerpt.Names()[kind].names;
   const auto row = CompletedRow(names, FromUtf8(options.text));
   const auto name = row ? names[*row] : std::u16string_view();
   if (session.IsJson()) {

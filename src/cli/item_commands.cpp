@@ -36,8 +36,8 @@ void ShowItem(const ItemView& item, const Session& session) {
 }
 
 ExitStatus RunShow(const ShowOptions& options, const Session& session) {
-  const auto library = LoadLibrary(options.file);
-  const auto items = ResolveNames(library, options.names);
+  const auto excerpt = OpenExcerpt(options.file);
+  const auto items = ResolveNames(excerpt, options.names);
   if (session.IsJson()) PrintJson(session, JsonHeader("show"));
   for (const auto& item : items) ShowItem(item, session);
   return ExitStatus::kDone;

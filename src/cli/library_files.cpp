@@ -22,6 +22,12 @@ Library LoadLibrary(const std::string& file) {
   return std::move(*library);
 }
 
+LibraryExcerpt OpenExcerpt(const std::string& file) {
+  auto excerpt = LibraryExcerpt::Open(PathOf(file));
+  if (!excerpt) throw FileFailed(excerpt.error());
+  return *std::move(excerpt);
+}
+
 void SaveLibrary(const Library& library, const std::string& file) {
   if (const auto saved = SaveLibraryFile(library, PathOf(file)); !saved) {
     throw FileFailed(saved.error());

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "library/library.h"
+#include "library/library_excerpt.h"
 
 namespace declarium::cli {
 
@@ -15,6 +16,9 @@ namespace declarium::cli {
 
 // Throws CommandFailed for a file that cannot be read or is no library.
 [[nodiscard]] Library LoadLibrary(const std::string& file);
+
+// The same for a command that needs only names or a few items.
+[[nodiscard]] LibraryExcerpt OpenExcerpt(const std::string& file);
 
 // Throws CommandFailed, with the file unchanged, when it cannot be written.
 void SaveLibrary(const Library& library, const std::string& file);

@@ -37,11 +37,29 @@ std::string UnknownName(const Library& library, const SoughtName& sought,
   return nearest.empty() ? message : message + "?";
 }
 
-std::optional<ItemView> Find(const Library& library, const SoughtName& sought) {
-  for (const auto kind : sought.kinds) {
-    if (const auto item = FindItem(library, kind, sought.name)) return item;
+// `find` looks an item of a kind up by its name; `library` has at least the names.
+template <class FindItem>
+std::vector<ItemView> Resolve(const Library& library, std::span<const std::string> names,
+                              FindItem find) {
+  const auto find_in_kinds = [&](const SoughtName& sought) -> std::optional<ItemView> {
+    for (const auto kind : sought.kinds) {
+      if (const auto item = find(kind, sought.name)) return item;
+    }
+    return std::nullopt;
+  };
+  std::vector<ItemView> items;
+  std::string unknown;
+  for (const auto& argument : names) {
+    const auto sought = Parse(argument);
+    if (const auto item = find_in_kinds(sought)) {
+      items.push_back(*item);
+    } else {
+      if (!unknown.empty()) unknown += '\n';
+      unknown += UnknownName(library, sought, argument);
+    }
   }
-  return std::nullopt;
+  if (!unknown.empty()) throw CommandFailed(ExitStatus::kNothingFound, unknown);
+  return items;
 }
 
 }  // namespace
@@ -55,19 +73,15 @@ std::optional<Kind> KindOfWord(std::string_view word) {
 }
 
 std::vector<ItemView> ResolveNames(const Library& library, std::span<const std::string> names) {
-  std::vector<ItemView> items;
-  std::string unknown;
-  for (const auto& argument : names) {
-    const auto sought = Parse(argument);
-    if (const auto item = Find(library, sought)) {
-      items.push_back(*item);
-    } else {
-      if (!unknown.empty()) unknown += '\n';
-      unknown += UnknownName(library, sought, argument);
-    }
-  }
-  if (!unknown.empty()) throw CommandFailed(ExitStatus::kNothingFound, unknown);
-  return items;
+  return Resolve(library, names, [&](Kind kind, std::u16string_view name) {
+    return FindItem(library, kind, name);
+  });
+}
+
+std::vector<ItemView> ResolveNames(const LibraryExcerpt& excerpt,
+                                   std::span<const std::string> names) {
+  return Resolve(excerpt.Names(), names,
+                 [&](Kind kind, std::u16string_view name) { return excerpt.Find(kind, name); });
 }
 
 }  // namespace declarium::cli

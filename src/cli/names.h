@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "library/library.h"
+#include "library/library_excerpt.h"
 
 namespace declarium::cli {
 
@@ -17,8 +18,10 @@ namespace declarium::cli {
 // The library's items of these names, in the order given. A name is looked up without regard to
 // case among the constants, then the declarations, then the records; "type:RECT" names the kind.
 // Throws CommandFailed when one is unknown, with the nearest names of the library in the message.
-// The views refer into `library`.
+// The views refer into the library or the excerpt.
 [[nodiscard]] std::vector<ItemView> ResolveNames(const Library& library,
+                                                 std::span<const std::string> names);
+[[nodiscard]] std::vector<ItemView> ResolveNames(const LibraryExcerpt& excerpt,
                                                  std::span<const std::string> names);
 
 }  // namespace declarium::cli

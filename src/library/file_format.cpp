@@ -12,11 +12,40 @@ namespace {
 
 // Cuts `text` at its first separator: returns what stands before it and leaves in `text` what
 // stands behind it, nothing when there is none.
-std::u16string_view TakeUntil(std::optional<std::u16string_view>& text, char16_t separator) {
+template <class Unit>
+std::basic_string_view<Unit> TakeUntil(std::optional<std::basic_string_view<Unit>>& text,
+                                       char16_t separator) {
   const auto whole = *text;
-  const auto end = FindUnit(whole, separator);
+  const auto end = FindUnit(whole, static_cast<Unit>(separator));
   text = end == whole.npos ? std::nullopt : std::optional(whole.substr(end + 1));
   return whole.substr(0, end);
+}
+
+template <class Unit>
+Sections<std::basic_string_view<Unit>> Cut(std::basic_string_view<Unit> text) {
+  Sections<std::basic_string_view<Unit>> sections;
+  std::optional rest = text;
+  sections.title = TakeUntil(rest, kSectionSeparator);
+  if (rest) sections.names = TakeUntil(rest, kSectionSeparator);
+  if (rest) sections.items = TakeUntil(rest, kSectionSeparator);
+  return sections;
+}
+
+std::u16string_view DecodeInto(TextArena& arena, std::string_view bytes) {
+  const auto room = arena.Allocate(bytes.size());
+  DecodeCodePageInto(bytes, room.data());
+  return {room.data(), room.size()};
+}
+
+// The piece at `position` between the separators; empty when there are fewer.
+std::string_view PieceAt(std::string_view bytes, char16_t separator, std::size_t position) {
+  std::optional rest = bytes;
+  std::string_view piece;
+  for (std::size_t i = 0; i <= position; ++i) {
+    if (!rest) return {};
+    piece = TakeUntil(rest, separator);
+  }
+  return piece;
 }
 
 using ThreeLists = std::array<StringList, kKindCount>;
@@ -85,25 +114,27 @@ bool IsStorable(std::u16string_view text) noexcept {
   return !HasUnitUpTo(text, kSectionSeparator);
 }
 
-LibrarySections CutIntoSections(std::string_view bytes) {
-  LibrarySections sections;
-  sections.text = std::make_shared<TextArena>();
-  const auto room = sections.text->Allocate(bytes.size());
-  DecodeCodePageInto(bytes, room.data());
+SectionBytes CutBytes(std::string_view bytes) {
+  return Cut(bytes);
+}
 
-  // Position i of the text is byte i, and bytes are searched faster.
-  const std::u16string_view text(room.data(), room.size());
-  const auto end_from = [&](std::size_t start) {
-    return std::min(bytes.find(static_cast<char>(kSectionSeparator), start), bytes.size());
-  };
-  const auto title_end = end_from(0);
-  sections.title = text.substr(0, title_end);
-  if (title_end == text.size()) return sections;
-  const auto names_end = end_from(title_end + 1);
-  sections.names = text.substr(title_end + 1, names_end - title_end - 1);
-  if (names_end == text.size()) return sections;
-  sections.items = text.substr(names_end + 1, end_from(names_end + 1) - names_end - 1);
-  return sections;
+LibrarySections CutIntoSections(std::string_view bytes) {
+  auto arena = std::make_shared<TextArena>();
+  const auto text = DecodeInto(*arena, bytes);
+  return {Cut(text), std::move(arena)};
+}
+
+LibrarySections DecodeNames(const SectionBytes& sections) {
+  LibrarySections decoded;
+  decoded.text = std::make_shared<TextArena>();
+  decoded.title = DecodeInto(*decoded.text, sections.title);
+  if (sections.names) decoded.names = DecodeInto(*decoded.text, *sections.names);
+  return decoded;
+}
+
+std::string_view EntryBytes(std::string_view section, Kind kind, std::size_t position) {
+  const auto of_kind = PieceAt(section, kKindSeparator, static_cast<std::size_t>(KindCode(kind)));
+  return PieceAt(of_kind, kEntrySeparator, position);
 }
 
 bool TakeNames(const LibrarySections& sections, Library& library) {
@@ -120,16 +151,18 @@ bool TakeItems(const LibrarySections& sections, Library& library) {
   return true;
 }
 
+Error MissingSection(bool has_names, const std::filesystem::path& path) {
+  return {ErrorKind::kInvalidFormat, PathText(path),
+          std::string("not a library: it has no section of ") + (has_names ? "items" : "names")};
+}
+
 std::expected<Library, Error> ParseLibrary(std::string_view bytes,
                                            const std::filesystem::path& path) {
   const auto sections = CutIntoSections(bytes);
   Library library;
-  const auto invalid = [&](const char* missing) {
-    return std::unexpected(
-        Error{ErrorKind::kInvalidFormat, PathText(path), std::string("not a library: ") + missing});
-  };
-  if (!TakeNames(sections, library)) return invalid("it has no section of names");
-  if (!TakeItems(sections, library)) return invalid("it has no section of items");
+  if (!TakeNames(sections, library) || !TakeItems(sections, library)) {
+    return std::unexpected(MissingSection(sections.names.has_value(), path));
+  }
   library.title = sections.title;
   library.path = path;
   return library;

@@ -30,21 +30,37 @@ inline constexpr char16_t kSectionSeparator = 2;
 // apart.
 [[nodiscard]] bool IsStorable(std::u16string_view text) noexcept;
 
-// A library file cut into its sections, which are views into `text`.
-struct LibrarySections {
-  std::shared_ptr<TextArena> text;
-  std::u16string_view title;
-  std::optional<std::u16string_view> names;  // missing when the file has no byte 2
-  std::optional<std::u16string_view> items;  // missing when it has only one
+// A library file cut into its sections, which are views into its bytes or its text.
+template <class View>
+struct Sections {
+  View title;
+  std::optional<View> names;  // missing when the file has no byte 2
+  std::optional<View> items;  // missing when it has only one
 };
 
+using SectionBytes = Sections<std::string_view>;
+
+struct LibrarySections : Sections<std::u16string_view> {
+  std::shared_ptr<TextArena> text;
+};
+
+[[nodiscard]] SectionBytes CutBytes(std::string_view bytes);
 [[nodiscard]] LibrarySections CutIntoSections(std::string_view bytes);
+// The title and the names alone.
+[[nodiscard]] LibrarySections DecodeNames(const SectionBytes& sections);
+
+// The bytes of the entry at `position` of `kind` in a section; empty when there are fewer.
+[[nodiscard]] std::string_view EntryBytes(std::string_view section, Kind kind,
+                                          std::size_t position);
 
 // Replace the names, or the items, of all three kinds by those of the section. False, with nothing
 // changed, when the section is missing. The window replaces the names before it looks for the
 // items, so the two are separate.
 [[nodiscard]] bool TakeNames(const LibrarySections& sections, Library& library);
 [[nodiscard]] bool TakeItems(const LibrarySections& sections, Library& library);
+
+// The error of a file without a section of names, or of items when it has names.
+[[nodiscard]] Error MissingSection(bool has_names, const std::filesystem::path& path);
 
 // The library in `bytes`; `path` becomes its path and names it in an error.
 [[nodiscard]] std::expected<Library, Error> ParseLibrary(std::string_view bytes,
