@@ -1,102 +1,122 @@
 #include "vb/layout.h"
 
 #include <algorithm>
-#include <charconv>
-#include <map>
 
-#include "vb/name.h"
+#include "text/text.h"
 
 namespace declarium::vb {
 namespace {
 
-std::vector<std::string_view> Words(std::string_view line) {
-  std::vector<std::string_view> words;
-  for (std::size_t begin = 0; begin < line.size();) {
-    const std::size_t end = std::min(line.find(' ', begin), line.size());
-    if (end > begin) words.push_back(line.substr(begin, end - begin));
-    begin = end + 1;
-  }
-  return words;
-}
+using Failure = std::unexpected<std::string>;
 
-std::optional<long> Number(std::string_view text, const LengthLookup& lengths) {
-  long value = 0;
-  const auto read = std::from_chars(text.data(), text.data() + text.size(), value);
-  if (read.ec == std::errc() && read.ptr == text.data() + text.size()) return value;
-  return lengths ? lengths(text) : std::nullopt;
-}
+// Far beyond what the language takes, and no sum of two such sizes leaves a 32-bit number.
+constexpr long kLargest = 1L << 28;
 
-// The number of elements between the bounds of "3" or "1 To 4".
-std::optional<long> ElementCount(std::string_view bounds, const LengthLookup& lengths) {
-  const std::vector<std::string_view> words = Words(bounds);
-  const bool range = words.size() == 3 && words[1] == "To";
-  if (words.size() != 1 && !range) return std::nullopt;
-  const auto low = range ? Number(words[0], lengths) : 0;
-  const auto high = Number(words.back(), lengths);
-  if (!low || !high || *high < *low) return std::nullopt;
-  return *high - *low + 1;
-}
+// An element of a member: passed, in memory and written.
+struct Element {
+  Extent passed;
+  Extent in_memory;
+  long written = 0;
+  std::optional<long> fixed_length;
+};
 
 long RoundUp(long value, long alignment) {
   return (value + alignment - 1) / alignment * alignment;
 }
 
-std::optional<Extent> ElementExtent(const Member& member, const RecordLookup& records) {
-  if (member.fixed_length) return Extent{*member.fixed_length, 1};
-  const auto own = BuiltInExtent(member.type_name);
-  return own || !records ? own : records(member.type_name);
+Element Uniform(Extent extent) {
+  return {extent, extent, extent.size, std::nullopt};
+}
+
+std::expected<Element, std::string> ElementOf(const Member& member, Target target,
+                                              const LengthLookup& lengths,
+                                              const RecordLookup& records) {
+  const auto& type = member.type;
+  if (!type.length.empty()) {
+    const auto length = lengths(type.length);
+    if (!length || *length < 1)
+      return Failure("the length " + ToUtf8(type.length) + " is not known");
+    return Element{{*length, 1}, {2 * *length, 2}, *length, length};
+  }
+  if (const auto own = BuiltInExtent(type.name, target)) return Uniform(*own);
+  const auto record = records(type.name);
+  if (!record) return Failure("the type " + ToUtf8(type.name) + " is not known");
+  return Element{record->extent, record->in_memory, record->written, std::nullopt};
+}
+
+// The number of elements; bounds that are not known give the reason.
+std::expected<long, std::string> CountOf(const Member& member, const LengthLookup& lengths) {
+  long count = 1;
+  for (const auto& bounds : member.dimensions) {
+    const auto low = bounds.lower.empty() ? 0 : lengths(bounds.lower);
+    const auto high = lengths(bounds.upper);
+    if (!low || !high || *high < *low)
+      return Failure("the bounds of " + ToUtf8(member.name) + " are not known");
+    if (__builtin_mul_overflow(count, *high - *low + 1, &count))
+      return Failure(ToUtf8(member.name) + " is too large");
+  }
+  return count;
+}
+
+void Append(Extent& record, const Extent& element, long count, long& offset) {
+  offset = RoundUp(record.size, element.alignment);
+  record.size = offset + element.size * count;
+  record.alignment = std::max(record.alignment, element.alignment);
 }
 
 }  // namespace
 
-std::optional<Extent> BuiltInExtent(std::string_view type_name) {
-  static const std::map<std::string, Extent, std::less<>> extents = {
-      {"byte", {1, 1}},     {"boolean", {2, 2}}, {"integer", {2, 2}},
-      {"long", {4, 4}},     {"single", {4, 4}},  {"double", {8, 4}},
-      {"currency", {8, 4}}, {"date", {8, 4}},    {"string", {4, 4}}};
-  const auto found = extents.find(Lower(type_name));
-  return found == extents.end() ? std::nullopt : std::optional(found->second);
-}
-
-std::expected<Member, std::string> ParseMember(std::string_view line, const LengthLookup& lengths) {
-  const std::string shown = "\"" + std::string(line) + "\"";
-  Member member;
-  const std::size_t as = line.find(" As ");
-  if (as == std::string_view::npos) return std::unexpected(shown + " has no type");
-  std::string_view name = line.substr(0, as);
-  if (const std::size_t open = name.find('('); open != std::string_view::npos) {
-    if (!name.ends_with(')')) return std::unexpected(shown + " has no closing bracket");
-    const auto count = ElementCount(name.substr(open + 1, name.size() - open - 2), lengths);
-    if (!count) return std::unexpected(shown + " has bounds that are no numbers");
-    member.count = *count;
-    name = name.substr(0, open);
+std::optional<Extent> BuiltInExtent(std::u16string_view type_name, Target target) {
+  static constexpr std::pair<std::u16string_view, long> kSizes[] = {
+      {u"Long", 4},   {u"Integer", 2},  {u"Byte", 1},    {u"Boolean", 2},
+      {u"Single", 4}, {u"Double", 8},   {u"Date", 8},    {u"Currency", 8},
+      {u"String", 0}, {u"LongLong", 8}, {u"LongPtr", 0}, {u"Object", 0}};
+  const long limit = Is64Bit(target) ? 8 : 4;
+  if (EqualIgnoringCase(type_name, u"Variant")) return Extent{Is64Bit(target) ? 24 : 16, limit};
+  for (const auto& [name, bytes] : kSizes) {
+    if (!EqualIgnoringCase(type_name, name)) continue;
+    const long size = bytes == 0 ? PointerBytes(target) : bytes;
+    return Extent{size, std::min(size, limit)};
   }
-  if (!IsLegalName(name)) return std::unexpected(shown + " has no legal name");
-  member.name = name;
-  const std::vector<std::string_view> words = Words(line.substr(as + 4));
-  const bool fixed = words.size() == 3 && words[0] == "String" && words[1] == "*";
-  if (words.size() != 1 && !fixed) return std::unexpected(shown + " has no legal type");
-  member.type_name = words[0];
-  if (!fixed) return member;
-  member.fixed_length = Number(words[2], lengths);
-  if (!member.fixed_length || *member.fixed_length < 1)
-    return std::unexpected(shown + " has a length that is no number");
-  return member;
+  return std::nullopt;
 }
 
-std::expected<RecordLayout, std::string> LayOut(const std::vector<Member>& members,
+std::expected<RecordLayout, std::string> LayOut(const Record& record, Target target,
+                                                const LengthLookup& lengths,
                                                 const RecordLookup& records) {
   RecordLayout layout;
-  for (const Member& member : members) {
-    const auto element = ElementExtent(member, records);
-    if (!element) return std::unexpected("the type " + member.type_name + " is not known");
-    const long offset = RoundUp(layout.extent.size, element->alignment);
-    layout.places.push_back({offset, element->size * member.count});
-    layout.extent.size = offset + element->size * member.count;
-    layout.extent.alignment = std::max(layout.extent.alignment, element->alignment);
+  const Extent pointer{PointerBytes(target), PointerBytes(target)};
+  for (const auto& member : record.members) {
+    const bool is_dynamic = member.is_array && member.dimensions.empty();
+    const auto element =
+        is_dynamic ? Uniform(pointer) : ElementOf(member, target, lengths, records);
+    if (!element) return Failure(element.error());
+    const auto count = CountOf(member, lengths);
+    if (!count) return Failure(count.error());
+    MemberPlace place;
+    long in_memory = 0;
+    const bool is_too_large = *count > kLargest / std::max(element->in_memory.size, 1L) ||
+                              layout.in_memory.size > kLargest;
+    if (is_too_large) return Failure(ToUtf8(member.name) + " is too large");
+    Append(layout.extent, element->passed, *count, place.offset);
+    Append(layout.in_memory, element->in_memory, *count, in_memory);
+    layout.written += element->written * *count;
+    place.size = element->passed.size * *count;
+    if (!is_dynamic) place.count = *count;
+    place.fixed_length = element->fixed_length;
+    layout.places.push_back(place);
   }
   layout.extent.size = RoundUp(layout.extent.size, layout.extent.alignment);
+  layout.in_memory.size = RoundUp(layout.in_memory.size, layout.in_memory.alignment);
   return layout;
+}
+
+long ArgumentBytes(const Parameter& parameter, Target target) {
+  const bool is_address =
+      parameter.passing == Passing::kByReference || parameter.is_array || parameter.is_param_array;
+  if (is_address || Is64Bit(target)) return PointerBytes(target);
+  const auto own = BuiltInExtent(parameter.type.name, target);
+  return own ? RoundUp(own->size, 4) : 4;
 }
 
 }  // namespace declarium::vb

@@ -54,6 +54,15 @@ bool IsReservedWord(std::string_view word) {
   return ReservedWords().contains(Lower(word));
 }
 
+bool IsReservedWord(std::u16string_view word) {
+  constexpr std::size_t kLongest = 10;  // "addressof" and "implements" are among the longest
+  if (word.size() > kLongest || std::ranges::any_of(word, [](char16_t c) { return c > 0x7F; }))
+    return false;
+  std::string narrow;
+  for (const char16_t c : word) narrow += static_cast<char>(c);
+  return IsReservedWord(narrow);
+}
+
 bool IsLegalName(std::string_view name) {
   constexpr std::size_t kLongestName = 255;
   return !name.empty() && name.size() <= kLongestName && IsLetter(name.front()) &&

@@ -8,6 +8,7 @@ namespace declarium::vb {
 
 // Whether the word belongs to the language, in any case.
 [[nodiscard]] bool IsReservedWord(std::string_view word);
+[[nodiscard]] bool IsReservedWord(std::u16string_view word);
 
 // A letter, then letters, digits and underscores, at most 255 in all, and no reserved word.
 [[nodiscard]] bool IsLegalName(std::string_view name);

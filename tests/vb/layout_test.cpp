@@ -2,29 +2,39 @@
 
 #include "gtest/gtest.h"
 
-#include "vb/name.h"
-#include "vb/procedure.h"
+#include "text/text.h"
+#include "vb/expression.h"
+#include "vb/module.h"
 
 namespace declarium::vb {
 namespace {
 
-std::optional<long> Lengths(std::string_view name) {
-  return name == "MAX_PATH" ? std::optional(260L) : std::nullopt;
+std::optional<long> Lengths(std::u16string_view expression) {
+  if (expression == u"MAX_PATH") return 260;
+  const auto value = Evaluate(
+      expression, [](std::u16string_view) -> Evaluated { return std::unexpected("unknown"); });
+  return value ? std::optional(static_cast<long>(value->whole)) : std::nullopt;
 }
 
-std::optional<Extent> Records(std::string_view name) {
-  return name == "POINTAPI" ? std::optional(Extent{8, 4}) : std::nullopt;
+std::optional<RecordLayout> Records(std::u16string_view name) {
+  if (name != u"POINTAPI") return std::nullopt;
+  return RecordLayout{{8, 4}, {}, {8, 4}, 8};
 }
 
-RecordLayout Layout(const std::vector<std::string>& lines) {
-  std::vector<Member> members;
-  for (const std::string& line : lines) members.push_back(ParseMember(line, Lengths).value());
-  return LayOut(members, Records).value();
+std::expected<RecordLayout, std::string> TryLayout(const std::string& members, Target target) {
+  const auto text = FromUtf8("Type T\n" + members + "\nEnd Type");
+  const auto module = ReadModule(text);
+  if (!module.errors.empty()) return std::unexpected("refused");
+  return LayOut(*module.declarations.at(0).As<Record>(), target, Lengths, Records);
+}
+
+RecordLayout Layout(const std::string& members, Target target = Target::kVb6) {
+  return TryLayout(members, target).value();
 }
 
 TEST(Layout, AlignsMembersToTheirSizeButNeverBeyondFour) {
   const RecordLayout layout =
-      Layout({"a As Byte", "b As Integer", "c As Byte", "d As Long", "e As Currency", "f As Byte"});
+      Layout("a As Byte\nb As Integer\nc As Byte\nd As Long\ne As Currency\nf As Byte");
   ASSERT_EQ(layout.places.size(), 6u);
   EXPECT_EQ(layout.places[1].offset, 2);
   EXPECT_EQ(layout.places[3].offset, 8);
@@ -34,66 +44,71 @@ TEST(Layout, AlignsMembersToTheirSizeButNeverBeyondFour) {
 }
 
 TEST(Layout, PutsACurrencyAtAMultipleOfFour) {
-  EXPECT_EQ(Layout({"a As Long", "b As Currency"}).extent.size, 12);
-  EXPECT_EQ(Layout({"a As Integer", "b As Double"}).places[1].offset, 4);
+  EXPECT_EQ(Layout("a As Long\nb As Currency").extent.size, 12);
+  EXPECT_EQ(Layout("a As Integer\nb As Double").places[1].offset, 4);
+}
+
+TEST(Layout, AlignsToEightIn64Bits) {
+  const auto layout = Layout("a As Long\nb As Currency\nc As LongPtr", Target::kVba7x64);
+  EXPECT_EQ(layout.places[1].offset, 8);
+  EXPECT_EQ(layout.extent.size, 24);
+  EXPECT_EQ(Layout("a As Byte\nb As LongPtr", Target::kVba7x32).extent.size, 8);
+  EXPECT_EQ(Layout("a As Byte\nb As String", Target::kTwinBasic).extent.size, 16);
+  EXPECT_EQ(Layout("a As Byte\nb As Variant", Target::kVba7x64).extent.size, 32);
 }
 
 TEST(Layout, CountsArraysAndFixedTexts) {
-  const RecordLayout layout = Layout({"a(3) As Byte", "b(1 To 3) As Integer",
-                                      "c As String * MAX_PATH", "d As String", "e(1) As POINTAPI"});
+  const RecordLayout layout = Layout(
+      "a(3) As Byte\nb(1 To 3) As Integer\nc As String * MAX_PATH\nd As String\n"
+      "e(1) As POINTAPI\nf(1, 1 To 3) As Long\ng() As Double");
   EXPECT_EQ(layout.places[0].size, 4);
   EXPECT_EQ(layout.places[1].size, 6);
   EXPECT_EQ(layout.places[2].offset, 10);
   EXPECT_EQ(layout.places[2].size, 260);
+  EXPECT_EQ(layout.places[2].fixed_length, 260);
   EXPECT_EQ(layout.places[3].offset, 272);
   EXPECT_EQ(layout.places[4].size, 16);
+  EXPECT_EQ(layout.places[5].count, 6);
+  EXPECT_EQ(layout.places[6].size, 4);
+  EXPECT_EQ(layout.places[6].count, std::nullopt);
 }
 
 TEST(Layout, ARecordOfSmallMembersIsNotRoundedUp) {
-  EXPECT_EQ(Layout({"a As Integer", "b As Byte"}).extent.size, 4);
-  EXPECT_EQ(Layout({"a(2) As Byte"}).extent.size, 3);
+  EXPECT_EQ(Layout("a As Integer\nb As Byte").extent.size, 4);
+  EXPECT_EQ(Layout("a(2) As Byte").extent.size, 3);
+}
+
+// Len leaves out what lies between members, LenB counts two bytes a character.
+TEST(Layout, TellsWhatLenAndLenBSay) {
+  const auto layout = Layout("a As Byte\nb As Long\nc As String * 3\nd As POINTAPI");
+  EXPECT_EQ(layout.extent.size, 20);
+  EXPECT_EQ(layout.written, 1 + 4 + 3 + 8);
+  EXPECT_EQ(layout.in_memory.size, 24);
 }
 
 TEST(Layout, RefusesWhatItDoesNotKnow) {
-  EXPECT_FALSE(LayOut({ParseMember("a As Unknown", Lengths).value()}, Records));
-  for (const char* line : {"a", "a(x) As Long", "a(3 As Long", "a As String * UNKNOWN",
-                           "a As Long Long", "Loop As Long", "a(5 To 1) As Long"})
-    EXPECT_FALSE(ParseMember(line, Lengths)) << line;
+  for (const char* line :
+       {"a As Unknown", "a", "a(x) As Long", "a(3 As Long", "a As String * UNKNOWN",
+        "a As Long Long", "a(5 To 1) As Long", "a(2000000000, 2000000000, 2000000000) As Long"})
+    EXPECT_FALSE(TryLayout(line, Target::kVb6)) << line;
 }
 
-TEST(Procedure, IsTakenApart) {
-  const auto procedure = ParseProcedure(
-      "\"user32\" Alias \"FA\" (ByVal a As Long, b As RECT, ByVal c As Currency, ByRef d As "
-      "Double) As Long");
-  ASSERT_TRUE(procedure) << procedure.error();
-  EXPECT_EQ(procedure->library, "user32");
-  EXPECT_EQ(procedure->alias, "FA");
-  EXPECT_EQ(procedure->result_type, "Long");
-  ASSERT_EQ(procedure->parameters.size(), 4u);
-  EXPECT_EQ(procedure->parameters[1].passing, Passing::kByReference);
-  EXPECT_EQ(procedure->ArgumentBytes(), 4 + 4 + 8 + 4);
+long Bytes(const std::string& parameters, Target target) {
+  const auto text = FromUtf8("Declare Sub S Lib \"l\" (" + parameters + ")");
+  const auto module = ReadModule(text);
+  long bytes = 0;
+  for (const auto& parameter : module.declarations.at(0).As<External>()->parameters)
+    bytes += ArgumentBytes(parameter, target);
+  return bytes;
 }
 
-TEST(Procedure, WithoutParametersTakesNoBytes) {
-  EXPECT_EQ(ParseProcedure("\"kernel32\" () As Long")->ArgumentBytes(), 0);
-  EXPECT_EQ(ParseProcedure("\"user32\" ()")->result_type, "");
-}
-
-TEST(Procedure, IsRefusedWhenItIsNotOne) {
-  for (const char* text :
-       {"user32 ()", "\"user32\"", "\"user32\" (ByVal a)", "\"user32\" (a As Long",
-        "\"user32\" () Long", "\"user32\" (ByVal Loop As Long)"})
-    EXPECT_FALSE(ParseProcedure(text)) << text;
-}
-
-TEST(Name, IsLegalOrMadeSo) {
-  EXPECT_TRUE(IsLegalName("WM_USER"));
-  EXPECT_FALSE(IsLegalName("1A"));
-  EXPECT_FALSE(IsLegalName("_A"));
-  EXPECT_FALSE(IsLegalName("sTrInG"));
-  EXPECT_EQ(LegalName("__reserved"), "reserved");
-  EXPECT_EQ(LegalName("type"), "type_");
-  EXPECT_EQ(LegalName("_"), "");
+TEST(Arguments, TakeFourBytesOrWhatTheirValueTakes) {
+  EXPECT_EQ(
+      Bytes("ByVal a As Long, b As RECT, ByVal c As Currency, ByRef d As Double", Target::kVb6),
+      4 + 4 + 8 + 4);
+  EXPECT_EQ(Bytes("", Target::kVb6), 0);
+  EXPECT_EQ(Bytes("ByVal a As Byte, ByVal v As Variant, ByVal s As String", Target::kVb6), 24);
+  EXPECT_EQ(Bytes("ByVal a As Byte, b As Any", Target::kVba7x64), 16);
 }
 
 }  // namespace

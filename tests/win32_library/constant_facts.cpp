@@ -4,6 +4,7 @@
 #include <set>
 #include <stdexcept>
 
+#include "text/text.h"
 #include "vb/expression.h"
 #include "vb/name.h"
 
@@ -116,9 +117,9 @@ class Evaluator {
     if (const auto known = values_.find(lower); known != values_.end()) return known->second;
     if (!in_progress_.insert(lower).second) return std::unexpected("it refers to itself");
     const ConstRow& row = rows_.constants[position->second];
-    const auto value =
-        vb::Evaluate(row.value, [this](std::string_view inner) { return ValueOf(inner); });
-    vb::Evaluated result = value ? vb::ConvertTo(row.type, *value) : value;
+    const auto value = vb::Evaluate(
+        FromUtf8(row.value), [this](std::u16string_view inner) { return ValueOf(ToUtf8(inner)); });
+    vb::Evaluated result = value ? vb::ConvertTo(FromUtf8(row.type), *value) : value;
     in_progress_.erase(lower);
     values_.emplace(lower, result);
     return result;
@@ -133,7 +134,7 @@ class Evaluator {
 bool Agree(const vb::Value& value, const ConstantFact& fact) {
   switch (fact.kind) {
     case ConstantFact::Kind::kText:
-      return value.type == vb::Value::Type::kString && value.text == fact.text;
+      return value.type == vb::Value::Type::kString && ToUtf8(value.text) == fact.text;
     case ConstantFact::Kind::kReal:
       return value.type == vb::Value::Type::kDouble && value.real == fact.real;
     case ConstantFact::Kind::kWhole:

@@ -60,20 +60,17 @@ ImportFacts ReadImportLibraries(const Toolchain& toolchain) {
 Mismatches CheckDeclares(const Rows& rows, const ImportFacts& facts) {
   Mismatches mismatches;
   for (const DeclareRow& row : rows.declares) {
-    const auto procedure = vb::ParseProcedure(row.tail);
-    if (!procedure) {
-      mismatches.push_back(row.name + ": " + procedure.error());
+    const auto meaning = MeaningOf(row);
+    if (!meaning) {
+      mismatches.push_back(row.name + ": " + meaning.error());
       continue;
     }
-    const std::string& entry = procedure->alias.empty() ? row.name : procedure->alias;
-    const auto fact = facts.find(procedure->library + " " + entry);
+    const auto fact = facts.find(meaning->library + " " + meaning->entry);
     if (fact == facts.end())
-      mismatches.push_back(row.name + ": " + procedure->library + " has no " + entry);
-    else if (fact->second != procedure->ArgumentBytes())
+      mismatches.push_back(row.name + ": " + meaning->library + " has no " + meaning->entry);
+    else if (fact->second != meaning->argument_bytes)
       mismatches.push_back(row.name + " takes " + std::to_string(fact->second) + " bytes, not " +
-                           std::to_string(procedure->ArgumentBytes()));
-    else if (row.is_function == procedure->result_type.empty())
-      mismatches.push_back(row.name + ": a Function has a result and a Sub has none");
+                           std::to_string(meaning->argument_bytes));
   }
   return mismatches;
 }

@@ -7,7 +7,8 @@
 #include <optional>
 #include <stdexcept>
 
-#include "vb/expression.h"
+#include "text/text.h"
+#include "vb/definitions.h"
 #include "vb/name.h"
 
 namespace declarium::win32_library_test {
@@ -117,43 +118,36 @@ class Probe {
 // The layout of every record by the language's rules.
 class Layouts {
  public:
-  explicit Layouts(const Rows& rows) : rows_(rows) {}
+  explicit Layouts(const Rows& rows)
+      : text_(TextOf(rows)), module_(vb::ReadModule(text_)), definitions_(vb::Target::kVb6) {
+    definitions_.Add(module_);
+    for (const auto& declaration : module_.declarations) {
+      if (const auto* const record = declaration.As<vb::Record>())
+        records_[ToUtf8(declaration.name)] = record;
+    }
+  }
 
   std::expected<vb::RecordLayout, std::string> Of(const TypeRow& row) {
-    std::vector<vb::Member> members;
-    for (const MemberRow& line : row.members) {
-      auto member = vb::ParseMember(
-          line.line, [this](std::string_view name) { return LengthOf(std::string(name)); });
-      if (!member) return std::unexpected(member.error());
-      members.push_back(std::move(*member));
-    }
-    return vb::LayOut(members, [this](std::string_view name) { return ExtentOf(name); });
+    return definitions_.LayoutOf(*records_.at(row.name));
   }
 
  private:
-  std::optional<vb::Extent> ExtentOf(std::string_view name) {
-    const auto position = rows_.type_positions.find(vb::Lower(name));
-    if (position == rows_.type_positions.end() || depth_ > 50) return std::nullopt;
-    ++depth_;
-    const auto layout = Of(rows_.types[position->second]);
-    --depth_;
-    return layout ? std::optional(layout->extent) : std::nullopt;
+  static std::u16string TextOf(const Rows& rows) {
+    std::string text;
+    for (const ConstRow& row : rows.constants)
+      text += "Const " + row.name + " As " + row.type + " = " + row.value + "\n";
+    for (const TypeRow& row : rows.types) {
+      text += "Type " + row.name + "\n";
+      for (const MemberRow& member : row.members) text += member.line + "\n";
+      text += "End Type\n";
+    }
+    return FromUtf8(text);
   }
 
-  std::optional<long> LengthOf(const std::string& name) const {
-    const auto position = rows_.constant_positions.find(vb::Lower(name));
-    if (position == rows_.constant_positions.end()) return std::nullopt;
-    const auto value = vb::Evaluate(rows_.constants[position->second].value,
-                                    [this](std::string_view inner) -> vb::Evaluated {
-                                      const auto length = LengthOf(std::string(inner));
-                                      if (!length) return std::unexpected("unknown");
-                                      return vb::Value::Long(*length);
-                                    });
-    return value ? std::optional(static_cast<long>(value->whole)) : std::nullopt;
-  }
-
-  const Rows& rows_;
-  int depth_ = 0;
+  std::u16string text_;
+  vb::Module module_;
+  vb::Definitions definitions_;
+  std::map<std::string, const vb::Record*> records_;
 };
 
 bool IsRealType(const std::string& line) {

@@ -3,6 +3,8 @@
 #include "library/item.h"
 #include "text/code_page.h"
 #include "text/text.h"
+#include "vb/layout.h"
+#include "vb/module.h"
 #include "vb/name.h"
 
 namespace declarium::win32_library_test {
@@ -35,6 +37,28 @@ TypeRow TypeRowOf(const std::string& name, std::u16string_view item) {
 }
 
 }  // namespace
+
+std::expected<DeclareMeaning, std::string> MeaningOf(const DeclareRow& row) {
+  const auto text = FromUtf8("Declare " + std::string(row.is_function ? "Function " : "Sub ") +
+                             row.name + " Lib " + row.tail);
+  const auto module = vb::ReadModule(text);
+  if (!module.errors.empty())
+    return std::unexpected(std::string(module.errors.front().expected) + " is missing");
+  const auto& external = *module.declarations.at(0).As<vb::External>();
+  DeclareMeaning meaning{ToUtf8(external.library),
+                         ToUtf8(external.EntryOr(FromUtf8(row.name))),
+                         {},
+                         0,
+                         external.is_function};
+  for (const auto& parameter : external.parameters) {
+    if (!parameter.type.is_written) return std::unexpected(ToUtf8(parameter.name) + " has no type");
+    meaning.parameters.push_back(ToUtf8(parameter.name));
+    meaning.argument_bytes += vb::ArgumentBytes(parameter, vb::Target::kVb6);
+  }
+  if (external.is_function && !external.result.is_written)
+    return std::unexpected("a Function has a result and a Sub has none");
+  return meaning;
+}
 
 Rows RowsOf(const Library& library) {
   Rows rows;

@@ -2,13 +2,12 @@
 // the generator knows.
 #pragma once
 
+#include <expected>
 #include <map>
 #include <string>
 #include <vector>
 
 #include "library/library.h"
-#include "vb/layout.h"
-#include "vb/procedure.h"
 
 namespace declarium::win32_library_test {
 
@@ -48,6 +47,18 @@ struct Rows {
   std::map<std::string, std::size_t> constant_positions;
   std::map<std::string, std::size_t> type_positions;
 };
+
+// A procedure as the language reads its row.
+struct DeclareMeaning {
+  std::string library;
+  std::string entry;
+  std::vector<std::string> parameters;
+  long argument_bytes = 0;
+  bool has_result = false;
+};
+
+// The reason when the language would refuse the row.
+[[nodiscard]] std::expected<DeclareMeaning, std::string> MeaningOf(const DeclareRow& row);
 
 [[nodiscard]] Rows RowsOf(const Library& library);
 

@@ -28,10 +28,8 @@ std::string BadName(const std::vector<std::string>& names) {
 }
 
 std::vector<std::string> ParameterNames(const DeclareRow& row) {
-  std::vector<std::string> names;
-  if (const auto procedure = vb::ParseProcedure(row.tail))
-    for (const auto& parameter : procedure->parameters) names.push_back(parameter.name);
-  return names;
+  const auto meaning = MeaningOf(row);
+  return meaning ? meaning->parameters : std::vector<std::string>();
 }
 
 std::vector<std::string> MemberNames(const TypeRow& row) {

@@ -7,6 +7,7 @@
 
 #include "c_expression.h"
 #include "string_macro.h"
+#include "text/text.h"
 #include "vb/name.h"
 
 namespace declarium::win32_library {
@@ -69,7 +70,7 @@ std::expected<vb::Value, std::string> TextValue(const Constant& constant,
   if (!text) return Failure(NoValueReason(constant.tokens));
   if (!SurvivesTheLineReader(*text)) return Failure("a text that the importer would change");
   if (text->size() > kLongestText) return Failure("longer than a line of VB");
-  return vb::Value::String(*text);
+  return vb::Value::String(FromUtf8(*text));
 }
 
 std::expected<vb::Value, std::string> ValueFor(const Constant& constant,
@@ -147,15 +148,15 @@ vb::Evaluated ConstantTranslator::LookUp(std::string_view name) const {
 // otherwise.
 std::string ConstantTranslator::TextFor(const Candidate& candidate) const {
   const auto& [constant, value] = candidate;
-  if (value.type == vb::Value::Type::kString) return Quoted(value.text);
+  if (value.type == vb::Value::Type::kString) return Quoted(ToUtf8(value.text));
   if (value.type == vb::Value::Type::kDouble) return *RealLiteral(value.real);
   const auto text = RewriteExpression(constant.tokens, [&](const std::string& name) {
     return ValueOf(name).has_value() && name != constant.name && !name.ends_with('_');
   });
   if (text && text->size() < kLongestText) {
-    const auto computed =
-        vb::Evaluate(*text, [this](std::string_view name) { return LookUp(name); });
-    if (computed && vb::ConvertTo("Long", *computed) == value) return *text;
+    const auto computed = vb::Evaluate(
+        FromUtf8(*text), [this](std::u16string_view name) { return LookUp(ToUtf8(name)); });
+    if (computed && vb::ConvertTo(u"Long", *computed) == value) return *text;
   }
   return NumberLiteral(static_cast<std::int32_t>(value.whole), NotationOf(constant.tokens));
 }

@@ -1,0 +1,468 @@
+#include "vb/module.h"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+#include "text/text.h"
+#include "vb/declaration_reader.h"
+#include "vb/name.h"
+#include "vb/statement.h"
+
+namespace declarium::vb {
+namespace {
+
+// What stands in front of a declaration's own word.
+struct Prefix {
+  std::size_t words = 0;
+  std::optional<Scope> scope;
+  bool is_global = false;
+};
+
+Prefix ReadPrefix(const std::vector<Token>& tokens) {
+  Prefix prefix;
+  for (const auto& token : tokens) {
+    if (token.IsWord(u"public") || token.IsWord(u"friend")) {
+      prefix.scope = Scope::kPublic;
+    } else if (token.IsWord(u"global")) {
+      prefix.scope = Scope::kPublic;
+      prefix.is_global = true;
+    } else if (token.IsWord(u"private")) {
+      prefix.scope = Scope::kPrivate;
+    } else if (!token.IsWord(u"static")) {
+      break;
+    }
+    ++prefix.words;
+  }
+  return prefix;
+}
+
+const Token& TokenAt(const std::vector<Token>& tokens, std::size_t position) {
+  static const Token none;
+  return position < tokens.size() ? tokens[position] : none;
+}
+
+bool IsTwoWords(const std::vector<Token>& tokens, std::u16string_view first,
+                std::u16string_view second) {
+  return tokens.size() == 2 && tokens[0].IsWord(first) && tokens[1].IsWord(second);
+}
+
+std::optional<Procedure::Kind> ProcedureKind(const std::vector<Token>& tokens, std::size_t at) {
+  if (TokenAt(tokens, at).IsWord(u"sub")) return Procedure::Kind::kSub;
+  if (TokenAt(tokens, at).IsWord(u"function")) return Procedure::Kind::kFunction;
+  if (!TokenAt(tokens, at).IsWord(u"property")) return std::nullopt;
+  const auto& which = TokenAt(tokens, at + 1);
+  if (which.IsWord(u"get")) return Procedure::Kind::kPropertyGet;
+  if (which.IsWord(u"let")) return Procedure::Kind::kPropertyLet;
+  if (which.IsWord(u"set")) return Procedure::Kind::kPropertySet;
+  return std::nullopt;
+}
+
+bool EndsProcedure(const std::vector<Token>& tokens) {
+  return IsTwoWords(tokens, u"end", u"sub") || IsTwoWords(tokens, u"end", u"function") ||
+         IsTwoWords(tokens, u"end", u"property");
+}
+
+// Whether a line inside a procedure may matter: a constant, the end, or what shows that the end is
+// missing. A line number may stand before any of them.
+bool MattersInProcedure(std::u16string_view first_word) {
+  if (first_word.empty()) return false;
+  switch (first_word.front()) {
+    case u'#':
+      return true;
+    case u'c':
+      return first_word == u"const";
+    case u'e':
+      return first_word == u"end";
+    case u'p':
+      return first_word == u"public" || first_word == u"private" || first_word == u"property";
+    case u'f':
+      return first_word == u"friend" || first_word == u"function";
+    case u's':
+      return first_word == u"sub";
+    default:
+      return IsDigit(first_word.front());
+  }
+}
+
+class ModuleReader {
+ public:
+  ModuleReader(std::u16string_view text, ModuleKind kind) : text_(text), reader_(text) {
+    module_.kind = kind;
+  }
+
+  Module Read() {
+    ReadHeader();
+    while (Next()) ReadStatement();
+    const auto end = reader_.place();
+    if (procedure_) module_.procedures.back().end_line = end.line;
+    module_.lines = end.column == 1 ? end.line - 1 : end.line;
+    if (module_.procedures.empty()) module_.declarations_end = module_.lines;
+    if (conditions_.IsOpen()) Refuse({end, "#End If", {}});
+    module_.conditions = conditions_.TakeAll();
+    return std::move(module_);
+  }
+
+ private:
+  // Reads the next statement into statement_, or gives back the one that was put back.
+  bool Next() {
+    if (std::exchange(is_put_back_, false)) return true;
+    return procedure_ ? reader_.NextWanted(statement_, MattersInProcedure)
+                      : reader_.Next(statement_);
+  }
+
+  [[nodiscard]] const std::vector<Token>& Tokens() const { return statement_.tokens; }
+
+  // The place behind the statement's last token.
+  [[nodiscard]] Place StatementEnd() const {
+    Place end = Tokens().back().place;
+    end.offset = Tokens().back().end();
+    end.column += static_cast<std::uint32_t>(Tokens().back().text.size());
+    return end;
+  }
+
+  [[nodiscard]] TokenCursor CursorBehind(std::size_t words) const {
+    return {std::span(Tokens()).subspan(words), StatementEnd()};
+  }
+
+  void Refuse(const SyntaxError& error) { module_.errors.push_back(error); }
+
+  // VERSION, Object and the Begin ... End of a form.
+  void ReadHeader() {
+    std::size_t depth = 0;
+    bool is_header = false;
+    while (Next()) {
+      const auto& first = TokenAt(Tokens(), 0);
+      if (first.IsWord(u"version") && TokenAt(Tokens(), 1).kind == TokenKind::kNumber) {
+        is_header = true;
+      } else if (is_header && (first.IsWord(u"begin") || first.IsWord(u"beginproperty"))) {
+        ++depth;
+      } else if (depth > 0) {
+        const bool ends = first.IsWord(u"end") || first.IsWord(u"endproperty");
+        if (ends && Tokens().size() == 1) --depth;
+      } else if (!Tokens().empty() && !(is_header && first.IsWord(u"object"))) {
+        is_put_back_ = true;
+        return;
+      }
+    }
+  }
+
+  void ReadStatement() {
+    if (Tokens().empty() || ReadDirective()) return;
+    DropLineNumber();
+    if (Tokens().empty()) return;
+    const auto prefix = ReadPrefix(Tokens());
+    const auto& word = TokenAt(Tokens(), prefix.words);
+    if (word.IsWord(u"const")) return ReadConstants(prefix);
+    if (const auto kind = ProcedureKind(Tokens(), prefix.words)) return Begin(*kind, prefix);
+    if (EndsProcedure(Tokens())) return EndProcedure();
+    if (procedure_ && prefix.words == 0) return;
+    if (word.IsWord(u"declare") || word.IsWord(u"declarewide")) return ReadDeclare(prefix);
+    if (word.IsWord(u"type")) return ReadRecord(prefix);
+    if (word.IsWord(u"enum")) return ReadEnumeration(prefix);
+    if (prefix.words == 0) ReadModuleLine(word);
+  }
+
+  void DropLineNumber() {
+    if (Tokens().front().kind == TokenKind::kNumber)
+      statement_.tokens.erase(statement_.tokens.begin());
+  }
+
+  // Option, Attribute and Def lines.
+  void ReadModuleLine(const Token& word) {
+    if (word.IsWord(u"option")) {
+      module_.options.push_back({statement_.Text(), word.place});
+    } else if (word.IsWord(u"attribute")) {
+      ReadAttribute();
+    } else {
+      defaults_.Read(Tokens());
+    }
+  }
+
+  void ReadAttribute() {
+    const auto equals =
+        std::ranges::find_if(Tokens(), [](const Token& token) { return token.IsOperator(u'='); });
+    const auto at = static_cast<std::size_t>(equals - Tokens().begin());
+    if (at < 2 || at + 1 >= Tokens().size()) return;
+    const auto whole = statement_.Text();
+    const auto start = Tokens().front().place.offset;
+    const auto name = Tokens()[1].place.offset - start;
+    const auto value = Tokens()[at + 1].place.offset - start;
+    module_.attributes.push_back({whole.substr(name, Tokens()[at - 1].end() - start - name),
+                                  whole.substr(value), Tokens().front().place});
+  }
+
+  // #If and its like; false for any other statement.
+  bool ReadDirective() {
+    if (!Tokens().front().IsOperator(u'#') || Tokens().size() < 2) return false;
+    const auto& word = Tokens()[1];
+    if (word.IsWord(u"const")) {
+      ReadCompilerConstant();
+    } else if (word.IsWord(u"if")) {
+      conditions_.If(ConditionText());
+    } else if (word.IsWord(u"elseif")) {
+      if (!conditions_.ElseIf(ConditionText())) RefuseDirective();
+    } else if (word.IsWord(u"else")) {
+      if (!conditions_.Else()) RefuseDirective();
+    } else if (word.IsWord(u"end") || word.IsWord(u"endif")) {
+      if (!conditions_.EndIf()) RefuseDirective();
+    } else {
+      return false;
+    }
+    return true;
+  }
+
+  void RefuseDirective() { Refuse({Tokens().front().place, "#If in front", statement_.Text()}); }
+
+  // What stands between the directive's word and Then.
+  [[nodiscard]] std::u16string_view ConditionText() {
+    auto last = Tokens().size() - 1;
+    if (Tokens()[last].IsWord(u"then")) {
+      --last;
+    } else {
+      Refuse({StatementEnd(), "Then", {}});
+    }
+    if (last < 2) return {};
+    const auto& first = Tokens()[2];
+    return {first.text.data(), Tokens()[last].end() - first.place.offset};
+  }
+
+  void ReadCompilerConstant() {
+    auto cursor = CursorBehind(2);
+    const auto constant = ReadConstant(cursor);
+    if (!constant) return Refuse(constant.error());
+    module_.compiler_constants.push_back(
+        {constant->name, constant->constant.value, Tokens().front().place, conditions_.Current()});
+  }
+
+  Declaration Begin(const Prefix& prefix, Scope scope) {
+    Declaration declaration;
+    declaration.text = statement_.Text();
+    declaration.place = Tokens().front().place;
+    declaration.scope = prefix.scope.value_or(scope);
+    declaration.is_global = prefix.is_global;
+    declaration.condition = conditions_.Current();
+    declaration.end_line = Tokens().back().place.line;
+    return declaration;
+  }
+
+  [[nodiscard]] Scope DefaultScope() const {
+    return module_.kind == ModuleKind::kStandard ? Scope::kPublic : Scope::kPrivate;
+  }
+
+  void ReadConstants(const Prefix& prefix) {
+    auto cursor = CursorBehind(prefix.words + 1);
+    do {
+      auto constant = ReadConstant(cursor);
+      if (!constant) return Refuse(constant.error());
+      auto declaration = Begin(prefix, procedure_ ? Scope::kLocal : Scope::kPrivate);
+      declaration.name = constant->name;
+      declaration.name_place = constant->place;
+      declaration.what = constant->constant;
+      module_.declarations.push_back(std::move(declaration));
+    } while (cursor.TakeOperator(u','));
+  }
+
+  void ReadDeclare(const Prefix& prefix) {
+    const bool is_wide = Tokens()[prefix.words].IsWord(u"declarewide");
+    auto cursor = CursorBehind(prefix.words + 1);
+    auto external = ReadExternal(cursor, defaults_);
+    if (!external) return Refuse(external.error());
+    external->external.is_wide = is_wide;
+    auto declaration = Begin(prefix, DefaultScope());
+    declaration.name = external->name;
+    declaration.name_place = external->place;
+    declaration.what = std::move(external->external);
+    module_.declarations.push_back(std::move(declaration));
+  }
+
+  // The head of a Type or Enum; nothing when it has no name or more than that.
+  std::optional<Declaration> BeginBlock(const Prefix& prefix, Scope scope) {
+    const auto& name = TokenAt(Tokens(), prefix.words + 1);
+    if (name.kind != TokenKind::kName) {
+      // "Type = 1" and its like are no declarations.
+      if (name.kind == TokenKind::kEnd) Refuse({StatementEnd(), "a name", {}});
+      return std::nullopt;
+    }
+    if (Tokens().size() > prefix.words + 2) {
+      const auto& rest = Tokens()[prefix.words + 2];
+      Refuse({rest.place, "the end of the statement", rest.text});
+      return std::nullopt;
+    }
+    auto declaration = Begin(prefix, scope);
+    declaration.name = name.text;
+    declaration.name_place = name.place;
+    return declaration;
+  }
+
+  // Whether the statement can be no line of a block: the block's end is missing.
+  [[nodiscard]] bool LeavesBlock() const {
+    if (EndsProcedure(Tokens())) return true;
+    const auto prefix = ReadPrefix(Tokens());
+    const auto& word = TokenAt(Tokens(), prefix.words);
+    const auto& next = TokenAt(Tokens(), prefix.words + 1);
+    if (next.kind != TokenKind::kName || next.IsWord(u"as")) return false;
+    if (prefix.words > 0) return true;
+    constexpr std::u16string_view kWords[] = {u"const",  u"declare",  u"type",     u"enum",
+                                              u"sub",    u"function", u"property", u"dim",
+                                              u"option", u"attribute"};
+    return std::ranges::any_of(kWords, [&](auto each) { return word.IsWord(each); });
+  }
+
+  // Reads the lines of a block up to "End" and its word.
+  template <class ReadLine>
+  void ReadBlock(Declaration& declaration, std::u16string_view word, std::string_view end,
+                 const ReadLine& read_line) {
+    const auto start = declaration.text.data();
+    while (Next()) {
+      if (Tokens().empty()) {
+        read_line();
+        continue;
+      }
+      if (IsTwoWords(Tokens(), u"end", word)) {
+        declaration.end_line = Tokens().back().place.line;
+        declaration.text = {start, static_cast<std::size_t>(Tokens().back().text.data() +
+                                                            Tokens().back().text.size() - start)};
+        return;
+      }
+      if (LeavesBlock()) {
+        Refuse({Tokens().front().place, end, statement_.Text()});
+        is_put_back_ = true;
+        return;
+      }
+      if (!ReadDirective()) read_line();
+      declaration.end_line = Tokens().back().place.line;
+      const auto& last = Tokens().back().text;
+      declaration.text = {start, static_cast<std::size_t>(last.data() + last.size() - start)};
+    }
+    Refuse({reader_.place(), end, {}});
+  }
+
+  void ReadRecord(const Prefix& prefix) {
+    auto declaration = BeginBlock(prefix, DefaultScope());
+    if (!declaration) return;
+    Record record;
+    if (statement_.comment)
+      record.comments.push_back({statement_.comment->text, statement_.comment->place});
+    ReadBlock(*declaration, u"type", "End Type", [&] {
+      if (statement_.comment)
+        record.comments.push_back({statement_.comment->text, statement_.comment->place});
+      if (Tokens().empty()) return;
+      auto cursor = CursorBehind(0);
+      auto member = ReadMember(cursor, defaults_);
+      if (!member) return Refuse(member.error());
+      member->condition = conditions_.Current();
+      record.members.push_back(*std::move(member));
+    });
+    record.members.shrink_to_fit();
+    declaration->what = std::move(record);
+    module_.declarations.push_back(*std::move(declaration));
+  }
+
+  void ReadEnumeration(const Prefix& prefix) {
+    auto declaration = BeginBlock(prefix, Scope::kPublic);
+    if (!declaration) return;
+    Enumeration enumeration;
+    ReadBlock(*declaration, u"enum", "End Enum", [&] {
+      if (Tokens().empty()) return;
+      auto cursor = CursorBehind(0);
+      auto member = ReadEnumMember(cursor);
+      if (!member) return Refuse(member.error());
+      member->condition = conditions_.Current();
+      enumeration.members.push_back(*member);
+    });
+    enumeration.members.shrink_to_fit();
+    declaration->what = std::move(enumeration);
+    module_.declarations.push_back(*std::move(declaration));
+  }
+
+  void Begin(Procedure::Kind kind, const Prefix& prefix) {
+    const bool is_property = kind != Procedure::Kind::kSub && kind != Procedure::Kind::kFunction;
+    const auto& name = TokenAt(Tokens(), prefix.words + (is_property ? 2 : 1));
+    if (name.kind != TokenKind::kName) return;
+    const auto& place = Tokens().front().place;
+    if (procedure_) {
+      Refuse({place, "End Sub, End Function or End Property", statement_.Text()});
+      module_.procedures.back().end_line = place.line - 1;
+    }
+    if (module_.procedures.empty()) module_.declarations_end = place.line - 1;
+    module_.procedures.push_back(
+        {kind, prefix.scope.value_or(Scope::kPublic), name.text, place, place.line});
+    procedure_ = true;
+  }
+
+  void EndProcedure() {
+    if (!std::exchange(procedure_, false)) return;
+    module_.procedures.back().end_line = Tokens().front().place.line;
+  }
+
+  std::u16string_view text_;
+  StatementReader reader_;
+  Statement statement_;
+  bool is_put_back_ = false;
+  bool procedure_ = false;  // inside one
+  Conditions conditions_;
+  DefaultTypes defaults_;
+  Module module_;
+};
+
+}  // namespace
+
+std::u16string_view Module::Name() const {
+  for (const auto& attribute : attributes) {
+    if (!EqualIgnoringCase(attribute.name, u"VB_Name") || attribute.value.size() < 2) continue;
+    return attribute.value.substr(1, attribute.value.size() - 2);
+  }
+  return {};
+}
+
+ModuleKind ModuleKindOf(std::u16string_view file_name) {
+  static constexpr std::pair<std::u16string_view, ModuleKind> kExtensions[] = {
+      {u".cls", ModuleKind::kClass},
+      {u".frm", ModuleKind::kForm},
+      {u".ctl", ModuleKind::kControl},
+      {u".dob", ModuleKind::kDocument},
+      {u".pag", ModuleKind::kPropertyPage}};
+  const auto dot = std::min(file_name.rfind(u'.'), file_name.size());
+  for (const auto& [extension, kind] : kExtensions) {
+    if (EqualIgnoringCase(file_name.substr(dot), extension)) return kind;
+  }
+  return ModuleKind::kStandard;
+}
+
+std::string_view ModuleKindText(ModuleKind kind) {
+  switch (kind) {
+    case ModuleKind::kStandard:
+      return "standard";
+    case ModuleKind::kClass:
+      return "class";
+    case ModuleKind::kForm:
+      return "form";
+    case ModuleKind::kControl:
+      return "control";
+    case ModuleKind::kDocument:
+      return "document";
+    case ModuleKind::kPropertyPage:
+      return "property page";
+  }
+  return {};
+}
+
+Module ReadModule(std::u16string_view text, ModuleKind kind) {
+  return ModuleReader(text, kind).Read();
+}
+
+std::vector<NameUse> NamesUsed(std::u16string_view text) {
+  std::vector<NameUse> uses;
+  Tokenizer tokens(text);
+  bool behind_dot = false;
+  for (auto token = tokens.NextSignificant(); token.kind != TokenKind::kEnd;
+       token = tokens.NextSignificant()) {
+    if (token.kind == TokenKind::kName && !behind_dot && !IsReservedWord(token.text))
+      uses.push_back({token.text, token.place});
+    behind_dot = token.IsOperator(u'.') || token.IsOperator(u'!');
+  }
+  return uses;
+}
+
+}  // namespace declarium::vb
