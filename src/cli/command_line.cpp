@@ -12,6 +12,7 @@
 #include "cli/import_command.h"
 #include "cli/item_commands.h"
 #include "cli/library_commands.h"
+#include "cli/parse_command.h"
 #include "cli/session.h"
 
 namespace declarium::cli {
@@ -55,6 +56,7 @@ void Define(CLI::App& app, Session& session) {
   const CommandSet set{app, session};
   AddLibraryCommands(set);
   AddImportCommand(set);
+  AddParseCommand(set);
   AddItemCommands(set);
   AddFindCommands(set);
   AddBasketCommands(set);

@@ -2,19 +2,18 @@
 
 #include <algorithm>
 #include <array>
-#include <istream>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <ostream>
 
 #include "cli/library_files.h"
 #include "cli/output.h"
+#include "cli/source_files.h"
 #include "cli/status_line.h"
 
 #include "import/merge.h"
 #include "import/parser.h"
 #include "library/file_format.h"
-#include "library/file_io.h"
 #include "text/text.h"
 
 namespace declarium::cli {
@@ -40,30 +39,6 @@ struct ImportReport {
   Counts after{};
   std::vector<SourceSkips> skipped;
 };
-
-std::string SourceName(const std::string& source) {
-  return source == "-" ? "standard input" : source;
-}
-
-std::string ReadStandardInput(std::istream& in) {
-  constexpr std::size_t kBlock = 1 << 16;
-  std::string bytes;
-  while (in) {
-    const auto size = bytes.size();
-    bytes.resize(size + kBlock);
-    in.read(bytes.data() + size, kBlock);
-    bytes.resize(size + static_cast<std::size_t>(in.gcount()));
-  }
-  if (in.bad()) throw CommandFailed(ExitStatus::kFileFailed, "standard input: cannot be read");
-  return bytes;
-}
-
-FileView ViewSource(const std::string& source, const Session& session) {
-  if (source == "-") return ViewOf(ReadStandardInput(session.streams.in));
-  auto view = ViewFile(PathOf(source));
-  if (!view) throw FileFailed(view.error());
-  return *std::move(view);
-}
 
 void CheckStorable(const ParsedItems& parsed, const std::string& source) {
   if (parsed.all_storable) return;

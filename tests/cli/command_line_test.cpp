@@ -13,7 +13,7 @@ namespace {
 const std::filesystem::path kSourceFolder = DECLARIUM_SOURCE_DIR;
 const std::vector<std::string> kCommands = {"new",       "list",   "export", "rename", "delete",
                                             "databases", "import", "show",   "shared", "find",
-                                            "complete",  "search", "basket", "insert"};
+                                            "complete",  "search", "basket", "insert", "parse"};
 
 TEST(CommandLine, HelpListsEveryCommandAndShowsAnExample) {
   const auto run = RunCli({"--help"});

@@ -7,6 +7,7 @@ _declarium_cli_options() {
     new) echo "$common --force" ;;
     list) echo "$common --kind" ;;
     import) echo "$common --replace --create" ;;
+    parse) echo "$common --modules --uses --target" ;;
     shared) echo "$common --closure" ;;
     find | complete) echo "$common --kind" ;;
     search)
@@ -26,12 +27,13 @@ _declarium_cli_values() {
     --color) echo 'auto always never' ;;
     --kind | --kinds) echo 'const declare type' ;;
     --scope) echo 'Private Public' ;;
+    --target) echo 'vb6 vba7 vba7-only twinbasic' ;;
   esac
 }
 
 _declarium_cli() {
-  local commands='new list export rename delete databases import show shared find complete search
-    basket insert'
+  local commands='new list export rename delete databases import parse show shared find complete
+    search basket insert'
   local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
   local command='' word values
   COMPREPLY=()

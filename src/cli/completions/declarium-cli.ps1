@@ -13,6 +13,7 @@ Register-ArgumentCompleter -Native -CommandName 'declarium-cli', 'declarium-cli.
         'delete'    = @()
         'databases' = @()
         'import'    = '--replace', '--create'
+        'parse'     = '--modules', '--uses', '--target'
         'show'      = @()
         'shared'    = '--closure'
         'find'      = '--kind'
@@ -28,6 +29,7 @@ Register-ArgumentCompleter -Native -CommandName 'declarium-cli', 'declarium-cli.
         '--kind'  = 'const', 'declare', 'type'
         '--kinds' = 'const', 'declare', 'type'
         '--scope' = 'Private', 'Public'
+        '--target' = 'vb6', 'vba7', 'vba7-only', 'twinbasic'
     }
 
     $words = @($commandAst.CommandElements | Select-Object -Skip 1 |

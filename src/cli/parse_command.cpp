@@ -1,0 +1,170 @@
+#include "cli/parse_command.h"
+
+#include <algorithm>
+#include <map>
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <ostream>
+#include <vector>
+
+#include "cli/output.h"
+#include "cli/parsed_json.h"
+#include "cli/source_files.h"
+
+#include "text/code_page.h"
+#include "text/text.h"
+#include "vb/definitions.h"
+#include "vb/module.h"
+
+namespace declarium::cli {
+namespace {
+
+struct ParseOptions {
+  std::vector<std::string> sources;
+  bool modules = false;
+  bool uses = false;
+  vb::Target target = vb::Target::kVb6;
+};
+
+struct ParsedSource {
+  std::string name;
+  std::u16string text;  // what the module refers into
+  vb::Module module;
+};
+
+std::unique_ptr<ParsedSource> ParseSource(const std::string& source, const Session& session) {
+  auto parsed = std::make_unique<ParsedSource>();
+  parsed->name = SourceName(source);
+  parsed->text = DecodeCodePage(ViewSource(source, session).bytes);
+  parsed->module = vb::ReadModule(parsed->text, vb::ModuleKindOf(FromUtf8(source)));
+  return parsed;
+}
+
+std::string PlaceText(const ParsedSource& source, const vb::Place& place) {
+  return source.name + ':' + std::to_string(place.line) + ':' + std::to_string(place.column);
+}
+
+// The physical line that `place` stands in.
+std::u16string_view LineOf(std::u16string_view text, const vb::Place& place) {
+  const auto start = place.offset - (place.column - 1);
+  const auto end = std::min(text.find_first_of(u"\r\n", start), text.size());
+  return text.substr(start, end - start);
+}
+
+// As compilers say it: the place and what is wrong, the line, a caret below the place.
+void PrintError(const ParsedSource& source, const vb::SyntaxError& error, std::ostream& out) {
+  const auto line = LineOf(source.text, error.place);
+  out << PlaceText(source, error.place) << ": error: expected " << error.expected;
+  if (!error.found.empty()) out << ", found " << OneLine(error.found);
+  out << '\n' << "    " << Lines(line) << "\n    ";
+  // Tabs of the line stand above tabs, so that the caret is below its place however wide they are.
+  for (const char16_t unit : line.substr(0, error.place.column - 1))
+    out << (unit == u'\t' ? '\t' : ' ');
+  out << "^\n";
+}
+
+void PrintModule(const ParsedSource& source, std::ostream& out) {
+  const auto& module = source.module;
+  out << source.name << "\tmodule\t" << vb::ModuleKindText(module.kind) << '\t'
+      << OneLine(module.Name()) << '\t' << module.lines << " lines\n";
+  for (const auto& procedure : module.procedures) {
+    out << PlaceText(source, procedure.place) << "\tprocedure\t" << ScopeWord(procedure.scope)
+        << '\t' << OneLine(procedure.name) << '\n';
+  }
+}
+
+// Continued lines and the lines of a block in one.
+std::string InOneLine(std::u16string_view text) {
+  std::u16string line;
+  const auto lines = Replace(Replace(text, kCrLf, u"\n"), u"\t", u" ");
+  for (const auto part : Split(lines, u'\n')) {
+    if (!line.empty()) line += u" : ";
+    line += Trim(part);
+  }
+  return OneLine(line);
+}
+
+void PrintDeclaration(const ParsedSource& source, const vb::Declaration& declaration,
+                      std::ostream& out) {
+  out << PlaceText(source, declaration.place) << '\t' << DeclarationWord(declaration) << '\t'
+      << ScopeWord(declaration.scope) << '\t' << OneLine(declaration.name) << '\t'
+      << InOneLine(declaration.text);
+  if (declaration.condition != 0)
+    out << "\t#If " << OneLine(source.module.conditions[declaration.condition].text);
+  out << '\n';
+}
+
+void PrintAsText(const ParsedSource& source, const ParseOptions& options, const Session& session) {
+  auto& out = session.streams.out;
+  if (options.modules) PrintModule(source, out);
+  for (const auto& declaration : source.module.declarations)
+    PrintDeclaration(source, declaration, out);
+  if (options.uses) {
+    for (const auto& use : vb::NamesUsed(source.text))
+      out << PlaceText(source, use.place) << "\tuse\t" << OneLine(use.name) << '\n';
+  }
+  for (const auto& error : source.module.errors) PrintError(source, error, session.streams.err);
+}
+
+void PrintAsJson(const ParsedSource& source, const ParseOptions& options,
+                 vb::Definitions& everything, const Session& session) {
+  // A module's own declarations come before those of the others.
+  vb::Definitions definitions(options.target, &everything);
+  definitions.Add(source.module);
+  if (options.modules) PrintJson(session, ModuleObject(source.name, source.module));
+  for (const auto& declaration : source.module.declarations)
+    PrintJson(session, DeclarationObject(source.name, source.module, declaration, definitions));
+  for (const auto& error : source.module.errors)
+    PrintJson(session, ErrorObject(source.name, error));
+  if (!options.uses) return;
+  for (const auto& use : vb::NamesUsed(source.text))
+    PrintJson(session, UseObject(source.name, use));
+}
+
+ExitStatus RunParse(const ParseOptions& options, const Session& session) {
+  std::vector<std::unique_ptr<ParsedSource>> sources;
+  for (const auto& source : options.sources) sources.push_back(ParseSource(source, session));
+  if (!session.IsJson()) {
+    for (const auto& source : sources) PrintAsText(*source, options, session);
+    return ExitStatus::kDone;
+  }
+  vb::Definitions everything(options.target);
+  for (const auto& source : sources) everything.Add(source->module);
+  PrintJson(session, JsonHeader("parse"));
+  for (const auto& source : sources) PrintAsJson(*source, options, everything, session);
+  return ExitStatus::kDone;
+}
+
+}  // namespace
+
+void AddParseCommand(const CommandSet& set) {
+  AddCommand<ParseOptions>(
+      set,
+      {"parse", "Show what source files declare, as Visual Basic reads them",
+       "declarium-cli parse WinShell.bas",
+       "One line a declaration: its place, kind, scope, name and text. Where the language would\n"
+       "refuse a declaration, the place and what was expected there go to standard error. With\n"
+       "--json also parameters, values and the layout of records.\n\n"},
+      [](CLI::App& command, ParseOptions& options) {
+        command
+            .add_option("SOURCE", options.sources, "Visual Basic source files; - is standard input")
+            ->required()
+            ->type_name("");
+        command.add_flag("--modules", options.modules,
+                         "Also the modules themselves and their procedures");
+        command.add_flag("--uses", options.uses, "Also the names that the code uses");
+        const std::map<std::string, vb::Target> targets = {{"vb6", vb::Target::kVb6},
+                                                           {"vba7", vb::Target::kVba7x64},
+                                                           {"vba7-only", vb::Target::kVba7x64},
+                                                           {"twinbasic", vb::Target::kTwinBasic}};
+        command
+            .add_option("--target", options.target,
+                        "For whom sizes and offsets are told: vb6, vba7, vba7-only or twinbasic; "
+                        "all but vb6 in 64 bits")
+            ->transform(CLI::CheckedTransformer(targets, CLI::ignore_case).description(""))
+            ->type_name("TARGET");
+      },
+      RunParse);
+}
+
+}  // namespace declarium::cli
