@@ -2,6 +2,10 @@
 
 #include <ostream>
 
+#include "cli/output.h"
+
+#include "text/text.h"
+
 namespace declarium::cli {
 
 bool Session::UsesColor() const noexcept {
@@ -19,7 +23,9 @@ bool Session::UsesColor() const noexcept {
 void Session::Say(std::string_view message) const {
   for (std::size_t start = 0; start != message.npos;) {
     const auto end = message.find('\n', start);
-    streams.err << "declarium-cli: " << message.substr(start, end - start) << '\n';
+    // A file's name may hold anything, and the terminal would obey it.
+    streams.err << "declarium-cli: " << OneLine(FromUtf8(message.substr(start, end - start)))
+                << '\n';
     start = end == message.npos ? end : end + 1;
   }
 }

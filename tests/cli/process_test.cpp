@@ -64,6 +64,41 @@ TEST_F(CliProcess, TakesNamesBeyondAscii) {
   EXPECT_NE(Bytes("out.txt").find("Žltý kôň"), std::string::npos);
 }
 
+// A name that is no UTF-8, as old disks have them, and one that the C locale has no letters for.
+TEST_F(CliProcess, AFileWhoseNameCannotBeShownIsOpenedListedAndSaved) {
+  for (const std::string name : {"kni\xE8nica.api", "knižnica.api"}) {
+    std::filesystem::copy_file(Path("sample.api"), Path(name));
+    const auto run = [&](const std::string& command, const std::string& words) {
+      return Run(command + " " + Quoted(name) + " " + words);
+    };
+    const std::string in_c_locale = "LC_ALL=C " DECLARIUM_CLI " show ";
+    EXPECT_EQ(Process(in_c_locale + Quoted(name) + " LIMIT > " + Quoted("out.txt")).Wait(), 0);
+    EXPECT_NE(Bytes("out.txt").find("Const LIMIT"), std::string::npos);
+    EXPECT_EQ(run("rename", "Changed"), 0) << Bytes("err.txt");
+    EXPECT_NE(Bytes(name), Bytes("sample.api"));
+    EXPECT_EQ(run("delete", "LIMIT"), 0) << Bytes("err.txt");
+    EXPECT_EQ(run("show", "LIMIT"), 1);
+
+    EXPECT_EQ(Run("databases " + Quoted("")), 0);
+    EXPECT_NE(Bytes("out.txt").find("nica.api\tChanged\n"), std::string::npos) << Bytes("out.txt");
+    std::filesystem::remove(Path(name));
+  }
+}
+
+TEST_F(CliProcess, AFolderWhoseNameCannotBeShownIsListed) {
+  std::filesystem::create_directory(Path("d\xFF"));
+  std::filesystem::copy_file(Path("sample.api"), Path("d\xFF/a.api"));
+  EXPECT_EQ(Run("databases " + Quoted("d\xFF")), 0);
+  EXPECT_NE(Bytes("out.txt").find("/a.api\t"), std::string::npos) << Bytes("out.txt");
+  EXPECT_EQ(Run("--json databases " + Quoted("d\xFF")), 0);
+  EXPECT_NE(Bytes("out.txt").find("/a.api"), std::string::npos) << Bytes("out.txt");
+}
+
+TEST_F(CliProcess, AMissingFileWhoseNameCannotBeShownIsToldInUtf8) {
+  EXPECT_EQ(Run("show " + Quoted("none\xE8.api") + " LIMIT"), 3);
+  EXPECT_NE(Bytes("err.txt").find("none\xEF\xBF\xBD.api: "), std::string::npos) << Bytes("err.txt");
+}
+
 TEST_F(CliProcess, HasNoColorInAPipe) {
   EXPECT_EQ(Run("show " + Quoted("sample.api") + " LIMIT"), 0);
   EXPECT_EQ(Bytes("out.txt").find('\x1B'), std::string::npos);
