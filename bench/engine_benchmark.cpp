@@ -1,9 +1,11 @@
 // Measures the engine on generated libraries, each figure beside its floor in the same run.
-//   engine_benchmark FOLDER TOOL [--benchmark_... options]
-// FOLDER keeps the generated files, TOOL is the command-line tool.
+//   engine_benchmark FOLDER TOOL LARGEST [--benchmark_... options]
+// FOLDER keeps the generated files, TOOL is the command-line tool; no library has more items than
+// LARGEST.
 #include <algorithm>
 #include <benchmark/benchmark.h>
 #include <cstdio>
+#include <cstdlib>
 #include <fcntl.h>
 #include <malloc.h>
 #include <memory>
@@ -196,21 +198,23 @@ void RegisterEngineBenchmarks(const BenchmarkFiles& files, std::size_t size) {
 
 int main(int argc, char** argv) {
   using namespace declarium::bench;
-  if (argc < 3) {
-    std::fprintf(stderr, "usage: engine_benchmark FOLDER TOOL [options]\n");
+  if (argc < 4) {
+    std::fprintf(stderr, "usage: engine_benchmark FOLDER TOOL LARGEST [options]\n");
     return 2;
   }
   const BenchmarkFiles files(argv[1]);
   const std::filesystem::path tool = argv[2];
-  argc -= 2;
-  argv[2] = argv[0];
+  const auto largest = static_cast<std::size_t>(std::atoll(argv[3]));
+  argc -= 3;
+  argv[3] = argv[0];
   // Large blocks come fresh from the system every time, as in a program that was just started:
   // otherwise a round would find the pages of the round before.
   mallopt(M_MMAP_THRESHOLD, 128 * 1024);
-  benchmark::Initialize(&argc, argv + 2);
+  benchmark::Initialize(&argc, argv + 3);
   for (const std::size_t size : {1'000, 10'000, 100'000, 1'000'000}) {
+    if (size > largest) break;
     RegisterEngineBenchmarks(files, size);
+    if (size >= kProcessItems) RegisterProcessBenchmarks(files, tool, size);
   }
-  RegisterProcessBenchmarks(files, tool);
   benchmark::RunSpecifiedBenchmarks();
 }

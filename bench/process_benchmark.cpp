@@ -50,19 +50,18 @@ void RegisterCommand(const std::string& name, const Command& command,
 
 }  // namespace
 
-void RegisterProcessBenchmarks(const BenchmarkFiles& files, const std::filesystem::path& tool) {
-  for (const std::size_t size : {100'000, 1'000'000}) {
-    const auto suffix = "/" + std::to_string(size);
-    RegisterCommand("rg" + suffix, {"rg", "-ic", kSoughtWord, files.Export(size)});
-    RegisterCommand("search_process" + suffix,
-                    {tool, "search", files.Library(size), "--text", kSoughtWord});
-    const auto source = files.Module(size);
-    RegisterCommand("ctags" + suffix, {"ctags", "--languages=Basic", "-f", "/dev/null", source});
-    // Into a library that does not exist yet, so that every round does the same.
-    const auto library = files.Output(("imported-" + std::to_string(size) + ".api").c_str());
-    RegisterCommand("import" + suffix, {tool, "import", library, source, "--create", "Imported"},
-                    library);
-  }
+void RegisterProcessBenchmarks(const BenchmarkFiles& files, const std::filesystem::path& tool,
+                               std::size_t size) {
+  const auto suffix = "/" + std::to_string(size);
+  RegisterCommand("rg" + suffix, {"rg", "-ic", kSoughtWord, files.Export(size)});
+  RegisterCommand("search_process" + suffix,
+                  {tool, "search", files.Library(size), "--text", kSoughtWord});
+  const auto source = files.Module(size);
+  RegisterCommand("ctags" + suffix, {"ctags", "--languages=Basic", "-f", "/dev/null", source});
+  // Into a library that does not exist yet, so that every round does the same.
+  const auto library = files.Output(("imported-" + std::to_string(size) + ".api").c_str());
+  RegisterCommand("import" + suffix, {tool, "import", library, source, "--create", "Imported"},
+                  library);
 }
 
 }  // namespace declarium::bench

@@ -1,6 +1,7 @@
 // Benchmarks of whole processes: the command-line tool and the tools it is measured against.
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -9,7 +10,11 @@
 
 namespace declarium::bench {
 
-// Registers them; `tool` is the command-line tool's program file.
-void RegisterProcessBenchmarks(const BenchmarkFiles& files, const std::filesystem::path& tool);
+// From this many items on a process takes long enough for starting it not to be most of it.
+inline constexpr std::size_t kProcessItems = 100'000;
+
+// Registers them for files of `size` items; `tool` is the command-line tool's program file.
+void RegisterProcessBenchmarks(const BenchmarkFiles& files, const std::filesystem::path& tool,
+                               std::size_t size);
 
 }  // namespace declarium::bench
