@@ -23,9 +23,10 @@ if(WIN32)
   # One file, nothing to install beside it.
   target_link_options(declarium_options INTERFACE -static)
 endif()
+# The programs are the same bytes in every folder. All builds say so, since then the compiler cache gives
+# a package the objects that were tested.
+target_compile_options(declarium_options INTERFACE -ffile-prefix-map=${CMAKE_SOURCE_DIR}=.)
 if(DECLARIUM_SHIPPED)
-  # The programs are the same bytes in every folder and at every time.
-  target_compile_options(declarium_options INTERFACE -ffile-prefix-map=${CMAKE_SOURCE_DIR}=.)
   target_link_options(declarium_options INTERFACE
     -s $<$<PLATFORM_ID:Windows>:-Wl,--no-insert-timestamp>)
 endif()
@@ -55,8 +56,10 @@ function(declarium_test name)
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE declarium_options ${ARG_LINKS} GTest::gmock_main)
   target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
+  target_precompile_headers(${name} REUSE_FROM declarium_test_headers)
   add_test(NAME ${name} COMMAND ${name})
-  set_tests_properties(${name} PROPERTIES TIMEOUT ${ARG_TIMEOUT})
+  # Those that may take long begin first, so that none is left to run alone at the end.
+  set_tests_properties(${name} PROPERTIES TIMEOUT ${ARG_TIMEOUT} COST ${ARG_TIMEOUT})
   foreach(source ${ARG_SOURCES})
     get_filename_component(path ${source} ABSOLUTE)
     set_property(GLOBAL APPEND PROPERTY DECLARIUM_TEST_SOURCES ${path})
