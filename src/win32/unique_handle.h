@@ -1,24 +1,22 @@
-// Owns one system handle. Traits give its type, the value that means none, and how it is closed:
+// Owns one system handle: its type, the function that closes it, and the value that means none.
 //
-//   struct FontTraits {
-//     using Handle = HFONT;
-//     static constexpr Handle kNone = nullptr;
-//     static void Close(Handle font) { DeleteObject(font); }
-//   };
+//   using UniqueFont = UniqueHandle<HFONT, DeleteObject>;
 //
 // Assigning over a live handle closes it; closing keeps the thread's last error.
 #pragma once
 
+#include <cstdint>
 #include <utility>
 
 #include "win32/system.h"
 
 namespace declarium::win32 {
 
-template <class Traits>
+// `kNone` is a number, since INVALID_HANDLE_VALUE is no constant to the compiler.
+template <class HandleType, auto kClose, std::intptr_t kNone = 0>
 class UniqueHandle {
  public:
-  using Handle = typename Traits::Handle;
+  using Handle = HandleType;
 
   UniqueHandle() = default;
   explicit UniqueHandle(Handle handle) : handle_(handle) {}
@@ -32,63 +30,48 @@ class UniqueHandle {
   }
 
   [[nodiscard]] Handle Get() const { return handle_; }
-  explicit operator bool() const { return handle_ != Traits::kNone; }
+  explicit operator bool() const { return handle_ != None(); }
+
+  // For functions that return a handle through a pointer; a handle that is owned is closed first.
+  [[nodiscard]] Handle* Receive() {
+    Reset();
+    return &handle_;
+  }
 
   // Gives the handle away.
-  [[nodiscard]] Handle Release() { return std::exchange(handle_, Traits::kNone); }
+  [[nodiscard]] Handle Release() { return std::exchange(handle_, None()); }
 
   // Closes what is owned and owns `handle` from now on. The handle that is owned already stays
   // open.
-  void Reset(Handle handle = Traits::kNone) {
+  void Reset(Handle handle = None()) {
     if (handle == handle_) return;
     const Handle old = std::exchange(handle_, handle);
-    if (old == Traits::kNone) return;
+    if (old == None()) return;
     const DWORD error = GetLastError();
-    Traits::Close(old);
+    kClose(old);
     SetLastError(error);
   }
 
  private:
-  Handle handle_ = Traits::kNone;
+  static Handle None() { return reinterpret_cast<Handle>(kNone); }
+
+  Handle handle_ = None();
 };
 
-template <class T>
-struct GdiTraits {
-  using Handle = T;
-  static constexpr Handle kNone = nullptr;
-  static void Close(Handle handle) { DeleteObject(handle); }
-};
-
-struct WindowTraits {
-  using Handle = HWND;
-  static constexpr Handle kNone = nullptr;
-  static void Close(Handle window) { DestroyWindow(window); }
-};
-
-struct MenuTraits {
-  using Handle = HMENU;
-  static constexpr Handle kNone = nullptr;
-  static void Close(Handle menu) { DestroyMenu(menu); }
-};
-
-struct IconTraits {
-  using Handle = HICON;
-  static constexpr Handle kNone = nullptr;
-  static void Close(Handle icon) { DestroyIcon(icon); }
-};
-
-struct DeviceTraits {
-  using Handle = HDC;
-  static constexpr Handle kNone = nullptr;
-  static void Close(Handle device) { DeleteDC(device); }
-};
-
-using UniqueFont = UniqueHandle<GdiTraits<HFONT>>;
-using UniqueBitmap = UniqueHandle<GdiTraits<HBITMAP>>;
-using UniqueBrush = UniqueHandle<GdiTraits<HBRUSH>>;
-using UniqueWindow = UniqueHandle<WindowTraits>;
-using UniqueMenu = UniqueHandle<MenuTraits>;
-using UniqueIcon = UniqueHandle<IconTraits>;
-using UniqueDevice = UniqueHandle<DeviceTraits>;
+using UniqueFont = UniqueHandle<HFONT, DeleteObject>;
+using UniqueBitmap = UniqueHandle<HBITMAP, DeleteObject>;
+using UniqueBrush = UniqueHandle<HBRUSH, DeleteObject>;
+using UniqueMetafile = UniqueHandle<HENHMETAFILE, DeleteEnhMetaFile>;
+using UniqueDevice = UniqueHandle<HDC, DeleteDC>;
+using UniqueWindow = UniqueHandle<HWND, DestroyWindow>;
+using UniqueMenu = UniqueHandle<HMENU, DestroyMenu>;
+using UniqueIcon = UniqueHandle<HICON, DestroyIcon>;
+using UniqueImageList = UniqueHandle<HIMAGELIST, ImageList_Destroy>;
+// A file as CreateFileW opens it.
+using UniqueFile = UniqueHandle<HANDLE, CloseHandle, -1>;
+// A process, thread, event, mutex or pipe end.
+using UniqueKernelObject = UniqueHandle<HANDLE, CloseHandle>;
+using UniqueRegistryKey = UniqueHandle<HKEY, RegCloseKey>;
+using UniqueGlobalMemory = UniqueHandle<HGLOBAL, GlobalFree>;
 
 }  // namespace declarium::win32

@@ -14,10 +14,8 @@ constexpr auto kObject = static_cast<DWORD>(OBJID_CLIENT);
 
 IAccPropServices* Accessibility::Services() {
   if (std::exchange(asked_for_, true)) return services_.Get();
-  IAccPropServices* created = nullptr;
-  const HRESULT result = CoCreateInstance(CLSID_AccPropServices, nullptr, CLSCTX_INPROC_SERVER,
-                                          IID_IAccPropServices, reinterpret_cast<void**>(&created));
-  if (SUCCEEDED(result)) services_.Reset(created);
+  CoCreateInstance(CLSID_AccPropServices, nullptr, CLSCTX_INPROC_SERVER, IID_IAccPropServices,
+                   reinterpret_cast<void**>(services_.Receive()));
   return services_.Get();
 }
 

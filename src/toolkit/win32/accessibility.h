@@ -3,8 +3,8 @@
 
 #include <string>
 
+#include "win32/com_ptr.h"
 #include "win32/system.h"
-#include "win32/unique_handle.h"
 
 namespace declarium::win32 {
 
@@ -18,16 +18,10 @@ class Accessibility {
   void Forget(HWND window);
 
  private:
-  struct ServicesTraits {
-    using Handle = IAccPropServices*;
-    static constexpr Handle kNone = nullptr;
-    static void Close(Handle services) { services->Release(); }
-  };
-
   // Made for the first window, since making it looks into many keys of the registry.
   [[nodiscard]] IAccPropServices* Services();
 
-  UniqueHandle<ServicesTraits> services_;
+  ComPtr<IAccPropServices> services_;
   bool asked_for_ = false;
 };
 

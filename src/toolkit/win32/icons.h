@@ -7,13 +7,6 @@
 
 namespace declarium::win32 {
 
-struct ImageListTraits {
-  using Handle = HIMAGELIST;
-  static constexpr Handle kNone = nullptr;
-  static void Close(Handle list) { ImageList_Destroy(list); }
-};
-using UniqueImageList = UniqueHandle<ImageListTraits>;
-
 enum class Look { kNormal, kDisabled };
 
 // The size of small pictures for a resolution: 16, 20, 24 or 32 dots.
