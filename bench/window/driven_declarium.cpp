@@ -5,6 +5,8 @@
 
 #include "shell/registry_store.h"
 #include "shell/settings.h"
+#include "win32/program.h"
+#include "win32/system_registry.h"
 #include "window/driven_main_window.h"
 
 namespace declarium::bench {
@@ -21,9 +23,8 @@ fs::path WithKind(const fs::path& program, Kind kind) {
 }  // namespace
 
 fs::path BuiltProgram(const fs::path& below_build_tree) {
-  wchar_t path[1024] = L"";
-  GetModuleFileNameW(nullptr, path, 1024);
-  return (fs::path(path).parent_path() / "../.." / below_build_tree).lexically_normal();
+  return (fs::path(win32::ProgramPath()).parent_path() / "../.." / below_build_tree)
+      .lexically_normal();
 }
 
 fs::path PutProgramInto(const fs::path& folder) {
@@ -34,7 +35,8 @@ fs::path PutProgramInto(const fs::path& folder) {
 }
 
 void SetStartingKind(Kind kind) {
-  RegistryStore store;
+  win32::SystemRegistry registry;
+  RegistryStore store(registry);
   WriteSetting(store, setting::kSizeSaved, 0);
   WriteSetting(store, setting::kSelector, KindCode(kind));
   WriteSetting(store, setting::kLastDatabaseIndex, -1);

@@ -4,7 +4,6 @@
 #include <string>
 #include <vector>
 #include <windows.h>
-#include <shellapi.h>
 
 #include "app/main_window.h"
 #include "app/program_windows.h"
@@ -21,6 +20,8 @@
 #include "shell/ui/splash.h"
 #include "text/user_texts.h"
 #include "toolkit/win32/toolkit.h"
+#include "win32/program.h"
+#include "win32/system_registry.h"
 
 namespace declarium {
 namespace {
@@ -31,16 +32,7 @@ constexpr CLSID kConnectClass = {
     0xE935511A, 0x4C2D, 0x4094, {0x9A, 0x51, 0xD7, 0xCF, 0x13, 0x73, 0xCE, 0x55}};
 
 fs::path ProgramFolder() {
-  return fs::path(com::ProgramPath()).parent_path();
-}
-
-std::vector<std::u16string> Arguments() {
-  std::vector<std::u16string> words;
-  int count = 0;
-  wchar_t** arguments = CommandLineToArgvW(GetCommandLineW(), &count);
-  for (int i = 1; i < count; ++i) words.push_back(com::Narrow16(arguments[i]));
-  LocalFree(arguments);
-  return words;
+  return fs::path(win32::ProgramPath()).parent_path();
 }
 
 // The library named on the command line, where a name with blanks may stand without quotes; seen
@@ -55,7 +47,8 @@ int RunStandalone(const fs::path& library) {
   const com::ComApartment apartment;
   win32::Win32Toolkit toolkit;
   toolkit.SetApplicationTitle(texts::kProgram);
-  RegistryStore store;
+  win32::SystemRegistry registry;
+  RegistryStore store(registry);
   Splash splash(toolkit);
   splash.Show();
   MainWindow window(toolkit, store,
@@ -69,7 +62,8 @@ int Serve() {
   const com::BusyHostFilter filter;
   win32::Win32Toolkit toolkit;
   toolkit.SetApplicationTitle(texts::kProgram);
-  RegistryStore store;
+  win32::SystemRegistry registry;
+  RegistryStore store(registry);
   com::PostedCalls posted_calls;
   com::ServerProcess process([&toolkit] { toolkit.Quit(0); });
   ProgramWindows windows(toolkit, store, ProgramFolder(),
@@ -86,7 +80,7 @@ int Serve() {
 }
 
 int Run() {
-  const auto switches = ParseServerSwitches(Arguments());
+  const auto switches = ParseServerSwitches(win32::ProgramArguments());
   const auto library = LibraryToOpen(switches.rest);
   std::error_code ignored;
   fs::current_path(ProgramFolder(), ignored);

@@ -71,11 +71,14 @@ class Examination {
     Add(behind ? FindingLevel::kWarning : FindingLevel::kWrong, std::move(text));
   }
 
+  // As COM reads it.
   std::optional<std::u16string> Text(RegistryRoot root, std::u16string_view key,
                                      std::u16string_view name, RegistryView view) const {
-    const auto data = registry_.Read(root, key, name, view);
-    if (!data || !std::holds_alternative<std::u16string>(*data)) return std::nullopt;
-    return std::get<std::u16string>(*data);
+    const auto value = registry_.Read(root, key, name, view);
+    if (!value) return std::nullopt;
+    if (value->type == kRegistryText) return TextOf(*value);
+    if (value->type == kRegistryExpandableText) return registry_.Expand(TextOf(*value));
+    return std::nullopt;
   }
 
   void ExamineAddInList() {
@@ -90,13 +93,13 @@ class Examination {
       ExamineOtherUsers(key);
       return;
     }
-    if (!std::holds_alternative<std::uint32_t>(*load)) {
+    const auto behavior = NumberOf(*load);
+    if (!behavior) {
       Add(FindingLevel::kWrong, where + u": LoadBehavior is no number");
       return;
     }
-    const auto behavior = std::get<std::uint32_t>(*load);
-    const std::u16string value = u": LoadBehavior " + NumberText(behavior);
-    if (behavior & kLoadAtStartup) {
+    const std::u16string value = u": LoadBehavior " + NumberText(*behavior);
+    if (*behavior & kLoadAtStartup) {
       Add(FindingLevel::kFine, where + value);
     } else {
       Add(FindingLevel::kWrong, where + value +

@@ -22,8 +22,8 @@ class Writer {
  public:
   explicit Writer(Registry& registry) : registry_(registry) {}
   void Write(RegistryRoot root, std::u16string_view key, std::u16string_view name,
-             const RegistryData& data) {
-    if (result_) result_ = registry_.Write(root, key, name, data);
+             const RegistryValue& value) {
+    if (result_) result_ = registry_.Write(root, key, name, value);
   }
   [[nodiscard]] std::expected<void, RegistryError> result() const { return result_; }
 
@@ -34,23 +34,23 @@ class Writer {
 
 void WriteClass(Writer& writer, const ServerIdentity& server, std::u16string_view program,
                 RegistryRoot root) {
-  const std::u16string class_id(server.class_id);
-  const std::u16string description(server.description);
+  const auto class_id = TextValue(server.class_id);
+  const auto description = TextValue(server.description);
   writer.Write(root, ProgIdKey(server), u"", description);
   writer.Write(root, ProgIdKey(server) + u"\\CLSID", u"", class_id);
   writer.Write(root, ClassKey(server), u"", description);
-  writer.Write(root, ClassKey(server) + u"\\ProgID", u"", std::u16string(server.prog_id));
-  writer.Write(root, LocalServerKey(server), u"", Joined(u"\"", program) + u"\"");
-  writer.Write(root, LocalServerKey(server), u"ServerExecutable", std::u16string(program));
+  writer.Write(root, ClassKey(server) + u"\\ProgID", u"", TextValue(server.prog_id));
+  writer.Write(root, LocalServerKey(server), u"", TextValue(Joined(u"\"", program) + u"\""));
+  writer.Write(root, LocalServerKey(server), u"ServerExecutable", TextValue(program));
 }
 
 void WriteAddIn(Writer& writer, const ServerIdentity& server) {
   const auto root = RegistryRoot::kCurrentUser;
   const auto key = AddInKey(server);
-  writer.Write(root, key, u"FriendlyName", std::u16string(server.friendly_name));
-  writer.Write(root, key, u"Description", std::u16string(server.description));
-  writer.Write(root, key, u"LoadBehavior", kLoadAtStartup);
-  writer.Write(root, key, u"CommandLineSafe", std::uint32_t{0});
+  writer.Write(root, key, u"FriendlyName", TextValue(server.friendly_name));
+  writer.Write(root, key, u"Description", TextValue(server.description));
+  writer.Write(root, key, u"LoadBehavior", NumberValue(kLoadAtStartup));
+  writer.Write(root, key, u"CommandLineSafe", NumberValue(0));
 }
 
 }  // namespace

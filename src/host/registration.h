@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "host/registry.h"
+#include "win32/registry.h"
 
 namespace declarium {
 

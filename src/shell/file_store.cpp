@@ -107,8 +107,8 @@ bool FileStore::CreateKey(std::u16string_view key) {
   return !error && Save(*file, {});
 }
 
-std::optional<SettingsStore::StoredValue> FileStore::Read(std::u16string_view key,
-                                                          std::u16string_view name) const {
+std::optional<RegistryValue> FileStore::Read(std::u16string_view key,
+                                             std::u16string_view name) const {
   const auto file = FileOf(key);
   if (!file) return std::nullopt;
   for (auto& [stored_name, value] : Load(*file)) {
@@ -117,7 +117,8 @@ std::optional<SettingsStore::StoredValue> FileStore::Read(std::u16string_view ke
   return std::nullopt;
 }
 
-bool FileStore::Write(std::u16string_view key, std::u16string_view name, const StoredValue& value) {
+bool FileStore::Write(std::u16string_view key, std::u16string_view name,
+                      const RegistryValue& value) {
   const auto file = FileOf(key);
   if (!file || !CanBeStored(name)) return false;
   auto values = Load(*file);

@@ -30,12 +30,13 @@ class FileStore : public SettingsStore {
  private:
   struct NamedValue {
     std::u16string name;
-    StoredValue value;
+    RegistryValue value;
   };
 
-  [[nodiscard]] std::optional<StoredValue> Read(std::u16string_view key,
-                                                std::u16string_view name) const override;
-  bool Write(std::u16string_view key, std::u16string_view name, const StoredValue& value) override;
+  [[nodiscard]] std::optional<RegistryValue> Read(std::u16string_view key,
+                                                  std::u16string_view name) const override;
+  bool Write(std::u16string_view key, std::u16string_view name,
+             const RegistryValue& value) override;
 
   [[nodiscard]] static std::vector<NamedValue> Load(const std::filesystem::path& file);
   [[nodiscard]] static bool Save(const std::filesystem::path& file,

@@ -21,62 +21,28 @@ std::optional<std::int32_t> IntegerOf(std::u16string_view text) {
   return static_cast<std::int32_t>(value);
 }
 
-void AppendLittleEndian(std::uint32_t number, int count, std::string& bytes) {
-  for (int i = 0; i < count; ++i) bytes += static_cast<char>(number >> (8 * i) & 0xFF);
-}
-
-std::uint32_t LittleEndian(std::string_view bytes) {
-  std::uint32_t number = 0;
-  for (std::size_t i = bytes.size(); i > 0; --i) {
-    number = number << 8 | static_cast<unsigned char>(bytes[i - 1]);
-  }
-  return number;
-}
-
-std::string EncodeInteger(std::int32_t value) {
-  std::string bytes;
-  AppendLittleEndian(static_cast<std::uint32_t>(value), 4, bytes);
-  return bytes;
-}
-
-std::string EncodeText(std::u16string_view text) {
-  std::string bytes;
-  for (const char16_t unit : text) AppendLittleEndian(unit, 2, bytes);
-  AppendLittleEndian(0, 2, bytes);
-  return bytes;
-}
-
-// Text is stored with and without a terminating zero, by different writers.
-std::u16string DecodeText(std::string_view bytes) {
-  std::u16string text;
-  for (; bytes.size() >= 2; bytes.remove_prefix(2)) {
-    text += static_cast<char16_t>(LittleEndian(bytes.substr(0, 2)));
-  }
-  if (text.ends_with(u'\0')) text.pop_back();
-  return text;
-}
-
-std::optional<std::string> Encode(ValueType type, const SettingValue& value) {
+std::optional<RegistryValue> Encode(ValueType type, const SettingValue& value) {
   switch (type) {
     case ValueType::kInteger:
-      return ToInteger(value).transform(EncodeInteger);
+      return ToInteger(value).transform(
+          [](std::int32_t number) { return NumberValue(static_cast<std::uint32_t>(number)); });
     case ValueType::kText:
-      return EncodeText(ToText(value));
+      return TextValue(ToText(value));
     case ValueType::kBinary:
-      return EncodeCodePage(ToText(value));
+      return RegistryValue{static_cast<std::uint32_t>(type), EncodeCodePage(ToText(value))};
   }
   return std::nullopt;
 }
 
-SettingValue Decode(std::uint32_t type, std::string_view bytes) {
-  switch (static_cast<ValueType>(type)) {
+SettingValue Decode(const RegistryValue& value) {
+  switch (static_cast<ValueType>(value.type)) {
     case ValueType::kInteger:
-      if (bytes.size() != 4) return {};
-      return static_cast<std::int32_t>(LittleEndian(bytes));
+      if (const auto number = NumberOf(value)) return static_cast<std::int32_t>(*number);
+      return {};
     case ValueType::kText:
-      return DecodeText(bytes);
+      return TextOf(value);
     case ValueType::kBinary:
-      return DecodeCodePage(bytes);
+      return DecodeCodePage(value.bytes);
   }
   return {};
 }
@@ -100,15 +66,14 @@ SettingsStore::~SettingsStore() = default;
 bool SettingsStore::SetValue(std::u16string_view key, std::u16string_view name, ValueType type,
                              const SettingValue& value) {
   const bool exists = CreateKey(key);
-  const std::optional<std::string> bytes = Encode(type, value);
-  return exists && bytes && Write(key, name, {static_cast<std::uint32_t>(type), *bytes});
+  const auto encoded = Encode(type, value);
+  return exists && encoded && Write(key, name, *encoded);
 }
 
 SettingValue SettingsStore::GetValue(std::u16string_view key, std::u16string_view name,
                                      SettingValue default_value) const {
-  const std::optional<StoredValue> stored = Read(key, name);
-  if (!stored) return default_value;
-  return Decode(stored->type, stored->bytes);
+  const auto stored = Read(key, name);
+  return stored ? Decode(*stored) : default_value;
 }
 
 }  // namespace declarium

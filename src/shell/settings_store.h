@@ -10,13 +10,14 @@
 #include <string_view>
 #include <variant>
 
+#include "win32/registry_value.h"
+
 namespace declarium {
 
-// The numbers are the registry's.
 enum class ValueType : std::uint32_t {
-  kText = 1,     // REG_SZ
-  kBinary = 3,   // REG_BINARY
-  kInteger = 4,  // REG_DWORD
+  kText = kRegistryText,
+  kBinary = kRegistryBinary,
+  kInteger = kRegistryNumber,
 };
 
 // An empty value, an integer or a text.
@@ -51,19 +52,12 @@ class SettingsStore {
   [[nodiscard]] SettingValue GetValue(std::u16string_view key, std::u16string_view name,
                                       SettingValue default_value) const;
 
- protected:
-  // A value as it is stored: the type's number and the bytes.
-  struct StoredValue {
-    std::uint32_t type = 0;
-    std::string bytes;
-  };
-
  private:
-  [[nodiscard]] virtual std::optional<StoredValue> Read(std::u16string_view key,
-                                                        std::u16string_view name) const = 0;
+  [[nodiscard]] virtual std::optional<RegistryValue> Read(std::u16string_view key,
+                                                          std::u16string_view name) const = 0;
   // The key exists.
   virtual bool Write(std::u16string_view key, std::u16string_view name,
-                     const StoredValue& value) = 0;
+                     const RegistryValue& value) = 0;
 };
 
 }  // namespace declarium

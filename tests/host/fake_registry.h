@@ -6,28 +6,30 @@
 #include <string>
 #include <vector>
 
-#include "host/registry.h"
+#include "text/text.h"
+#include "win32/registry.h"
 
 namespace declarium {
 
 class FakeRegistry final : public Registry {
  public:
-  std::map<std::u16string, RegistryData> values;
-  std::map<std::u16string, RegistryData> wide_values;  // in the 64-bit view in place of those
-  std::vector<std::u16string> emptied;                 // keys that DeleteIfEmpty removed
+  std::map<std::u16string, RegistryValue> values;
+  std::map<std::u16string, RegistryValue> wide_values;  // in the 64-bit view in place of those
+  std::vector<std::u16string> emptied;                  // keys that DeleteIfEmpty removed
   std::optional<RegistryRoot> read_only_root;
   std::optional<RegistryView> hidden_view;  // has no class
 
   [[nodiscard]] std::u16string Text(const std::u16string& name) const {
     const auto found = values.find(name);
-    return found == values.end() ? u"(absent)" : std::get<std::u16string>(found->second);
+    return found == values.end() ? u"(absent)" : TextOf(found->second);
   }
   [[nodiscard]] std::uint32_t Number(const std::u16string& name) const {
-    return std::get<std::uint32_t>(values.at(name));
+    return NumberOf(values.at(name)).value();
   }
 
-  std::optional<RegistryData> Read(RegistryRoot root, std::u16string_view key,
-                                   std::u16string_view name, RegistryView view) const override {
+  std::optional<RegistryValue> Read(RegistryRoot root, std::u16string_view key,
+                                    std::u16string_view name,
+                                    RegistryView view = RegistryView::kOwn) const override {
     if (view == hidden_view) return std::nullopt;
     const auto full_name = KeyName(root, key) + u"|" + std::u16string(name);
     if (view == RegistryView::k64Bit && wide_values.contains(full_name)) {
@@ -48,11 +50,18 @@ class FakeRegistry final : public Registry {
     }
     return names;
   }
+  // %PROGRAMS% is the only variable.
+  std::u16string Expand(std::u16string_view text) const override {
+    return Replace(text, u"%PROGRAMS%", u"C:\\Program Files");
+  }
+  std::expected<void, RegistryError> CreateKey(RegistryRoot, std::u16string_view) override {
+    return {};
+  }
   std::expected<void, RegistryError> Write(RegistryRoot root, std::u16string_view key,
                                            std::u16string_view name,
-                                           const RegistryData& data) override {
+                                           const RegistryValue& value) override {
     if (root == read_only_root) return std::unexpected(RegistryError{root, std::u16string(key), 5});
-    values[KeyName(root, key) + u"|" + std::u16string(name)] = data;
+    values[KeyName(root, key) + u"|" + std::u16string(name)] = value;
     return {};
   }
   std::expected<void, RegistryError> DeleteTree(RegistryRoot root,

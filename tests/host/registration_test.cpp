@@ -54,9 +54,10 @@ TEST(Registration, UnregisteringLeavesNothing) {
 
 TEST(Registration, UnregisteringLeavesOthersAlone) {
   FakeRegistry registry;
-  registry.values[u"HKCU\\Software\\Microsoft\\Visual Basic\\6.0\\Addins\\Other.Connect|X"] = 1u;
-  registry.values[u"HKCU\\Software\\Classes\\Declarium.Connect2|"] = u"another class";
-  registry.values[u"HKCU\\Software\\Classes\\CLSID\\{0}|"] = u"another class";
+  registry.values[u"HKCU\\Software\\Microsoft\\Visual Basic\\6.0\\Addins\\Other.Connect|X"] =
+      NumberValue(1);
+  registry.values[u"HKCU\\Software\\Classes\\Declarium.Connect2|"] = TextValue(u"another class");
+  registry.values[u"HKCU\\Software\\Classes\\CLSID\\{0}|"] = TextValue(u"another class");
   const auto before = registry.values;
   ASSERT_TRUE(RegisterServer(registry, kDeclariumServer, kProgram, RegistrationScope::kUser));
   ASSERT_TRUE(UnregisterServer(registry, kDeclariumServer, RegistrationScope::kUser));
@@ -133,8 +134,8 @@ TEST_F(DoctorTest, MissingProgramIsWrongOnlyInTheEntryThatTheIdeGets) {
   const auto server = [](const char16_t* root) {
     return std::u16string(root) + u"\\Software\\Classes\\CLSID\\" + kClassId + u"\\LocalServer32|";
   };
-  const RegistryData missing = u"\"" + kMissingProgram + u"\"";
-  const RegistryData program = u"\"" + kProgram + u"\"";
+  const auto missing = TextValue(u"\"" + kMissingProgram + u"\"");
+  const auto program = TextValue(u"\"" + kProgram + u"\"");
   const auto verdict = [&](const char16_t* root, RegistryView view) {
     registry_ = {};
     Register(RegistrationScope::kUser);
@@ -155,7 +156,7 @@ TEST_F(DoctorTest, MissingProgramIsWrongOnlyInTheEntryThatTheIdeGets) {
 TEST_F(DoctorTest, ForeignClassBehindTheOneThatTheIdeGetsIsAWarning) {
   Register(RegistrationScope::kUser);
   Register(RegistrationScope::kMachine);
-  registry_.values[u"HKLM\\Software\\Classes\\Declarium.Connect\\CLSID|"] = u"{0}";
+  registry_.values[u"HKLM\\Software\\Classes\\Declarium.Connect\\CLSID|"] = TextValue(u"{0}");
   const auto report = Report();
   EXPECT_TRUE(Has(report, u"warning  HKEY_LOCAL_MACHINE"));
   EXPECT_TRUE(report.ends_with(u"The IDE can load the add-in.\r\n"));
@@ -165,14 +166,22 @@ TEST_F(DoctorTest, AddInDisabledInTheIdeIsWrong) {
   Register(RegistrationScope::kUser);
   registry_.values
       [u"HKCU\\Software\\Microsoft\\Visual Basic\\6.0\\Addins\\Declarium.Connect"
-       u"|LoadBehavior"] = 0u;
+       u"|LoadBehavior"] = NumberValue(0);
   EXPECT_TRUE(Has(Report(), u"LoadBehavior 0: disabled"));
+}
+
+TEST_F(DoctorTest, TheProgramsPathMayNameEnvironmentVariables) {
+  Register(RegistrationScope::kUser);
+  auto path = TextValue(u"\"%PROGRAMS%\\Declarium\\Declarium.exe\"");
+  path.type = kRegistryExpandableText;
+  registry_.values[u"HKCU\\Software\\Classes\\CLSID\\" + kClassId + u"\\LocalServer32|"] = path;
+  EXPECT_TRUE(Has(Report(), u": " + kProgram + u"\r\n"));
 }
 
 TEST_F(DoctorTest, RegistrationOfAnotherUserIsNamed) {
   registry_.values
       [u"HKU\\S-1-5-21\\Software\\Microsoft\\Visual Basic\\6.0\\Addins"
-       u"\\Declarium.Connect|LoadBehavior"] = 1u;
+       u"\\Declarium.Connect|LoadBehavior"] = NumberValue(1);
   EXPECT_TRUE(Has(Report(), u"warning  HKEY_USERS\\S-1-5-21\\"));
 }
 
@@ -185,9 +194,10 @@ TEST_F(DoctorTest, ProgramInTheWideViewOnlyIsAWarning) {
 TEST_F(DoctorTest, AnotherCopyAndAnotherClassAreNamed) {
   Register(RegistrationScope::kUser);
   const std::u16string classes = u"HKCU\\Software\\Classes\\";
-  registry_.values[classes + u"CLSID\\" + kClassId + u"\\LocalServer32|"] = u"\"D:\\a.exe\" /x";
+  registry_.values[classes + u"CLSID\\" + kClassId + u"\\LocalServer32|"] =
+      TextValue(u"\"D:\\a.exe\" /x");
   EXPECT_TRUE(Has(Report(), u"D:\\a.exe is another copy"));
-  registry_.values[classes + u"Declarium.Connect\\CLSID|"] = u"{0}";
+  registry_.values[classes + u"Declarium.Connect\\CLSID|"] = TextValue(u"{0}");
   EXPECT_TRUE(Has(Report(), u"{0} is not this program's class"));
 }
 

@@ -25,6 +25,8 @@ ROW_OF = {folder: row for row, folders in enumerate(ROWS) for folder in folders}
 WINDOWS_HEADERS = re.compile(
     r"^(windows|windowsx|win[a-z]+|commctrl|commdlg|ole2|olectl|oleauto|objbase|ocidl|shellapi|"
     r"shlobj|shlwapi|richedit|unknwn|tlhelp32|uxtheme|dwmapi|tchar|process)\.h$", re.I)
+# What rules on every system may know of win32/.
+FOR_EVERY_SYSTEM = ("win32/registry.h", "win32/registry_value.h")
 INCLUDE = re.compile(r'^\s*#\s*include\s+(?:"([^"]+)"|<([^>]+)>)')
 
 
@@ -56,6 +58,9 @@ def offences(src):
                 continue
             parts = pathlib.PurePosixPath(quoted).parts
             target = parts[0]
+            if target == "win32" and not may_include_windows(path) and (
+                    quoted not in FOR_EVERY_SYSTEM):
+                yield f"{path}:{number}: {quoted} is for Windows alone"
             if target not in ROW_OF:
                 if target not in ("CLI", "nlohmann"):
                     yield f"{path}:{number}: {quoted} is not relative to src/"

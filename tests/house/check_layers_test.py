@@ -37,6 +37,10 @@ class LayerCheck(unittest.TestCase):
         self.assertTrue(self.offences("library/file_io.cpp", "#include <windows.h>\n"))
         self.assertEqual(self.offences("library/file_io_win32.cpp", "#include <windows.h>\n"), [])
 
+    def test_finds_windows_code_outside_its_places(self):
+        self.assertTrue(self.offences("shell/a.h", '#include "win32/unique_handle.h"\n'))
+        self.assertEqual(self.offences("shell/a.h", '#include "win32/registry.h"\n'), [])
+
     def test_finds_platform_conditions(self):
         self.assertTrue(self.offences("text/a.cpp", "#ifdef _WIN32\n"))
 

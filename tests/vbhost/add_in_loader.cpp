@@ -1,13 +1,16 @@
 #include "vbhost/add_in_loader.h"
 
-#include <array>
+#include <optional>
 #include <objbase.h>
+
+#include "win32/system_registry.h"
+#include "win32/wide.h"
 
 namespace declarium::vbhost {
 namespace {
 
-constexpr wchar_t kList[] = L"Software\\Microsoft\\Visual Basic\\6.0\\Addins";
-constexpr DWORD kLoadAtStartup = 1;
+constexpr std::u16string_view kList = u"Software\\Microsoft\\Visual Basic\\6.0\\Addins";
+constexpr std::uint32_t kLoadAtStartup = 1;
 
 constexpr IID kExtensibility = {0x0002E151, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
 constexpr IID kExtensibility2 = {
@@ -29,7 +32,7 @@ VARIANT Number(int number) {
 VARIANT Object(const ComPtr<IDispatch>& object) {
   VARIANT value{};
   value.vt = VT_DISPATCH;
-  value.pdispVal = object.get();
+  value.pdispVal = object.Get();
   return value;
 }
 
@@ -54,28 +57,21 @@ class CustomArray {
 }  // namespace
 
 std::vector<std::u16string> AddInLoader::Listed() {
+  const win32::SystemRegistry registry;
+  const std::u16string list(kList);
   std::vector<std::u16string> listed;
-  HKEY list = nullptr;
-  if (RegOpenKeyExW(HKEY_CURRENT_USER, kList, 0, KEY_READ, &list) != ERROR_SUCCESS) return listed;
-  std::array<wchar_t, 256> name{};
-  for (DWORD i = 0;; ++i) {
-    auto length = static_cast<DWORD>(name.size());
-    if (RegEnumKeyExW(list, i, name.data(), &length, nullptr, nullptr, nullptr, nullptr) !=
-        ERROR_SUCCESS) {
-      break;
-    }
-    DWORD load = 0;
-    DWORD bytes = sizeof load;
-    RegGetValueW(list, name.data(), L"LoadBehavior", RRF_RT_REG_DWORD, nullptr, &load, &bytes);
-    if (load & kLoadAtStartup) listed.push_back(com::Narrow16(name.data()));
+  for (const auto& name : registry.SubKeys(RegistryRoot::kCurrentUser, list)) {
+    const auto behavior =
+        registry.Read(RegistryRoot::kCurrentUser, list + u"\\" + name, u"LoadBehavior");
+    const auto load = behavior ? NumberOf(*behavior) : std::nullopt;
+    if (load.value_or(0) & kLoadAtStartup) listed.push_back(name);
   }
-  RegCloseKey(list);
   return listed;
 }
 
 HRESULT AddInLoader::Connect(const std::u16string& prog_id, EntryInterface entries, int mode) {
   CLSID class_id{};
-  HRESULT status = CLSIDFromProgID(com::Wide(prog_id).c_str(), &class_id);
+  HRESULT status = CLSIDFromProgID(win32::WideString(prog_id).c_str(), &class_id);
   if (FAILED(status)) return status;
   ComPtr<IClassFactory> factory;
   status = CoGetClassObject(class_id, CLSCTX_LOCAL_SERVER, nullptr, IID_IClassFactory,
@@ -114,18 +110,16 @@ HRESULT AddInLoader::Disconnect(const std::u16string& prog_id, int mode) {
 
 HRESULT RegisterEntryInterfaces(bool present) {
   // The system's own proxy for interfaces that are called by Invoke only.
-  constexpr wchar_t kDispatchProxy[] = L"{00020420-0000-0000-C000-000000000046}";
-  for (const wchar_t* iid :
-       {L"{0002E151-0000-0000-C000-000000000046}", L"{B65AD801-ABAF-11D0-BB8B-00A0C90F2744}"}) {
-    const std::wstring key = std::wstring(L"Software\\Classes\\Interface\\") + iid;
-    LSTATUS status = ERROR_SUCCESS;
-    if (present) {
-      status = RegSetKeyValueW(HKEY_LOCAL_MACHINE, (key + L"\\ProxyStubClsid32").c_str(), nullptr,
-                               REG_SZ, kDispatchProxy, sizeof kDispatchProxy);
-    } else {
-      RegDeleteTreeW(HKEY_LOCAL_MACHINE, key.c_str());
-    }
-    if (status != ERROR_SUCCESS) return HRESULT_FROM_WIN32(static_cast<DWORD>(status));
+  constexpr std::u16string_view kDispatchProxy = u"{00020420-0000-0000-C000-000000000046}";
+  win32::SystemRegistry registry;
+  for (const auto* iid :
+       {u"{0002E151-0000-0000-C000-000000000046}", u"{B65AD801-ABAF-11D0-BB8B-00A0C90F2744}"}) {
+    const auto key = std::u16string(u"Software\\Classes\\Interface\\") + iid;
+    const auto done = present
+                          ? registry.Write(RegistryRoot::kLocalMachine, key + u"\\ProxyStubClsid32",
+                                           u"", TextValue(kDispatchProxy))
+                          : registry.DeleteTree(RegistryRoot::kLocalMachine, key);
+    if (!done && present) return HRESULT_FROM_WIN32(done.error().code);
   }
   return S_OK;
 }

@@ -22,6 +22,7 @@
 #include "support/growth.h"
 #include "support/temporary_folder.h"
 #include "toolkit/win32/toolkit.h"
+#include "win32/system_registry.h"
 #include "window/driven_lists.h"
 #include "window/driven_main_window.h"
 #include "window/live_objects.h"
@@ -114,7 +115,8 @@ class Growth : public testing::Test {
   // Runs `use` in a thread beside the main window's, whose message loop runs in this one meanwhile.
   void Use(const std::function<void()>& use) {
     win32::Win32Toolkit toolkit;
-    RegistryStore store;
+    win32::SystemRegistry registry;
+    RegistryStore store(registry);
     MainWindow window(toolkit, store,
                       {.folder = folder_.path(), .command_line = folder_ / "a.api", .host = {}});
     window.ShowMainWindow();

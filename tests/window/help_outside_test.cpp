@@ -1,5 +1,7 @@
 // F1 and the help menu in the program's windows, with a program in the browser's place.
 #include "text/text.h"
+#include "win32/program.h"
+#include "win32/system_registry.h"
 #include "window/outside_fixture.h"
 
 namespace declarium {
@@ -8,42 +10,34 @@ namespace {
 using namespace window_driver;
 namespace fs = std::filesystem;
 
-constexpr const wchar_t* kPageKind = L"Software\\Classes\\.html";
-constexpr const wchar_t* kPageClass = L"Software\\Classes\\DeclariumTestPage";
-
-std::wstring Value(const std::wstring& key) {
-  wchar_t text[MAX_PATH] = {};
-  DWORD size = sizeof text;
-  RegGetValueW(HKEY_LOCAL_MACHINE, key.c_str(), nullptr, RRF_RT_REG_SZ, nullptr, text, &size);
-  return text;
-}
-
-void SetValue(const std::wstring& key, const std::wstring& text) {
-  RegSetKeyValueW(HKEY_LOCAL_MACHINE, key.c_str(), nullptr, REG_SZ, text.c_str(),
-                  static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
-}
+constexpr std::u16string_view kPageKind = u"Software\\Classes\\.html";
+constexpr std::u16string_view kPageClass = u"Software\\Classes\\DeclariumTestPage";
+constexpr auto kMachine = RegistryRoot::kLocalMachine;
 
 // For as long as it lives pages are shown by the recorder. Wine looks kinds of files up for the
 // machine only.
 class PageRecorder {
  public:
-  PageRecorder() : former_(Value(kPageKind)) {
-    wchar_t self[MAX_PATH] = {};
-    GetModuleFileNameW(nullptr, self, MAX_PATH);
-    const auto recorder = fs::path(self).parent_path() / "page_recorder.exe";
-    SetValue(kPageKind, L"DeclariumTestPage");
-    SetValue(std::wstring(kPageClass) + L"\\shell\\open\\command",
-             L"\"" + recorder.wstring() + L"\" \"%1\"");
+  PageRecorder() : former_(registry_.Read(kMachine, kPageKind, u"").value_or(TextValue(u""))) {
+    const auto recorder = fs::path(win32::ProgramPath()).parent_path() / "page_recorder.exe";
+    SetValue(kPageKind, TextValue(u"DeclariumTestPage"));
+    SetValue(std::u16string(kPageClass) + u"\\shell\\open\\command",
+             TextValue(u"\"" + recorder.u16string() + u"\" \"%1\""));
   }
   PageRecorder(const PageRecorder&) = delete;
   PageRecorder& operator=(const PageRecorder&) = delete;
   ~PageRecorder() {
     SetValue(kPageKind, former_);
-    RegDeleteTreeW(HKEY_LOCAL_MACHINE, kPageClass);
+    EXPECT_TRUE(registry_.DeleteTree(kMachine, kPageClass));
   }
 
  private:
-  std::wstring former_;
+  void SetValue(std::u16string_view key, const RegistryValue& value) {
+    EXPECT_TRUE(registry_.Write(kMachine, key, u"", value));
+  }
+
+  win32::SystemRegistry registry_;
+  RegistryValue former_;
 };
 
 class HelpOutside : public OutsideTest {

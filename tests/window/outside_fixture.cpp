@@ -1,5 +1,7 @@
 #include "window/outside_fixture.h"
 
+#include "win32/program.h"
+
 namespace declarium {
 namespace {
 
@@ -7,10 +9,8 @@ using namespace std::string_literals;
 using namespace window_driver;
 
 std::filesystem::path ProgramUnderTest() {
-  wchar_t path[1024] = L"";
-  GetModuleFileNameW(nullptr, path, 1024);
-  return (std::filesystem::path(path).parent_path() / "../../src/app/Declarium.exe")
-      .lexically_normal();
+  const std::filesystem::path own(win32::ProgramPath());
+  return (own.parent_path() / "../../src/app/Declarium.exe").lexically_normal();
 }
 
 }  // namespace

@@ -11,6 +11,7 @@
 
 #include "shell/registry_store.h"
 #include "support/temporary_folder.h"
+#include "win32/system_registry.h"
 #include "window/driven_lists.h"
 #include "window/driven_main_window.h"
 #include "window/window_driver.h"
@@ -70,7 +71,8 @@ class OutsideTest : public testing::Test {
   void AnswerText(std::u16string_view text) const;
   void Close() const;
 
-  RegistryStore store_;
+  win32::SystemRegistry registry_;
+  RegistryStore store_{registry_};
 
  private:
   window_driver::SettingsPutAway settings_;

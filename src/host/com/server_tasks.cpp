@@ -3,11 +3,12 @@
 #include <algorithm>
 #include <windows.h>
 
-#include "host/com/automation.h"
-#include "host/com/registry_win32.h"
 #include "host/doctor.h"
 #include "text/text.h"
 #include "vb/number.h"
+#include "win32/program.h"
+#include "win32/system_registry.h"
+#include "win32/wide.h"
 
 namespace declarium::com {
 namespace {
@@ -23,7 +24,7 @@ void Print(std::u16string_view text) {
   DWORD mode = 0;
   DWORD written = 0;
   if (GetConsoleMode(output, &mode)) {
-    const std::wstring wide = Wide(text);
+    const std::wstring wide = win32::WideString(text);
     WriteConsoleW(output, wide.data(), static_cast<DWORD>(wide.size()), &written, nullptr);
     return;
   }
@@ -46,8 +47,8 @@ int Report(std::u16string_view done, const std::expected<void, RegistryError>& r
 }
 
 int Diagnose(const Registry& registry, const ServerIdentity& server) {
-  const DoctorFacts facts{ProgramPath(), [](std::u16string_view path) {
-                            return GetFileAttributesW(Wide(path).c_str()) !=
+  const DoctorFacts facts{win32::ProgramPath(), [](std::u16string_view path) {
+                            return GetFileAttributesW(win32::WideString(path).c_str()) !=
                                    INVALID_FILE_ATTRIBUTES;
                           }};
   const auto findings = ExamineRegistration(registry, server, facts);
@@ -58,25 +59,16 @@ int Diagnose(const Registry& registry, const ServerIdentity& server) {
 
 }  // namespace
 
-std::u16string ProgramPath() {
-  std::wstring path(MAX_PATH, L'\0');
-  for (;;) {
-    const DWORD length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
-    if (length < path.size()) return Narrow16(path.substr(0, length));
-    path.resize(path.size() * 2);
-  }
-}
-
 int RunServerTask(const ServerSwitches& switches, const ServerIdentity& server) {
-  const auto registry = SystemRegistry();
+  win32::SystemRegistry registry;
   switch (switches.task) {
     case ServerTask::kRegister:
       return Report(u"registered",
-                    RegisterServer(*registry, server, ProgramPath(), switches.scope));
+                    RegisterServer(registry, server, win32::ProgramPath(), switches.scope));
     case ServerTask::kUnregister:
-      return Report(u"unregistered", UnregisterServer(*registry, server, switches.scope));
+      return Report(u"unregistered", UnregisterServer(registry, server, switches.scope));
     case ServerTask::kDoctor:
-      return Diagnose(*registry, server);
+      return Diagnose(registry, server);
     case ServerTask::kNone:
     case ServerTask::kServe:
       break;

@@ -1,15 +1,10 @@
 // The tasks of an automation server that need no window: registering, unregistering, reporting.
 #pragma once
 
-#include <string>
-
 #include "host/registration.h"
 #include "host/server_switches.h"
 
 namespace declarium::com {
-
-// The full path of the running program.
-[[nodiscard]] std::u16string ProgramPath();
 
 // Does kRegister, kUnregister or kDoctor and says on standard output, or on the console that the
 // program was started from, what happened. Returns the exit status: 0 done or nothing wrong, 1
