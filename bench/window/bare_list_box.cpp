@@ -8,21 +8,24 @@
 #include "bench/window/bare_list_box.h"
 
 #include <vector>
-#include <shellapi.h>
+
+#include "win32/program.h"
+#include "win32/unique_handle.h"
+#include "win32/wide.h"
 
 namespace {
 
 using namespace declarium::bench;
+namespace win32 = declarium::win32;
 
 std::vector<wchar_t> ReadNames(const wchar_t* path) {
-  const HANDLE file =
-      CreateFileW(path, GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
-  if (file == INVALID_HANDLE_VALUE) return {};
-  const DWORD size = GetFileSize(file, nullptr);
+  const win32::UniqueFile file(
+      CreateFileW(path, GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr));
+  if (!file) return {};
+  const DWORD size = GetFileSize(file.Get(), nullptr);
   std::vector<wchar_t> names(size / sizeof(wchar_t));
   DWORD read = 0;
-  ReadFile(file, names.data(), size, &read, nullptr);
-  CloseHandle(file);
+  ReadFile(file.Get(), names.data(), size, &read, nullptr);
   return names;
 }
 
@@ -72,11 +75,9 @@ HWND MakeWindow(HINSTANCE instance) {
 }  // namespace
 
 int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, wchar_t*, int) {
-  int count = 0;
-  wchar_t** const arguments = CommandLineToArgvW(GetCommandLineW(), &count);
-  if (count != 2) return 2;
-  names = ReadNames(arguments[1]);
-  LocalFree(arguments);
+  const auto arguments = win32::ProgramArguments();
+  if (arguments.size() != 1) return 2;
+  names = ReadNames(win32::Wide(arguments[0]));
 
   const HWND window = MakeWindow(instance);
   list = CreateWindowExW(WS_EX_CLIENTEDGE, L"LISTBOX", nullptr,

@@ -1,63 +1,34 @@
 #include <algorithm>
 #include <optional>
-#include <utility>
-#include <windows.h>
 
 #include "library/file_io.h"
 #include "library/temporary_file.h"
+#include "text/text.h"
+#include "win32/system_error.h"
+#include "win32/unique_handle.h"
 
 namespace declarium {
 namespace {
 
 namespace fs = std::filesystem;
 
-// Owns a file handle.
-class FileHandle {
- public:
-  explicit FileHandle(HANDLE handle) noexcept : handle_(handle) {}
-  FileHandle(FileHandle&& other) noexcept
-      : handle_(std::exchange(other.handle_, INVALID_HANDLE_VALUE)) {}
-  FileHandle(const FileHandle&) = delete;
-  FileHandle& operator=(const FileHandle&) = delete;
-  FileHandle& operator=(FileHandle&&) = delete;
-  ~FileHandle() { Close(); }
+using win32::UniqueFile;
 
-  [[nodiscard]] bool IsOpen() const noexcept { return handle_ != INVALID_HANDLE_VALUE; }
-  [[nodiscard]] HANDLE Get() const noexcept { return handle_; }
-  bool Close() noexcept {
-    if (!IsOpen()) return true;
-    // The last error belongs to the failure that led here.
-    const DWORD code = ::GetLastError();
-    const bool closed = ::CloseHandle(std::exchange(handle_, INVALID_HANDLE_VALUE)) != 0;
-    if (closed) ::SetLastError(code);
-    return closed;
-  }
-
- private:
-  HANDLE handle_;
-};
-
-std::string SystemMessage(DWORD code) {
-  wchar_t* text = nullptr;
-  const DWORD length = ::FormatMessageW(
-      FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
-      nullptr, code, 0, reinterpret_cast<wchar_t*>(&text), 0, nullptr);
-  std::wstring message(text, length);
-  ::LocalFree(text);
-  message.erase(message.find_last_not_of(L"\r\n. ") + 1);
-  if (message.empty()) message = L"error " + std::to_wstring(code);
-  return PathText(fs::path(message));
+// Whether the system could close the file; a failure is the last error then.
+bool Close(UniqueFile& file) {
+  return ::CloseHandle(file.Release()) != 0;
 }
 
 std::unexpected<Error> Failed(ErrorKind kind, const fs::path& path, DWORD code) {
-  return std::unexpected(Error{kind, PathText(path), SystemMessage(code), static_cast<int>(code)});
+  return std::unexpected(
+      Error{kind, PathText(path), ToUtf8(win32::SystemErrorText(code)), static_cast<int>(code)});
 }
 
-std::expected<FileHandle, Error> OpenForReading(const fs::path& path) {
-  FileHandle file(::CreateFileW(path.c_str(), GENERIC_READ,
+std::expected<UniqueFile, Error> OpenForReading(const fs::path& path) {
+  UniqueFile file(::CreateFileW(path.c_str(), GENERIC_READ,
                                 FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                                 OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
-  if (!file.IsOpen()) return Failed(ErrorKind::kCannotRead, path, ::GetLastError());
+  if (!file) return Failed(ErrorKind::kCannotRead, path, ::GetLastError());
   return file;
 }
 
@@ -94,9 +65,9 @@ bool Flush(HANDLE file) {
 }
 
 std::expected<void, Error> WriteInPlace(const fs::path& path, std::string_view bytes) {
-  FileHandle file(::CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
+  UniqueFile file(::CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
                                 CREATE_ALWAYS, FILE_ATTRIBUTE_ARCHIVE, nullptr));
-  if (!file.IsOpen() || !WriteFully(file.Get(), bytes) || !Flush(file.Get()) || !file.Close()) {
+  if (!file || !WriteFully(file.Get(), bytes) || !Flush(file.Get()) || !Close(file)) {
     return Failed(ErrorKind::kCannotWrite, path, ::GetLastError());
   }
   return {};
@@ -104,10 +75,10 @@ std::expected<void, Error> WriteInPlace(const fs::path& path, std::string_view b
 
 // Whether somebody has the file open and does not let it be replaced.
 bool IsInUse(const fs::path& path) {
-  const FileHandle file(::CreateFileW(path.c_str(), DELETE,
+  const UniqueFile file(::CreateFileW(path.c_str(), DELETE,
                                       FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                                       nullptr, OPEN_EXISTING, 0, nullptr));
-  return !file.IsOpen() && ::GetLastError() == ERROR_SHARING_VIOLATION;
+  return !file && ::GetLastError() == ERROR_SHARING_VIOLATION;
 }
 
 // Virus scanners and search indexes read a file for a moment, which must not cost the user what is
@@ -147,19 +118,17 @@ class SavingTurn {
  public:
   SavingTurn() : mutex_(::CreateMutexW(nullptr, FALSE, L"Local\\Declarium.Saving")) {
     constexpr DWORD kLongestWait = 5000;  // milliseconds
-    const DWORD outcome =
-        mutex_ == nullptr ? WAIT_FAILED : ::WaitForSingleObject(mutex_, kLongestWait);
+    const DWORD outcome = mutex_ ? ::WaitForSingleObject(mutex_.Get(), kLongestWait) : WAIT_FAILED;
     owned_ = outcome == WAIT_OBJECT_0 || outcome == WAIT_ABANDONED;
   }
   SavingTurn(const SavingTurn&) = delete;
   SavingTurn& operator=(const SavingTurn&) = delete;
   ~SavingTurn() {
-    if (owned_) ::ReleaseMutex(mutex_);
-    if (mutex_ != nullptr) ::CloseHandle(mutex_);
+    if (owned_) ::ReleaseMutex(mutex_.Get());
   }
 
  private:
-  HANDLE mutex_;
+  win32::UniqueKernelObject mutex_;
   bool owned_ = false;
 };
 
@@ -167,19 +136,19 @@ std::expected<void, Error> Replace(const fs::path& path, std::string_view bytes,
   const SavingTurn turn;
   RemoveAbandonedFiles(path.parent_path());
   const auto temporary = TemporaryFileIn(path.parent_path(), ::GetCurrentProcessId());
-  FileHandle file(::CreateFileW(temporary.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+  UniqueFile file(::CreateFileW(temporary.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
                                 FILE_ATTRIBUTE_ARCHIVE, nullptr));
-  if (!file.IsOpen()) {
+  if (!file) {
     const DWORD code = ::GetLastError();
     if (code == ERROR_ACCESS_DENIED || code == ERROR_WRITE_PROTECT) {
       return WriteInPlace(path, bytes);
     }
     return Failed(ErrorKind::kCannotWrite, path, code);
   }
-  if (!WriteFully(file.Get(), bytes) || !Flush(file.Get()) || !file.Close() ||
+  if (!WriteFully(file.Get(), bytes) || !Flush(file.Get()) || !Close(file) ||
       !PutInPlace(temporary, path, replaces)) {
     const DWORD code = ::GetLastError();
-    file.Close();
+    file.Reset();
     ::DeleteFileW(temporary.c_str());
     return Failed(ErrorKind::kCannotWrite, path, code);
   }

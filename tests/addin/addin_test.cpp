@@ -212,10 +212,10 @@ TEST_F(AddInTest, ConnectingAgainLeavesOneButtonAndOneMenuEntry) {
 
 TEST_F(AddInTest, LeavesTheUsersClipboardAsItWas) {
   IdeProcess ide;
-  SetClipboardText(L"what the user copied");
+  SetClipboardText(u"what the user copied");
   Connect(ide);
   EXPECT_EQ(ide.Tell("controls").find("none"), std::string::npos);
-  EXPECT_EQ(ClipboardText(), L"what the user copied");
+  EXPECT_EQ(ClipboardText(), u"what the user copied");
   Disconnect(ide);
 }
 

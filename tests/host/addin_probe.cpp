@@ -12,7 +12,6 @@
 #include <string>
 #include <vector>
 #include <windows.h>
-#include <shellapi.h>
 
 #include "host/com/connect.h"
 #include "host/com/host_calls.h"
@@ -22,6 +21,7 @@
 #include "host/host_sessions.h"
 #include "host/server_switches.h"
 #include "text/text.h"
+#include "win32/program.h"
 
 namespace declarium {
 namespace {
@@ -142,12 +142,7 @@ int Serve() {
 }
 
 int Run() {
-  std::vector<std::u16string> words;
-  int count = 0;
-  wchar_t** arguments = CommandLineToArgvW(GetCommandLineW(), &count);
-  for (int i = 1; i < count; ++i) words.push_back(com::Narrow16(arguments[i]));
-  LocalFree(arguments);
-  const auto switches = ParseServerSwitches(words);
+  const auto switches = ParseServerSwitches(win32::ProgramArguments());
   return switches.task == ServerTask::kServe ? Serve() : com::RunServerTask(switches, kProbe);
 }
 

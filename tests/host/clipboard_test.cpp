@@ -13,14 +13,8 @@
 namespace declarium::com {
 namespace {
 
+using win32::OpenedClipboard;
 using Bytes = std::vector<std::uint8_t>;
-
-Bytes BytesOf(HANDLE memory) {
-  const auto* begin = static_cast<const std::uint8_t*>(GlobalLock(memory));
-  Bytes bytes(begin, begin + GlobalSize(memory));
-  GlobalUnlock(memory);
-  return bytes;
-}
 
 // A window that renders one format only when it is asked for.
 class LateOwner {
@@ -69,7 +63,8 @@ class ClipboardTest : public testing::Test {
           format == CF_METAFILEPICT) {
         continue;
       }
-      if (const HANDLE memory = GetClipboardData(format)) contents[format] = BytesOf(memory);
+      if (const HANDLE memory = GetClipboardData(format))
+        contents[format] = win32::BytesIn(memory).value();
     }
     return contents;
   }
@@ -85,13 +80,11 @@ class ClipboardTest : public testing::Test {
 };
 
 TEST_F(ClipboardTest, TextAndOwnFormatsComeBack) {
-  const std::wstring text = L"Vložiť do";
   {
     const OpenedClipboard clipboard(owner_.window());
     ASSERT_TRUE(static_cast<bool>(clipboard));
     EmptyClipboard();
-    const auto* begin = reinterpret_cast<const std::uint8_t*>(text.c_str());
-    ASSERT_TRUE(PutBytes(CF_UNICODETEXT, {begin, (text.size() + 1) * sizeof(wchar_t)}));
+    ASSERT_TRUE(win32::PutOnClipboard(CF_UNICODETEXT, win32::MemoryWith(u"Vložiť do")));
     ASSERT_TRUE(PutBytes(own_format_, Bytes{1, 2, 3, 0, 5}));
   }
   const auto before = Contents();

@@ -1,41 +1,19 @@
 #include "host/clipboard_text.h"
 
-#include <cstring>
 #include <gtest/gtest.h>
-#include <windows.h>
 
-#include "host/ide_driver.h"
+#include "win32/clipboard.h"
 
 namespace declarium {
-namespace {
 
-// Another program may have it open for a moment.
-void Open() {
-  EXPECT_TRUE(Eventually([] { return OpenClipboard(nullptr) != FALSE; }));
+std::u16string ClipboardText() {
+  return win32::ClipboardText(nullptr);
 }
 
-}  // namespace
-
-std::wstring ClipboardText() {
-  std::wstring text;
-  Open();
-  if (const HANDLE memory = GetClipboardData(CF_UNICODETEXT)) {
-    text = static_cast<const wchar_t*>(GlobalLock(memory));
-    GlobalUnlock(memory);
-  }
-  CloseClipboard();
-  return text;
-}
-
-void SetClipboardText(const std::wstring& text) {
-  Open();
-  EmptyClipboard();
-  const auto bytes = (text.size() + 1) * sizeof(wchar_t);
-  const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, bytes);
-  std::memcpy(GlobalLock(memory), text.c_str(), bytes);
-  GlobalUnlock(memory);
-  SetClipboardData(CF_UNICODETEXT, memory);
-  CloseClipboard();
+void SetClipboardText(std::u16string_view text) {
+  const win32::UniqueWindow owner(CreateWindowExW(0, L"STATIC", nullptr, 0, 0, 0, 0, 0,
+                                                  HWND_MESSAGE, nullptr, nullptr, nullptr));
+  EXPECT_TRUE(win32::SetClipboardText(owner.Get(), text));
 }
 
 }  // namespace declarium

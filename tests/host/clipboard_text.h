@@ -1,13 +1,14 @@
-// The system's clipboard as text, from a program that owns nothing on it.
+// The system's clipboard as text, from a program that keeps no window.
 #pragma once
 
 #include <string>
+#include <string_view>
 
 namespace declarium {
 
 // Empty when there is no text.
-[[nodiscard]] std::wstring ClipboardText();
+[[nodiscard]] std::u16string ClipboardText();
 // Replaces what is there.
-void SetClipboardText(const std::wstring& text);
+void SetClipboardText(std::u16string_view text);
 
 }  // namespace declarium

@@ -81,7 +81,7 @@ TEST_F(ConnectTest, OneTableAnswersEveryInterface) {
   const auto add_in = MakeConnect(context_);
   for (const IID& iid : {IID_IUnknown, IID_IDispatch, kIDTExtensibility, kIDTExtensibility2}) {
     const auto found = add_in.Query<AddInEntries>(iid);
-    EXPECT_EQ(found.get(), add_in.get());
+    EXPECT_EQ(found.Get(), add_in.Get());
   }
   EXPECT_FALSE(add_in.Query<IUnknown>(IID_IPersist));
 }
@@ -93,16 +93,16 @@ TEST_F(ConnectTest, EntriesStandInTheHostsPlaces) {
   const auto add_in = MakeConnect(context_);
   DeafHost host;
   SAFEARRAY* custom = nullptr;
-  EXPECT_EQ(Slot<OnConnection>(add_in.get(), 7)(add_in.get(), &host, 1, nullptr, &custom), S_OK);
+  EXPECT_EQ(Slot<OnConnection>(add_in.Get(), 7)(add_in.Get(), &host, 1, nullptr, &custom), S_OK);
   EXPECT_EQ(record_.Count("load"), 1);
   EXPECT_GT(host.calls, 0);
   // Nothing but the connection and the disconnection does work.
   const auto before = record_.entries.size();
   for (const int slot : {9, 10, 11}) {
-    EXPECT_EQ(Slot<Other>(add_in.get(), slot)(add_in.get(), &custom), S_OK);
+    EXPECT_EQ(Slot<Other>(add_in.Get(), slot)(add_in.Get(), &custom), S_OK);
   }
   EXPECT_EQ(record_.entries.size(), before);
-  EXPECT_EQ(Slot<OnDisconnection>(add_in.get(), 8)(add_in.get(), 1, &custom), S_OK);
+  EXPECT_EQ(Slot<OnDisconnection>(add_in.Get(), 8)(add_in.Get(), 1, &custom), S_OK);
   EXPECT_EQ(record_.Count("unload"), 1);
   EXPECT_EQ(host.references, 1u) << "a reference to the host is kept";
 }
@@ -191,7 +191,7 @@ TEST_F(ConnectTest, ProcessEndsWithItsLastHold) {
 TEST_F(ConnectTest, FactoryMakesNoPartsOfOtherObjects) {
   const auto factory = MakeConnectFactory(context_);
   void* object = &object;
-  EXPECT_EQ(factory->CreateInstance(factory.get(), IID_IUnknown, &object), CLASS_E_NOAGGREGATION);
+  EXPECT_EQ(factory->CreateInstance(factory.Get(), IID_IUnknown, &object), CLASS_E_NOAGGREGATION);
   EXPECT_EQ(object, nullptr);
 }
 

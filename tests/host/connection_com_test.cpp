@@ -64,19 +64,19 @@ TEST_F(Connection, ConnectingAgainLeavesOneButtonAndOneEntry) {
 
 TEST_F(Connection, LeavesTheUsersClipboardAsItWas) {
   IdeProcess ide;
-  SetClipboardText(L"what the user copied");
+  SetClipboardText(u"what the user copied");
   ASSERT_EQ(ide.Tell(kConnect), "ok");
   EXPECT_EQ(ide.Tell("controls").find("none"), std::string::npos);
-  EXPECT_EQ(ClipboardText(), L"what the user copied");
+  EXPECT_EQ(ClipboardText(), u"what the user copied");
   ASSERT_EQ(ide.Tell(kDisconnect), "ok");
 }
 
 TEST_F(Connection, FailureWhilePlacingControlsLeavesThePictureOnTheClipboard) {
   IdeProcess ide;
-  SetClipboardText(L"what the user copied");
+  SetClipboardText(u"what the user copied");
   ASSERT_EQ(ide.Tell("fail-member Caption 80004005"), "ok");
   ASSERT_EQ(ide.Tell(kConnect), "ok");
-  EXPECT_EQ(ClipboardText(), L"");
+  EXPECT_EQ(ClipboardText(), u"");
   EXPECT_TRUE(IsClipboardFormatAvailable(CF_DIB));
   ASSERT_EQ(ide.Tell(kDisconnect), "ok");
 }

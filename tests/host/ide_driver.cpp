@@ -5,22 +5,30 @@
 #include <fstream>
 #include <iterator>
 #include <thread>
+#include <utility>
+
+#include "win32/program.h"
 
 namespace declarium {
 namespace {
 
 constexpr auto kLimit = std::chrono::seconds(20);
 
+using win32::UniqueKernelObject;
+
+// Both ends; the one that `kept` names stays with this process, the other is for the started one.
 struct Pipe {
-  HANDLE read = nullptr;
-  HANDLE write = nullptr;
-  Pipe() {
+  UniqueKernelObject read;
+  UniqueKernelObject write;
+
+  explicit Pipe(UniqueKernelObject Pipe::* kept) {
     SECURITY_ATTRIBUTES inheritable{sizeof inheritable, nullptr, TRUE};
-    CreatePipe(&read, &write, &inheritable, 0);
+    CreatePipe(read.Receive(), write.Receive(), &inheritable, 0);
+    SetHandleInformation((this->*kept).Get(), HANDLE_FLAG_INHERIT, 0);
   }
 };
 
-HANDLE Start(std::wstring command_line, HANDLE input, HANDLE output) {
+UniqueKernelObject Start(std::wstring command_line, HANDLE input, HANDLE output) {
   STARTUPINFOW startup{};
   startup.cb = sizeof startup;
   startup.dwFlags = STARTF_USESTDHANDLES;
@@ -30,36 +38,32 @@ HANDLE Start(std::wstring command_line, HANDLE input, HANDLE output) {
   PROCESS_INFORMATION process{};
   if (!CreateProcessW(nullptr, command_line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr,
                       &startup, &process)) {
-    return nullptr;
+    return {};
   }
   CloseHandle(process.hThread);
-  return process.hProcess;
+  return UniqueKernelObject(process.hProcess);
 }
 
 }  // namespace
 
 std::filesystem::path Beside(const std::filesystem::path& program) {
-  wchar_t path[1024] = L"";
-  GetModuleFileNameW(nullptr, path, 1024);
-  return (std::filesystem::path(path).parent_path() / program).lexically_normal();
+  const std::filesystem::path own(win32::ProgramPath());
+  return (own.parent_path() / program).lexically_normal();
 }
 
 int RunProgram(const std::wstring& command_line, std::string& output) {
-  Pipe pipe;
-  SetHandleInformation(pipe.read, HANDLE_FLAG_INHERIT, 0);
-  HANDLE process = Start(command_line, nullptr, pipe.write);
-  CloseHandle(pipe.write);
+  Pipe pipe(&Pipe::read);
+  const auto process = Start(command_line, nullptr, pipe.write.Get());
+  pipe.write.Reset();
   char buffer[512];
   DWORD read = 0;
-  while (process && ReadFile(pipe.read, buffer, sizeof buffer, &read, nullptr) && read > 0) {
+  while (process && ReadFile(pipe.read.Get(), buffer, sizeof buffer, &read, nullptr) && read > 0) {
     output.append(buffer, read);
   }
-  CloseHandle(pipe.read);
   DWORD status = static_cast<DWORD>(-1);
   if (process) {
-    WaitForSingleObject(process, 20000);
-    GetExitCodeProcess(process, &status);
-    CloseHandle(process);
+    WaitForSingleObject(process.Get(), 20000);
+    GetExitCodeProcess(process.Get(), &status);
   }
   return static_cast<int>(status);
 }
@@ -74,34 +78,27 @@ bool Eventually(const std::function<bool()>& condition) {
 }
 
 IdeProcess::IdeProcess() {
-  Pipe input;
-  Pipe output;
-  SetHandleInformation(input.write, HANDLE_FLAG_INHERIT, 0);
-  SetHandleInformation(output.read, HANDLE_FLAG_INHERIT, 0);
-  process_ =
-      Start(L"\"" + Beside(L"../vbhost/vbhost.exe").wstring() + L"\"", input.read, output.write);
-  CloseHandle(input.read);
-  CloseHandle(output.write);
-  input_ = input.write;
-  output_ = output.read;
+  Pipe input(&Pipe::write);
+  Pipe output(&Pipe::read);
+  process_ = Start(L"\"" + Beside(L"../vbhost/vbhost.exe").wstring() + L"\"", input.read.Get(),
+                   output.write.Get());
+  input_ = std::move(input.write);
+  output_ = std::move(output.read);
 }
 
 IdeProcess::~IdeProcess() {
   Kill();
-  CloseHandle(input_);
-  CloseHandle(output_);
-  CloseHandle(process_);
 }
 
 void IdeProcess::Kill() {
-  TerminateProcess(process_, 3);
-  WaitForSingleObject(process_, 10000);
+  TerminateProcess(process_.Get(), 3);
+  WaitForSingleObject(process_.Get(), 10000);
 }
 
 void IdeProcess::Send(const std::string& line) {
   const std::string bytes = line + "\n";
   DWORD written = 0;
-  WriteFile(input_, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
+  WriteFile(input_.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
 }
 
 std::string IdeProcess::Answer() {
@@ -114,15 +111,15 @@ std::string IdeProcess::Answer() {
       return line;
     }
     DWORD available = 0;
-    if (!PeekNamedPipe(output_, nullptr, 0, nullptr, &available, nullptr)) return "dead";
+    if (!PeekNamedPipe(output_.Get(), nullptr, 0, nullptr, &available, nullptr)) return "dead";
     if (available > 0) {
       std::string bytes(available, '\0');
       DWORD read = 0;
-      ReadFile(output_, bytes.data(), available, &read, nullptr);
+      ReadFile(output_.Get(), bytes.data(), available, &read, nullptr);
       unread_.append(bytes, 0, read);
       continue;
     }
-    if (WaitForSingleObject(process_, 0) == WAIT_OBJECT_0) return "dead";
+    if (WaitForSingleObject(process_.Get(), 0) == WAIT_OBJECT_0) return "dead";
     if (std::chrono::steady_clock::now() > end) return "no answer";
     std::this_thread::sleep_for(std::chrono::milliseconds(1));
   }

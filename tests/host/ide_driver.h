@@ -7,6 +7,8 @@
 #include <vector>
 #include <windows.h>
 
+#include "win32/unique_handle.h"
+
 namespace declarium {
 
 // A program beside the test's own, for example L"../vbhost/vbhost.exe".
@@ -38,9 +40,9 @@ class IdeProcess {
   void Kill();
 
  private:
-  HANDLE process_ = nullptr;
-  HANDLE input_ = nullptr;   // what the IDE reads
-  HANDLE output_ = nullptr;  // what the IDE writes
+  win32::UniqueKernelObject process_;
+  win32::UniqueKernelObject input_;   // what the IDE reads
+  win32::UniqueKernelObject output_;  // what the IDE writes
   std::string unread_;
 };
 

@@ -6,28 +6,30 @@
 
 #include "library/file_io.h"
 #include "support/temporary_folder.h"
+#include "win32/unique_handle.h"
 
 namespace declarium {
 namespace {
 
 namespace fs = std::filesystem;
+using win32::UniqueFile;
 
 // Opens a file as most programs do to read it: nobody may delete or replace it meanwhile.
-HANDLE OpenAsAReader(const fs::path& path) {
-  return ::CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                       OPEN_EXISTING, 0, nullptr);
+UniqueFile OpenAsAReader(const fs::path& path) {
+  return UniqueFile(::CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                  nullptr, OPEN_EXISTING, 0, nullptr));
 }
 
 TEST(WriteWholeFile, KeepsABegunFileThatItsSaverHolds) {
   const TemporaryFolder folder;
   const auto begun = folder.Put(".declarium-1.2.tmp", "begun");
   fs::last_write_time(begun, fs::file_time_type::clock::now() - std::chrono::hours(1));
-  const HANDLE held =
-      ::CreateFileW(begun.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
-  ASSERT_NE(held, INVALID_HANDLE_VALUE);
+  UniqueFile held(
+      ::CreateFileW(begun.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+  ASSERT_TRUE(held);
   EXPECT_TRUE(WriteWholeFile(folder / "a.api", "new"));
   EXPECT_TRUE(fs::exists(begun));
-  ::CloseHandle(held);
+  held.Reset();
   EXPECT_TRUE(WriteWholeFile(folder / "a.api", "newer"));
   EXPECT_FALSE(fs::exists(begun));
 }
@@ -35,14 +37,14 @@ TEST(WriteWholeFile, KeepsABegunFileThatItsSaverHolds) {
 TEST(WriteWholeFile, WaitsForAReaderThatIsGoneInAMoment) {
   const TemporaryFolder folder;
   const auto path = folder.Put("a.api", "old");
-  const HANDLE reader = OpenAsAReader(path);
-  ASSERT_NE(reader, INVALID_HANDLE_VALUE);
+  UniqueFile reader = OpenAsAReader(path);
+  ASSERT_TRUE(reader);
   std::thread leaves([&] {
     // Until the new content is there and only has to take the old one's place.
     const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
     while (folder.CountFiles() < 2 && std::chrono::steady_clock::now() < end) ::Sleep(1);
     ::Sleep(50);
-    ::CloseHandle(reader);
+    reader.Reset();
   });
   const auto written = WriteWholeFile(path, "new");
   leaves.join();
@@ -54,10 +56,10 @@ TEST(WriteWholeFile, WaitsForAReaderThatIsGoneInAMoment) {
 TEST(WriteWholeFile, AFileThatStaysOpenIsAnErrorAndStays) {
   const TemporaryFolder folder;
   const auto path = folder.Put("a.api", "old");
-  const HANDLE reader = OpenAsAReader(path);
-  ASSERT_NE(reader, INVALID_HANDLE_VALUE);
+  UniqueFile reader = OpenAsAReader(path);
+  ASSERT_TRUE(reader);
   const auto written = WriteWholeFile(path, "new");
-  ::CloseHandle(reader);
+  reader.Reset();
   ASSERT_FALSE(written);
   EXPECT_EQ(written.error().kind, ErrorKind::kCannotWrite);
   EXPECT_EQ(written.error().system_code, ERROR_SHARING_VIOLATION);

@@ -9,7 +9,6 @@
 #include "toolkit/list_view.h"
 #include "toolkit/progress_bar.h"
 #include "toolkit/rich_text.h"
-#include "toolkit/win32/clipboard.h"
 #include "toolkit/win32/dpi.h"
 #include "toolkit/win32/form.h"
 #include "toolkit/win32/scale.h"
@@ -212,27 +211,6 @@ TEST_F(Win32Window, TheClipboardsTextHasAnOwnerInThisProgram) {
   const HWND owner = GetClipboardOwner();
   ASSERT_NE(owner, nullptr);
   EXPECT_EQ(GetWindowThreadProcessId(owner, nullptr), GetCurrentThreadId());
-}
-
-TEST(ClipboardMemory, TextIsReadNoFurtherThanItsMemory) {
-  const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, 64);
-  const std::size_t units = GlobalSize(memory) / sizeof(char16_t);
-  auto* text = static_cast<char16_t*>(GlobalLock(memory));
-  std::fill_n(text, units, u'x');
-  EXPECT_EQ(TextIn(memory), std::u16string(units, u'x'));
-  text[3] = u'\0';
-  EXPECT_EQ(TextIn(memory), u"xxx");
-  GlobalUnlock(memory);
-  GlobalFree(memory);
-}
-
-TEST(ClipboardMemory, TextIsGivenBackAsItWas) {
-  for (const std::u16string_view text :
-       {std::u16string_view(), std::u16string_view(u"Const Žltý = 1\r\n")}) {
-    const HGLOBAL memory = MemoryWith(text);
-    EXPECT_EQ(TextIn(memory), text);
-    GlobalFree(memory);
-  }
 }
 
 // Black windows with white text as long as it lives.

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "win32/wide.h"
+
 namespace declarium::vbhost {
 namespace {
 
@@ -41,7 +43,7 @@ void DrawFace(HDC device, int x, int y, const Control& control) {
 }
 
 void DrawLine(HDC device, int x, int y, std::u16string_view text) {
-  const std::wstring wide = com::Wide(text);
+  const std::wstring wide = win32::WideString(text);
   TEXTMETRICW metrics{};
   GetTextMetricsW(device, &metrics);
   const int tab = 4 * static_cast<int>(metrics.tmAveCharWidth);
@@ -89,7 +91,7 @@ void IdeWindow::RebuildMenu() {
   const auto* bar = BarNamed(u"Add-Ins");
   UINT_PTR id = kFirstEntry;
   for (const auto& control : bar->controls) {
-    AppendMenuW(add_ins_menu_, MF_STRING, id++, com::Wide(control->caption).c_str());
+    AppendMenuW(add_ins_menu_, MF_STRING, id++, win32::WideString(control->caption).c_str());
   }
   DrawMenuBar(window_);
 }

@@ -3,7 +3,7 @@
 #include <ocidl.h>
 
 #include "host/com/com_object.h"
-#include "host/com/com_ptr.h"
+#include "win32/com_ptr.h"
 
 namespace declarium::vbhost {
 namespace {
@@ -22,7 +22,7 @@ void KeepInterfacesInUse() {
     com::ComPtr<IStream> reference;
     if (FAILED(CreateStreamOnHGlobal(nullptr, TRUE, reference.Receive()))) continue;
     // A reference of this sort holds its object until it is given back, which nobody does.
-    CoMarshalInterface(reference.get(), iid, object.get(), MSHCTX_LOCAL, nullptr,
+    CoMarshalInterface(reference.Get(), iid, object.Get(), MSHCTX_LOCAL, nullptr,
                        MSHLFLAGS_TABLESTRONG);
   }
 }

@@ -114,7 +114,7 @@ int Run() {
     Commands commands(ide, model, loader, [] { PostQuitMessage(0); });
     commands_in_use = &commands;
     const auto filter = com::ComPtr<IMessageFilter>::Attach(new HostFilter(ide.policy));
-    CoRegisterMessageFilter(filter.get(), nullptr);
+    CoRegisterMessageFilter(filter.Get(), nullptr);
     ShowWindow(window.handle(), SW_SHOWNOACTIVATE);
     std::thread(ReadLines, std::ref(queue), window.handle()).detach();
     MSG message{};

@@ -4,6 +4,7 @@
 #include <olectl.h>
 
 #include "text/text.h"
+#include "win32/wide.h"
 
 namespace declarium::vbhost {
 
@@ -76,7 +77,7 @@ STDMETHODIMP ModelObject::Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS
   const ComPtr<IDispatch> self(this);
   const auto found = members_.find(id);
   const std::string member_name =
-      found == members_.end() ? std::to_string(id) : ToUtf8(com::Narrow16(found->second.name));
+      found == members_.end() ? std::to_string(id) : ToUtf8(win32::FromWide(found->second.name));
   if (const HRESULT status = policy_.Enter(name_ + "." + member_name); status != S_OK)
     return status;
   if (found == members_.end()) return DISP_E_MEMBERNOTFOUND;

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "text/text.h"
+#include "win32/clipboard.h"
 
 namespace declarium::vbhost {
 namespace {
@@ -28,7 +29,7 @@ HRESULT Answer(Call& call, std::u16string_view text) {
 }
 
 HRESULT Answer(Call& call, const ComPtr<IDispatch>& object) {
-  call.result = Variant(object.get());
+  call.result = Variant(object.Get());
   return S_OK;
 }
 
@@ -59,12 +60,7 @@ std::shared_ptr<T> ItemOf(const std::vector<std::shared_ptr<T>>& all, const Vari
 }
 
 std::vector<std::uint8_t> ClipboardBytes(UINT format) {
-  const HANDLE memory = GetClipboardData(format);
-  if (!memory) return {};
-  const auto* begin = static_cast<const std::uint8_t*>(GlobalLock(memory));
-  std::vector<std::uint8_t> bytes(begin, begin + GlobalSize(memory));
-  GlobalUnlock(memory);
-  return bytes;
+  return win32::BytesIn(GetClipboardData(format)).value_or(std::vector<std::uint8_t>());
 }
 
 }  // namespace
@@ -168,11 +164,11 @@ ComPtr<IDispatch> ObjectModel::ControlsOf(const std::shared_ptr<Bar>& bar) {
 }
 
 HRESULT ObjectModel::PasteFace(Control& control) {
-  if (!OpenClipboard(ide_.window)) return E_FAIL;
+  const win32::OpenedClipboard clipboard(ide_.window);
+  if (!clipboard) return E_FAIL;
   auto face = ClipboardBytes(RegisterClipboardFormatW(L"Toolbar Button Face"));
   auto mask = ClipboardBytes(RegisterClipboardFormatW(L"Toolbar Button Mask"));
   const bool has_bitmap = IsClipboardFormatAvailable(CF_DIB) != FALSE;
-  CloseClipboard();
   if (!has_bitmap || face.empty() || mask.empty()) return E_FAIL;
   control.face = std::move(face);
   control.mask = std::move(mask);
@@ -218,7 +214,7 @@ ComPtr<IDispatch> ObjectModel::Events() {
     object.Add(201, L"VBComponentsEvents", Access::kGet, 1, 1, [this](Call& c) {
       const auto asked = c.arguments[0].ToObject();
       for (const auto& project : ide_.projects) {
-        if (Of(project).get() != asked.get()) continue;
+        if (Of(project).Get() != asked.Get()) continue;
         return Answer(c, Source("VBComponentsEvents", kComponentEvents, project->component_events));
       }
       return E_INVALIDARG;
@@ -227,7 +223,7 @@ ComPtr<IDispatch> ObjectModel::Events() {
       const auto asked = c.arguments[0].ToObject();
       for (const auto& bar : ide_.bars) {
         for (const auto& control : bar->controls) {
-          if (Of(control).get() != asked.get()) continue;
+          if (Of(control).Get() != asked.Get()) continue;
           return Answer(c, Source("CommandBarEvents", kClickEvents, control->clicks));
         }
       }
@@ -374,7 +370,7 @@ HRESULT ObjectModel::FireClick(const std::shared_ptr<Control>& control) {
   VARIANT_BOOL cancel_default = VARIANT_FALSE;
   std::vector<VARIANT> arguments(3);
   arguments[0].vt = VT_DISPATCH;
-  arguments[0].pdispVal = object.get();
+  arguments[0].pdispVal = object.Get();
   arguments[1].vt = VT_BYREF | VT_BOOL;
   arguments[1].pboolVal = &handled;
   arguments[2].vt = VT_BYREF | VT_BOOL;
@@ -386,7 +382,7 @@ HRESULT ObjectModel::FireProject(DISPID event, const std::shared_ptr<Project>& p
   const auto object = Of(project);
   std::vector<VARIANT> arguments(1);
   arguments[0].vt = VT_DISPATCH;
-  arguments[0].pdispVal = object.get();
+  arguments[0].pdispVal = object.Get();
   return ide_.project_events->Fire(event, arguments);
 }
 
@@ -396,7 +392,7 @@ HRESULT ObjectModel::FireComponent(DISPID event, const std::shared_ptr<Component
   const auto object = Of(component);
   std::vector<VARIANT> arguments(1);
   arguments[0].vt = VT_DISPATCH;
-  arguments[0].pdispVal = object.get();
+  arguments[0].pdispVal = object.Get();
   return project->component_events->Fire(event, arguments);
 }
 

@@ -5,6 +5,8 @@
 #include <windows.h>
 #include <psapi.h>
 
+#include "win32/unique_handle.h"
+
 namespace declarium::vbhost {
 namespace {
 
@@ -53,10 +55,10 @@ long long HandleCountOf(DWORD process) {
 }
 
 long long MemoryOf(DWORD process) {
-  const HANDLE opened = OpenProcess(PROCESS_QUERY_INFORMATION | PROCESS_VM_READ, FALSE, process);
+  const win32::UniqueKernelObject opened(
+      OpenProcess(PROCESS_QUERY_INFORMATION | PROCESS_VM_READ, FALSE, process));
   PROCESS_MEMORY_COUNTERS counters{};
-  GetProcessMemoryInfo(opened, &counters, sizeof counters);
-  CloseHandle(opened);
+  GetProcessMemoryInfo(opened.Get(), &counters, sizeof counters);
   return static_cast<long long>(counters.PagefileUsage);
 }
 

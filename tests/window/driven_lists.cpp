@@ -6,6 +6,7 @@
 // after windows.h
 #include <commctrl.h>
 
+#include "win32/unique_handle.h"
 #include "window/window_driver.h"
 
 namespace declarium::window_driver {
@@ -19,17 +20,15 @@ class ValueThere {
   ValueThere(HWND window, const Value& value) {
     DWORD id = 0;
     GetWindowThreadProcessId(window, &id);
-    process_ = OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, id);
-    place_ = VirtualAllocEx(process_, nullptr, sizeof(Value), MEM_COMMIT, PAGE_READWRITE);
+    process_.Reset(
+        OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, id));
+    place_ = VirtualAllocEx(process_.Get(), nullptr, sizeof(Value), MEM_COMMIT, PAGE_READWRITE);
     if (!place_) throw std::runtime_error("no memory in the driven program");
     Write(value);
   }
   ValueThere(const ValueThere&) = delete;
   ValueThere& operator=(const ValueThere&) = delete;
-  ~ValueThere() {
-    VirtualFreeEx(process_, place_, 0, MEM_RELEASE);
-    CloseHandle(process_);
-  }
+  ~ValueThere() { VirtualFreeEx(process_.Get(), place_, 0, MEM_RELEASE); }
 
   [[nodiscard]] LPARAM Parameter() const { return reinterpret_cast<LPARAM>(place_); }
   // The address of a member there.
@@ -38,16 +37,16 @@ class ValueThere {
     return reinterpret_cast<Member*>(static_cast<char*>(place_) + offset);
   }
   void Write(const Value& value) {
-    WriteProcessMemory(process_, place_, &value, sizeof value, nullptr);
+    WriteProcessMemory(process_.Get(), place_, &value, sizeof value, nullptr);
   }
   [[nodiscard]] Value Read() const {
     Value value{};
-    ReadProcessMemory(process_, place_, &value, sizeof value, nullptr);
+    ReadProcessMemory(process_.Get(), place_, &value, sizeof value, nullptr);
     return value;
   }
 
  private:
-  HANDLE process_ = nullptr;
+  win32::UniqueKernelObject process_;
   void* place_ = nullptr;
 };
 

@@ -7,6 +7,8 @@
 #include "shell/ui/main_form.h"
 #include "text/text.h"
 #include "toolkit/win32/menu.h"
+#include "win32/clipboard.h"
+#include "win32/wide.h"
 #include "window/driven_lists.h"
 
 namespace declarium::window_driver {
@@ -31,24 +33,20 @@ constexpr const wchar_t* kPutAway = L"Software\\Brindlework\\Declarium under tes
 constexpr const wchar_t* kSettings = L"settings";  // below it, when there were any
 
 std::wstring SettingsKey() {
-  return {kSettingsKey.begin(), kSettingsKey.end()};
+  return win32::WideString(kSettingsKey);
 }
 
 bool KeyExists(const std::wstring& path) {
-  HKEY key = nullptr;
-  if (RegOpenKeyExW(HKEY_CURRENT_USER, path.c_str(), 0, KEY_READ, &key) != ERROR_SUCCESS) {
-    return false;
-  }
-  RegCloseKey(key);
-  return true;
+  win32::UniqueRegistryKey key;
+  return RegOpenKeyExW(HKEY_CURRENT_USER, path.c_str(), 0, KEY_READ, key.Receive()) ==
+         ERROR_SUCCESS;
 }
 
 // Makes `to` with all that `from` holds, which may be missing.
 bool CopyKey(const std::wstring& from, const std::wstring& to) {
-  HKEY copy = nullptr;
-  if (RegCreateKeyW(HKEY_CURRENT_USER, to.c_str(), &copy) != ERROR_SUCCESS) return false;
-  const LSTATUS status = RegCopyTreeW(HKEY_CURRENT_USER, from.c_str(), copy);
-  RegCloseKey(copy);
+  win32::UniqueRegistryKey copy;
+  if (RegCreateKeyW(HKEY_CURRENT_USER, to.c_str(), copy.Receive()) != ERROR_SUCCESS) return false;
+  const LSTATUS status = RegCopyTreeW(HKEY_CURRENT_USER, from.c_str(), copy.Get());
   return status == ERROR_SUCCESS || status == ERROR_FILE_NOT_FOUND;
 }
 
@@ -184,14 +182,7 @@ SettingsPutAway::~SettingsPutAway() {
 }
 
 std::u16string ClipboardText() {
-  if (!OpenClipboard(nullptr)) return {};
-  std::u16string text;
-  if (const HANDLE data = GetClipboardData(CF_UNICODETEXT)) {
-    if (const void* units = GlobalLock(data)) text = static_cast<const char16_t*>(units);
-    GlobalUnlock(data);
-  }
-  CloseClipboard();
-  return text;
+  return win32::ClipboardText(nullptr);
 }
 
 }  // namespace declarium::window_driver

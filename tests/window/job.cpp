@@ -2,9 +2,8 @@
 
 #include <exception>
 #include <iostream>
-#include <windows.h>
-#include <shellapi.h>
 
+#include "win32/program.h"
 #include "window/driven_main_window.h"
 
 namespace declarium::window_driver {
@@ -12,16 +11,14 @@ namespace declarium::window_driver {
 int RunJob(const std::string& name, const std::string& usage,
            const std::function<void(const std::filesystem::path& program,
                                     const std::u16string& operand)>& job) {
-  int count = 0;
-  wchar_t** const words = CommandLineToArgvW(GetCommandLineW(), &count);
-  if (count != 3) {
+  const auto operands = win32::ProgramArguments();
+  if (operands.size() != 2) {
     std::cerr << "usage: " << name << ' ' << usage << '\n';
     return 2;
   }
   try {
     const SettingsPutAway settings;
-    const std::wstring operand = words[2];
-    job(words[1], {operand.begin(), operand.end()});
+    job(operands[0], operands[1]);
   } catch (const std::exception& failure) {
     std::cerr << name << ": " << failure.what() << std::endl;
     return 1;

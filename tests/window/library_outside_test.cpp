@@ -147,12 +147,12 @@ TEST_F(LibraryOutside, AWriteProtectedFileIsReportedAndKept) {
 
 TEST_F(LibraryOutside, AFileThatAnotherProgramKeepsIsReportedAndKept) {
   DeleteB();
-  const HANDLE kept = CreateFileW(FileAt("win.api").c_str(), GENERIC_READ | GENERIC_WRITE, 0,
-                                  nullptr, OPEN_EXISTING, 0, nullptr);
-  ASSERT_NE(kept, INVALID_HANDLE_VALUE);
+  win32::UniqueFile kept(CreateFileW(FileAt("win.api").c_str(), GENERIC_READ | GENERIC_WRITE, 0,
+                                     nullptr, OPEN_EXISTING, 0, nullptr));
+  ASSERT_TRUE(kept);
   ChooseMenu("mnuSave");
   AnswerMessage(u"Chyba pri zápise do súboru.", IDOK);
-  CloseHandle(kept);
+  kept.Reset();
   EXPECT_EQ(BytesOf("win.api"), WinLibrary());
 }
 
@@ -202,10 +202,9 @@ class ReadOnlyView {
 
   [[nodiscard]] bool IsReadOnly() const {
     const auto probe = folder_ / "probe";
-    const HANDLE file = CreateFileW(probe.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
-                                    FILE_FLAG_DELETE_ON_CLOSE, nullptr);
-    if (file != INVALID_HANDLE_VALUE) CloseHandle(file);
-    return file == INVALID_HANDLE_VALUE;
+    const win32::UniqueFile file(CreateFileW(probe.c_str(), GENERIC_WRITE, 0, nullptr,
+                                             CREATE_ALWAYS, FILE_FLAG_DELETE_ON_CLOSE, nullptr));
+    return !file;
   }
 
   std::filesystem::path folder_;

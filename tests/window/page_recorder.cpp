@@ -3,12 +3,12 @@
 #include <filesystem>
 #include <fstream>
 #include <windows.h>
-#include <shellapi.h>
+
+#include "win32/program.h"
 
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, wchar_t*, int) {
-  int count = 0;
-  wchar_t** const words = CommandLineToArgvW(GetCommandLineW(), &count);
-  if (count != 2) return 2;
-  std::ofstream(std::filesystem::path(words[1]).concat(".shown")) << "shown";
+  const auto words = declarium::win32::ProgramArguments();
+  if (words.size() != 1) return 2;
+  std::ofstream(std::filesystem::path(words[0]).concat(".shown")) << "shown";
   return 0;
 }

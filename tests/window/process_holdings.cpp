@@ -7,6 +7,8 @@
 #include <winternl.h>
 #include <psapi.h>
 
+#include "win32/unique_handle.h"
+
 namespace declarium::window_driver {
 namespace {
 
@@ -71,11 +73,10 @@ long long Memory(HANDLE process) {
 }  // namespace
 
 Holdings HoldingsOf(DWORD id) {
-  const HANDLE process = OpenProcess(PROCESS_QUERY_INFORMATION | PROCESS_VM_READ, FALSE, id);
+  const win32::UniqueKernelObject process(
+      OpenProcess(PROCESS_QUERY_INFORMATION | PROCESS_VM_READ, FALSE, id));
   if (!process) throw std::runtime_error("the process cannot be looked into");
-  const Holdings holdings{GdiObjects(process), UserHandles(), Memory(process)};
-  CloseHandle(process);
-  return holdings;
+  return {GdiObjects(process.Get()), UserHandles(), Memory(process.Get())};
 }
 
 }  // namespace declarium::window_driver

@@ -126,14 +126,13 @@ bool IsChecked(HWND box) {
 
 Standstill::Standstill(HWND window)
     : thread_(OpenThread(THREAD_SUSPEND_RESUME, FALSE, GetWindowThreadProcessId(window, nullptr))) {
-  if (!thread_ || SuspendThread(thread_) == static_cast<DWORD>(-1)) {
+  if (!thread_ || SuspendThread(thread_.Get()) == static_cast<DWORD>(-1)) {
     throw std::runtime_error("the program's thread cannot be stopped");
   }
 }
 
 Standstill::~Standstill() {
-  ResumeThread(thread_);
-  CloseHandle(thread_);
+  ResumeThread(thread_.Get());
 }
 
 DrivenProgram::DrivenProgram(const std::filesystem::path& program, const std::wstring& arguments) {
@@ -146,7 +145,7 @@ DrivenProgram::DrivenProgram(const std::filesystem::path& program, const std::ws
     throw std::runtime_error("cannot start " + program.string());
   }
   CloseHandle(process.hThread);
-  process_ = process.hProcess;
+  process_.Reset(process.hProcess);
   id_ = process.dwProcessId;
 }
 
@@ -158,10 +157,9 @@ DrivenProgram::DrivenProgram(DWORD id)
 
 DrivenProgram::~DrivenProgram() {
   if (id_ != GetCurrentProcessId()) {
-    if (Runs()) TerminateProcess(process_, 3);
-    WaitForSingleObject(process_, kAnswerLimit);
+    if (Runs()) TerminateProcess(process_.Get(), 3);
+    WaitForSingleObject(process_.Get(), kAnswerLimit);
   }
-  CloseHandle(process_);
 }
 
 HWND DrivenProgram::FindWindow(const std::function<bool(HWND)>& wanted) const {
@@ -197,13 +195,13 @@ HWND DrivenProgram::Dialog(HWND except) const {
 }
 
 bool DrivenProgram::Runs() const {
-  return WaitForSingleObject(process_, 0) == WAIT_TIMEOUT;
+  return WaitForSingleObject(process_.Get(), 0) == WAIT_TIMEOUT;
 }
 
 int DrivenProgram::WaitForEnd() const {
   WaitFor("the program's end", [this] { return !Runs(); });
   DWORD status = 0;
-  GetExitCodeProcess(process_, &status);
+  GetExitCodeProcess(process_.Get(), &status);
   return static_cast<int>(status);
 }
 

@@ -12,6 +12,8 @@
 #include <vector>
 #include <windows.h>
 
+#include "win32/unique_handle.h"
+
 namespace declarium::window_driver {
 
 // Whether the condition came true within the limit.
@@ -52,7 +54,7 @@ class Standstill {
   ~Standstill();
 
  private:
-  HANDLE thread_ = nullptr;
+  win32::UniqueKernelObject thread_;
 };
 
 // A started program. It is ended with the object when it still runs.
@@ -83,7 +85,7 @@ class DrivenProgram {
  private:
   [[nodiscard]] HWND FindWindow(const std::function<bool(HWND)>& wanted) const;
 
-  HANDLE process_ = nullptr;
+  win32::UniqueKernelObject process_;
   DWORD id_ = 0;
 };
 

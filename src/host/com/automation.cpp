@@ -2,18 +2,12 @@
 
 #include <new>
 
+#include "win32/wide.h"
+
 namespace declarium::com {
 
-std::wstring Wide(std::u16string_view text) {
-  return std::wstring(text.begin(), text.end());
-}
-
-std::u16string Narrow16(std::wstring_view text) {
-  return std::u16string(text.begin(), text.end());
-}
-
 std::u16string TextOf(BSTR text) {
-  return text ? Narrow16(std::wstring_view(text, SysStringLen(text))) : std::u16string();
+  return text ? win32::FromWide({text, SysStringLen(text)}) : std::u16string();
 }
 
 Variant::Variant(std::int32_t number) : Variant() {
@@ -22,7 +16,8 @@ Variant::Variant(std::int32_t number) : Variant() {
 }
 
 Variant::Variant(std::u16string_view text) : Variant() {
-  value_.bstrVal = SysAllocStringLen(Wide(text).data(), static_cast<UINT>(text.size()));
+  value_.bstrVal =
+      SysAllocStringLen(win32::WideString(text).data(), static_cast<UINT>(text.size()));
   if (!value_.bstrVal) throw std::bad_alloc();
   value_.vt = VT_BSTR;
 }

@@ -6,12 +6,11 @@
 #include <windows.h>
 #include <oleauto.h>
 
-#include "host/com/com_ptr.h"
+#include "win32/com_ptr.h"
 
 namespace declarium::com {
 
-[[nodiscard]] std::wstring Wide(std::u16string_view text);
-[[nodiscard]] std::u16string Narrow16(std::wstring_view text);
+using win32::ComPtr;
 
 // The characters of a BSTR, which may be null.
 [[nodiscard]] std::u16string TextOf(BSTR text);

@@ -2,18 +2,11 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 #include <string_view>
+#include <utility>
 
 namespace declarium::com {
 namespace {
-
-constexpr int kOpenAttempts = 25;
-constexpr DWORD kOpenPause = 20;  // milliseconds
-
-HostError LastError() {
-  return {static_cast<std::int32_t>(HRESULT_FROM_WIN32(GetLastError()))};
-}
 
 // Formats that mean something only together with the window or data object of their owner.
 bool IsPrivate(UINT format) {
@@ -35,84 +28,59 @@ bool IsMemory(UINT format) {
 
 }  // namespace
 
-OpenedClipboard::OpenedClipboard(HWND owner) {
-  for (int i = 0; i < kOpenAttempts; ++i) {
-    if (i > 0) Sleep(kOpenPause);
-    open_ = OpenClipboard(owner) != FALSE;
-    if (open_) return;
-    error_ = LastError();
-  }
-}
-
-OpenedClipboard::~OpenedClipboard() {
-  if (open_) CloseClipboard();
+HostError ClipboardError(DWORD code) {
+  return {static_cast<std::int32_t>(HRESULT_FROM_WIN32(code))};
 }
 
 HostResult<> PutBytes(UINT format, std::span<const std::uint8_t> bytes) {
-  const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, std::max<std::size_t>(bytes.size(), 1));
-  if (!memory) return std::unexpected(LastError());
-  if (void* target = GlobalLock(memory)) {
-    if (!bytes.empty()) std::memcpy(target, bytes.data(), bytes.size());
-    GlobalUnlock(memory);
-  }
-  if (SetClipboardData(format, memory)) return {};
-  const HostError error = LastError();
-  GlobalFree(memory);
-  return std::unexpected(error);
+  const auto put = win32::PutOnClipboard(format, win32::MemoryWith(bytes));
+  if (!put) return std::unexpected(ClipboardError(put.error()));
+  return {};
 }
 
 // One saved format: its bytes, or a GDI object of its own.
 struct ClipboardContents::Format {
   UINT format = 0;
   std::vector<std::uint8_t> bytes;
-  HBITMAP bitmap = nullptr;
-  HENHMETAFILE metafile = nullptr;
-
-  Format() = default;
-  Format(const Format&) = delete;
-  Format& operator=(const Format&) = delete;
-  ~Format() {
-    if (bitmap) DeleteObject(bitmap);
-    if (metafile) DeleteEnhMetaFile(metafile);
-  }
+  win32::UniqueBitmap bitmap;
+  win32::UniqueMetafile metafile;
 
   // False when there is nothing to keep.
   bool Take(UINT wanted, HANDLE data) {
     format = wanted;
     if (format == CF_BITMAP) {
-      bitmap = static_cast<HBITMAP>(CopyImage(data, IMAGE_BITMAP, 0, 0, 0));
-      return bitmap != nullptr;
+      bitmap.Reset(static_cast<HBITMAP>(CopyImage(data, IMAGE_BITMAP, 0, 0, 0)));
+      return static_cast<bool>(bitmap);
     }
     if (format == CF_ENHMETAFILE) {
-      metafile = CopyEnhMetaFileW(static_cast<HENHMETAFILE>(data), nullptr);
-      return metafile != nullptr;
+      metafile.Reset(CopyEnhMetaFileW(static_cast<HENHMETAFILE>(data), nullptr));
+      return static_cast<bool>(metafile);
     }
     return IsMemory(format) && TakeMemory(data);
   }
 
   bool TakeMemory(HGLOBAL memory) {
-    const auto* begin = static_cast<const std::uint8_t*>(GlobalLock(memory));
-    if (!begin) return false;
-    bytes.assign(begin, begin + GlobalSize(memory));
-    GlobalUnlock(memory);
+    auto copy = win32::BytesIn(memory);
+    if (!copy) return false;
+    bytes = std::move(*copy);
     return true;
   }
 
   [[nodiscard]] HostResult<> Put() const {
-    if (bitmap) return PutObject(CopyImage(bitmap, IMAGE_BITMAP, 0, 0, 0));
-    if (metafile) return PutObject(CopyEnhMetaFileW(metafile, nullptr));
+    if (bitmap) return PutObject(CopyImage(bitmap.Get(), IMAGE_BITMAP, 0, 0, 0));
+    if (metafile) return PutObject(CopyEnhMetaFileW(metafile.Get(), nullptr));
     return PutBytes(format, bytes);
   }
 
   [[nodiscard]] HostResult<> PutObject(HANDLE object) const {
     if (object && SetClipboardData(format, object)) return {};
-    return std::unexpected(LastError());
+    return std::unexpected(ClipboardError(GetLastError()));
   }
 };
 
 HostResult<ClipboardContents> ClipboardContents::Save(HWND owner) {
-  const OpenedClipboard clipboard(owner);
-  if (!clipboard) return std::unexpected(clipboard.error());
+  const win32::OpenedClipboard clipboard(owner);
+  if (!clipboard) return std::unexpected(ClipboardError(clipboard.Error()));
   ClipboardContents contents;
   for (UINT format = EnumClipboardFormats(0); format; format = EnumClipboardFormats(format)) {
     if (IsPrivate(format)) continue;
@@ -125,9 +93,9 @@ HostResult<ClipboardContents> ClipboardContents::Save(HWND owner) {
 }
 
 HostResult<> ClipboardContents::Restore(HWND owner) const {
-  const OpenedClipboard clipboard(owner);
-  if (!clipboard) return std::unexpected(clipboard.error());
-  if (!EmptyClipboard()) return std::unexpected(LastError());
+  const win32::OpenedClipboard clipboard(owner);
+  if (!clipboard) return std::unexpected(ClipboardError(clipboard.Error()));
+  if (!EmptyClipboard()) return std::unexpected(ClipboardError(GetLastError()));
   for (const auto& format : formats_) {
     if (auto put = format->Put(); !put) return put;
   }

@@ -5,28 +5,14 @@
 #include <memory>
 #include <span>
 #include <vector>
-#include <windows.h>
 
 #include "host/host_object_model.h"
+#include "win32/clipboard.h"
 
 namespace declarium::com {
 
-// The clipboard, open for as long as the object lives. Another program that has it open is waited
-// for, up to half a second.
-class OpenedClipboard {
- public:
-  explicit OpenedClipboard(HWND owner);
-  OpenedClipboard(const OpenedClipboard&) = delete;
-  OpenedClipboard& operator=(const OpenedClipboard&) = delete;
-  ~OpenedClipboard();
-  explicit operator bool() const noexcept { return open_; }
-  // Of the attempt to open it.
-  [[nodiscard]] HostError error() const noexcept { return error_; }
-
- private:
-  bool open_ = false;
-  HostError error_{};
-};
+// A system's error number as a host's.
+[[nodiscard]] HostError ClipboardError(DWORD code);
 
 // Puts a copy of `bytes` on the opened clipboard.
 [[nodiscard]] HostResult<> PutBytes(UINT format, std::span<const std::uint8_t> bytes);

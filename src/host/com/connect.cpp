@@ -131,7 +131,7 @@ HRESULT Connect::InvokeOnConnection(const DISPPARAMS& parameters, UINT* wrong_ar
   if (parameters.cArgs == 0) return DISP_E_BADPARAMCOUNT;
   const auto application =
       Variant::Dereferenced(parameters.rgvarg[parameters.cArgs - 1]).ToObject();
-  if (application) return OnConnection(application.get(), 0, nullptr, nullptr);
+  if (application) return OnConnection(application.Get(), 0, nullptr, nullptr);
   if (wrong_argument) *wrong_argument = parameters.cArgs - 1;
   return DISP_E_TYPEMISMATCH;
 }

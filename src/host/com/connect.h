@@ -5,7 +5,6 @@
 #include <windows.h>
 #include <oleauto.h>
 
-#include "host/com/com_ptr.h"
 #include "host/com/posted_calls.h"
 #include "host/com/server_process.h"
 #include "host/host_sessions.h"

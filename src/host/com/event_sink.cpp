@@ -55,7 +55,7 @@ class AdvisedSink final : public Subscription {
     sink_->Detach();
     point_->Unadvise(cookie_);
     // A host that died or forgot the cookie must not keep the sink.
-    CoDisconnectObject(sink_.get(), 0);
+    CoDisconnectObject(sink_.Get(), 0);
   }
 
  private:
@@ -72,7 +72,7 @@ HostResult<std::unique_ptr<Subscription>> Advise(const HostObject& source, const
   const auto failure = [](HRESULT status) {
     return std::unexpected(HostError{static_cast<std::int32_t>(status)});
   };
-  const auto container = ComPtr<IDispatch>(source.get())
+  const auto container = ComPtr<IDispatch>(source.Get())
                              .Query<IConnectionPointContainer>(IID_IConnectionPointContainer);
   if (!container) return failure(E_NOINTERFACE);
   ComPtr<IConnectionPoint> point;
@@ -82,7 +82,7 @@ HostResult<std::unique_ptr<Subscription>> Advise(const HostObject& source, const
   }
   auto sink = ComPtr<EventSink>::Attach(new EventSink(events, std::move(handler)));
   DWORD cookie = 0;
-  if (const HRESULT status = point->Advise(sink.get(), &cookie); FAILED(status)) {
+  if (const HRESULT status = point->Advise(sink.Get(), &cookie); FAILED(status)) {
     return failure(status);
   }
   return std::make_unique<AdvisedSink>(source, std::move(point), std::move(sink), cookie);

@@ -7,7 +7,6 @@
 #include <windows.h>
 #include <oleauto.h>
 
-#include "host/com/com_ptr.h"
 #include "host/com/host_calls.h"
 #include "host/host_object_model.h"
 

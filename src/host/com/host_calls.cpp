@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "host/com/com_object.h"
+#include "win32/unique_handle.h"
 
 namespace declarium::com {
 namespace {
@@ -30,10 +31,10 @@ bool IsRejected(HRESULT result) {
 
 // Waits and serves incoming calls meanwhile.
 void Pause(std::chrono::milliseconds time) {
-  HANDLE never = CreateEventW(nullptr, TRUE, FALSE, nullptr);
+  const win32::UniqueKernelObject never(CreateEventW(nullptr, TRUE, FALSE, nullptr));
+  HANDLE handles[] = {never.Get()};
   DWORD index = 0;
-  CoWaitForMultipleHandles(0, static_cast<DWORD>(time.count()), 1, &never, &index);
-  CloseHandle(never);
+  CoWaitForMultipleHandles(0, static_cast<DWORD>(time.count()), 1, handles, &index);
 }
 
 class RetryFilter final : public ComObject<IMessageFilter> {
@@ -187,11 +188,11 @@ bool IsHostGone(const HostError& error) noexcept {
 
 BusyHostFilter::BusyHostFilter() {
   const auto filter = ComPtr<IMessageFilter>::Attach(new RetryFilter);
-  CoRegisterMessageFilter(filter.get(), previous_.Receive());
+  CoRegisterMessageFilter(filter.Get(), previous_.Receive());
 }
 
 BusyHostFilter::~BusyHostFilter() {
-  CoRegisterMessageFilter(previous_.get(), nullptr);
+  CoRegisterMessageFilter(previous_.Get(), nullptr);
 }
 
 }  // namespace declarium::com

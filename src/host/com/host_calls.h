@@ -7,7 +7,6 @@
 
 #include "host/busy_host.h"
 #include "host/com/automation.h"
-#include "host/com/com_ptr.h"
 #include "host/host_object_model.h"
 
 namespace declarium::com {
@@ -42,7 +41,7 @@ class HostObject {
   // As Call, for arguments that the host writes to.
   [[nodiscard]] HostResult<> CallWith(HostMember member, DISPPARAMS& parameters) const;
 
-  [[nodiscard]] IDispatch* get() const noexcept { return object_.get(); }
+  [[nodiscard]] IDispatch* Get() const noexcept { return object_.Get(); }
   explicit operator bool() const noexcept { return static_cast<bool>(object_); }
 
  private:

@@ -7,14 +7,14 @@ namespace declarium::com {
 ProcessWatch::ProcessWatch(HWND window, std::function<void()> ended) : ended_(std::move(ended)) {
   DWORD id = 0;
   if (!window || !GetWindowThreadProcessId(window, &id)) return;
-  process_ = OpenProcess(SYNCHRONIZE, FALSE, id);
+  process_.Reset(OpenProcess(SYNCHRONIZE, FALSE, id));
   if (!process_) return;
-  RegisterWaitForSingleObject(&wait_, process_, Signalled, this, INFINITE, WT_EXECUTEONLYONCE);
+  RegisterWaitForSingleObject(&wait_, process_.Get(), Signalled, this, INFINITE,
+                              WT_EXECUTEONLYONCE);
 }
 
 ProcessWatch::~ProcessWatch() {
   if (wait_) UnregisterWaitEx(wait_, INVALID_HANDLE_VALUE);
-  if (process_) CloseHandle(process_);
 }
 
 void CALLBACK ProcessWatch::Signalled(void* self, BOOLEAN) {

@@ -5,6 +5,8 @@
 #include <memory>
 #include <windows.h>
 
+#include "win32/unique_handle.h"
+
 namespace declarium::com {
 
 class ProcessWatch {
@@ -23,7 +25,7 @@ class ProcessWatch {
   static void CALLBACK Signalled(void* self, BOOLEAN);
 
   std::function<void()> ended_;
-  HANDLE process_ = nullptr;
+  win32::UniqueKernelObject process_;
   HANDLE wait_ = nullptr;
 };
 

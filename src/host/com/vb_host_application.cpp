@@ -34,7 +34,7 @@ class VbControl final : public CommandBarControl {
 
 // The identity of an object: proxies of one object compare equal by it.
 IUnknown* IdentityOf(const HostObject& object) {
-  return ComPtr<IDispatch>(object.get()).Query<IUnknown>(IID_IUnknown).get();
+  return ComPtr<IDispatch>(object.Get()).Query<IUnknown>(IID_IUnknown).Get();
 }
 
 class VbCodeModule final : public CodeModule {
@@ -146,7 +146,7 @@ class ComponentFollower : public std::enable_shared_from_this<ComponentFollower>
 
   void Follow(const HostObject& project) {
     if (!project) return;
-    const auto source = event_sources_.Object(vb::kVBComponentsEvents, {Variant(project.get())});
+    const auto source = event_sources_.Object(vb::kVBComponentsEvents, {Variant(project.Get())});
     if (!source) return;
     auto advised =
         Advise(*source, vb::kComponentsEventSet,
@@ -249,7 +249,7 @@ class VbApplication final : public HostApplication {
                                                            std::function<void()> clicked) override {
     const auto& object = static_cast<VbControl&>(control).object();
     const auto source = Then(application_.Object(vb::kEvents), [&](const HostObject& events) {
-      return events.Object(vb::kCommandBarEvents, {Variant(object.get())});
+      return events.Object(vb::kCommandBarEvents, {Variant(object.Get())});
     });
     if (!source) return std::unexpected(source.error());
     return Advise(*source, vb::kCommandBarClicks,

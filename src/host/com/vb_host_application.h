@@ -5,7 +5,6 @@
 #include <windows.h>
 #include <oaidl.h>
 
-#include "host/com/com_ptr.h"
 #include "host/host_object_model.h"
 
 namespace declarium::com {

@@ -30,8 +30,8 @@ HostResult<std::unique_ptr<KeptClipboard>> WindowsFaceClipboard::Save() {
 
 HostResult<> WindowsFaceClipboard::PutPicture() {
   const auto face = ToolbarFace();
-  const OpenedClipboard clipboard(owner_);
-  if (!clipboard) return std::unexpected(clipboard.error());
+  const win32::OpenedClipboard clipboard(owner_);
+  if (!clipboard) return std::unexpected(ClipboardError(clipboard.Error()));
   EmptyClipboard();
   // Command bars want all three: the bitmap for the picture, the pair for transparency.
   if (auto put = PutBytes(CF_DIB, face); !put) return put;
