@@ -5,6 +5,7 @@
 #include <windows.h>
 #include <oleauto.h>
 
+#include "host/com/automation.h"
 #include "host/com/posted_calls.h"
 #include "host/com/server_process.h"
 #include "host/host_sessions.h"

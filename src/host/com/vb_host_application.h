@@ -5,6 +5,7 @@
 #include <windows.h>
 #include <oaidl.h>
 
+#include "host/com/automation.h"
 #include "host/host_object_model.h"
 
 namespace declarium::com {
