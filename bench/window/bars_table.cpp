@@ -56,7 +56,7 @@ void BarsTable::Below(std::string_view what, const Times& figure, double millise
                    .holds = median < milliseconds});
 }
 
-void BarsTable::Told(std::string_view what, const Times& figure) {
+void BarsTable::Record(std::string_view what, const Times& figure) {
   rows_.push_back({.what = std::string(what),
                    .bar = {},
                    .measured = Milliseconds(MedianOf(figure)),

@@ -31,7 +31,7 @@ class BarsTable {
   // A figure that must stay below a number of milliseconds.
   void Below(std::string_view what, const Times& figure, double milliseconds);
   // A figure without a bar.
-  void Told(std::string_view what, const Times& figure);
+  void Record(std::string_view what, const Times& figure);
   // A count or size that must not grow by more than `most`.
   void Growth(std::string_view what, std::string_view unit, long long grown, long long most);
 

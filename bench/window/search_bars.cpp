@@ -1,19 +1,19 @@
 // Searches in the dialog beside the engine alone.
 //
-// A search ends when the window system holds its rows for painted, as seen by another program. It does
-// so when their painting begins; the scroll bar and the rows are on the screen about 2 ms later, on one
-// core. On a busy machine a program is set aside for longer than these searches take, so the quickest
-// round of the dialog is compared with the quickest of the engine (in a fifth of the rounds for a
-// million items). The rows over 200 items show what is the window's own and the same for any library,
-// those over a million items what the dialog adds to each item.
+// A search ends when the window system holds its rows for painted, as seen by another program. It
+// does so when their painting begins; the scroll bar and the rows are on the screen about 2 ms
+// later, on one core. On a busy machine a program is set aside for longer than these searches take,
+// so the quickest round of the dialog is compared with the quickest of the engine (in a fifth of
+// the rounds for a million items). The rows over 200 items show what is the window's own and the
+// same for any library, those over a million items what the dialog adds to each item.
 //
-// What was learned with them: 60 000 hits in memory fresh from the system cost 0.5 ms, a third of what
-// the engine takes to find them by name, so the array is kept until the dialog closes. Changing the
-// pointer twice takes 13 calls into Wine's server, so a search of less than 100 ms shows no hourglass.
-// A search that lists more rows than fit makes 58 calls into Wine's server until the painting of its
-// rows begins (87 before the window system was notified of changes only), 28 of them for the scroll bar
-// that appears. Painting takes 101 more, 60 of which are for the scroll bar's two arrows and three for
-// the picture of each row.
+// What was learned with them: 60 000 hits in memory fresh from the system cost 0.5 ms, a third of
+// what the engine takes to find them by name, so the array is kept until the dialog closes.
+// Changing the pointer twice takes 13 calls into Wine's server, so a search of less than 100 ms
+// shows no hourglass. A search that lists more rows than fit makes 58 calls into Wine's server
+// until the painting of its rows begins (87 before the window system was notified of changes only),
+// 28 of them for the scroll bar that appears. Painting takes 101 more, 60 of which are for the
+// scroll bar's two arrows and three for the picture of each row.
 #include <stdexcept>
 
 #include "bench/benchmark_files.h"
@@ -72,10 +72,10 @@ class SearchInDialog {
     const std::string over = what + " over " + std::to_string(items_) + " items, " +
                              std::to_string(hits) + " hits listed";
     if (items_ == kSmall) {
-      table.Told(over, QuickestOf(figure));
+      table.Record(over, QuickestOf(figure));
     } else {
       table.Ratio(over + " / the bare engine", QuickestOf(figure), QuickestOf(floor), 2);
-      table.Told("a search without a hit that frees them first", QuickestOf(freeing));
+      table.Record("a search without a hit that frees them first", QuickestOf(freeing));
     }
     SetText(FindControl(dialog_, box), u"");
   }
@@ -94,7 +94,7 @@ class SearchInDialog {
       }));
       dialog_ = program_.OpenByToolbar("find", "frmFind");
     }
-    table.Told("closing the dialog with them", QuickestOf(figure));
+    table.Record("closing the dialog with them", QuickestOf(figure));
   }
 
  private:

@@ -1,12 +1,12 @@
 // Starts of the program and of the program with the list box.
 //
-// A start asks Wine's server about 4 400 times (5 400 before windows were made in place and tooltips
-// late), the bare program 2 000 times, and each waits for the answer. Where the server runs on another
-// core, which sleeps, waking that core takes several times as long as the answer: the same start takes
-// 95 ms on one core and 246 to 279 ms on two. Of what the start asks beyond the bare program, a fifth
-// is for the three combo boxes, whose lists are windows of the X server, a sixth for the two list
-// views, and a seventh each for the borders that the controls paint when the window is shown and for
-// the splash window.
+// A start asks Wine's server about 4 400 times (5 400 before windows were made in place and
+// tooltips late), the bare program 2 000 times, and each waits for the answer. Where the server
+// runs on another core, which sleeps, waking that core takes several times as long as the answer:
+// the same start takes 95 ms on one core and 246 to 279 ms on two. Of what the start asks beyond
+// the bare program, a fifth is for the three combo boxes, whose lists are windows of the X server,
+// a sixth for the two list views, and a seventh each for the borders that the controls paint when
+// the window is shown and for the splash window.
 #include <optional>
 #include <stdexcept>
 #include <string>

@@ -1,4 +1,4 @@
-// Source text with its keywords and comments told apart, for terminals and for programs.
+// Source text with its keywords and comments marked, for terminals and for programs.
 #pragma once
 
 #include <nlohmann/json_fwd.hpp>

@@ -18,7 +18,7 @@ struct Finding {
   std::u16string text;
 };
 
-// What the registry does not tell.
+// Facts from outside the registry.
 struct DoctorFacts {
   std::u16string program;  // the full path of the running program
   std::function<bool(std::u16string_view path)> file_exists;

@@ -46,7 +46,7 @@ class CodeModule {
   virtual ~CodeModule() = default;
   // The name of the component that owns the module.
   [[nodiscard]] virtual HostResult<std::u16string> ComponentName() = 0;
-  // Whether both are the code of one component, which its name does not tell: each project may have
+  // Whether both are the code of one component, which its name does not say: each project may have
   // one of that name. A module that answers is not the same as one that does not. `other` must
   // come from the same application.
   [[nodiscard]] virtual HostResult<bool> IsSameAs(CodeModule& other) = 0;

@@ -11,7 +11,7 @@ namespace declarium {
 namespace {
 
 constexpr char16_t kPositionMark = 27;
-// How many entries ahead memory is asked for what they point to.
+// How many entries ahead the prefetch hint goes.
 constexpr std::size_t kAhead = 8;
 
 // The items of one kind before they are sorted; position 1 is the first.

@@ -58,7 +58,7 @@ Text<Unit> WithoutLeadingBlanks(Text<Unit> line) {
 }
 
 // Whether the first letter is that of a scope word or of a declaration's first word, or the line
-// may begin further down; tells nearly all other lines apart at once.
+// may begin further down; rules out nearly all other lines at once.
 template <typename Unit>
 bool MayDeclare(Text<Unit> line) {
   line = WithoutLeadingBlanks(line);
@@ -164,7 +164,7 @@ class Parser {
     }
   }
 
-  // Nothing when the lines could not be told for certain.
+  // nullopt when the line numbers are uncertain.
   std::optional<ParsedItems> Run() {
     Cursor lines(source_, 0);
     line_ = &lines;

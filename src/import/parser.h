@@ -1,4 +1,4 @@
-// Recognises Const, Declare and Type declarations in source text, line by line and by first words,
+// Recognizes Const, Declare and Type declarations in source text, line by line and by first words,
 // and packs them into items. Everything else (Enum blocks, Global and Dim lines, procedures,
 // comments) is passed over; the rest of a declaration is taken as text, its syntax is not checked.
 #pragma once

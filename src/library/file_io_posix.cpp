@@ -40,7 +40,7 @@ std::unexpected<Error> Failed(ErrorKind kind, const fs::path& path, int code) {
   return std::unexpected(Error{kind, PathText(path), std::strerror(code), code});
 }
 
-// Opens for reading; a folder opens too, so it is told apart here.
+// Opens for reading. The system opens folders too, so they are refused here.
 std::expected<Descriptor, Error> OpenForReading(const fs::path& path, struct stat& status) {
   Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
   if (!file.IsOpen() || ::fstat(file.Get(), &status) != 0) {
@@ -122,7 +122,7 @@ std::expected<void, Error> Replace(const fs::path& path, const std::optional<str
     if (FolderRefusesNewFiles(errno)) return WriteInPlace(path, bytes);
     return Failed(ErrorKind::kCannotWrite, path, errno);
   }
-  // The lock tells other savers that the file is not abandoned; it lasts until both are closed.
+  // The lock marks the file as not abandoned for other savers; it lasts until both are closed.
   const Descriptor held(::dup(file.Get()));
   ::flock(file.Get(), LOCK_EX | LOCK_NB);
   bool done = !old || TakeOwnerAndMode(file.Get(), *old);
@@ -165,7 +165,7 @@ std::expected<std::string, Error> ReadWholeFile(const fs::path& path) {
     });
     return bytes.size() - start;
   };
-  // The size is what an ordinary file has; a pipe tells none, so it is read until it ends.
+  // The size is what an ordinary file has; a pipe has none, so it is read until it ends.
   constexpr std::size_t kPipeBlock = 64 * 1024;
   if (S_ISREG(status.st_mode)) {
     read_more(static_cast<std::size_t>(status.st_size));

@@ -10,8 +10,8 @@
 
 namespace declarium {
 
-// Reads and parses a library file. The error tells a file that cannot be read from one that is no
-// library.
+// Reads and parses a library file. The error distinguishes a file that cannot be read from one
+// that is no library.
 [[nodiscard]] std::expected<Library, Error> LoadLibraryFile(const std::filesystem::path& path);
 
 // Writes the library to `path`. Changes neither the library's path nor its changed flag.

@@ -1,5 +1,5 @@
-// The temporary files in which the new content of a file is begun, beside the file that it is to
-// replace. A saver that is killed leaves its own; the next one into the same folder removes it.
+// Temporary files: a file's new content is written to one beside it, which then replaces it. A
+// saver that is killed leaves its temporary file; the next save into the same folder removes it.
 #pragma once
 
 #include <filesystem>
@@ -7,7 +7,7 @@
 
 namespace declarium {
 
-// A new name in `folder` for a file begun by the process.
+// A new name in `folder` for a temporary file of the process.
 [[nodiscard]] std::filesystem::path TemporaryFileIn(const std::filesystem::path& folder,
                                                     unsigned long process);
 

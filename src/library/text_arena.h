@@ -16,7 +16,7 @@ class TextArena {
   TextArena(const TextArena&) = delete;
   TextArena& operator=(const TextArena&) = delete;
 
-  // Uninitialised room for `length` units.
+  // Uninitialized room for `length` units.
   [[nodiscard]] std::span<char16_t> Allocate(std::size_t length);
 
   // Gives back the end of the newest allocation, of which only `used` units are kept.

@@ -14,7 +14,7 @@ namespace declarium {
 // Whether the first character is "&", "-" or a digit; false for an empty token.
 [[nodiscard]] bool IsNumber(std::u16string_view token);
 
-// `value` is what stands behind "=". Operators are told apart only as words of their own, and a
+// `value` is what stands behind "=". Operators are recognized only as separate words, and a
 // lone
 // "*" is listed like a name.
 [[nodiscard]] GroupedList CreateShared_Const(std::u16string_view value);

@@ -9,7 +9,7 @@
 //         ---------------------- PosRtbHeight (3) --------------------------------
 //         RTB
 //
-// Everything from 26 downwards touches its neighbour or a bar, with a margin of 2 at the left,
+// Everything from 26 downwards touches its neighbor or a bar, with a margin of 2 at the left,
 // right and lower edge, so that these rows cannot be moved one by one.
 #pragma once
 

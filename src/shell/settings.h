@@ -27,7 +27,7 @@ struct TextSetting {
   std::u16string_view default_value;
 };
 
-// The window's normal (restored) rectangle on the screen, in its dots.
+// The window's normal (restored) rectangle on the screen, in physical pixels.
 struct WindowEdges {
   int left = 100;
   int top = 100;
@@ -42,7 +42,7 @@ inline constexpr IntegerSetting kKeywordColor{u"KeywordColor", DisplayColors{}.k
 inline constexpr IntegerSetting kCommentColor{u"CommentColor", DisplayColors{}.comment};
 inline constexpr IntegerSetting kNormalColor{u"NormalColor", DisplayColors{}.normal};
 inline constexpr IntegerSetting kSizeSaved{u"SizeSaved", 0};  // 1: the placement below was saved
-// The window's normal rectangle, in dots of the screen. "Left" has always held its upper edge and
+// The window's normal rectangle, in physical pixels. "Left" has always held its upper edge and
 // "Top" its left one; stored settings depend on it.
 inline constexpr IntegerSetting kUpperEdge{u"Left", WindowEdges{}.top};
 inline constexpr IntegerSetting kLeftEdge{u"Top", WindowEdges{}.left};

@@ -16,7 +16,7 @@ struct ColorRun {
   friend bool operator==(const ColorRun&, const ColorRun&) = default;
 };
 
-// The runs of `text`, neighbouring runs of one color joined; none for an empty text. Lines end at
+// The runs of `text`, neighboring runs of one color joined; none for an empty text. Lines end at
 // CR LF and start in the normal color; a line is cut into words at single blanks, and one bracket
 // or comma at either end of a word is colored by itself. A word inside quotes is never a keyword;
 // a word that begins with an apostrophe, inside quotes too, colors the rest of the line and its

@@ -1,5 +1,5 @@
-// Items as Visual Basic source text, by plain concatenation: nothing is escaped, quoted or spaced
-// anew.
+// Items as Visual Basic source text, by plain concatenation: nothing is escaped, quoted or
+// re-spaced.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-// The one error type of the rules: what kind of thing went wrong, with what, and what the operating
+// The error type of the rules: the kind of failure, what it happened to, and what the operating
 // system said about it.
 #pragma once
 

@@ -24,7 +24,7 @@ namespace declarium {
 // Writes the lower-case form of `text` into storage of at least text.size() units.
 void LowerCaseInto(std::u16string_view text, char16_t* out) noexcept;
 
-// Asks memory for what will be read soon. Any pointer will do.
+// A prefetch hint: the memory at the address is read soon. Any pointer is allowed.
 inline void Prefetch(const void* address) noexcept {
   __builtin_prefetch(address);
 }

@@ -34,7 +34,7 @@ void LowerCaseInto(std::u16string_view text, std::u16string& out);
 [[nodiscard]] std::u16string_view TrimRight(std::u16string_view text) noexcept;
 [[nodiscard]] std::u16string_view Trim(std::u16string_view text) noexcept;
 
-// The pieces between the separators; neighbouring separators give empty pieces, an empty text gives
+// The pieces between the separators; neighboring separators give empty pieces, an empty text gives
 // no piece at all. The pieces refer into `text`. `separator` must not be empty.
 [[nodiscard]] std::vector<std::u16string_view> Split(std::u16string_view text,
                                                      std::u16string_view separator);

@@ -25,7 +25,7 @@ enum class ShowCommand : int {
 };
 
 // Where a window stands when it is neither minimized nor maximized, and how it is shown. The edges
-// are in dots of the screen, not scaled: they are for storing and giving back.
+// are physical pixels, not scaled: they are for storing and giving back.
 struct Placement {
   int left = 0;
   int top = 0;

@@ -115,7 +115,7 @@ struct FormDefinition {
   std::u16string_view caption = {};
   Size size = {};                    // of the inner area
   Size minimum_size = {};            // of the inner area; the window cannot be made smaller
-  std::string_view help_topic = {};  // what Toolkit::on_help tells when F1 is pressed in it
+  std::string_view help_topic = {};  // what Toolkit::on_help gets when F1 is pressed in it
   BorderStyle border = BorderStyle::kDialog;
   StartPosition start = StartPosition::kCentreOwner;
   std::span<const ControlDefinition> controls = {};

@@ -1,5 +1,5 @@
 // Places and sizes. Unless a function says otherwise they are in pixels at 96 dpi; a backend scales
-// them to the dots of its screen.
+// them to physical pixels.
 #pragma once
 
 namespace declarium {

@@ -52,7 +52,7 @@ class Toolkit {
   virtual void ClearClipboard() = 0;
 
   // Shows a file, named by its full path, in the program that the system has for files of its kind.
-  // False when there is no such file or no such program; nothing is told to the user then.
+  // False when there is no such file or no such program; the user is not notified then.
   [[nodiscard]] virtual bool OpenDocument(std::u16string_view path) = 0;
 
   // The pointer of the whole program; kDefault lets each control show its own.

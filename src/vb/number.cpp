@@ -49,7 +49,7 @@ struct Decimal {
   [[nodiscard]] bool IsZero() const {
     return (whole + fraction).find_first_not_of('0') == std::string::npos;
   }
-  // Whether the number is at least 1; tells an overflow from an underflow.
+  // Whether the number is at least 1; distinguishes an overflow from an underflow.
   [[nodiscard]] bool IsLarge() const {
     const auto first_digit = (whole + fraction).find_first_not_of('0');
     const auto places = static_cast<long>(whole.size()) - static_cast<long>(first_digit);

@@ -37,8 +37,7 @@ REGSAM ViewFlag(RegistryView view) {
 // None when the key cannot be opened.
 UniqueRegistryKey Open(RegistryRoot root, std::u16string_view key, REGSAM access) {
   HKEY opened = nullptr;
-  const LSTATUS status =
-      RegOpenKeyExW(RootKey(root), WideString(key).c_str(), 0, access, &opened);
+  const LSTATUS status = RegOpenKeyExW(RootKey(root), WideString(key).c_str(), 0, access, &opened);
   return UniqueRegistryKey(status == ERROR_SUCCESS ? opened : nullptr);
 }
 

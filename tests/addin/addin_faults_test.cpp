@@ -19,7 +19,7 @@ std::u16string ConnectionFailure(int step) {
 
 class AddInFaultsTest : public AddInTest {
  protected:
-  // Connects and presses `button` in the box that tells of a failure; the failing step, 0 when no
+  // Connects and presses `button` in the box that reports a failure; the failing step, 0 when no
   // box is shown.
   int ConnectAndPress(IdeProcess& ide, int button) {
     auto answer = std::async(std::launch::async, [&] { return ide.Tell("connect " + kAddIn); });

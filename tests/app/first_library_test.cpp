@@ -1,4 +1,4 @@
-// The guide's first library, done as the page tells: from the declarations that it gives to the
+// The guide's first library, done as the page says: from the declarations that it gives to the
 // text that it promises.
 #include <regex>
 

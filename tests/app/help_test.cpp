@@ -83,7 +83,7 @@ TEST_F(HelpTest, F1InTheSettingsShowsTheirPage) {
   EXPECT_EQ(Pages(), PageNames{"options"});
 }
 
-TEST_F(HelpTest, AMissingGuideIsToldWithThePathOfThePage) {
+TEST_F(HelpTest, AMissingGuideIsReportedWithThePathOfThePage) {
   fs::remove_all(FileAt("guide"));
   Script().AnswerMessage(Answer::kOk);
   User().PressKey(Form().txtInput, key::kF1);

@@ -1,7 +1,7 @@
 // A program that is killed while it saves: the library's file is the old one or the new one, whole.
 //
-// DECLARIUM_KILLS in the environment says how many kills there are; 200 without it. Of 1 000 kills 227
-// came while the new file was written.
+// DECLARIUM_KILLS in the environment says how many kills there are; 200 without it. Of 1 000 kills
+// 227 came while the new file was written.
 #include <algorithm>
 #include <array>
 #include <chrono>
@@ -62,7 +62,7 @@ struct Tally {
   int killed = 0;        // the rest had ended before
   int old_library = 0;   // of the killed: the file was still the old one
   int new_library = 0;   // of the killed: the file was the new one already
-  int while_saving = 0;  // of the killed: the new file was begun and not yet in place
+  int while_saving = 0;  // of the killed: the temporary file was there and not yet in place
 };
 
 class KilledWhileSaving : public CliTest {
@@ -105,11 +105,11 @@ class KilledWhileSaving : public CliTest {
     const bool is_new = left == contents_[other];
     ASSERT_TRUE(killed || is_new) << "a save that ended did not save";
     if (is_new) now_ = other;
-    const int begun = AgeBegunFiles();
+    const int temporary_files = AgeTemporaryFiles();
     if (!killed) return;
     ++tally.killed;
     ++(is_new ? tally.new_library : tally.old_library);
-    if (begun > 0) ++tally.while_saving;
+    if (temporary_files > 0) ++tally.while_saving;
   }
 
   // Whether a save that is left alone leaves nothing but the files that were there at first.
@@ -120,9 +120,9 @@ class KilledWhileSaving : public CliTest {
   std::size_t now_ = 1;  // which of the contents the file has
 
  private:
-  // A killed program cannot take away the file that it has begun; a later save does when the file
+  // A killed program cannot remove its temporary file; a later save does when the file
   // is old enough. Makes the young ones old and returns their number.
-  int AgeBegunFiles() const {
+  int AgeTemporaryFiles() const {
     const auto now = std::filesystem::file_time_type::clock::now();
     int aged = 0;
     for (const auto& entry : std::filesystem::directory_iterator(folder_.path())) {

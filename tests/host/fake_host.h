@@ -40,7 +40,7 @@ struct FakeModule {
   int lines = 0;
   std::vector<std::pair<int, std::u16string>> insertions{};
   bool gone = false;
-  std::function<void()> on_asked = nullptr;  // what the host does while it tells which one it is
+  std::function<void()> on_asked = nullptr;  // what the host does while it says which one it is
 };
 
 class FakeCodeModule final : public CodeModule {

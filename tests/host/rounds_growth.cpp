@@ -16,7 +16,8 @@ namespace {
 constexpr int kWarmUp = 20;
 // At rest the handles come back to the same number, or one beside it. Memory is counted in pages:
 // batches of 40 rounds were seen to add up to 118 KB, less from batch to batch, and 1 000 rounds no
-// more than 176 KB. A handle or 4 KB left on purpose in each round fails the tests, in either process.
+// more than 176 KB. A handle or 4 KB left on purpose in each round fails the tests, in either
+// process.
 constexpr long long kFewHandles = 8;
 constexpr long long kFewBytesInARound = 3 * 1024;
 
@@ -50,8 +51,8 @@ struct BothHoldings {
 };
 
 // What both hold at rest. The system keeps threads for calls between processes, which take up to 50
-// handles and 5 MB while rounds are made, and ends them some seconds after their last call (Wine 8.0: 5);
-// taking too much for rest would only hide some of the growth.
+// handles and 5 MB while rounds are made, and ends them some seconds after their last call
+// (Wine 8.0: 5); taking too much for rest would only hide some of the growth.
 BothHoldings AtRest(const std::function<BothHoldings()>& look) {
   constexpr std::chrono::seconds kQuiet(7);
   BothHoldings lowest = look();

@@ -9,7 +9,7 @@ namespace declarium {
 // What the environment variable DECLARIUM_ROUNDS says, `otherwise` without it.
 [[nodiscard]] int RoundsWanted(int otherwise);
 
-// As many rounds as tell one handle or four kilobytes in each from what comes and goes.
+// Enough rounds to distinguish one handle or four kilobytes in each from what comes and goes.
 inline constexpr int kEnoughRounds = 40;
 
 // Expects that `rounds` leave neither a handle each nor a few kilobytes each in a process, after

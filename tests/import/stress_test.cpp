@@ -1,5 +1,5 @@
 // A long source of every sort of line a real module has, and of lines that real modules have not,
-// through the whole import. Under the sanitizers it tells of any overrun, overflow or leak.
+// through the whole import. Under the sanitizers it fails at any overrun, overflow or leak.
 // DECLARIUM_STRESS_LINES sets the number of lines, a million by hand.
 #include <cstdlib>
 #include <string>

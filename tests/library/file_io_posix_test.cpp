@@ -70,17 +70,17 @@ TEST(WriteWholeFile, KeepsTheOwner) {
   EXPECT_EQ(StatusOf(path).st_gid, kNobody);
 }
 
-TEST(WriteWholeFile, KeepsABegunFileThatItsSaverHolds) {
+TEST(WriteWholeFile, KeepsATemporaryFileThatItsSaverHolds) {
   const TemporaryFolder folder;
-  const auto begun = folder.Put(".declarium-1.2.tmp", "begun");
-  fs::last_write_time(begun, fs::file_time_type::clock::now() - std::chrono::hours(1));
-  const int held = ::open(begun.c_str(), O_WRONLY);
+  const auto temporary = folder.Put(".declarium-1.2.tmp", "temporary");
+  fs::last_write_time(temporary, fs::file_time_type::clock::now() - std::chrono::hours(1));
+  const int held = ::open(temporary.c_str(), O_WRONLY);
   ASSERT_EQ(::flock(held, LOCK_EX), 0);
   ASSERT_TRUE(WriteWholeFile(folder / "a.api", "new"));
-  EXPECT_TRUE(fs::exists(begun));
+  EXPECT_TRUE(fs::exists(temporary));
   ::close(held);
   ASSERT_TRUE(WriteWholeFile(folder / "a.api", "newer"));
-  EXPECT_FALSE(fs::exists(begun));
+  EXPECT_FALSE(fs::exists(temporary));
 }
 
 bool IsHeld(const fs::path& path) {

@@ -20,18 +20,18 @@ UniqueFile OpenAsAReader(const fs::path& path) {
                                   nullptr, OPEN_EXISTING, 0, nullptr));
 }
 
-TEST(WriteWholeFile, KeepsABegunFileThatItsSaverHolds) {
+TEST(WriteWholeFile, KeepsATemporaryFileThatItsSaverHolds) {
   const TemporaryFolder folder;
-  const auto begun = folder.Put(".declarium-1.2.tmp", "begun");
-  fs::last_write_time(begun, fs::file_time_type::clock::now() - std::chrono::hours(1));
+  const auto temporary = folder.Put(".declarium-1.2.tmp", "temporary");
+  fs::last_write_time(temporary, fs::file_time_type::clock::now() - std::chrono::hours(1));
   UniqueFile held(
-      ::CreateFileW(begun.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+      ::CreateFileW(temporary.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr));
   ASSERT_TRUE(held);
   EXPECT_TRUE(WriteWholeFile(folder / "a.api", "new"));
-  EXPECT_TRUE(fs::exists(begun));
+  EXPECT_TRUE(fs::exists(temporary));
   held.Reset();
   EXPECT_TRUE(WriteWholeFile(folder / "a.api", "newer"));
-  EXPECT_FALSE(fs::exists(begun));
+  EXPECT_FALSE(fs::exists(temporary));
 }
 
 TEST(WriteWholeFile, WaitsForAReaderThatIsGoneInAMoment) {

@@ -15,7 +15,7 @@ using std::chrono::seconds;
 
 // A file that was written so long ago.
 fs::path PutOld(const TemporaryFolder& folder, const fs::path& name, seconds age) {
-  const auto path = folder.Put(name, "begun");
+  const auto path = folder.Put(name, "temporary");
   fs::last_write_time(path, fs::file_time_type::clock::now() - age);
   return path;
 }

@@ -41,7 +41,7 @@ TEST(FindNames, AMalformedPatternFindsNothing) {
   EXPECT_EQ(FindNames({u"a"}, u"[z-a]"), Positions{});
 }
 
-// A slow literal twin of the type-ahead; also tells which rows were read.
+// A slow literal twin of the type-ahead; also records which rows were read.
 struct PlainTypeAhead {
   std::vector<std::u16string> rows;
   std::set<int> read;

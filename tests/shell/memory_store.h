@@ -1,4 +1,4 @@
-// A settings store in memory that tells what was asked of it and can fail on demand.
+// A settings store in memory that records what was asked of it and can fail on demand.
 #pragma once
 
 #include <algorithm>

@@ -8,7 +8,7 @@
 namespace declarium {
 namespace {
 
-TEST(SourceModuleName, IsToldByItsLastThreeCharacters) {
+TEST(SourceModuleName, IsRecognizedByItsLastThreeCharacters) {
   for (const std::u16string_view name : {u"a.frm", u"a.ctl", u"a.dob", u"a.pag", u"a.bas", u"a.cls",
                                          u"A.BAS", u"a.Frm", u"bas", u"C:\\x\\abas"}) {
     EXPECT_TRUE(IsSourceModuleName(name)) << testing::PrintToString(name);

@@ -1,4 +1,4 @@
-// What the contract suite needs of a backend: its toolkit, and somebody who uses the forms. Each
+// What the contract suite needs of a backend: its toolkit, and a user of the forms. Each
 // backend's test program links its own MakeBackend.
 #pragma once
 

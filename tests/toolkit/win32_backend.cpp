@@ -244,7 +244,7 @@ class Win32Backend : public Backend {
     PressAt(WindowOf(control), {4, 4}, MouseButton::kLeft);
   }
 
-  // A press and a release at a place in dots.
+  // A press and a release at a place in physical pixels.
   void PressAt(HWND window, POINT at, MouseButton button) {
     const bool right = button == MouseButton::kRight;
     const LPARAM place = MAKELPARAM(at.x, at.y);

@@ -21,7 +21,7 @@ void KeepInterfacesInUse() {
     const auto object = com::ComPtr<IUnknown>::Attach(new Uncalled);
     com::ComPtr<IStream> reference;
     if (FAILED(CreateStreamOnHGlobal(nullptr, TRUE, reference.Receive()))) continue;
-    // A reference of this sort holds its object until it is given back, which nobody does.
+    // A reference of this sort holds its object until it is given back, which never happens.
     CoMarshalInterface(reference.Get(), iid, object.Get(), MSHCTX_LOCAL, nullptr,
                        MSHLFLAGS_TABLESTRONG);
   }

@@ -6,9 +6,9 @@
 // number of calls before it makes the event that the last one would set. With an object that is
 // never given up the interface stays in service. The real IDE always has objects of them.
 //
-// The stack of one program that stopped showed it there; the other runs that stopped were not looked
-// into. The add-in itself has no way round it, so with a single host under Wine it can still happen;
-// Windows has its own code.
+// The stack of one program that stopped showed it there; the other runs that stopped were not
+// looked into. The add-in itself has no way round it, so with a single host under Wine it can still
+// happen; Windows has its own code.
 #pragma once
 
 namespace declarium::vbhost {

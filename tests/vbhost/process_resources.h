@@ -5,7 +5,7 @@
 
 namespace declarium::vbhost {
 
-// Handles of a process, by its id; -1 when the system does not tell.
+// Handles of a process, by its id; -1 when the system does not say.
 [[nodiscard]] long long HandleCountOf(DWORD process);
 
 // Committed bytes of a process, by its id.

@@ -32,9 +32,9 @@ TEST_F(SystemRegistryTest, AnAbsentValueIsNone) {
 }
 
 TEST_F(SystemRegistryTest, ValuesOfAnyTypeComeBackAsTheyWere) {
-  for (const auto& value :
-       {TextValue(u"Ž"), NumberValue(7), RegistryValue{3, "ab"}, RegistryValue{2, std::string(6, '\0')},
-        RegistryValue{3, std::string(9000, 'x')}, RegistryValue{3, ""}}) {
+  for (const auto& value : {TextValue(u"Ž"), NumberValue(7), RegistryValue{3, "ab"},
+                            RegistryValue{2, std::string(6, '\0')},
+                            RegistryValue{3, std::string(9000, 'x')}, RegistryValue{3, ""}}) {
     ASSERT_TRUE(registry_.Write(kUser, key_ + u"\\below", u"A", value));
     EXPECT_EQ(registry_.Read(kUser, key_ + u"\\below", u"a"), value) << value.type;
   }

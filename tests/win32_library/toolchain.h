@@ -1,4 +1,4 @@
-// The 32-bit mingw-w64 compiler and tools, which tell what is true.
+// The 32-bit mingw-w64 compiler and tools, as the source of facts.
 #pragma once
 
 #include <filesystem>

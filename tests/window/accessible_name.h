@@ -1,4 +1,4 @@
-// What an assistive tool reads a window of another program out as.
+// The accessible name of a window of another program, as a screen reader gets it.
 #pragma once
 
 #include <string>

@@ -23,7 +23,7 @@ class DisplayOutside : public OutsideTest {
     WaitFor("the splash window's end", [this] { return !Program().FindForm("frmSplash"); });
   }
 
-  // What the system tells a window that comes to a screen of another resolution.
+  // The notification for a window that comes to a screen of another resolution.
   void ChangeResolution(int dpi, const RECT& place) const {
     ChangeResolutionOf(Main(), dpi, place);
   }
@@ -106,7 +106,7 @@ COLORREF PixelOf(HWND window, POINT at) {
 }
 
 // In the first line of a text.
-bool HasWhiteDots(HWND window) {
+bool HasWhitePixels(HWND window) {
   for (LONG x = 0; x < 300; ++x) {
     for (LONG y = 2; y < 16; ++y) {
       if (PixelOf(window, {x, y}) == RGB(255, 255, 255)) return true;
@@ -119,7 +119,7 @@ TEST_F(DisplayOutside, ABlackSchemeOfTheSystemIsFollowed) {
   constexpr COLORREF kBlack = RGB(0, 0, 0), kWhite = RGB(255, 255, 255);
   ASSERT_TRUE(Eventually([this] { return PixelOf(Control("lstFind"), {150, 30}) == kWhite; }));
   const SystemColors black;
-  // Not every system tells running programs.
+  // Not every system notifies running programs.
   Close();
   ASSERT_EQ(Program().WaitForEnd(), 0);
   StartAndShow(L"win.api");
@@ -134,7 +134,7 @@ TEST_F(DisplayOutside, ABlackSchemeOfTheSystemIsFollowed) {
     EXPECT_TRUE(Eventually([&] { return PixelOf(Control(control), at) == kBlack; })) << control;
   }
   ClickItem("lstDeclare", 1, u"Declare Function");
-  EXPECT_TRUE(Eventually([this] { return HasWhiteDots(Control("RTB")); }))
+  EXPECT_TRUE(Eventually([this] { return HasWhitePixels(Control("RTB")); }))
       << "code in black would not be seen";
 }
 

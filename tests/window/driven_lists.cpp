@@ -50,7 +50,7 @@ class ValueThere {
   void* place_ = nullptr;
 };
 
-POINT CentreOf(const RECT& area) {
+POINT CenterOf(const RECT& area) {
   return {(area.left + area.right) / 2, (area.top + area.bottom) / 2};
 }
 
@@ -64,7 +64,7 @@ constexpr RowMessages kComboMessages = {CB_GETCOUNT, CB_GETLBTEXTLEN, CB_GETLBTE
 std::u16string RowAt(HWND window, const RowMessages& messages, WPARAM row) {
   const auto length = Ask(window, messages.length, row);
   if (length < 0) return {};
-  // Longer than told, since the row may be another one by now.
+  // Longer than answered, since the row may be another one by now.
   std::u16string text(static_cast<std::size_t>(length) + 1024, u'\0');
   const auto size = Ask(window, messages.text, row, reinterpret_cast<LPARAM>(text.data()));
   text.resize(static_cast<std::size_t>(std::max<LRESULT>(size, 0)));
@@ -84,7 +84,7 @@ POINT PlaceOfRow(HWND list, int row) {
   Ask(list, LB_SETTOPINDEX, static_cast<WPARAM>(row));
   RECT area{};
   Ask(list, LB_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&area));
-  return CentreOf(area);
+  return CenterOf(area);
 }
 
 struct EntryText {
@@ -179,7 +179,7 @@ bool IsButtonEnabled(HWND toolbar, int button) {
 void ClickButton(HWND toolbar, int button) {
   const ValueThere<RECT> there(toolbar, RECT{});
   Ask(toolbar, TB_GETITEMRECT, static_cast<WPARAM>(button), there.Parameter());
-  Click(toolbar, CentreOf(there.Read()));
+  Click(toolbar, CenterOf(there.Read()));
 }
 
 void ChangeResolutionOf(HWND form, int dpi, const RECT& place) {

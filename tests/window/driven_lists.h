@@ -14,7 +14,7 @@ namespace declarium::window_driver {
 void ClickRow(HWND list, int row);
 void DoubleClickRow(HWND list, int row);
 
-// Combo boxes. A chosen row is told to the form as a user's choice is.
+// Combo boxes. The form is notified of a chosen row as of a user's choice.
 [[nodiscard]] std::vector<std::u16string> ComboRows(HWND combo);
 [[nodiscard]] int ChosenRow(HWND combo);
 void ChooseRow(HWND combo, int row);
@@ -25,14 +25,15 @@ void ChooseRow(HWND combo, int row);
 [[nodiscard]] int SelectedEntry(HWND view);
 void ClickEntry(HWND view, int entry);
 void DoubleClickEntry(HWND view, int entry);
-// A place on the entry, in dots of the view's inner area.
+// A place on the entry, in physical pixels of the view's inner area.
 [[nodiscard]] POINT PlaceOfEntry(HWND view, int entry);
 
 // Toolbars: buttons by their place among buttons and gaps.
 [[nodiscard]] bool IsButtonEnabled(HWND toolbar, int button);
 void ClickButton(HWND toolbar, int button);
 
-// Tells a form that it is on a screen of so many dots per inch now, where `place` is meant for it.
+// Notifies a form that it is on a screen of so many dots per inch now, where `place` is meant for
+// it.
 void ChangeResolutionOf(HWND form, int dpi, const RECT& place);
 
 }  // namespace declarium::window_driver

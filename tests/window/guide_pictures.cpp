@@ -1,4 +1,4 @@
-// Does in Declarium.exe what the guide tells, from outside, and asks for the guide's pictures
+// Does in Declarium.exe what the guide says, from outside, and asks for the guide's pictures
 // (window/picture_job.h):
 //
 //   guide_pictures DECLARIUM.EXE SOURCE.BAS

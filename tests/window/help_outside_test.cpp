@@ -76,7 +76,7 @@ TEST_F(HelpOutside, TheHelpMenuShowsTheFirstPage) {
   EXPECT_TRUE(IsShown("index"));
 }
 
-TEST_F(HelpOutside, AMissingPageIsToldWithItsPath) {
+TEST_F(HelpOutside, AMissingPageIsReportedWithItsPath) {
   fs::remove(FileAt("guide/sk/index.html"));
   ChooseMenu("mnuGuide");
   const HWND message = Program().Dialog();

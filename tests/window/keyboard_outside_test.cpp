@@ -111,7 +111,7 @@ class BarByKeys : public KeyboardOutside {
     GetWindowRect(Control(name), &area);
     return area.left;
   }
-  // The arrow key, until the bar is so many dots away from its place.
+  // The arrow key, until the bar is so many physical pixels away from its place.
   void MoveBar(int key, LONG distance) const {
     const LONG rest = LeftOf("PosMainWidth");
     for (LONG now = rest; std::abs(now - rest) < distance;) {

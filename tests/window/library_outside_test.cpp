@@ -72,7 +72,7 @@ TEST_F(LibraryOutside, SaveAsWritesAnotherFileAndGoesOnWithIt) {
   ChooseMenu("mnuSaveAs");
   AnswerFile("copy.api");
   ASSERT_TRUE(ComesToHold("copy.api", WinLibrary()));
-  // The catalogue is read anew, and with it the library.
+  // The catalogue is reread, and with it the library.
   ASSERT_TRUE(Eventually([this] { return SelectedRow(Control("lstConst")) == -1; }));
   ClickItem("lstConst", 1, u"Const B");
   DeleteB();
@@ -190,7 +190,7 @@ class ReadOnlyView {
     HeapFree(GetProcessHeap(), 0, converted);
     return text;
   }
-  // Without waiting for the end, which is not told.
+  // Without waiting for the end, of which there is no notification.
   static void Run(const std::string& command) {
     std::string line = "\\\\?\\unix\\bin\\sh -c \"" + command + "\"";
     STARTUPINFOA startup{};

@@ -1,4 +1,4 @@
-// What a program that does a job for pictures tells whoever runs it (scripts/picture-job): lines of
+// What a program that does a job for pictures reports to its caller (scripts/picture-job): lines of
 // text, and requests for a picture.
 #pragma once
 

@@ -23,7 +23,7 @@ class PointerOutside : public OutsideTest {
     BringToFront(Main());
   }
 
-  // A control's place in the form, in dots.
+  // A control's place in the form, in physical pixels.
   [[nodiscard]] RECT Place(std::string_view name) const {
     RECT area{};
     GetWindowRect(Control(name), &area);
@@ -54,7 +54,7 @@ TEST_F(PointerOutside, ASharedItemDraggedToTheBasketIsAdded) {
 TEST_F(PointerOutside, ASharedItemDroppedElsewhereIsNotAdded) {
   Drag(Control("lstShare"), PlaceOfEntry(Control("lstShare"), 1), Control("lstFind"), {20, 10});
   Drag(Control("lstShare"), PlaceOfEntry(Control("lstShare"), 0), Control("lstShare"), {20, 60});
-  // What comes behind it in the message queue tells that the drops were handled.
+  // What comes behind it in the message queue shows that the drops were handled.
   PressKey(Control("lstType"), VK_RETURN);
   EXPECT_TRUE(EntriesBecome("lstAdd", {u"3 RECT"}));
 }

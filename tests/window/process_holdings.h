@@ -1,4 +1,4 @@
-// What a process holds, told under Wine too, where the system's own functions for it answer
+// What a process holds; counts under Wine too, where the system's own functions for it answer
 // nothing.
 #pragma once
 

@@ -41,7 +41,7 @@ void MovePointer(HWND window, POINT at) {
   INPUT input{};
   input.type = INPUT_MOUSE;
   input.mi.dwFlags = MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE;
-  // The whole screen is 65 536 units wide and high; a dot's middle is meant.
+  // The whole screen is 65 536 units wide and high; a pixel's middle is meant.
   input.mi.dx = (at.x * 0x10000 + 0x8000) / GetSystemMetrics(SM_CXSCREEN);
   input.mi.dy = (at.y * 0x10000 + 0x8000) / GetSystemMetrics(SM_CYSCREEN);
   SendInput(1, &input, sizeof input);

@@ -14,7 +14,7 @@ void BringToFront(HWND window);
 // Presses the keys in turn and releases them backwards: {VK_CONTROL, 'S'}.
 void PressTogether(std::initializer_list<int> keys);
 
-// Places in a window's inner area, in dots.
+// Places in a window's inner area, in physical pixels.
 void MovePointer(HWND window, POINT at);
 void HoldLeftButton();
 // Waits until a press has made the window receive the pointer wherever it goes.

@@ -36,7 +36,7 @@ void SetText(HWND window, std::u16string_view text);
 // Characters and keys as if the window had the focus; `key` is a virtual-key code.
 void Type(HWND window, std::u16string_view text);
 void PressKey(HWND window, int key);
-// At a place in the window's inner area, in dots.
+// At a place in the window's inner area, in physical pixels.
 void Click(HWND window, POINT at);
 void DoubleClick(HWND window, POINT at);
 void RightClick(HWND window, POINT at);

@@ -197,7 +197,7 @@ class Reader {
   }
 
   // An unnamed record or union inside a record has no field of its own in the tree; its first named
-  // member tells where it stands.
+  // member says where it stands.
   void ReadUnnamedMember(CXCursor cursor, CXType parent, Record& record) {
     if (clang_Cursor_isAnonymousRecordDecl(cursor) == 0) return;
     Field field;

@@ -26,7 +26,7 @@ class ImportLibraries {
   // The entry of a procedure by its name in the headers.
   [[nodiscard]] const ImportEntry* Find(std::string_view name) const;
 
-  // Whether an entry of the name exists that does not tell its argument bytes.
+  // Whether an entry of the name exists without its argument bytes.
   [[nodiscard]] bool IsUndecorated(std::string_view name) const;
 
  private:

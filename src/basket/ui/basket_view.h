@@ -28,8 +28,8 @@ struct BasketControls {
 
 class BasketView {
  public:
-  // `has_code_module` tells whether the host has an active code module. Everything must outlive the
-  // view.
+  // `has_code_module` returns whether the host has an active code module. Everything must outlive
+  // the view.
   BasketView(const Library& library, ItemDisplay& display, const BasketControls& controls,
              std::function<bool()> has_code_module);
 

@@ -4,7 +4,7 @@ namespace declarium::com {
 
 StartLimit::StartLimit(HWND window, ServerProcess& process, std::chrono::milliseconds limit)
     : window_(window), process_(process) {
-  // The timer's number tells its procedure which object it is for.
+  // The timer's number is the object, for its procedure.
   SetTimer(window_, reinterpret_cast<UINT_PTR>(this), static_cast<UINT>(limit.count()), Passed);
 }
 

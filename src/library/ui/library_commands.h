@@ -41,7 +41,7 @@ class LibraryCommands {
   LibraryCommands(Toolkit& toolkit, Library& library, KindSelector& selector,
                   const DatabaseControls& controls, std::filesystem::path folder);
 
-  // Reads the catalogue anew; the combo box keeps its row number, which loads the row's library
+  // Rereads the catalogue; the combo box keeps its row number, which loads the row's library
   // when that row has another title now.
   void EnumDatabases();
 

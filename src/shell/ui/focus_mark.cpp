@@ -6,7 +6,7 @@ namespace {
 
 constexpr int kStep = 2;
 
-// Both lines of dots keep to one pattern over the whole surface.
+// Both dotted lines keep to one pattern over the whole surface.
 void InvertRow(Canvas& canvas, int y, int width) {
   for (int x = y % kStep; x < width; x += kStep) canvas.Invert({x, y, 1, 1});
 }

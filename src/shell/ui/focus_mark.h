@@ -5,7 +5,7 @@
 
 namespace declarium {
 
-// Inverts every second dot along the surface's edge, so that the mark shows on any color.
+// Inverts every second pixel along the surface's edge, so that the mark shows on any color.
 void DrawFocusMark(Canvas& canvas);
 
 }  // namespace declarium

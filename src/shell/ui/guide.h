@@ -19,7 +19,7 @@ class Guide {
   Guide& operator=(const Guide&) = delete;
 
   // Shows the page of a form's help topic; the first page when the topic is empty. A page that is
-  // missing, or that no program shows, is told to the user with its path.
+  // missing, or that no program shows, is reported to the user with its path.
   void Open(std::string_view topic);
 
   [[nodiscard]] std::filesystem::path PageOf(std::string_view topic) const;

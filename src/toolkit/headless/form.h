@@ -1,5 +1,5 @@
-// A form without a window. Its border is 8 dots wide on each side, the title 31 and the menu bar 20
-// dots high.
+// A form without a window. Its border is 8 pixels wide on each side, the title 31 and the menu bar
+// 20 pixels high.
 #pragma once
 
 #include <map>

@@ -1,4 +1,4 @@
-// Names of controls for assistive tools.
+// Accessible names of controls.
 #pragma once
 
 #include <string>

@@ -1,5 +1,5 @@
 // The functions of the system that know the resolution of a screen. They came with Windows 10 1607;
-// before, all screens count as having the same resolution, and the older functions do.
+// before, all screens have the same resolution, and the older functions suffice.
 #pragma once
 
 #include "win32/system.h"
@@ -14,7 +14,7 @@ class ScreenFunctions {
   // Dots per inch.
   [[nodiscard]] int SystemDpi() const;
   [[nodiscard]] int WindowDpi(HWND window) const;
-  // Extends an inner area in dots to the whole window around it.
+  // Extends an inner area in physical pixels to the whole window around it.
   void AddBorders(RECT& area, DWORD style, DWORD extended_style, bool has_menu, int dpi) const;
   // The font that the user chose for messages.
   [[nodiscard]] LOGFONTW MessageFont(int dpi) const;

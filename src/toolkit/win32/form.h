@@ -108,13 +108,13 @@ class Win32Form : public Form {
   [[nodiscard]] std::unique_ptr<Component> Make(const ControlDefinition& definition);
   void SetIcons();
   void ChoosePlace(const Form* owner);
-  // The whole window around an inner area in pixels at 96 dpi, in dots.
+  // The whole window around an inner area: pixels at 96 dpi to physical pixels.
   [[nodiscard]] Size OuterDots(Size inner) const;
   void SetOuterSize(int width, int height);
   void RaiseResizeIfChanged();
   // How the window is shown now.
   [[nodiscard]] ShowCommand NativeShowCommand() const;
-  // What ShowWindow is to be told so that Show shows the window.
+  // The command for ShowWindow with which Show shows the window.
   [[nodiscard]] int CommandForShow() const;
   [[nodiscard]] bool CanTakeFocus(const Control& control) const;
   bool PressShortcut(int key);
@@ -124,7 +124,7 @@ class Win32Form : public Form {
   bool PressButtonKey(int key);
   void ClickFromKeyboard(Control& button);
   void UpdateNativeEnabled();
-  // Where a popup menu opens, in dots of the screen.
+  // Where a popup menu opens, in physical pixels of the screen.
   [[nodiscard]] POINT PopupPlace() const;
 
   std::optional<LRESULT> OnCommand(WPARAM, LPARAM);
@@ -169,8 +169,8 @@ class Win32Form : public Form {
   const Control* popup_at_ = nullptr;  // where the keyboard asked for a popup menu
   int blocked_ = 0;
   int locks_ = 0;
-  ModalScope* modal_ = nullptr;                      // while this form is shown modally
-  Size last_inner_;                                  // in dots, when on_resize was raised last
+  ModalScope* modal_ = nullptr;  // while this form is shown modally
+  Size last_inner_;              // in physical pixels, when on_resize was raised last
   ShowCommand kept_command_ = ShowCommand::kNormal;  // of a hidden form, for its next Show
   Control* focus_ = nullptr;
 };

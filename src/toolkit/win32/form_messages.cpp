@@ -38,7 +38,7 @@ const wchar_t* Win32Form::WindowClass() {
     native.lpfnWndProc = Procedure;
     native.hInstance = GetModuleHandleW(nullptr);
     native.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-    // Of the class rather than of each window, which would have to tell the window manager.
+    // Of the class rather than of each window, which would have to notify the window manager.
     const int dpi = Screens().SystemDpi();
     static const UniqueIcon large = DrawIconPicture(Icon::kApplication, ToDots(32, dpi));
     static const UniqueIcon small = DrawIconPicture(Icon::kApplication, SmallIconSize(dpi));

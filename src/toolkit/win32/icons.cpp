@@ -200,7 +200,7 @@ bool Covers(const Shape& s, Vertex p) {
   return false;
 }
 
-// Edges of rectangles lie between dots, so that they stay sharp in every size.
+// Edges of rectangles lie between pixels, so that they stay sharp in every size.
 std::vector<Shape> Fit(std::span<const Shape> shapes, int size) {
   const float unit = static_cast<float>(size) / 16;
   const auto snap = [unit](float v) { return std::round(v * unit) / unit; };
@@ -220,7 +220,7 @@ std::uint32_t Faded(std::uint32_t color) {
   return light << 16 | light << 8 | light;
 }
 
-// One dot from 4 by 4 samples, as 0xAARRGGBB with the colors multiplied by the cover.
+// One pixel from 4 by 4 samples, as 0xAARRGGBB with the colors multiplied by the cover.
 std::uint32_t Sample(std::span<const Shape> shapes, float x, float y, float step, Look look) {
   constexpr int kSamples = 4;
   std::uint32_t red = 0, green = 0, blue = 0, covered = 0;

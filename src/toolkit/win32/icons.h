@@ -9,7 +9,7 @@ namespace declarium::win32 {
 
 enum class Look { kNormal, kDisabled };
 
-// The size of small pictures for a resolution: 16, 20, 24 or 32 dots.
+// The size of small pictures for a resolution: 16, 20, 24 or 32 physical pixels.
 [[nodiscard]] int SmallIconSize(int dpi);
 
 [[nodiscard]] UniqueIcon DrawIconPicture(Icon icon, int size, Look look = Look::kNormal);

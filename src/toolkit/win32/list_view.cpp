@@ -235,7 +235,7 @@ void Win32ListView::Press(MouseButton button, WPARAM keys, LPARAM dots) {
   pressed_ = button == MouseButton::kLeft ? position : -1;
   pressed_at_ = {GET_X_LPARAM(dots), GET_Y_LPARAM(dots)};
   on_mouse_down.Raise(event);
-  // From here on, since a quick hand has left the list before the first move is told.
+  // From here on, since a quick hand has left the list before the first notification of a move.
   if (pressed_ > 0 && drag_target_) SetCapture(Handle());
 }
 

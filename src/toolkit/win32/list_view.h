@@ -41,7 +41,7 @@ class Win32ListView : public Win32Control<ListView> {
   void ItemChanged(const NMLISTVIEW& change);
 
   // The native control learns of changes when something depends on it, so that long lists are
-  // filled without telling it of each entry.
+  // filled without a notification for each entry.
   void ListChanged();
   void Synchronize() const;
   [[nodiscard]] bool ScrollBarChanges() const;
@@ -53,7 +53,7 @@ class Win32ListView : public Win32Control<ListView> {
   mutable int marked_ = -1;  // the entry that the native control shows as selected
   int column_width_;
   mutable bool behind_ = false;         // the native control does not know the list as it is
-  bool posted_ = false;                 // it will be told
+  bool posted_ = false;                 // a notification is on its way
   mutable bool synchronizing_ = false;  // native selection changes are not the user's
   Control* drag_target_ = nullptr;
   int pressed_ = -1;  // entry under the left button while it is held down

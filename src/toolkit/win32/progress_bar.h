@@ -32,7 +32,7 @@ class Win32ProgressBar : public Win32Control<ProgressBar> {
     posted_ = true;
     PostMessageW(Handle(), kSynchronize, 0, 0);
   }
-  // Painting each of many positions would take longer than most of the work that they tell of, so
+  // Painting each of many positions would take longer than most of the work that they report, so
   // those that follow too fast for the eye are left out; the last one is always shown in the end.
   void Refresh() override {
     const DWORD now = GetTickCount();
@@ -53,8 +53,8 @@ class Win32ProgressBar : public Win32Control<ProgressBar> {
     return 0;
   }
 
-  // The native control paints itself at every change that it is told of, so it is told when the
-  // change is to be seen.
+  // The native control paints itself at every change that it is notified of, so it is notified when
+  // the change is to be seen.
   void Synchronize() {
     if (value_ == shown_) return;
     shown_ = value_;
@@ -65,7 +65,7 @@ class Win32ProgressBar : public Win32Control<ProgressBar> {
   int value_ = 0;
   DWORD painted_at_ = 0;
   int shown_ = 0;        // the value that the native control knows
-  bool posted_ = false;  // it will be told of a change
+  bool posted_ = false;  // a notification of a change is on its way
 };
 
 }  // namespace declarium::win32

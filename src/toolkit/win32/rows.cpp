@@ -6,7 +6,7 @@ namespace declarium::win32 {
 
 namespace {
 
-constexpr int kComboBorders = 6;  // around the closed combo box's text, in dots
+constexpr int kComboBorders = 6;  // around the closed combo box's text, in physical pixels
 
 }  // namespace
 

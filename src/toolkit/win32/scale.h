@@ -1,4 +1,4 @@
-// From pixels at 96 dpi to the dots of a screen and back.
+// From pixels at 96 dpi (DIPs) to the physical pixels of a screen and back.
 #pragma once
 
 #include "toolkit/color.h"
@@ -13,7 +13,7 @@ namespace declarium::win32 {
 [[nodiscard]] inline int ToPixels(int dots, int dpi) {
   return MulDiv(dots, 96, dpi);
 }
-// Rounded down, so that what is placed within the result is within the dots too.
+// Rounded down, so that what is placed within the result is within the physical pixels too.
 [[nodiscard]] inline int ToPixelsInside(int dots, int dpi) {
   return dots * 96 / dpi;
 }

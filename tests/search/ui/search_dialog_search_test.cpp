@@ -106,7 +106,7 @@ TEST_F(SearchDialogTest, EnterOnACheckBoxStartsTheSearch) {
   EXPECT_THAT(Rows(), ElementsAre(u"MSG"));
 }
 
-TEST_F(SearchDialogTest, NoCriteriaIsToldAndKeepsRowsAndCount) {
+TEST_F(SearchDialogTest, NoCriteriaIsReportedAndKeepsRowsAndCount) {
   Open();
   Search("Text1", u"window");
   ASSERT_EQ(LV1().Count(), 3);
@@ -119,7 +119,7 @@ TEST_F(SearchDialogTest, NoCriteriaIsToldAndKeepsRowsAndCount) {
   EXPECT_EQ(CountLabel(), u"Nájdených: 3");
 }
 
-TEST_F(SearchDialogTest, TooFewItemsAreToldAndKeepRowsAndCount) {
+TEST_F(SearchDialogTest, TooFewItemsAreReportedAndKeepRowsAndCount) {
   Open();
   Search("Text1", u"window");
   library_ = Library();
@@ -144,7 +144,7 @@ TEST_F(SearchDialogTest, WithNoKindCheckedThereAreTooFewItems) {
               ElementsAre(u"Nedostatok položiek pre vyhľadávanie."));
 }
 
-TEST_F(SearchDialogTest, NoCriteriaIsToldBeforeTooFewItems) {
+TEST_F(SearchDialogTest, NoCriteriaIsReportedBeforeTooFewItems) {
   library_ = Library();
   Open();
   toolkit_.Script().AnswerMessage(Answer::kOk);

@@ -60,7 +60,7 @@ TEST_F(GuideTest, AfterItsEndTheCallForHelpDoesNothing) {
   EXPECT_TRUE(toolkit_.Script().AskedSoFar().empty());
 }
 
-TEST_F(GuideTest, AMissingPageIsToldWithItsPath) {
+TEST_F(GuideTest, AMissingPageIsReportedWithItsPath) {
   toolkit_.Script().AnswerMessage(Answer::kOk);
   guide_.Open("search");
   EXPECT_TRUE(toolkit_.OpenedDocuments().empty());
@@ -70,7 +70,7 @@ TEST_F(GuideTest, AMissingPageIsToldWithItsPath) {
                      .icon = MessageIcon::kExclamation}));
 }
 
-TEST_F(GuideTest, APageThatNoProgramShowsIsToldWithItsPath) {
+TEST_F(GuideTest, APageThatNoProgramShowsIsReportedWithItsPath) {
   const auto page = PutPage("search.html");
   toolkit_.RefuseDocuments();
   toolkit_.Script().AnswerMessage(Answer::kOk);
