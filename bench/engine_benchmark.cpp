@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "bench/benchmark_files.h"
+#include "bench/counting_receiver.h"
 #include "bench/generated_library.h"
 #include "bench/process_benchmark.h"
 #include "library/file_format.h"
@@ -135,19 +136,6 @@ void TypeAhead(benchmark::State& state, const StringList& names) {
   }
   state.counters["coarse_reads"] = CoarseReads(names, keystrokes);
 }
-
-// Counts hits; a clock that stands still keeps the count label out of the measurement.
-class CountingReceiver final : public SearchReceiver {
- public:
-  void Begin(std::int32_t) override {}
-  void Hit(const SearchHit&) override { ++hits; }
-  void Position(std::int32_t) override {}
-  void Count(std::int32_t) override {}
-  void End() override {}
-  std::uint32_t TickCount() override { return 0; }
-
-  std::size_t hits = 0;
-};
 
 void SearchAll(benchmark::State& state, const Library& library, const SearchCriteria& criteria) {
   CountingReceiver receiver;

@@ -147,7 +147,7 @@ HostResult<Insertion> HostConnection::Insert(
   // The question lets the host in, which may make another module the active one or disconnect.
   const auto module = active_->module();
   const auto application = application_;
-  auto outcome = InsertIntoModule(module.get(), ask, text);
+  auto outcome = InsertIntoActiveModule(module.get(), ask, text);
   if (outcome && *outcome == Insertion::kInserted) KeepCaretInView(*application, *module);
   return outcome;
 }

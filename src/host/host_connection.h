@@ -49,7 +49,7 @@ class HostConnection : public std::enable_shared_from_this<HostConnection> {
   // One turn of the 100 ms timer CodeModuleChecker.
   void CheckActiveCodeModule() { active_->Check(); }
 
-  // InsertIntoModule on the active code module; the caret's line stays in view.
+  // InsertIntoActiveModule on the active code module; the caret's line stays in view.
   [[nodiscard]] HostResult<Insertion> Insert(
       const std::function<bool(std::u16string_view question)>& ask,
       const std::function<std::u16string()>& text);

@@ -6,9 +6,9 @@
 
 namespace declarium {
 
-HostResult<Insertion> InsertIntoModule(CodeModule* module,
-                                       const std::function<bool(std::u16string_view question)>& ask,
-                                       const std::function<std::u16string()>& text) {
+HostResult<Insertion> InsertIntoActiveModule(
+    CodeModule* module, const std::function<bool(std::u16string_view question)>& ask,
+    const std::function<std::u16string()>& text) {
   if (!module) return Insertion::kNoModule;
   const auto name = module->ComponentName();
   if (!name) return std::unexpected(name.error());

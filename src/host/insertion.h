@@ -18,7 +18,7 @@ enum class Insertion {
 // Asks "Vložiť do 'NAME' ?" and on Yes inserts the text after the module's declarations section.
 // `module` may be null. `ask` shows a Yes/No question and returns whether the answer was Yes;
 // `text` is called only when the text is needed. A failing call ends the insertion with its error.
-[[nodiscard]] HostResult<Insertion> InsertIntoModule(
+[[nodiscard]] HostResult<Insertion> InsertIntoActiveModule(
     CodeModule* module, const std::function<bool(std::u16string_view question)>& ask,
     const std::function<std::u16string()>& text);
 

@@ -11,7 +11,7 @@ class InsertionTest : public testing::Test {
  protected:
   HostResult<Insertion> Insert(bool answer) {
     const auto module = host_.Module(module_);
-    return InsertIntoModule(
+    return InsertIntoActiveModule(
         module.get(),
         [&](std::u16string_view question) {
           question_ = question;

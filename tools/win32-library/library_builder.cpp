@@ -139,7 +139,8 @@ void SortByName(std::vector<Row>& rows) {
 Library BuildLibrary(const std::vector<Headers>& units, const ImportLibraries& libraries) {
   ConstantTranslator constants;
   for (const Headers& unit : units) constants.Add(unit.constants);
-  // The first pass collects the names of procedures and records, the second knows the constants left.
+  // The first pass collects the names of procedures and records, the second knows the constants
+  // left.
   const Library first = Pass(units, libraries, constants).library;
   for (const std::string& name : NamesOf(first.declares))
     constants.LeaveOut(name, kTakenByProcedure);
