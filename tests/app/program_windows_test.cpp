@@ -282,10 +282,10 @@ class FailingStore final : public SettingsStore {
   bool CreateKey(std::u16string_view) override { return false; }
 
  private:
-  std::optional<StoredValue> Read(std::u16string_view, std::u16string_view) const override {
+  std::optional<RegistryValue> Read(std::u16string_view, std::u16string_view) const override {
     throw std::runtime_error("no settings");
   }
-  bool Write(std::u16string_view, std::u16string_view, const StoredValue&) override {
+  bool Write(std::u16string_view, std::u16string_view, const RegistryValue&) override {
     return false;
   }
 };

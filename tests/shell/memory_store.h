@@ -29,11 +29,11 @@ class MemoryStore : public SettingsStore {
   }
   // The bytes of a value; empty when there is none.
   [[nodiscard]] std::string Bytes(std::u16string_view key, std::u16string_view name) const {
-    return Read(key, name).value_or(StoredValue{}).bytes;
+    return Read(key, name).value_or(RegistryValue{}).bytes;
   }
   // The type's number; 0 when there is no such value.
   [[nodiscard]] std::uint32_t Type(std::u16string_view key, std::u16string_view name) const {
-    return Read(key, name).value_or(StoredValue{}).type;
+    return Read(key, name).value_or(RegistryValue{}).type;
   }
 
   bool fails = false;
@@ -42,22 +42,23 @@ class MemoryStore : public SettingsStore {
   mutable std::vector<std::u16string> read = {};  // names, in order
 
  private:
-  [[nodiscard]] std::optional<StoredValue> Read(std::u16string_view key,
-                                                std::u16string_view name) const override {
+  [[nodiscard]] std::optional<RegistryValue> Read(std::u16string_view key,
+                                                  std::u16string_view name) const override {
     read.emplace_back(name);
     const auto found = values_.find({std::u16string(key), std::u16string(name)});
     if (fails || found == values_.end()) return std::nullopt;
     return found->second;
   }
 
-  bool Write(std::u16string_view key, std::u16string_view name, const StoredValue& value) override {
+  bool Write(std::u16string_view key, std::u16string_view name,
+             const RegistryValue& value) override {
     if (fails) return false;
     written.emplace_back(name);
     Put(key, name, value.type, value.bytes);
     return true;
   }
 
-  std::map<std::pair<std::u16string, std::u16string>, StoredValue> values_;
+  std::map<std::pair<std::u16string, std::u16string>, RegistryValue> values_;
 };
 
 }  // namespace declarium
