@@ -8,6 +8,7 @@
 #include "bench/generated_library.h"
 #include "library/file_format.h"
 #include "library/file_io.h"
+#include "library/file_saver.h"
 #include "source/item_text.h"
 #include "text/code_page.h"
 

@@ -58,8 +58,10 @@ function(declarium_test name)
   target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
   target_precompile_headers(${name} REUSE_FROM declarium_test_headers)
   add_test(NAME ${name} COMMAND ${name})
-  # Those that may take long begin first, so that none is left to run alone at the end.
-  set_tests_properties(${name} PROPERTIES TIMEOUT ${ARG_TIMEOUT} COST ${ARG_TIMEOUT})
+  # Those that may take long begin first, so that none is left to run alone at the end. The user's
+  # own history is no place for what tests replace.
+  set_tests_properties(${name} PROPERTIES TIMEOUT ${ARG_TIMEOUT} COST ${ARG_TIMEOUT}
+                       ENVIRONMENT "DECLARIUM_HISTORY=none")
   foreach(source ${ARG_SOURCES})
     get_filename_component(path ${source} ABSOLUTE)
     set_property(GLOBAL APPEND PROPERTY DECLARIUM_TEST_SOURCES ${path})

@@ -2,6 +2,7 @@
 
 #include "bench/window/driven_declarium.h"
 #include "library/file_io.h"
+#include "library/file_saver.h"
 
 namespace declarium::bench {
 

@@ -16,6 +16,7 @@
 #include "host/com/windows_face_clipboard.h"
 #include "host/host_sessions.h"
 #include "host/server_switches.h"
+#include "library/history_folder.h"
 #include "shell/registry_store.h"
 #include "shell/ui/splash.h"
 #include "text/user_texts.h"
@@ -51,8 +52,9 @@ int RunStandalone(const fs::path& library) {
   RegistryStore store(registry);
   Splash splash(toolkit);
   splash.Show();
-  MainWindow window(toolkit, store,
-                    {.folder = ProgramFolder(), .command_line = library, .host = {}});
+  MainWindow window(
+      toolkit, store,
+      {.folder = ProgramFolder(), .command_line = library, .host = {}, .history = HistoryFolder()});
   window.ShowMainWindow();
   return toolkit.Run();
 }
@@ -66,8 +68,9 @@ int Serve() {
   RegistryStore store(registry);
   com::PostedCalls posted_calls;
   com::ServerProcess process([&toolkit] { toolkit.Quit(0); });
-  ProgramWindows windows(toolkit, store, ProgramFolder(),
-                         [&process] { return std::make_shared<com::ServerHold>(process); });
+  ProgramWindows windows(
+      toolkit, store, ProgramFolder(),
+      [&process] { return std::make_shared<com::ServerHold>(process); }, HistoryFolder());
   com::WindowsFaceClipboard clipboard(posted_calls.window());
   HostSessions sessions(clipboard, windows, [&posted_calls](std::function<void()> call) {
     posted_calls.Post(std::move(call));

@@ -16,9 +16,9 @@ KindSelectorControls ForSelector(MainForm& f) {
 }
 
 DatabaseControls ForDatabase(MainForm& f) {
-  return {*f.frmMain,  f.cmbDatabase, f.Toolbar1,        f.mnuDatabase, f.mnuNew,
-          f.mnuOpen,   f.mnuSave,     f.mnuSaveAs,       f.mnuRename,   f.mnuImport,
-          f.mnuExport, f.mnuAdd,      f.mnuDeleteDbItem, f.lstFind,     f.lstShare};
+  return {*f.frmMain, f.cmbDatabase,     f.Toolbar1,  f.mnuDatabase, f.mnuNew,    f.mnuOpen,
+          f.mnuSave,  f.mnuSaveAs,       f.mnuRename, f.mnuRestore,  f.mnuImport, f.mnuExport,
+          f.mnuAdd,   f.mnuDeleteDbItem, f.lstFind,   f.lstShare};
 }
 
 BasketControls ForBasket(MainForm& f) {
@@ -32,20 +32,21 @@ MainWindow::MainWindow(Toolkit& toolkit, SettingsStore& store, MainWindowOptions
     : toolkit_(toolkit),
       store_(store),
       options_(std::move(options)),
+      saver_(SystemFiles(), History(SystemFiles(), options_.history)),
       form_(toolkit),
       guide_(toolkit, options_.folder),
       selector_(toolkit, library_, ForSelector(form_)),
       code_display_(form_.RTB, colors_),
       item_display_(code_display_, form_.lstShare),
-      commands_(toolkit, library_, selector_, ForDatabase(form_), options_.folder),
+      commands_(toolkit, saver_, library_, selector_, ForDatabase(form_), options_.folder),
       import_command_(toolkit, library_, selector_, form_.mnuImport),
       add_dialog_(toolkit, library_, selector_),
-      export_command_(toolkit, library_, form_.mnuExport),
+      export_command_(toolkit, saver_, library_, form_.mnuExport),
       basket_view_(library_, item_display_, ForBasket(form_), options_.host.has_code_module),
       quick_find_(library_, selector_, {form_.txtInput, form_.txtFind, form_.lstFind},
                   [this](const ItemView& item) { basket_view_.Add(item); }),
       search_dialog_(toolkit, LinksForSearch()),
-      toolbar_(toolkit, form_.Toolbar1, ActionsForToolbar()),
+      toolbar_(toolkit, saver_, form_.Toolbar1, ActionsForToolbar()),
       main_width_bar_(SplitterBars()[0], *form_.frmMain, panes_, [this] { Form_Resize(); }),
       rtb_height_bar_(SplitterBars()[1], *form_.frmMain, panes_, [this] { Form_Resize(); }),
       add_height_bar_(SplitterBars()[2], *form_.frmMain, panes_, [this] { Form_Resize(); }) {
@@ -119,6 +120,7 @@ void MainWindow::ShowMainWindow() {
   // The list took the focus while it was filled, but a window not yet shown keeps none.
   if (auto* list = selector_.SelectList(); first_time && list != nullptr) list->SetFocus();
   form_.CodeModuleChecker.SetEnabled(true);
+  if (first_time) commands_.OfferUnwritten();
 }
 
 bool MainWindow::Unload() {

@@ -10,6 +10,7 @@
 #include "host/ui/toolbar_commands.h"
 #include "import/ui/add_dialog.h"
 #include "import/ui/import_command.h"
+#include "library/file_saver.h"
 #include "library/library.h"
 #include "library/ui/kind_selector.h"
 #include "library/ui/library_commands.h"
@@ -45,6 +46,7 @@ struct MainWindowOptions {
   std::filesystem::path command_line;  // a library to open at start, or empty
   RunMode mode = RunMode::kStandalone;
   HostLink host;
+  std::filesystem::path history = {};  // the history's folder; empty: what is replaced is not kept
 };
 
 class MainWindow {
@@ -63,6 +65,8 @@ class MainWindow {
   // An unloaded window stays unloaded.
   [[nodiscard]] bool IsLoaded() const { return form_.frmMain->IsLoaded(); }
   [[nodiscard]] bool IsShown() const { return form_.frmMain->Visible(); }
+  // Keeps unsaved changes in the history, for when nobody can be asked.
+  void KeepUnsaved() { commands_.KeepUnsaved(); }
   // The host's active code module has come, gone or changed.
   void CodeModuleChanged() { basket_view_.SetCEI(); }
 
@@ -83,6 +87,7 @@ class MainWindow {
   Toolkit& toolkit_;
   SettingsStore& store_;
   MainWindowOptions options_;
+  FileSaver saver_;
   Library library_;
   DisplayColors colors_;
   PaneSizes panes_;

@@ -8,11 +8,12 @@
 namespace declarium {
 
 ProgramWindows::ProgramWindows(Toolkit& toolkit, SettingsStore& store, std::filesystem::path folder,
-                               MakeHold make_hold)
+                               MakeHold make_hold, std::filesystem::path history)
     : toolkit_(toolkit),
       store_(store),
       folder_(std::move(folder)),
-      make_hold_(std::move(make_hold)) {}
+      make_hold_(std::move(make_hold)),
+      history_(std::move(history)) {}
 
 bool ProgramWindows::LoadMainWindow(HostConnection& connection) {
   // What the user does in the shown window is meant for the host that showed it.
@@ -24,10 +25,12 @@ bool ProgramWindows::LoadMainWindow(HostConnection& connection) {
 
 bool ProgramWindows::LoadNewWindow() {
   try {
-    window_ = std::make_unique<MainWindow>(
-        toolkit_, store_,
-        MainWindowOptions{
-            .folder = folder_, .command_line = {}, .mode = RunMode::kInHost, .host = LinkToHost()});
+    window_ = std::make_unique<MainWindow>(toolkit_, store_,
+                                           MainWindowOptions{.folder = folder_,
+                                                             .command_line = {},
+                                                             .mode = RunMode::kInHost,
+                                                             .host = LinkToHost(),
+                                                             .history = history_});
     window_->Load();
     return true;
   } catch (const std::exception&) {

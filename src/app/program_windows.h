@@ -19,9 +19,10 @@ class ProgramWindows final : public MainWindowLink {
   // Keeps the process alive for as long as what it returns lives.
   using MakeHold = std::function<std::shared_ptr<void>()>;
 
-  // `toolkit` and `store` must outlive the windows.
+  // `toolkit` and `store` must outlive the windows. `history` is the folder of the history, empty
+  // for none.
   ProgramWindows(Toolkit& toolkit, SettingsStore& store, std::filesystem::path folder,
-                 MakeHold make_hold);
+                 MakeHold make_hold, std::filesystem::path history = {});
 
   bool LoadMainWindow(HostConnection& connection) override;
   void ShowMainWindow(HostConnection& connection) override;
@@ -43,6 +44,7 @@ class ProgramWindows final : public MainWindowLink {
   SettingsStore& store_;
   std::filesystem::path folder_;
   MakeHold make_hold_;
+  std::filesystem::path history_;
   std::unique_ptr<MainWindow> window_;
   HostConnection* connection_ = nullptr;  // the host that the window is bound to
   std::shared_ptr<void> hold_;            // while the window is shown

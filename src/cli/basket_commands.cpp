@@ -60,7 +60,7 @@ void PrintEntries(const Basket& basket, const Session& session) {
 ExitStatus RunBasket(const BasketOptions& options, const Session& session) {
   const auto basket = CollectItems(options, session);
   const auto text = TextOf(basket, options);
-  if (!options.target.empty()) WriteSource(text, options.target);
+  if (!options.target.empty()) WriteSource(session, text, options.target);
   if (session.IsJson()) {
     auto header = JsonHeader("basket");
     header["text"] = ToUtf8(text);
@@ -84,7 +84,7 @@ std::u16string ContentWith(const std::string& module, std::u16string_view text) 
 ExitStatus RunInsert(const BasketOptions& options, const Session& session) {
   const auto basket = CollectItems(options, session);
   const auto text = TextOf(basket, options);
-  WriteSource(ContentWith(options.target, text), options.target);
+  WriteSource(session, ContentWith(options.target, text), options.target);
   if (session.IsJson()) {
     auto header = JsonHeader("insert");
     header["module"] = options.target;

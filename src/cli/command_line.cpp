@@ -9,6 +9,7 @@
 #include "cli/basket_commands.h"
 #include "cli/command_set.h"
 #include "cli/find_commands.h"
+#include "cli/history_commands.h"
 #include "cli/import_command.h"
 #include "cli/item_commands.h"
 #include "cli/library_commands.h"
@@ -35,6 +36,9 @@ void DefineCommonOptions(CLI::App& app, Session& session) {
   app.set_version_flag("--version", "declarium-cli " DECLARIUM_VERSION);
   app.add_flag_callback(
       "--json", [&] { session.format = OutputFormat::kJsonLines; }, "Print results as JSON Lines");
+  app.add_flag_callback(
+      "--no-history", [&] { session.saver.Kept().TurnOff(); },
+      "Do not keep what is replaced or could not be written");
   const std::map<std::string, ColorUse> uses = {
       {"auto", ColorUse::kAuto}, {"always", ColorUse::kAlways}, {"never", ColorUse::kNever}};
   app.add_option("--color", session.color, "Color source text; auto does so on a terminal")
@@ -60,6 +64,7 @@ void Define(CLI::App& app, Session& session) {
   AddItemCommands(set);
   AddFindCommands(set);
   AddBasketCommands(set);
+  AddHistoryCommands(set);
 }
 
 ExitStatus Parse(CLI::App& app, std::span<const std::string> arguments, const Session& session) {
@@ -80,7 +85,8 @@ ExitStatus Parse(CLI::App& app, std::span<const std::string> arguments, const Se
 }
 
 ExitStatus Run(std::span<const std::string> arguments, Streams& streams) {
-  Session session{streams};
+  FileSaver saver(SystemFiles(), History(SystemFiles(), streams.history));
+  Session session{streams, saver};
   try {
     CLI::App app(kDescription);
     Define(app, session);

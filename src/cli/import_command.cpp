@@ -131,7 +131,7 @@ ExitStatus RunImport(const ImportOptions& options, const Session& session) {
   }
   report.after = CountItems(library.lists);
   progress.Show("saving " + options.file);
-  SaveLibrary(library, options.file);
+  SaveLibrary(session, library, options.file);
   progress.Clear();
 
   if (session.IsJson()) {

@@ -32,9 +32,7 @@ ExitStatus RunNew(const NewOptions& options, const Session& session) {
     throw CommandFailed(ExitStatus::kFileFailed,
                         PathText(path) + ": exists already; --force replaces it");
   }
-  if (const auto written = WriteWholeFile(path, EmptyLibraryBytes(title)); !written) {
-    throw FileFailed(written.error());
-  }
+  WriteBytes(session, EmptyLibraryBytes(title), options.file);
   if (session.IsJson()) PrintJson(session, JsonHeader("new"));
   return ExitStatus::kDone;
 }
@@ -75,7 +73,7 @@ struct ExportOptions {
 };
 
 ExitStatus RunExport(const ExportOptions& options, const Session& session) {
-  WriteSource(ExportText(LoadLibrary(options.file)), options.out);
+  WriteSource(session, ExportText(LoadLibrary(options.file)), options.out);
   if (session.IsJson()) PrintJson(session, JsonHeader("export"));
   return ExitStatus::kDone;
 }
@@ -88,7 +86,7 @@ struct RenameOptions {
 ExitStatus RunRename(const RenameOptions& options, const Session& session) {
   auto library = LoadLibrary(options.file);
   library.title = CheckedTitle(options.title);
-  SaveLibrary(library, options.file);
+  SaveLibrary(session, library, options.file);
   if (session.IsJson()) PrintJson(session, JsonHeader("rename"));
   return ExitStatus::kDone;
 }
@@ -118,7 +116,7 @@ ExitStatus RunDelete(const DeleteOptions& options, const Session& session) {
   const auto places = PlacesFromTheEnd(before, ResolveNames(before, options.names));
   auto after = before;
   for (const auto& [kind, position] : places) RemoveItem(after, kind, position);
-  SaveLibrary(after, options.file);
+  SaveLibrary(session, after, options.file);
 
   if (session.IsJson()) PrintJson(session, JsonHeader("delete"));
   for (auto place = places.rbegin(); place != places.rend(); ++place) {
@@ -135,13 +133,15 @@ void CheckFolder(const std::filesystem::path& folder) {
   std::error_code error;
   const std::filesystem::directory_iterator files(folder, error);
   if (error) {
-    throw FileFailed({ErrorKind::kCannotRead, PathText(folder), error.message(), error.value()});
+    throw FileFailed(
+        Error{ErrorKind::kCannotRead, PathText(folder), error.message(), error.value()});
   }
 }
 
 ExitStatus RunDatabases(const DatabasesOptions& options, const Session& session) {
   const auto folder = PathOf(options.folder);
   CheckFolder(folder);
+  session.SayRecovered(session.saver.LookInto(folder));
   const auto databases = EnumDatabases(folder);
   if (session.IsJson()) PrintJson(session, JsonHeader("databases"));
   for (const auto& [title, path] : databases) {

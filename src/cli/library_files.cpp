@@ -28,16 +28,28 @@ LibraryExcerpt OpenExcerpt(const std::string& file) {
   return *std::move(excerpt);
 }
 
-void SaveLibrary(const Library& library, const std::string& file) {
-  if (const auto saved = SaveLibraryFile(library, PathOf(file)); !saved) {
-    throw FileFailed(saved.error());
+namespace {
+
+void CheckSaved(const Session& session, const std::expected<Saved, NotSaved>& saved) {
+  session.SayRecovered(session.saver.TakeRecovered());
+  if (!saved) throw FileFailed(saved.error());
+  if (saved->not_kept) {
+    session.Say("the old content could not be kept: " + saved->not_kept->Message());
   }
 }
 
-void WriteSource(std::u16string_view text, const std::string& file) {
-  if (const auto written = WriteWholeFile(PathOf(file), EncodeCodePage(text)); !written) {
-    throw FileFailed(written.error());
-  }
+}  // namespace
+
+void SaveLibrary(const Session& session, const Library& library, const std::string& file) {
+  CheckSaved(session, SaveLibraryFile(session.saver, library, PathOf(file)));
+}
+
+void WriteBytes(const Session& session, std::string_view bytes, const std::string& file) {
+  CheckSaved(session, session.saver.Save(PathOf(file), bytes));
+}
+
+void WriteSource(const Session& session, std::u16string_view text, const std::string& file) {
+  WriteBytes(session, EncodeCodePage(text), file);
 }
 
 std::u16string CheckedTitle(const std::string& argument) {

@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "cli/session.h"
+
 #include "library/library.h"
 #include "library/library_excerpt.h"
 
@@ -21,10 +23,13 @@ namespace declarium::cli {
 [[nodiscard]] LibraryExcerpt OpenExcerpt(const std::string& file);
 
 // Throws CommandFailed, with the file unchanged, when it cannot be written.
-void SaveLibrary(const Library& library, const std::string& file);
+void SaveLibrary(const Session& session, const Library& library, const std::string& file);
+
+// Makes `bytes` the content of the file. Throws CommandFailed.
+void WriteBytes(const Session& session, std::string_view bytes, const std::string& file);
 
 // Writes `text` in the encoding of libraries and source files. Throws CommandFailed.
-void WriteSource(std::u16string_view text, const std::string& file);
+void WriteSource(const Session& session, std::u16string_view text, const std::string& file);
 
 // A title that a library can hold. Throws CommandFailed for one with a separator of the file in it.
 [[nodiscard]] std::u16string CheckedTitle(const std::string& argument);

@@ -2,8 +2,12 @@
 #include "cli/command_line.h"
 #include "cli/terminal.h"
 
+#include "library/history_folder.h"
+
 int main(int argc, char** argv) {
   declarium::cli::StandardStreams streams;
+  auto surroundings = streams.Get();
+  surroundings.history = declarium::HistoryFolder();
   return declarium::cli::RunCommandLine(declarium::cli::CommandLineArguments(argc, argv),
-                                        streams.Get());
+                                        surroundings);
 }

@@ -4,6 +4,7 @@
 
 #include "cli/output.h"
 
+#include "library/file_io.h"
 #include "text/text.h"
 
 namespace declarium::cli {
@@ -30,8 +31,23 @@ void Session::Say(std::string_view message) const {
   }
 }
 
+void Session::SayRecovered(const std::vector<Recovered>& recovered) const {
+  for (const auto& [path, in_place] : recovered) {
+    Say(PathText(path) + (in_place ? ": an unfinished save had left it without its name; it is back"
+                                   : ": an unfinished save left something; declarium-cli history "
+                                     "lists it"));
+  }
+}
+
 CommandFailed FileFailed(const Error& error) {
   return {ExitStatus::kFileFailed, error.Message()};
+}
+
+CommandFailed FileFailed(const NotSaved& failure) {
+  return {ExitStatus::kFileFailed,
+          failure.error.Message() +
+              (failure.kept ? "\nWhat could not be written is kept; declarium-cli history lists it."
+                            : "")};
 }
 
 }  // namespace declarium::cli

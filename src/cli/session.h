@@ -4,10 +4,12 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "cli/exit_status.h"
 #include "cli/streams.h"
 
+#include "library/file_saver.h"
 #include "text/error.h"
 
 namespace declarium::cli {
@@ -17,6 +19,7 @@ enum class ColorUse { kAuto, kAlways, kNever };
 
 struct Session {
   Streams& streams;
+  FileSaver& saver;
   OutputFormat format = OutputFormat::kText;
   ColorUse color = ColorUse::kAuto;
   ExitStatus status = ExitStatus::kDone;
@@ -24,6 +27,9 @@ struct Session {
   [[nodiscard]] bool IsJson() const noexcept { return format == OutputFormat::kJsonLines; }
   // Whether source text is colored: on a terminal whose user has not asked for none, or always.
   [[nodiscard]] bool UsesColor() const noexcept;
+
+  // Tells what became of files that a killed saver left.
+  void SayRecovered(const std::vector<Recovered>& recovered) const;
 
   // Writes a message to the error stream, with the program's name in front of every line.
   void Say(std::string_view message) const;
@@ -43,5 +49,7 @@ class CommandFailed : public std::runtime_error {
 };
 
 [[nodiscard]] CommandFailed FileFailed(const Error& error);
+// Also tells where what could not be written is.
+[[nodiscard]] CommandFailed FileFailed(const NotSaved& failure);
 
 }  // namespace declarium::cli

@@ -1,6 +1,7 @@
 // The program's surroundings as the commands see them, so that a test can stand in for a terminal.
 #pragma once
 
+#include <filesystem>
 #include <iosfwd>
 
 namespace declarium::cli {
@@ -11,7 +12,8 @@ struct Streams {
   std::ostream& err;  // messages and progress, UTF-8
   bool out_is_terminal = false;
   bool err_is_terminal = false;
-  bool no_color = false;  // the user asked every program to leave colors out
+  bool no_color = false;               // the user asked every program to leave colors out
+  std::filesystem::path history = {};  // the history's folder; empty: what is replaced is not kept
 };
 
 }  // namespace declarium::cli

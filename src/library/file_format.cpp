@@ -6,6 +6,7 @@
 #include "library/file_io.h"
 #include "text/code_page.h"
 #include "text/scan.h"
+#include "text/text.h"
 
 namespace declarium {
 namespace {
@@ -108,6 +109,40 @@ void WriteSection(const Library& library, StringList KindLists::* list, Encoder&
   }
 }
 
+// Compares a library with what its bytes mean, text by text in the order of the file.
+class Reloading {
+ public:
+  explicit Reloading(std::string_view bytes) : text_(bytes.size(), u'\0') {
+    DecodeCodePageInto(bytes, text_.data());
+  }
+
+  // What stands next in the file, which is one unit longer with the separator behind it.
+  bool Gives(std::u16string_view saved) {
+    const auto loaded = std::u16string_view(text_).substr(next_, saved.size());
+    next_ += saved.size() + 1;
+    return loaded == saved;
+  }
+
+ private:
+  std::u16string text_;
+  std::size_t next_ = 0;
+};
+
+// The position of the first entry that does not come back; nullopt when all do.
+std::optional<std::size_t> FirstLost(const StringList& list, Reloading& file) {
+  if (list.empty()) {
+    // A kind without entries is nothing between its separators.
+    (void)file.Gives({});
+    return std::nullopt;
+  }
+  std::optional<std::size_t> first;
+  for (std::size_t i = 0; i < list.size(); ++i) {
+    if (!file.Gives(list[i]) && !first) first = i;
+    if (!IsStorable(list[i]) && !first) first = i;
+  }
+  return first;
+}
+
 }  // namespace
 
 bool IsStorable(std::u16string_view text) noexcept {
@@ -180,6 +215,23 @@ std::string LibraryBytes(const Library& library) {
     return size;
   });
   return bytes;
+}
+
+std::optional<std::string> FindUnkeepable(const Library& library, std::string_view bytes) {
+  Reloading file(bytes);
+  if (!file.Gives(library.title) || library.title.contains(kSectionSeparator)) {
+    return ToUtf8(library.title);
+  }
+  for (const auto list : {&KindLists::names, &KindLists::items}) {
+    for (const auto kind : kKinds) {
+      const auto& lists = library[kind];
+      auto lost = FirstLost(lists.*list, file);
+      // It would load as a kind without items.
+      if (lists.names.size() == 1 && lists.names[0].empty()) lost = 0;
+      if (lost) return ToUtf8(KindName(kind)) + " " + ToUtf8(lists.names.At(*lost));
+    }
+  }
+  return std::nullopt;
 }
 
 std::string EmptyLibraryBytes(std::u16string_view title) {

@@ -69,6 +69,13 @@ struct LibrarySections : Sections<std::u16string_view> {
 // The file's content for `library`. A character outside the code page is written as "?".
 [[nodiscard]] std::string LibraryBytes(const Library& library);
 
+// The first item because of which `bytes`, made by LibraryBytes, would not load again as `library`,
+// as "Const MAX_PATH", or the library's title: a text with a separator in it or with a character
+// outside the code page, or a kind whose only name is empty. nullopt when there is none. Takes less
+// time than loading.
+[[nodiscard]] std::optional<std::string> FindUnkeepable(const Library& library,
+                                                        std::string_view bytes);
+
 // The content of a newly created library.
 [[nodiscard]] std::string EmptyLibraryBytes(std::u16string_view title);
 

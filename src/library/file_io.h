@@ -1,5 +1,5 @@
-// Whole files in and out. Two sources implement it, one per operating system; errors keep the
-// system's number and name the file.
+// Whole files in, and what the system tells about files. Two sources implement it, one per
+// operating system; errors keep the system's number and name the file.
 #pragma once
 
 #include <cstdint>
@@ -9,10 +9,14 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "text/error.h"
 
 namespace declarium {
+
+// The number by which the system knows this process.
+[[nodiscard]] unsigned long ProcessNumber();
 
 // The path as UTF-8, for messages.
 [[nodiscard]] std::string PathText(const std::filesystem::path& path);
@@ -37,27 +41,23 @@ struct FileView {
 [[nodiscard]] std::expected<FileView, Error> ViewFile(const std::filesystem::path& path);
 
 struct FileStatus {
-  std::int64_t written;  // time of the last write, in the system's own units
+  std::int64_t written;  // time of the last write, nanoseconds since the start of 1970, UTC
   std::uint64_t size;    // bytes
 };
 
 // The status of an ordinary file; nullopt when there is none of this name.
 [[nodiscard]] std::optional<FileStatus> StatusOf(const std::filesystem::path& path);
 
+// The paths in a folder (empty: the current one); none when it cannot be listed.
+[[nodiscard]] std::vector<std::filesystem::path> ListFolder(const std::filesystem::path& folder);
+
+// The same for every way to write the path of a file: absolute, without "." and "..", and without
+// upper case where the system does not tell it from lower case.
+[[nodiscard]] std::filesystem::path IdentityOf(const std::filesystem::path& path);
+
 // What stands before the first byte `end` of a file, read in small blocks and never more than
 // `limit` bytes; empty when the limit or the end of the file comes before that byte.
 [[nodiscard]] std::expected<std::string, Error> ReadFileUntil(const std::filesystem::path& path,
                                                               char end, std::size_t limit);
-
-// Makes `bytes` the content of the file, creating it or replacing what it held. The content goes to
-// a temporary file in the same folder, is flushed and takes the old file's place in one step, so at
-// every moment the file is the old or the new one, whole; permissions and, on Windows, attributes
-// stay. Where the folder takes no new file, and where `path` is no ordinary file, it is written in
-// place. A file that somebody else has open and does not let be replaced is waited for, for two
-// seconds at most. On an error the old file is unchanged, except after a failed write in place.
-// Temporary files that killed savers left in the folder go at the same time
-// (library/temporary_file.h).
-[[nodiscard]] std::expected<void, Error> WriteWholeFile(const std::filesystem::path& path,
-                                                        std::string_view bytes);
 
 }  // namespace declarium

@@ -49,11 +49,11 @@ std::uint64_t HashOf(std::string_view bytes) noexcept {
   return Avalanche(hash);
 }
 
-FileStamp StampOf(const std::filesystem::path& path, std::string_view bytes) {
+FileStamp StampOf(const std::filesystem::path& path, std::uint64_t size, std::uint64_t hash) {
   const auto status = StatusOf(path);
   // Another size is somebody else's content already, whose time must not pass for ours.
-  const bool ours = status && status->size == bytes.size();
-  return {ours ? status->written : 0, bytes.size(), HashOf(bytes)};
+  const bool ours = status && status->size == size;
+  return {ours ? status->written : 0, size, hash};
 }
 
 std::expected<StampedBytes, Error> ReadStamped(const std::filesystem::path& path) {

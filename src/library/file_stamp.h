@@ -12,7 +12,7 @@
 namespace declarium {
 
 struct FileStamp {
-  std::int64_t written = 0;  // time of the last write, in the system's own units; 0 when unknown
+  std::int64_t written = 0;  // time of the last write, as in FileStatus; 0 when unknown
   std::uint64_t size = 0;    // bytes
   std::uint64_t hash = 0;    // of the bytes, see HashOf
   bool operator==(const FileStamp&) const = default;
@@ -21,8 +21,9 @@ struct FileStamp {
 // A 64-bit hash, the same on every system. Fast, and no protection against forgery.
 [[nodiscard]] std::uint64_t HashOf(std::string_view bytes) noexcept;
 
-// The stamp of a file that has just been written with `bytes`.
-[[nodiscard]] FileStamp StampOf(const std::filesystem::path& path, std::string_view bytes);
+// The stamp of a file that has just been written with so many bytes of this hash.
+[[nodiscard]] FileStamp StampOf(const std::filesystem::path& path, std::uint64_t size,
+                                std::uint64_t hash);
 
 struct StampedBytes {
   std::string bytes;

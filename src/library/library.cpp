@@ -8,7 +8,7 @@ namespace declarium {
 std::optional<ItemView> FindItem(const Library& library, Kind kind, std::u16string_view name) {
   const auto& lists = library[kind];
   const auto position = FindItemIndex(name, lists.names);
-  if (position < 0) return std::nullopt;
+  if (position < 0 || !library.whole) return std::nullopt;
   const auto index = static_cast<std::size_t>(position);
   return ItemView{kind, lists.names[index], lists.ItemAt(index)};
 }

@@ -1,5 +1,6 @@
 // The open library in memory: for each kind two parallel lists, the names and the item strings, in
-// ascending order of the lower-cased names; its title, its file and whether it has unsaved changes.
+// ascending order of the lower-cased names; its title, its file, what that file was when it was
+// read or written, and whether there are unsaved changes.
 #pragma once
 
 #include <array>
@@ -7,6 +8,7 @@
 #include <optional>
 #include <string>
 
+#include "library/file_stamp.h"
 #include "library/kind.h"
 #include "library/string_list.h"
 
@@ -27,6 +29,10 @@ struct Library {
   std::u16string title;
   std::filesystem::path path;  // empty before the first load
   bool dirty = false;          // differs from its file
+  // Names and items belong together. A load that fails between the two leaves lists that are never
+  // written to a file.
+  bool whole = true;
+  std::optional<FileStamp> stamp;  // of the file at `path`; nullopt when it is not known
 
   [[nodiscard]] KindLists& operator[](Kind kind) { return lists[static_cast<std::size_t>(kind)]; }
   [[nodiscard]] const KindLists& operator[](Kind kind) const {
@@ -44,7 +50,8 @@ struct ItemView {
   std::u16string_view item;
 };
 
-// Looks `name` up in the lists of `kind`, without regard to case.
+// Looks `name` up in the lists of `kind`, without regard to case. A library that is not whole has
+// no items: the one at a name's position may be another's.
 [[nodiscard]] std::optional<ItemView> FindItem(const Library& library, Kind kind,
                                                std::u16string_view name);
 

@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "library/file_io.h"
+#include "library/file_saver.h"
 #include "text/text.h"
 
 namespace declarium {

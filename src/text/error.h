@@ -10,6 +10,8 @@ enum class ErrorKind {
   kCannotRead,     // a file cannot be opened or read
   kCannotWrite,    // a file cannot be created, written or put in place
   kInvalidFormat,  // the bytes are not a library
+  kCannotKeep,     // a library's file would not load again as what was saved; the context names
+                   // the item
 };
 
 struct Error {

@@ -11,6 +11,21 @@ inline constexpr std::u16string_view kCaptionTail = u" - Declarium 3.0";
 // Files
 inline constexpr std::u16string_view kReadError = u"Chyba pri čítaní zo súboru.";
 inline constexpr std::u16string_view kWriteError = u"Chyba pri zápise do súboru.";
+inline constexpr std::u16string_view kChangesKept =
+    u"Čo sa nedalo zapísať, je uložené v histórii. Otvoríte to cez Databáza, Obnoviť staršiu "
+    u"verziu.";
+inline constexpr std::u16string_view kCannotKeep =
+    u"Tu je znak, ktorý sa v súbore databázy nedá uchovať:";
+inline constexpr std::u16string_view kOldNotKept =
+    u"Súbor je uložený, ale jeho predošlý obsah sa nedal uložiť do histórie:";
+inline constexpr std::u16string_view kAskReplaceChanged =
+    u"Súbor medzitým zmenil niekto iný. Nahradiť ho? Jeho obsah zostane v histórii.";
+inline constexpr std::u16string_view kPutBack =
+    u"Ukladanie sa minule nedokončilo. Súbor už má znova svoj názov:";
+inline constexpr std::u16string_view kLeftOver =
+    u"Ukladanie sa minule nedokončilo. Čo po ňom ostalo, je v histórii súboru:";
+inline constexpr std::u16string_view kAskOpenUnwritten =
+    u"Tieto zmeny sa minule nedali zapísať. Otvoriť ich?";
 inline constexpr std::u16string_view kInvalidFormat = u"Neplatný formát databázy.";
 inline constexpr std::u16string_view kDatabaseFilter = u"Api Database|*.api";
 inline constexpr std::u16string_view kModuleFilter =
@@ -35,6 +50,7 @@ inline constexpr std::u16string_view kMenuOpen = u"&Otvoriť...";
 inline constexpr std::u16string_view kMenuSave = u"&Uložiť";
 inline constexpr std::u16string_view kMenuSaveAs = u"Uložiť &ako...";
 inline constexpr std::u16string_view kMenuRename = u"&Premenovať...";
+inline constexpr std::u16string_view kMenuRestore = u"O&bnoviť staršiu verziu...";
 inline constexpr std::u16string_view kMenuImport = u"&Importovať...";
 inline constexpr std::u16string_view kMenuExport = u"&Exportovať...";
 inline constexpr std::u16string_view kMenuAdd = u"P&ridať položku...";
@@ -94,6 +110,22 @@ inline constexpr std::u16string_view kAddCaption = u"Pridať položku";
 inline constexpr std::u16string_view kAddLabel = u"Zdajte deklaráciu";
 inline constexpr std::u16string_view kOk = u"&OK";
 inline constexpr std::u16string_view kCancel = u"&Zrušiť";
+
+// Dialog of the kept versions
+inline constexpr std::u16string_view kHistoryCaption = u"Obnoviť staršiu verziu";
+inline constexpr std::u16string_view kHistoryLabel =
+    u"&Verzie súboru a čím sa líšia od otvorenej databázy";
+inline constexpr std::u16string_view kHistoryOpen = u"&Otvoriť";
+inline constexpr std::u16string_view kHistoryNone = u"Tento súbor nemá staršie verzie.";
+inline constexpr std::u16string_view kHistoryBytes = u" B";
+inline constexpr std::u16string_view kHistoryAdded = u"navyše ";
+inline constexpr std::u16string_view kHistoryRemoved = u", chýba ";
+inline constexpr std::u16string_view kHistoryChanged = u", inak ";
+inline constexpr std::u16string_view kHistoryEqual = u"rovnaká";
+inline constexpr std::u16string_view kHistoryNoLibrary = u"nie je databáza";
+inline constexpr std::u16string_view kHistoryReplaced = u"nahradená";
+inline constexpr std::u16string_view kHistoryUnwritten = u"nezapísaná";
+inline constexpr std::u16string_view kHistoryUnfinished = u"nedokončená";
 
 // Color options dialog
 inline constexpr std::u16string_view kOptionsCaption = u"Nastavenia";

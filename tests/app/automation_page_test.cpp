@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "import/ui/add_dialog.h"
+#include "library/ui/history_dialog.h"
 #include "search/ui/search_form.h"
 #include "search/ui/wait_window.h"
 #include "shell/ui/main_form.h"
@@ -94,8 +95,9 @@ std::string SectionOf(const FormDefinition& form) {
 }
 
 const FormDefinition* const kForms[] = {&MainFormDefinition(),    &AddDialogDefinition(),
-                                        &OptionsFormDefinition(), &SearchFormDefinition(),
-                                        &WaitWindowDefinition(),  &SplashFormDefinition()};
+                                        &HistoryFormDefinition(), &OptionsFormDefinition(),
+                                        &SearchFormDefinition(),  &WaitWindowDefinition(),
+                                        &SplashFormDefinition()};
 
 TEST(AutomationPage, ListsTheControlsOfEveryForm) {
   const auto page = ContentOf(DECLARIUM_SOURCE_DIR "/docs/automation.md") + "\n";

@@ -3,6 +3,7 @@
 
 #include "app/window_fixture.h"
 #include "import/ui/add_dialog.h"
+#include "library/ui/history_dialog.h"
 #include "search/ui/search_form.h"
 #include "shell/ui/options_dialog.h"
 #include "text/user_texts.h"
@@ -94,7 +95,8 @@ TEST_F(HelpTest, AMissingGuideIsReportedWithThePathOfThePage) {
 
 TEST(GuidePages, AreThereInBothLanguagesForEveryFormThatAsks) {
   const FormDefinition* const forms[] = {&MainFormDefinition(), &AddDialogDefinition(),
-                                         &OptionsFormDefinition(), &SearchFormDefinition()};
+                                         &HistoryFormDefinition(), &OptionsFormDefinition(),
+                                         &SearchFormDefinition()};
   for (const auto* form : forms) {
     ASSERT_FALSE(form->help_topic.empty()) << form->name;
     for (const auto* language : {"sk", "en"}) {

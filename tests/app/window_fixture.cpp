@@ -5,6 +5,7 @@
 #include <iterator>
 
 #include "library/file_io.h"
+#include "library/file_saver.h"
 #include "text/code_page.h"
 #include "text/text.h"
 

@@ -1,18 +1,22 @@
-// A program that is killed while it saves: the library's file is the old one or the new one, whole.
+// A program that is killed while it writes: the file is the old one or the new one, whole, and what
+// it held before is in the history when it is the new one.
 //
-// DECLARIUM_KILLS in the environment says how many kills there are; 200 without it. Of 1 000 kills
-// 227 came while the new file was written.
+// DECLARIUM_KILLS in the environment says how many kills each test makes; 40 without it.
 #include <algorithm>
 #include <array>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <random>
+#include <string>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
+#include <vector>
 
 #include "cli/library_fixture.h"
+
+#include "library/history.h"
 
 namespace declarium::cli {
 namespace {
@@ -24,7 +28,7 @@ constexpr int kConstants = 60'000;
 
 int WantedKills() {
   const char* const text = std::getenv("DECLARIUM_KILLS");
-  return text == nullptr ? 200 : std::atoi(text);
+  return text == nullptr ? 40 : std::atoi(text);
 }
 
 std::string ManyConstants() {
@@ -36,12 +40,19 @@ std::string ManyConstants() {
   return source;
 }
 
-// A running `declarium-cli rename FILE TITLE`.
-class Saver {
+// A running `declarium-cli ARGUMENTS` that keeps its history in `history`.
+class RunningCli {
  public:
-  Saver(const std::string& file, const std::string& title) : id_(::fork()) {
+  RunningCli(std::vector<std::string> arguments, const std::filesystem::path& history) {
+    arguments.insert(arguments.begin(), DECLARIUM_CLI);
+    std::vector<char*> words;
+    for (auto& argument : arguments) words.push_back(argument.data());
+    words.push_back(nullptr);
+    id_ = ::fork();
     if (id_ != 0) return;
-    ::execl(DECLARIUM_CLI, DECLARIUM_CLI, "rename", file.c_str(), title.c_str(), nullptr);
+    ::setenv("DECLARIUM_HISTORY", history.c_str(), 1);
+    ::close(STDOUT_FILENO);
+    ::execv(DECLARIUM_CLI, words.data());
     ::_exit(127);
   }
 
@@ -55,107 +66,131 @@ class Saver {
   }
 
  private:
-  pid_t id_;
+  pid_t id_ = -1;
 };
 
 struct Tally {
   int killed = 0;        // the rest had ended before
-  int old_library = 0;   // of the killed: the file was still the old one
-  int new_library = 0;   // of the killed: the file was the new one already
-  int while_saving = 0;  // of the killed: the temporary file was there and not yet in place
+  int old_file = 0;      // of the killed: the file was still the old one
+  int new_file = 0;      // of the killed: the file was the new one already
+  int while_saving = 0;  // of the killed: the new file was begun and not yet in place
 };
 
-class KilledWhileSaving : public CliTest {
+// One command that replaces a file, done again and again from the same beginning.
+struct Job {
+  const char* name;
+  const char* target;  // the file that it replaces
+  std::vector<std::string> arguments;
+};
+
+class KilledWhileWriting : public CliTest, public testing::WithParamInterface<int> {
  protected:
-  // The same library under two titles of different length, so that everything behind the title
-  // lies elsewhere.
   void SetUp() override {
     folder_.Put("long.bas", ManyConstants());
+    folder_.Put("more.bas", "Const ONE_MORE = 1\r\n");
+    folder_.Put("out.bas", "Const BEFORE = 1\r\n");
+    folder_.Put("module.bas", "Attribute VB_Name = \"M\"\r\nConst BEFORE = 1\r\n");
     ASSERT_EQ(RunCli({"import", library_, Path("long.bas")}).status, 0);
-    for (const std::size_t i : {0u, 1u}) {
-      ASSERT_EQ(RunCli({"rename", library_, kTitles[i]}).status, 0);
-      contents_[i] = Bytes("sample.api");
-    }
+    job_ = Jobs()[static_cast<std::size_t>(GetParam())];
+    contents_[0] = Bytes(job_.target);
+    ASSERT_EQ(Start().Wait(), 0);
+    contents_[1] = Bytes(job_.target);
     ASSERT_NE(contents_[0], contents_[1]);
-    ASSERT_GT(contents_[0].size(), 2'000'000u);
-    files_ = folder_.CountFiles();
+    PutBack();
   }
 
-  // How long a save takes that is left alone.
-  microseconds LongestSave() {
+  [[nodiscard]] std::vector<Job> Jobs() const {
+    return {{"save", "sample.api", {"rename", library_, "Some time after"}},
+            {"import", "sample.api", {"import", library_, Path("more.bas")}},
+            {"export", "out.bas", {"export", library_, Path("out.bas")}},
+            {"basket", "out.bas", {"basket", library_, "MAX_PATH", "-o", Path("out.bas")}},
+            {"insert", "module.bas", {"insert", library_, Path("module.bas"), "MAX_PATH"}}};
+  }
+
+  [[nodiscard]] RunningCli Start() const { return {job_.arguments, History()}; }
+  [[nodiscard]] std::filesystem::path History() const { return folder_ / "history"; }
+
+  // The file as it was at first, and no version of it in the history. Made anew: the old one may be
+  // a version.
+  void PutBack() const {
+    std::filesystem::remove(folder_ / job_.target);
+    folder_.Put(job_.target, contents_[0]);
+    std::filesystem::remove_all(History());
+  }
+
+  // How long the command takes that is left alone.
+  microseconds Longest() const {
     Clock::duration longest{};
-    for (int i = 0; i < 6; ++i) {
+    for (int i = 0; i < 4; ++i) {
+      PutBack();
       const auto start = Clock::now();
-      EXPECT_EQ(Saver(library_, kTitles[i % 2]).Wait(), 0);
+      EXPECT_EQ(Start().Wait(), 0);
       longest = std::max(longest, Clock::now() - start);
     }
     return std::chrono::duration_cast<microseconds>(longest);
   }
 
-  // Starts a save of the other title and kills it after the delay.
-  void KillOneSave(microseconds delay, Tally& tally) {
-    const std::size_t other = 1 - now_;
-    const Saver saver(library_, kTitles[other]);
+  // Starts the command and kills it after the delay.
+  void KillOne(microseconds delay, Tally& tally) const {
+    PutBack();
+    const auto running = Start();
     std::this_thread::sleep_for(delay);
-    saver.Kill();
-    const bool killed = WIFSIGNALED(saver.Wait());
-    const auto left = Bytes("sample.api");
+    running.Kill();
+    const bool killed = WIFSIGNALED(running.Wait());
+    const auto left = Bytes(job_.target);
     ASSERT_TRUE(left == contents_[0] || left == contents_[1])
-        << left.size() << " bytes left by a save killed after " << delay.count() << " microseconds";
-    const bool is_new = left == contents_[other];
-    ASSERT_TRUE(killed || is_new) << "a save that ended did not save";
-    if (is_new) now_ = other;
-    const int temporary_files = AgeTemporaryFiles();
+        << left.size() << " bytes left by a kill after " << delay.count() << " microseconds";
+    const bool is_new = left == contents_[1];
+    ASSERT_TRUE(killed || is_new) << "a command that ended did not write";
+    if (is_new) {
+      ASSERT_TRUE(IsInHistory(contents_[0])) << "what was replaced is lost";
+    }
+    const int begun = RemoveTemporaryFiles();
     if (!killed) return;
     ++tally.killed;
-    ++(is_new ? tally.new_library : tally.old_library);
-    if (temporary_files > 0) ++tally.while_saving;
+    ++(is_new ? tally.new_file : tally.old_file);
+    if (begun > 0) ++tally.while_saving;
   }
-
-  // Whether a save that is left alone leaves nothing but the files that were there at first.
-  [[nodiscard]] bool ASaveTidiesUp() {
-    return Saver(library_, kTitles[1 - now_]).Wait() == 0 && folder_.CountFiles() == files_;
-  }
-
-  std::size_t now_ = 1;  // which of the contents the file has
 
  private:
-  // A killed program cannot remove its temporary file; a later save does when the file
-  // is old enough. Makes the young ones old and returns their number.
-  int AgeTemporaryFiles() const {
-    const auto now = std::filesystem::file_time_type::clock::now();
-    int aged = 0;
+  [[nodiscard]] bool IsInHistory(const std::string& content) const {
+    const declarium::History history(SystemFiles(), History());
+    for (const auto& version : history.Versions(folder_ / job_.target)) {
+      if (history.Read(version) == content) return true;
+    }
+    return false;
+  }
+
+  // What a killed program leaves is what the tests of FileSaver are about.
+  int RemoveTemporaryFiles() const {
+    int removed = 0;
     for (const auto& entry : std::filesystem::directory_iterator(folder_.path())) {
       if (entry.path().extension() != ".tmp") continue;
-      if (entry.last_write_time() < now - std::chrono::minutes(30)) continue;
-      std::filesystem::last_write_time(entry.path(), now - std::chrono::hours(1));
-      ++aged;
+      std::filesystem::remove(entry.path());
+      ++removed;
     }
-    return aged;
+    return removed;
   }
 
-  static constexpr std::array<const char*, 2> kTitles{"Before", "Some time after"};
+  Job job_;
   std::array<std::string, 2> contents_;
-  std::size_t files_ = 0;
 };
 
-TEST_F(KilledWhileSaving, LeavesTheOldOrTheNewLibraryWhole) {
+TEST_P(KilledWhileWriting, LeavesTheOldOrTheNewFileWholeAndTheOldOneInTheHistory) {
   const int wanted = WantedKills();
-  std::uniform_int_distribution<microseconds::rep> delay(0, LongestSave().count());
+  std::uniform_int_distribution<microseconds::rep> delay(0, Longest().count());
   std::mt19937_64 random{std::random_device{}()};
-  now_ = 1;
   Tally tally;
   for (int tries = 0; tally.killed < wanted && tries < 20 * wanted; ++tries) {
-    KillOneSave(microseconds(delay(random)), tally);
+    KillOne(microseconds(delay(random)), tally);
     if (HasFatalFailure()) return;
   }
-  EXPECT_EQ(tally.killed, wanted) << "the savers end before they can be killed";
-  // Kills that come before or behind the writing prove nothing.
-  EXPECT_GE(tally.while_saving, 1) << "no kill met the writing of the new file";
-  EXPECT_TRUE(ASaveTidiesUp());
-  std::printf("%d kills, %d of them while the new file was written: %d old libraries, %d new\n",
-              tally.killed, tally.while_saving, tally.old_library, tally.new_library);
+  EXPECT_EQ(tally.killed, wanted) << "the commands end before they can be killed";
+  std::printf("%d kills, %d of them while the new file was written: %d old files, %d new\n",
+              tally.killed, tally.while_saving, tally.old_file, tally.new_file);
 }
+
+INSTANTIATE_TEST_SUITE_P(EveryCommand, KilledWhileWriting, testing::Range(0, 5));
 
 }  // namespace
 }  // namespace declarium::cli

@@ -1,6 +1,7 @@
 // Runs the command line in this process.
 #pragma once
 
+#include <filesystem>
 #include <sstream>
 #include <string>
 #include <string_view>
@@ -21,6 +22,7 @@ struct CliSurroundings {
   bool out_is_terminal = false;
   bool err_is_terminal = false;
   bool no_color = false;
+  std::filesystem::path history = {};
 };
 
 inline CliRun RunCli(const std::vector<std::string>& arguments,
@@ -33,7 +35,8 @@ inline CliRun RunCli(const std::vector<std::string>& arguments,
                   err,
                   surroundings.out_is_terminal,
                   surroundings.err_is_terminal,
-                  surroundings.no_color};
+                  surroundings.no_color,
+                  surroundings.history};
   const int status = RunCommandLine(arguments, streams);
   return {status, out.str(), err.str()};
 }

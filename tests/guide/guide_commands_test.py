@@ -8,6 +8,7 @@ done, the lines behind it are its output and messages; a line "..." stands for a
 A block "console fails" may end with an exit status other than 0, and must. --update writes the real
 output into the pages, where a command's has no "...".
 """
+import os
 import re
 import shlex
 import shutil
@@ -26,6 +27,7 @@ class Folder:
     def __init__(self, project, program, path):
         self.program = program
         self.path = path
+        self.surroundings = {**os.environ, "DECLARIUM_HISTORY": str(path / ".history")}
         for source in [*(project / "examples").glob("*.bas"), project / "data" / "Win32.api"]:
             shutil.copy(source, path)
 
@@ -38,7 +40,7 @@ class Folder:
         if words[0] != "declarium-cli":
             raise ValueError(f"a reader has no program {words[0]}")
         done = subprocess.run([self.program, *words[1:]], cwd=self.path, stdin=subprocess.DEVNULL,
-                              stdout=subprocess.PIPE, stderr=subprocess.STDOUT, timeout=60,
+                              env=self.surroundings, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, timeout=60,
                               check=False)
         return done.stdout.decode("utf-8").replace("\r\n", "\n"), done.returncode
 

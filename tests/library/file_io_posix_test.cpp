@@ -14,6 +14,8 @@
 #include <unistd.h>
 
 #include "library/file_io.h"
+#include "library/file_saver.h"
+#include "library/temporary_file.h"
 #include "support/temporary_folder.h"
 
 namespace declarium {
@@ -70,17 +72,18 @@ TEST(WriteWholeFile, KeepsTheOwner) {
   EXPECT_EQ(StatusOf(path).st_gid, kNobody);
 }
 
-TEST(WriteWholeFile, KeepsATemporaryFileThatItsSaverHolds) {
+TEST(WriteWholeFile, LeavesATemporaryFileThatItsSaverHoldsAlone) {
   const TemporaryFolder folder;
-  const auto temporary = folder.Put(".declarium-1.2.tmp", "temporary");
-  fs::last_write_time(temporary, fs::file_time_type::clock::now() - std::chrono::hours(1));
-  const int held = ::open(temporary.c_str(), O_WRONLY);
+  const auto begun = folder.Put(TemporaryFileFor("b.api", 1, HashOf("begun")), "begun");
+  fs::last_write_time(begun, fs::file_time_type::clock::now() - std::chrono::hours(1));
+  const int held = ::open(begun.c_str(), O_WRONLY);
   ASSERT_EQ(::flock(held, LOCK_EX), 0);
   ASSERT_TRUE(WriteWholeFile(folder / "a.api", "new"));
-  EXPECT_TRUE(fs::exists(temporary));
+  EXPECT_TRUE(fs::exists(begun));
   ::close(held);
   ASSERT_TRUE(WriteWholeFile(folder / "a.api", "newer"));
-  EXPECT_FALSE(fs::exists(temporary));
+  EXPECT_FALSE(fs::exists(begun));
+  EXPECT_EQ(ContentOf(folder / "b.api"), "begun");
 }
 
 bool IsHeld(const fs::path& path) {

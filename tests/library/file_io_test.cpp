@@ -4,6 +4,7 @@
 #include <thread>
 
 #include "library/file_format.h"
+#include "library/file_saver.h"
 #include "library/library_file.h"
 #include "support/temporary_folder.h"
 
@@ -184,7 +185,9 @@ TEST(LibraryFile, SavesAndLoadsTheSameLibrary) {
   library[Kind::kDeclare].names = {u"Beep"};
   library[Kind::kDeclare].items = {u"\n\"kernel32\" ()"};
   const auto path = folder / "a.api";
-  ASSERT_TRUE(SaveLibraryFile(library, path));
+  FileSaver saver(SystemFiles(), History(SystemFiles(), {}));
+  const auto saved = SaveLibraryFile(saver, library, path);
+  ASSERT_TRUE(saved);
   EXPECT_TRUE(library.path.empty()) << "saving does not change the library";
 
   const auto loaded = LoadLibraryFile(path);
@@ -192,6 +195,55 @@ TEST(LibraryFile, SavesAndLoadsTheSameLibrary) {
   EXPECT_EQ(loaded->title, library.title);
   EXPECT_EQ(loaded->path, path);
   EXPECT_EQ(LibraryBytes(*loaded), ContentOf(path));
+  EXPECT_EQ(loaded->stamp, saved->stamp);
+}
+
+TEST(LibraryFile, ALibraryThatIsNotWholeIsNotSaved) {
+  const TemporaryFolder folder;
+  Library library;
+  library.whole = false;
+  FileSaver saver(SystemFiles(), History(SystemFiles(), folder / "history"));
+  const auto saved = SaveLibraryFile(saver, library, folder / "a.api");
+  ASSERT_FALSE(saved);
+  EXPECT_FALSE(saved.error().kept);
+  EXPECT_EQ(folder.CountFiles(), 0U);
+}
+
+TEST(LibraryFile, WhatWouldNotLoadAgainIsRefusedAndNamed) {
+  const TemporaryFolder folder;
+  const auto path = folder.Put("a.api", "old");
+  FileSaver saver(SystemFiles(), History(SystemFiles(), {}));
+  const auto refused = [&](const Library& library) {
+    const auto saved = SaveLibraryFile(saver, library, path);
+    EXPECT_EQ(ContentOf(path), "old");
+    return saved || saved.error().error.kind != ErrorKind::kCannotKeep
+               ? "saved"
+               : saved.error().error.context;
+  };
+  Library library;
+  library[Kind::kConst].names = {u"A", u"B"};
+  library[Kind::kConst].items = {
+      u"\x0E"
+      u"1",
+      std::u16string(u"\x0E"
+                     u"2\0",
+                     3)};
+  EXPECT_EQ(refused(library), "Const B");
+  library[Kind::kConst].items = {u"\x0E\x01",
+                                 u"\x0E"
+                                 u"2"};
+  EXPECT_EQ(refused(library), "Const A");
+  library[Kind::kConst].items = {
+      u"\x0E"
+      u"1",
+      u"\x0E\u4E2D"};
+  EXPECT_EQ(refused(library), "Const B");
+  library[Kind::kConst] = {};
+  library[Kind::kType].names = {u""};
+  EXPECT_EQ(refused(library), "Type ");
+  library[Kind::kType] = {};
+  library.title = u"a\x02";
+  EXPECT_EQ(refused(library), "a\x02");
 }
 
 TEST(LibraryFile, TellsAFileItCannotReadFromOneThatIsNoLibrary) {

@@ -5,6 +5,8 @@
 #include <windows.h>
 
 #include "library/file_io.h"
+#include "library/file_saver.h"
+#include "library/temporary_file.h"
 #include "support/temporary_folder.h"
 #include "win32/unique_handle.h"
 
@@ -20,18 +22,32 @@ UniqueFile OpenAsAReader(const fs::path& path) {
                                   nullptr, OPEN_EXISTING, 0, nullptr));
 }
 
-TEST(WriteWholeFile, KeepsATemporaryFileThatItsSaverHolds) {
+TEST(WriteWholeFile, LeavesATemporaryFileThatItsSaverHoldsAlone) {
   const TemporaryFolder folder;
-  const auto temporary = folder.Put(".declarium-1.2.tmp", "temporary");
-  fs::last_write_time(temporary, fs::file_time_type::clock::now() - std::chrono::hours(1));
+  const auto begun = folder.Put(TemporaryFileFor("b.api", 1, HashOf("begun")), "begun");
+  fs::last_write_time(begun, fs::file_time_type::clock::now() - std::chrono::hours(1));
   UniqueFile held(
-      ::CreateFileW(temporary.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+      ::CreateFileW(begun.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr));
   ASSERT_TRUE(held);
   EXPECT_TRUE(WriteWholeFile(folder / "a.api", "new"));
-  EXPECT_TRUE(fs::exists(temporary));
+  EXPECT_TRUE(fs::exists(begun));
   held.Reset();
   EXPECT_TRUE(WriteWholeFile(folder / "a.api", "newer"));
-  EXPECT_FALSE(fs::exists(temporary));
+  EXPECT_FALSE(fs::exists(begun));
+  EXPECT_EQ(ContentOf(folder / "b.api"), "begun");
+}
+
+TEST(WriteWholeFile, KeepsAttributesAndCreationTime) {
+  const TemporaryFolder folder;
+  const auto path = folder.Put("a.api", "old");
+  ASSERT_TRUE(::SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_ARCHIVE));
+  WIN32_FILE_ATTRIBUTE_DATA before = {};
+  ASSERT_TRUE(::GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &before));
+  ASSERT_TRUE(WriteWholeFile(path, "new"));
+  WIN32_FILE_ATTRIBUTE_DATA after = {};
+  ASSERT_TRUE(::GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &after));
+  EXPECT_EQ(after.dwFileAttributes, before.dwFileAttributes);
+  EXPECT_EQ(::CompareFileTime(&after.ftCreationTime, &before.ftCreationTime), 0);
 }
 
 TEST(WriteWholeFile, WaitsForAReaderThatIsGoneInAMoment) {

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 #include <set>
 
-#include "library/file_io.h"
+#include "library/file_saver.h"
 #include "support/temporary_folder.h"
 
 namespace declarium {
@@ -48,7 +48,7 @@ TEST(HasChangedSince, IsFalseForTheFileThatWasReadOrWritten) {
   EXPECT_EQ(read->bytes, "content");
   EXPECT_FALSE(HasChangedSince(read->stamp, path));
   ASSERT_TRUE(WriteWholeFile(path, "longer content"));
-  EXPECT_FALSE(HasChangedSince(StampOf(path, "longer content"), path));
+  EXPECT_FALSE(HasChangedSince(StampOf(path, 14, HashOf("longer content")), path));
 }
 
 TEST(HasChangedSince, IsTrueForAnotherSizeAndForOtherBytesOfTheSameSize) {
@@ -81,7 +81,7 @@ TEST(HasChangedSince, IsFalseForAMissingFile) {
 TEST(StampOf, DoesNotTakeTheTimeOfSomebodyElsesContent) {
   const TemporaryFolder folder;
   const auto path = folder.Put("a.api", "somebody else's");
-  const auto stamp = StampOf(path, "ours");
+  const auto stamp = StampOf(path, 4, HashOf("ours"));
   EXPECT_EQ(stamp.written, 0);
   EXPECT_TRUE(HasChangedSince(stamp, path));
 }

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "library/item.h"
+#include "library/library_difference.h"
 
 namespace declarium {
 namespace {
@@ -144,6 +145,31 @@ TEST(Library, RemovingANameWithoutAnItemStringLeavesTheItemStrings) {
 TEST(Library, TheCaptionIsTheTitleAndTheProgramsName) {
   EXPECT_EQ(CaptionOf(u"Win32"), u"Win32 - Declarium 3.0");
   EXPECT_EQ(CaptionOf(u""), u" - Declarium 3.0");
+}
+
+TEST(DifferenceBetween, CountsByKindAndExactName) {
+  Library first;
+  first[Kind::kConst].names = {u"A", u"a", u"B", u"C"};
+  first[Kind::kConst].items = {u"1", u"2", u"3", u"4"};
+  first[Kind::kType].names = {u"A"};
+  first[Kind::kType].items = {u"x"};
+  Library second;
+  second.title = u"another";
+  second[Kind::kConst].names = {u"A", u"B", u"D"};
+  second[Kind::kConst].items = {u"1", u"30", u"5"};
+  second[Kind::kDeclare].names = {u"A"};
+  second[Kind::kDeclare].items = {u"x"};
+  EXPECT_EQ(DifferenceBetween(first, second),
+            (LibraryDifference{.added = 2, .removed = 3, .changed = 1}));
+  EXPECT_EQ(DifferenceBetween(first, first), LibraryDifference{});
+}
+
+TEST(FindItem, FindsNothingInALibraryThatIsNotWhole) {
+  Library library;
+  library[Kind::kConst].names = {u"A"};
+  EXPECT_TRUE(FindItem(library, Kind::kConst, u"A"));
+  library.whole = false;
+  EXPECT_FALSE(FindItem(library, Kind::kConst, u"A"));
 }
 
 }  // namespace

@@ -2,7 +2,7 @@
 # /usr/share/bash-completion/completions/declarium-cli.
 
 _declarium_cli_options() {
-  local common='--help --json --color'
+  local common='--help --json --color --no-history'
   case $1 in
     new) echo "$common --force" ;;
     list) echo "$common --kind" ;;
@@ -14,9 +14,10 @@ _declarium_cli_options() {
       echo "$common --kinds --name --name-whole --type --type-whole --const --const-whole" \
         "--value --value-whole --value-number --arg --arg-whole --text --text-whole"
       ;;
+    restore) echo "$common --output -o" ;;
     basket) echo "$common --scope --closure --output -o" ;;
     insert) echo "$common --scope --closure" ;;
-    export | rename | delete | databases | show) echo "$common" ;;
+    export | rename | delete | databases | show | history) echo "$common" ;;
     *) echo "$common --version" ;;
   esac
 }
@@ -33,7 +34,7 @@ _declarium_cli_values() {
 
 _declarium_cli() {
   local commands='new list export rename delete databases import parse show shared find complete
-    search basket insert'
+    search basket insert history restore'
   local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
   local command='' word values
   COMPREPLY=()

@@ -4,7 +4,7 @@
 Register-ArgumentCompleter -Native -CommandName 'declarium-cli', 'declarium-cli.exe' -ScriptBlock {
     param($wordToComplete, $commandAst, $cursorPosition)
 
-    $common = '--help', '--json', '--color'
+    $common = '--help', '--json', '--color', '--no-history'
     $options = @{
         'new'       = '--force'
         'list'      = '--kind'
@@ -23,6 +23,8 @@ Register-ArgumentCompleter -Native -CommandName 'declarium-cli', 'declarium-cli.
                       '--arg-whole', '--text', '--text-whole'
         'basket'    = '--scope', '--closure', '--output', '-o'
         'insert'    = '--scope', '--closure'
+        'history'   = @()
+        'restore'   = '--output', '-o'
     }
     $values = @{
         '--color' = 'auto', 'always', 'never'

@@ -25,8 +25,9 @@ std::optional<std::string> NewContent(std::u16string_view file, std::u16string_v
 
 }  // namespace
 
-ToolbarCommands::ToolbarCommands(Toolkit& toolkit, Toolbar& Toolbar1, ToolbarActions actions)
-    : toolkit_(toolkit), actions_(std::move(actions)) {
+ToolbarCommands::ToolbarCommands(Toolkit& toolkit, FileSaver& saver, Toolbar& Toolbar1,
+                                 ToolbarActions actions)
+    : toolkit_(toolkit), saver_(saver), actions_(std::move(actions)) {
   Toolbar1.on_button_click = [this](std::string_view key) { Toolbar1_ButtonClick(key); };
 }
 
@@ -53,7 +54,7 @@ void ToolbarCommands::Export() {
   const auto file = toolkit_.ChooseFileToSave({.filter = std::u16string(texts::kSourceFilter)});
   if (!file) return;
   if (const auto content = NewContent(*file, actions_.basket_text())) {
-    (void)WriteWholeFile(*file, *content);
+    (void)saver_.Save(*file, *content);
   }
 }
 

@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "library/file_saver.h"
 #include "toolkit/toolbar.h"
 #include "toolkit/toolkit.h"
 
@@ -26,8 +27,8 @@ struct ToolbarActions {
 
 class ToolbarCommands {
  public:
-  // Both must outlive the commands.
-  ToolbarCommands(Toolkit& toolkit, Toolbar& Toolbar1, ToolbarActions actions);
+  // Everything given by reference must outlive the commands.
+  ToolbarCommands(Toolkit& toolkit, FileSaver& saver, Toolbar& Toolbar1, ToolbarActions actions);
 
   void Toolbar1_ButtonClick(std::string_view key);
 
@@ -36,6 +37,7 @@ class ToolbarCommands {
   void Export();
 
   Toolkit& toolkit_;
+  FileSaver& saver_;
   ToolbarActions actions_;
 };
 

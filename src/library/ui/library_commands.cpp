@@ -1,9 +1,14 @@
 #include "library/ui/library_commands.h"
 
+#include <algorithm>
+#include <string>
 #include <utility>
 
 #include "library/find_item_index.h"
+#include "library/library_file.h"
+#include "library/temporary_file.h"
 #include "library/ui/file_messages.h"
+#include "library/ui/history_dialog.h"
 #include "text/user_texts.h"
 
 namespace declarium {
@@ -18,11 +23,24 @@ std::u16string Quoted(std::u16string_view before, std::u16string_view name,
   return std::u16string(before).append(name).append(behind);
 }
 
+// A file that was left by a saver of version 3.0.0 has no name that a library could be saved to.
+std::filesystem::path FileToRestore(const std::filesystem::path& path) {
+  if (!ParseTemporaryFileName(path)) return path;
+  auto file = path.parent_path() / "recovered.api";
+  std::error_code failed;
+  for (int i = 2; std::filesystem::exists(file, failed); ++i) {
+    file.replace_filename("recovered-" + std::to_string(i) + ".api");
+  }
+  return file;
+}
+
 }  // namespace
 
-LibraryCommands::LibraryCommands(Toolkit& toolkit, Library& library, KindSelector& selector,
-                                 const DatabaseControls& controls, std::filesystem::path folder)
+LibraryCommands::LibraryCommands(Toolkit& toolkit, FileSaver& saver, Library& library,
+                                 KindSelector& selector, const DatabaseControls& controls,
+                                 std::filesystem::path folder)
     : toolkit_(toolkit),
+      saver_(saver),
       library_(library),
       selector_(selector),
       controls_(controls),
@@ -34,10 +52,12 @@ LibraryCommands::LibraryCommands(Toolkit& toolkit, Library& library, KindSelecto
   controls_.mnuSave.on_click = [this] { mnuSave_Click(); };
   controls_.mnuSaveAs.on_click = [this] { mnuSaveAs_Click(); };
   controls_.mnuRename.on_click = [this] { mnuRename_Click(); };
+  controls_.mnuRestore.on_click = [this] { mnuRestore_Click(); };
   controls_.mnuDeleteDbItem.on_click = [this] { mnuDeleteDbItem_Click(); };
 }
 
 void LibraryCommands::EnumDatabases() {
+  TellRecovered(toolkit_, saver_.LookInto(folder_));
   const auto row = controls_.cmbDatabase.ListIndex();
   controls_.cmbDatabase.Clear();
   catalogue_ = declarium::EnumDatabases(folder_);
@@ -52,8 +72,11 @@ void LibraryCommands::SetDatabaseTitle(std::u16string_view title) {
 
 void LibraryCommands::LoadDatabase(const std::filesystem::path& path) {
   const auto old_path = library_.path;
-  const auto sections = CutIntoSections(ReadFileOrTell(toolkit_, path));
-  if (TryLoad(sections, path)) return;
+  const auto read = ReadStampedOrTell(toolkit_, path);
+  if (TryLoad(CutIntoSections(read.bytes), path)) {
+    library_.stamp = read.stamp;
+    return;
+  }
   toolkit_.ShowMessage(
       {std::u16string(texts::kInvalidFormat), MessageButtons::kOk, MessageIcon::kCritical});
   last_title_.clear();
@@ -65,10 +88,12 @@ void LibraryCommands::LoadDatabase(const std::filesystem::path& path) {
 // The order of the steps decides what a faulty file leaves changed.
 bool LibraryCommands::TryLoad(const LibrarySections& sections, const std::filesystem::path& path) {
   if (!TakeNames(sections, library_)) return false;
+  library_.whole = false;
   selector_.ClearLists();
   library_.path = path;
   selector_.Reselect();
   if (!TakeItems(sections, library_)) return false;
+  library_.whole = true;
   SetDatabaseTitle(sections.title);
   library_.path = path;
   last_title_.clear();
@@ -114,6 +139,7 @@ bool LibraryCommands::AskSaveChanges() {
                             MessageButtons::kYesNoCancel, MessageIcon::kExclamation});
   if (answer == Answer::kYes) {
     mnuSave_Click();
+    if (save_refused_) return false;
     library_.dirty = false;
   }
   return answer == Answer::kYes || answer == Answer::kNo;
@@ -157,7 +183,7 @@ void LibraryCommands::mnuNew_Click() {
   dialog.initial_folder = DialogPath(folder_);
   const auto file = toolkit_.ChooseFileToSave(dialog);
   if (!file) return;
-  WriteFileOrTell(toolkit_, *file, EmptyLibraryBytes(title));
+  WriteFileOrTell(toolkit_, saver_, *file, EmptyLibraryBytes(title));
   EnumDatabases();
   LoadDatabase(*file);
 }
@@ -167,9 +193,27 @@ void LibraryCommands::mnuOpen_Click() {
   if (const auto file = toolkit_.ChooseFileToOpen(LibraryDialog())) LoadDatabase(*file);
 }
 
+// Whether the file may be replaced: nobody else has changed it, or the user wants it.
+bool LibraryCommands::MayReplace() {
+  if (!library_.whole || !library_.stamp || !HasChangedSince(*library_.stamp, library_.path)) {
+    return true;
+  }
+  return toolkit_.ShowMessage({std::u16string(texts::kAskReplaceChanged), MessageButtons::kYesNo,
+                               MessageIcon::kExclamation, DefaultButton::kSecond}) == Answer::kYes;
+}
+
+void LibraryCommands::WriteLibrary(const std::filesystem::path& path) {
+  const auto saved = SaveLibraryFile(saver_, library_, path);
+  if (!TellSaved(toolkit_, saved)) return;
+  library_.stamp = saved->stamp;
+  saver_.Kept().MarkTold(path);
+}
+
 void LibraryCommands::mnuSave_Click() {
+  save_refused_ = !MayReplace();
+  if (save_refused_) return;
   const HourglassPointer hourglass(toolkit_);
-  WriteFileOrTell(toolkit_, library_.path, LibraryBytes(library_));
+  WriteLibrary(library_.path);
   library_.dirty = false;  // also when the message of a failed write was shown
   EnumDatabases();
 }
@@ -180,10 +224,51 @@ void LibraryCommands::mnuSaveAs_Click() {
   const auto file = toolkit_.ChooseFileToSave(dialog);
   if (!file) return;
   const HourglassPointer hourglass(toolkit_);
-  WriteFileOrTell(toolkit_, *file, LibraryBytes(library_));
+  library_.stamp.reset();
+  WriteLibrary(*file);
   library_.dirty = false;
   library_.path = *file;
   EnumDatabases();
+}
+
+void LibraryCommands::OpenVersion(const std::filesystem::path& path, std::string_view bytes) {
+  if (!AskSaveChanges()) return;
+  const auto stamp = path == library_.path ? library_.stamp : std::nullopt;
+  if (!TryLoad(CutIntoSections(bytes), path)) return;
+  // What the file holds now is known: replacing it is what the user is about to do.
+  library_.stamp = stamp;
+  library_.dirty = true;
+}
+
+void LibraryCommands::mnuRestore_Click() {
+  if (library_.path.empty()) return;
+  const auto path = library_.path;
+  if (const auto bytes = AskForVersion(toolkit_, controls_.frmMain, saver_.Kept(), library_)) {
+    OpenVersion(path, *bytes);
+  }
+}
+
+void LibraryCommands::OfferUnwritten() {
+  auto& history = saver_.Kept();
+  for (const auto& path : history.Untold()) {
+    const auto versions = history.Versions(path);
+    const auto untold = std::ranges::find(versions, false, &Version::told);
+    if (untold == versions.end()) continue;
+    const auto bytes = history.Read(*untold).value_or(std::string());
+    history.MarkTold(path);
+    if (!ParseLibrary(bytes, path)) {
+      TellRecovered(toolkit_, {{path, false}});
+    } else if (toolkit_.ShowMessage(
+                   {Quoted(texts::kAskOpenUnwritten, u"\r\n\r\n", DialogPath(path)),
+                    MessageButtons::kYesNo, MessageIcon::kQuestion}) == Answer::kYes) {
+      return OpenVersion(FileToRestore(path), bytes);
+    }
+  }
+}
+
+void LibraryCommands::KeepUnsaved() {
+  if (!library_.dirty || !library_.whole || library_.path.empty()) return;
+  (void)saver_.Kept().KeepBytes(library_.path, LibraryBytes(library_));
 }
 
 void LibraryCommands::mnuRename_Click() {

@@ -7,6 +7,7 @@
 
 #include "library/catalogue.h"
 #include "library/file_format.h"
+#include "library/file_saver.h"
 #include "library/library.h"
 #include "library/ui/kind_selector.h"
 #include "toolkit/form.h"
@@ -26,6 +27,7 @@ struct DatabaseControls {
   MenuItem& mnuSave;
   MenuItem& mnuSaveAs;
   MenuItem& mnuRename;
+  MenuItem& mnuRestore;
   MenuItem& mnuImport;
   MenuItem& mnuExport;
   MenuItem& mnuAdd;
@@ -38,10 +40,11 @@ class LibraryCommands {
  public:
   // `folder` is the program's folder, whose libraries make the catalogue. Everything given by
   // reference must outlive the commands.
-  LibraryCommands(Toolkit& toolkit, Library& library, KindSelector& selector,
+  LibraryCommands(Toolkit& toolkit, FileSaver& saver, Library& library, KindSelector& selector,
                   const DatabaseControls& controls, std::filesystem::path folder);
 
-  // Rereads the catalogue; the combo box keeps its row number, which loads the row's library
+  // Looks after what killed savers left in the folder, and tells the user; then reads the catalogue
+  // anew; the combo box keeps its row number, which loads the row's library
   // when that row has another title now.
   void EnumDatabases();
 
@@ -52,14 +55,27 @@ class LibraryCommands {
   void LoadDatabaseByName(std::u16string_view title);
   void SetDatabaseTitle(std::u16string_view title);
 
-  // Offers to save unsaved changes; false when the user cancelled. A No leaves them unsaved and
-  // still marked, so the next switch asks again.
+  // Offers to save unsaved changes; false when the user cancelled, also by not replacing what
+  // somebody else has written meanwhile. A No leaves them unsaved and still marked, so the next
+  // switch asks again.
   [[nodiscard]] bool AskSaveChanges();
 
   // The library to open at start: the file named on the command line when it exists, otherwise the
   // catalogue row remembered from the last closing.
   void OpenAtStart(const std::filesystem::path& command_line, int remembered_row,
                    std::u16string_view remembered_title);
+
+  // Tells of what an earlier run could not write, and offers to open it; for when the window is
+  // there.
+  void OfferUnwritten();
+
+  // Opens a kept version of the library file `path`, as that library with unsaved changes. Asks
+  // before unsaved changes are lost.
+  void OpenVersion(const std::filesystem::path& path, std::string_view bytes);
+
+  // Keeps unsaved changes in the history, for a moment at which nobody can be asked. To be told at
+  // the next start.
+  void KeepUnsaved();
 
   void cmbDatabase_Click();
   void mnuDatabase_Click();
@@ -68,14 +84,18 @@ class LibraryCommands {
   void mnuSave_Click();
   void mnuSaveAs_Click();
   void mnuRename_Click();
+  void mnuRestore_Click();
   void mnuDeleteDbItem_Click();
 
  private:
   [[nodiscard]] bool TryLoad(const LibrarySections& sections, const std::filesystem::path& path);
+  [[nodiscard]] bool MayReplace();
+  void WriteLibrary(const std::filesystem::path& path);
   void ShowInCatalogue(const std::filesystem::path& path);
   void EnableDatabaseCommands(bool enabled);
 
   Toolkit& toolkit_;
+  FileSaver& saver_;
   Library& library_;
   KindSelector& selector_;
   DatabaseControls controls_;
@@ -84,6 +104,7 @@ class LibraryCommands {
   std::u16string last_title_;  // the title last switched to; empty after every load
   int last_row_ = -1;          // its row, to go back to when a switch is cancelled
   bool suppress_click_ = false;
+  bool save_refused_ = false;  // the user chose to keep what somebody else has written
 };
 
 }  // namespace declarium

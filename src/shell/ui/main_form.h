@@ -47,6 +47,7 @@ struct MainForm {
   MenuItem& mnuSave;
   MenuItem& mnuSaveAs;
   MenuItem& mnuRename;
+  MenuItem& mnuRestore;
   MenuItem& mnuImport;
   MenuItem& mnuExport;
   MenuItem& mnuAdd;

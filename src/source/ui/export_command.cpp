@@ -7,8 +7,9 @@
 
 namespace declarium {
 
-ExportCommand::ExportCommand(Toolkit& toolkit, const Library& library, MenuItem& mnuExport)
-    : toolkit_(toolkit), library_(library) {
+ExportCommand::ExportCommand(Toolkit& toolkit, FileSaver& saver, const Library& library,
+                             MenuItem& mnuExport)
+    : toolkit_(toolkit), saver_(saver), library_(library) {
   mnuExport.on_click = [this] { mnuExport_Click(); };
 }
 
@@ -16,7 +17,8 @@ void ExportCommand::mnuExport_Click() {
   const auto file = toolkit_.ChooseFileToSave({.filter = std::u16string(texts::kModuleFilter)});
   if (!file) return;
   const HourglassPointer hourglass(toolkit_);
-  WriteFileOrTell(toolkit_, *file, EncodeCodePage(ExportText(library_)));
+  if (!library_.whole) return TellNotWhole(toolkit_);
+  WriteFileOrTell(toolkit_, saver_, *file, EncodeCodePage(ExportText(library_)));
 }
 
 }  // namespace declarium
