@@ -60,7 +60,8 @@ void RegisterProcessBenchmarks(const BenchmarkFiles& files, const std::filesyste
   RegisterCommand("ctags" + suffix, {"ctags", "--languages=Basic", "-f", "/dev/null", source});
   // Into a library that does not exist yet, so that every round does the same.
   const auto library = files.Output(("imported-" + std::to_string(size) + ".api").c_str());
-  RegisterCommand("import" + suffix, {tool, "import", library, source, "--create", "Imported"},
+  RegisterCommand("import" + suffix,
+                  {tool, "import", library, source, "--create", "Imported", "--reading", "literal"},
                   library);
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <map>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <ostream>
@@ -13,7 +14,9 @@
 
 #include "import/merge.h"
 #include "import/parser.h"
+#include "import/reading.h"
 #include "library/file_format.h"
+#include "text/code_page.h"
 #include "text/text.h"
 
 namespace declarium::cli {
@@ -25,19 +28,22 @@ struct ImportOptions {
   std::string file;
   std::vector<std::string> sources;
   bool replace = false;
+  Reading reading = Reading::kVisualBasic;
   std::optional<std::string> title;
 };
 
-struct SourceSkips {
+// What a user should know about a source.
+struct SourceReport {
   std::string source;
-  std::vector<SkippedLine> lines;
+  std::vector<SkippedLine> skipped;
+  std::vector<Difference> differences;
 };
 
 struct ImportReport {
   Counts before{};
   Counts found{};
   Counts after{};
-  std::vector<SourceSkips> skipped;
+  std::vector<SourceReport> sources;
 };
 
 void CheckStorable(const ParsedItems& parsed, const std::string& source) {
@@ -72,14 +78,21 @@ Library OpenLibrary(const ImportOptions& options) {
   return library;
 }
 
-void ImportSource(const std::string& source, Existing existing, const Session& session,
-                  Library& library, ImportReport& report) {
-  auto parsed = ParseSourceFile(ViewSource(source, session).bytes);
+SourceReading ReadSourceFile(const std::string& source, Reading reading, const Session& session) {
+  const auto view = ViewSource(source, session);
+  auto literal = ParseSourceFile(view.bytes);
+  if (reading == Reading::kLiteral) return {std::move(literal), {}};
+  return ReadAsVisualBasic(DecodeCodePage(view.bytes), literal);
+}
+
+void ImportSource(const std::string& source, const ImportOptions& options, Existing existing,
+                  const Session& session, Library& library, ImportReport& report) {
+  auto [parsed, differences] = ReadSourceFile(source, options.reading, session);
   CheckStorable(parsed, source);
   const auto found = CountItems(parsed.lists);
   std::ranges::transform(report.found, found, report.found.begin(), std::plus());
   MergeItems(library, parsed, existing);
-  report.skipped.push_back({SourceName(source), std::move(parsed.skipped)});
+  report.sources.push_back({SourceName(source), std::move(parsed.skipped), std::move(differences)});
 }
 
 nlohmann::ordered_json CountsObject(const Counts& counts) {
@@ -96,19 +109,32 @@ void PrintReportAsJson(const ImportReport& report, const Session& session) {
   header["found"] = CountsObject(report.found);
   header["after"] = CountsObject(report.after);
   PrintJson(session, header);
-  for (const auto& [source, lines] : report.skipped) {
-    for (const auto& line : lines) {
+  for (const auto& [source, skipped, differences] : report.sources) {
+    for (const auto& line : skipped) {
       PrintJson(session,
                 {{"source", source}, {"line", line.number}, {"reason", ReasonText(line.reason)}});
+    }
+    for (const auto& each : differences) {
+      PrintJson(session, {{"source", source},
+                          {"line", each.line},
+                          {"column", each.column},
+                          {"reason", "differs"},
+                          {"kind", KindWord(each.kind)},
+                          {"name", ToUtf8(each.name)}});
     }
   }
 }
 
 void PrintReportAsText(const ImportReport& report, const Session& session) {
-  for (const auto& [source, lines] : report.skipped) {
-    for (const auto& line : lines) {
+  for (const auto& [source, skipped, differences] : report.sources) {
+    for (const auto& line : skipped) {
       session.streams.err << source << ':' << line.number << ": skipped, "
                           << ReasonText(line.reason) << ": " << OneLine(line.text) << '\n';
+    }
+    for (const auto& each : differences) {
+      session.streams.err << source << ':' << each.line << ':' << each.column
+                          << ": differs, taken as Visual Basic reads it: "
+                          << QualifiedName(each.kind, each.name) << '\n';
     }
   }
   for (const auto kind : kKinds) {
@@ -126,7 +152,7 @@ ExitStatus RunImport(const ImportOptions& options, const Session& session) {
   auto existing = options.replace ? Existing::kReplace : Existing::kKeep;
   for (const auto& source : options.sources) {
     progress.Show("importing " + SourceName(source));
-    ImportSource(source, existing, session, library, report);
+    ImportSource(source, options, existing, session, library, report);
     existing = Existing::kKeep;
   }
   report.after = CountItems(library.lists);
@@ -152,7 +178,9 @@ void AddImportCommand(const CommandSet& set) {
        "The library's items are kept, beside what every source adds; of two items with exactly "
        "the\n"
        "same name one survives. Declaration lines that cannot be read are skipped and "
-       "reported.\n\n"},
+       "reported.\n"
+       "Declarations are taken as Visual Basic reads them; those that reading by lines and\n"
+       "blanks (--reading literal) would store otherwise are reported.\n\n"},
       [](CLI::App& command, ImportOptions& options) {
         DefineFile(command, options.file);
         command
@@ -166,6 +194,12 @@ void AddImportCommand(const CommandSet& set) {
             .add_option("--create", options.title,
                         "Create the library with this title; one that exists keeps its own")
             ->type_name("TITLE");
+        const std::map<std::string, Reading> readings = {{"vb", Reading::kVisualBasic},
+                                                         {"literal", Reading::kLiteral}};
+        command
+            .add_option("--reading", options.reading, "How declarations are read; vb if left out")
+            ->transform(CLI::CheckedTransformer(readings, CLI::ignore_case).description(""))
+            ->type_name("vb|literal");
       },
       RunImport);
 }

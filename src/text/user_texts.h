@@ -42,6 +42,10 @@ inline constexpr std::u16string_view kAskDeleteBefore =
     u"Naozaj chcete natrvalo odtrániť položku '";
 inline constexpr std::u16string_view kAskDeleteBehind = u"' z databázy?";
 inline constexpr std::u16string_view kAskKeepItems = u"Ponechať pôvodné položky?";
+inline constexpr std::u16string_view kAskReadingBefore =
+    u"Deklarácie, ktoré Visual Basic číta inak, než by sa doslovne uložili: ";
+inline constexpr std::u16string_view kAskReadingBehind =
+    u"Prevziať ich tak, ako ich číta Visual Basic?";
 
 // Menus of the main window
 inline constexpr std::u16string_view kMenuDatabase = u"&Databáza";

@@ -56,6 +56,7 @@ struct External {
   std::u16string_view alias;    // "#123" for an ordinal, empty when there is none
   TypeReference result;         // of a Function
   std::vector<Parameter> parameters;
+  char16_t name_character = 0;  // the type character behind the name, 0 when there is none
   bool is_function = false;
   bool is_ptr_safe = false;
   bool is_wide = false;  // DeclareWide, texts as UTF-16
@@ -66,10 +67,11 @@ struct External {
   }
 };
 
-// One dimension of an array; an empty lower bound is that of Option Base.
+// One dimension of an array. A lower bound that is not written is that of Option Base, empty for 0.
 struct Bounds {
   std::u16string_view lower;
   std::u16string_view upper;
+  bool is_lower_written = false;
 };
 
 struct Member {
@@ -124,6 +126,7 @@ struct SyntaxError {
   Place place;
   std::string_view expected;
   std::u16string_view found;  // empty at the end of the statement
+  Place statement = {};       // where the statement begins
 };
 
 }  // namespace declarium::vb

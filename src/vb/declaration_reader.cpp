@@ -212,25 +212,27 @@ Expected ReadLibrary(TokenCursor& cursor, External& external) {
   return {};
 }
 
-std::expected<Bounds, SyntaxError> ReadBounds(TokenCursor& cursor) {
+std::expected<Bounds, SyntaxError> ReadBounds(TokenCursor& cursor, std::u16string_view lowest) {
   Bounds bounds;
+  bounds.lower = lowest;
   const auto first = ReadExpression(cursor);
   if (!first) return Failure(first.error());
   bounds.upper = *first;
   if (!cursor.TakeWord(u"to")) return bounds;
   bounds.lower = *first;
+  bounds.is_lower_written = true;
   const auto upper = ReadExpression(cursor);
   if (!upper) return Failure(upper.error());
   bounds.upper = *upper;
   return bounds;
 }
 
-Expected ReadDimensions(TokenCursor& cursor, Member& member) {
+Expected ReadDimensions(TokenCursor& cursor, std::u16string_view lowest, Member& member) {
   member.is_array = cursor.Peek().IsOperator(u'(');
   if (!member.is_array || TakeEmptyBrackets(cursor)) return {};
   cursor.Take();
   do {
-    const auto bounds = ReadBounds(cursor);
+    const auto bounds = ReadBounds(cursor, lowest);
     if (!bounds) return Failure(bounds.error());
     member.dimensions.push_back(*bounds);
   } while (cursor.TakeOperator(u','));
@@ -342,6 +344,7 @@ std::expected<NamedExternal, SyntaxError> ReadExternal(TokenCursor& cursor,
   if (!name) return Failure(name.error());
   named.name = name->name;
   named.place = name->place;
+  external.name_character = name->character;
   if (const auto done = ReadLibrary(cursor, external); !done) return Failure(done.error());
   if (const auto done = ReadParameters(cursor, defaults, external.parameters); !done)
     return Failure(done.error());
@@ -350,13 +353,14 @@ std::expected<NamedExternal, SyntaxError> ReadExternal(TokenCursor& cursor,
   return named;
 }
 
-std::expected<Member, SyntaxError> ReadMember(TokenCursor& cursor, const DefaultTypes& defaults) {
+std::expected<Member, SyntaxError> ReadMember(TokenCursor& cursor, const DefaultTypes& defaults,
+                                              std::u16string_view lowest) {
   Member member;
   const auto name = ReadName(cursor);
   if (!name) return Failure(name.error());
   member.name = name->name;
   member.place = name->place;
-  if (const auto done = ReadDimensions(cursor, member); !done) return Failure(done.error());
+  if (const auto done = ReadDimensions(cursor, lowest, member); !done) return Failure(done.error());
   if (name->character == 0 && !cursor.Peek().IsWord(u"as")) return Fail(cursor.Peek(), "As");
   const auto type = ReadTypeOf(*name, cursor, defaults);
   if (!type) return Failure(type.error());

@@ -74,9 +74,11 @@ struct NamedExternal {
 [[nodiscard]] std::expected<NamedExternal, SyntaxError> ReadExternal(TokenCursor& cursor,
                                                                      const DefaultTypes& defaults);
 
-// A line of a Type, and of an Enum.
+// A line of a Type, where arrays without a lower bound begin at `lowest` (empty for 0), and one of
+// an Enum.
 [[nodiscard]] std::expected<Member, SyntaxError> ReadMember(TokenCursor& cursor,
-                                                            const DefaultTypes& defaults);
+                                                            const DefaultTypes& defaults,
+                                                            std::u16string_view lowest);
 [[nodiscard]] std::expected<EnumMember, SyntaxError> ReadEnumMember(TokenCursor& cursor);
 
 // An expression, up to "," or ")" of no bracket in it, "To", or the end.

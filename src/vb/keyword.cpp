@@ -15,13 +15,24 @@ constexpr std::u16string_view kKeywordList =
 constexpr std::size_t kShortest = 2;
 constexpr std::size_t kLongest = 8;
 
+// The list's own spelling of the word, empty when it is not in the list.
+std::u16string_view FindKeyword(std::u16string_view word) {
+  static const auto keywords = Split(kKeywordList, u',');
+  if (word.size() < kShortest || word.size() > kLongest) return {};
+  const auto found = std::ranges::find_if(
+      keywords, [word](std::u16string_view keyword) { return EqualIgnoringCase(word, keyword); });
+  return found == keywords.end() ? std::u16string_view() : *found;
+}
+
 }  // namespace
 
 bool IsKeyword(std::u16string_view word) {
-  static const auto keywords = Split(kKeywordList, u',');
-  if (word.size() < kShortest || word.size() > kLongest) return false;
-  return std::ranges::any_of(
-      keywords, [word](std::u16string_view keyword) { return EqualIgnoringCase(word, keyword); });
+  return !FindKeyword(word).empty();
+}
+
+std::u16string_view KeywordAsWritten(std::u16string_view word) {
+  const auto keyword = FindKeyword(word);
+  return keyword.empty() ? word : keyword;
 }
 
 }  // namespace declarium

@@ -10,4 +10,7 @@ namespace declarium {
 // bracket in it is none. "Single", "Date" and "Object" are deliberately not in the list.
 [[nodiscard]] bool IsKeyword(std::u16string_view word);
 
+// The word as the list writes it ("As", "ByVal"); `word` itself when it is not in the list.
+[[nodiscard]] std::u16string_view KeywordAsWritten(std::u16string_view word);
+
 }  // namespace declarium

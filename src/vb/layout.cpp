@@ -34,7 +34,7 @@ std::expected<Element, std::string> ElementOf(const Member& member, Target targe
   const auto& type = member.type;
   if (!type.length.empty()) {
     const auto length = lengths(type.length);
-    if (!length || *length < 1)
+    if (!length || *length < 1 || *length > kLargest)
       return Failure("the length " + ToUtf8(type.length) + " is not known");
     return Element{{*length, 1}, {2 * *length, 2}, *length, length};
   }
@@ -50,7 +50,7 @@ std::expected<long, std::string> CountOf(const Member& member, const LengthLooku
   for (const auto& bounds : member.dimensions) {
     const auto low = bounds.lower.empty() ? 0 : lengths(bounds.lower);
     const auto high = lengths(bounds.upper);
-    if (!low || !high || *high < *low)
+    if (!low || !high || *high < *low || *high > kLargest || *low < -kLargest)
       return Failure("the bounds of " + ToUtf8(member.name) + " are not known");
     if (__builtin_mul_overflow(count, *high - *low + 1, &count))
       return Failure(ToUtf8(member.name) + " is too large");

@@ -125,7 +125,10 @@ class ModuleReader {
     return {std::span(Tokens()).subspan(words), StatementEnd()};
   }
 
-  void Refuse(const SyntaxError& error) { module_.errors.push_back(error); }
+  void Refuse(SyntaxError error) {
+    error.statement = Tokens().empty() ? error.place : Tokens().front().place;
+    module_.errors.push_back(error);
+  }
 
   // VERSION, Object and the Begin ... End of a form.
   void ReadHeader() {
@@ -172,6 +175,8 @@ class ModuleReader {
   void ReadModuleLine(const Token& word) {
     if (word.IsWord(u"option")) {
       module_.options.push_back({statement_.Text(), word.place});
+      if (Tokens().size() == 3 && Tokens()[1].IsWord(u"base"))
+        lowest_ = Tokens()[2].text == u"1" ? u"1" : u"";
     } else if (word.IsWord(u"attribute")) {
       ReadAttribute();
     } else {
@@ -349,7 +354,7 @@ class ModuleReader {
         record.comments.push_back({statement_.comment->text, statement_.comment->place});
       if (Tokens().empty()) return;
       auto cursor = CursorBehind(0);
-      auto member = ReadMember(cursor, defaults_);
+      auto member = ReadMember(cursor, defaults_, lowest_);
       if (!member) return Refuse(member.error());
       member->condition = conditions_.Current();
       record.members.push_back(*std::move(member));
@@ -403,6 +408,7 @@ class ModuleReader {
   bool procedure_ = false;  // inside one
   Conditions conditions_;
   DefaultTypes defaults_;
+  std::u16string_view lowest_;  // what Option Base says, empty for 0
   Module module_;
 };
 

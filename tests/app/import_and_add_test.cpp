@@ -97,6 +97,59 @@ TEST_F(ImportAndAdd, AddKeepsTheExistingItemsAndAsksNothing) {
   EXPECT_TRUE(window_->OpenDatabase().dirty);
 }
 
+class UnevenSource : public ImportAndAdd {
+ protected:
+  UnevenSource() {
+    WriteFile("uneven.bas",
+              "Const  X = 1\r\nType P\r\n  a As Long\r\n  End Type\r\n"
+              "Const Y =2, Z = 3\r\n");
+    OpenLibrary("empty.api");
+    User().ChooseRow(Form().cmbSelector, 0);
+  }
+  void ImportAnswering(Answer answer) {
+    Script().AnswerFile(FileAt("uneven.bas").u16string());
+    Script().AnswerMessage(answer);
+    User().ChooseMenu(*Form().frmMain, "mnuImport");
+  }
+};
+
+TEST_F(UnevenSource, IsAskedAboutOnceWithThreeExamples) {
+  ImportAnswering(Answer::kYes);
+  EXPECT_EQ(Script().LastMessage(),
+            (Message{u"Deklarácie, ktoré Visual Basic číta inak, než by sa doslovne uložili: 4"
+                     u"\r\n\r\nConst X\r\nType P\r\nConst Y\r\n...\r\n\r\n"
+                     u"Prevziať ich tak, ako ich číta Visual Basic?",
+                     MessageButtons::kYesNoCancel, MessageIcon::kExclamation}));
+  EXPECT_EQ(Messages().size(), 1U);
+}
+
+TEST_F(UnevenSource, YesTakesItAsVisualBasicReadsIt) {
+  ImportAnswering(Answer::kYes);
+  EXPECT_EQ(RowsOf(Form().lstConst), (Rows{u"X", u"Y", u"Z"}));
+  EXPECT_EQ(window_->OpenDatabase()[Kind::kType].items[0], u"\u000Ca As Long");
+  EXPECT_TRUE(window_->OpenDatabase().dirty);
+}
+
+TEST_F(UnevenSource, NoTakesItLiterally) {
+  ImportAnswering(Answer::kNo);
+  EXPECT_EQ(RowsOf(Form().lstConst), (Rows{u"Y"}));
+  EXPECT_TRUE(window_->OpenDatabase()[Kind::kType].items[0].contains(u"End Type"));
+}
+
+TEST_F(UnevenSource, CancelChangesNothing) {
+  ImportAnswering(Answer::kCancel);
+  EXPECT_FALSE(window_->OpenDatabase().HasItems());
+  EXPECT_FALSE(window_->OpenDatabase().dirty);
+  EXPECT_EQ(toolkit_->Pointer(), MousePointer::kDefault);
+}
+
+TEST_F(UnevenSource, InTheAddDialogIsAskedAboutToo) {
+  Script().AnswerMessage(Answer::kYes);
+  Add(u"Const W =1", "Command1");
+  EXPECT_EQ(Messages().size(), 1U);
+  EXPECT_EQ(window_->OpenDatabase()[Kind::kConst].items[0], u"\u000E1");
+}
+
 TEST_F(ImportAndAdd, AddOfAnEmptyTextAndCancelChangeNothing) {
   Add(u"", "Command1");
   Add(u"Const Z = 1", "Command2");

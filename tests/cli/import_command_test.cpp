@@ -34,11 +34,44 @@ TEST_F(ImportCommand, CountsInJson) {
 
 TEST_F(ImportCommand, ReportsSkippedLinesWithFileLineTextAndReason) {
   folder_.Put("bad.bas", "Const A = _\r\n 1\r\nDeclare Sub\r\nConst  X = 1\r\n");
-  const auto run = RunCli({"import", library_, Path("bad.bas")});
+  const auto run = RunCli({"import", library_, Path("bad.bas"), "--reading", "literal"});
   EXPECT_EQ(run.status, 0);
   EXPECT_EQ(run.err,
             Path("bad.bas") + ":3: skipped, too few words for a declaration: Declare Sub\n" +
                 Path("bad.bas") + ":4: skipped, no name where it is expected: Const  X = 1\n");
+}
+
+constexpr std::string_view kUneven =
+    "Const  X = 1\r\nType P\r\n  a As Long\r\n  End Type\r\nConst Y =2\r\n";
+
+TEST_F(ImportCommand, StoresAndReportsWhatTheLiteralRulesWouldBend) {
+  folder_.Put("m.bas", kUneven);
+  const auto run = RunCli({"import", library_, "--replace", Path("m.bas")});
+  const auto report = [&](const std::string& place_and_name) {
+    const auto at = place_and_name.find(' ');
+    return Path("m.bas") + place_and_name.substr(0, at) +
+           ": differs, taken as Visual Basic reads it: " + place_and_name.substr(at + 1) + "\n";
+  };
+  EXPECT_EQ(run.err, report(":1:1 const:X") + report(":2:1 type:P") + report(":5:1 const:Y"));
+  EXPECT_EQ(RunCli({"show", library_, "X", "P", "Y"}).out,
+            "Const X = 1\nType P\n\ta As Long\nEnd Type\nConst Y = 2\n");
+}
+
+TEST_F(ImportCommand, ReportsDifferencesInJson) {
+  folder_.Put("m.bas", kUneven);
+  const auto run = RunCli({"--json", "import", library_, Path("m.bas")});
+  EXPECT_NE(run.out.find("m.bas\",\"line\":5,\"column\":1,\"reason\":\"differs\","
+                         "\"kind\":\"const\",\"name\":\"Y\"}\n"),
+            std::string::npos)
+      << run.out;
+}
+
+TEST_F(ImportCommand, LiteralReadingStoresWhatTheLinesHold) {
+  folder_.Put("m.bas", kUneven);
+  const auto run = RunCli({"import", library_, "--replace", Path("m.bas"), "--reading", "literal"});
+  EXPECT_EQ(run.err, Path("m.bas") + ":1: skipped, no name where it is expected: Const  X = 1\n");
+  EXPECT_EQ(RunCli({"show", library_, "P"}).out,
+            "Type P\n\ta As Long\n\tEnd Type\n\tConst Y =2\n\t\nEnd Type\n");
 }
 
 TEST_F(ImportCommand, ReplaceDropsTheLibraryAndKeepsAllSources) {

@@ -6,7 +6,7 @@ _declarium_cli_options() {
   case $1 in
     new) echo "$common --force" ;;
     list) echo "$common --kind" ;;
-    import) echo "$common --replace --create" ;;
+    import) echo "$common --replace --create --reading" ;;
     parse) echo "$common --modules --uses --target" ;;
     shared) echo "$common --closure" ;;
     find | complete) echo "$common --kind" ;;
@@ -28,6 +28,7 @@ _declarium_cli_values() {
     --color) echo 'auto always never' ;;
     --kind | --kinds) echo 'const declare type' ;;
     --scope) echo 'Private Public' ;;
+    --reading) echo 'vb literal' ;;
     --target) echo 'vb6 vba7 vba7-only twinbasic' ;;
   esac
 }

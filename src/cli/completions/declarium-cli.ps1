@@ -12,7 +12,7 @@ Register-ArgumentCompleter -Native -CommandName 'declarium-cli', 'declarium-cli.
         'rename'    = @()
         'delete'    = @()
         'databases' = @()
-        'import'    = '--replace', '--create'
+        'import'    = '--replace', '--create', '--reading'
         'parse'     = '--modules', '--uses', '--target'
         'show'      = @()
         'shared'    = '--closure'
@@ -31,6 +31,7 @@ Register-ArgumentCompleter -Native -CommandName 'declarium-cli', 'declarium-cli.
         '--kind'  = 'const', 'declare', 'type'
         '--kinds' = 'const', 'declare', 'type'
         '--scope' = 'Private', 'Public'
+        '--reading' = 'vb', 'literal'
         '--target' = 'vb6', 'vba7', 'vba7-only', 'twinbasic'
     }
 

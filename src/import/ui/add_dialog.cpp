@@ -4,6 +4,7 @@
 
 #include "import/parser.h"
 #include "import/ui/import_command.h"
+#include "import/ui/reading_question.h"
 #include "library/ui/file_messages.h"
 #include "text/user_texts.h"
 #include "toolkit/captioned.h"
@@ -59,10 +60,12 @@ void AddDialog::Show(Form& owner) {
 void AddDialog::Command1_Click() {
   auto text = frmAdd_->Get<TextBox>("Text1").Text();
   if (!text.empty()) {
-    auto source = ReadSource(std::move(text));
+    auto source = ReadSource(text);
     JoinContinuedLines(source);
     const HourglassPointer hourglass(toolkit_);
-    ImportItems(library_, selector_, ParseDeclarations(std::move(source)), Existing::kKeep);
+    const auto chosen = ChooseReading(toolkit_, text, ParseDeclarations(std::move(source)));
+    if (!chosen) return;
+    ImportItems(library_, selector_, *chosen, Existing::kKeep);
   } else {
     toolkit_.SetPointer(MousePointer::kDefault);
   }

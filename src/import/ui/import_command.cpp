@@ -1,6 +1,8 @@
 #include "import/ui/import_command.h"
 
+#include "import/ui/reading_question.h"
 #include "library/ui/file_messages.h"
+#include "text/code_page.h"
 #include "text/user_texts.h"
 
 namespace declarium {
@@ -28,8 +30,13 @@ void ImportCommand::mnuImport_Click() {
                             MessageIcon::kExclamation}) == Answer::kYes) {
     existing = Existing::kKeep;
   }
+  const auto chosen = [&] {
+    const HourglassPointer hourglass(toolkit_);
+    return ChooseReading(toolkit_, DecodeCodePage(bytes), ParseSourceFile(bytes));
+  }();
+  if (!chosen) return;
   const HourglassPointer hourglass(toolkit_);
-  ImportItems(library_, selector_, ParseSourceFile(bytes), existing);
+  ImportItems(library_, selector_, *chosen, existing);
 }
 
 }  // namespace declarium

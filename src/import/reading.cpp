@@ -1,0 +1,369 @@
+#include "import/reading.h"
+
+#include <algorithm>
+#include <optional>
+#include <unordered_map>
+#include <unordered_set>
+#include <utility>
+
+#include "import/canonical_item.h"
+#include "import/line_reader.h"
+#include "library/file_format.h"
+#include "library/item.h"
+#include "text/text.h"
+#include "vb/definitions.h"
+#include "vb/module.h"
+
+namespace declarium {
+namespace {
+
+using vb::Token;
+using vb::TokenKind;
+
+// The next token that says something: no space, no comment, one line end for several.
+Token NextTelling(vb::Tokenizer& tokens, const Token& before) {
+  for (;;) {
+    const auto token = tokens.NextSignificant();
+    const bool repeats = token.kind == TokenKind::kLineEnd && (before.kind == TokenKind::kLineEnd);
+    if (token.kind != TokenKind::kComment && !repeats) return token;
+  }
+}
+
+// Whether both say the same: names in any case, no matter which spaces and comments.
+bool SayTheSame(std::u16string_view a, std::u16string_view b) {
+  vb::Tokenizer a_tokens(a);
+  vb::Tokenizer b_tokens(b);
+  Token a_token{TokenKind::kLineEnd, {}, {}};
+  Token b_token = a_token;
+  for (;;) {
+    a_token = NextTelling(a_tokens, a_token);
+    b_token = NextTelling(b_tokens, b_token);
+    // A line end in front of the end says nothing.
+    if (a_token.kind == TokenKind::kLineEnd && b_token.kind == TokenKind::kEnd)
+      a_token = NextTelling(a_tokens, a_token);
+    if (b_token.kind == TokenKind::kLineEnd && a_token.kind == TokenKind::kEnd)
+      b_token = NextTelling(b_tokens, b_token);
+    if (a_token.kind != b_token.kind) return false;
+    if (a_token.kind == TokenKind::kEnd) return true;
+    if (a_token.kind == TokenKind::kName
+            ? !EqualIgnoringCase(a_token.text, b_token.text)
+            : a_token.kind != TokenKind::kLineEnd && a_token.text != b_token.text)
+      return false;
+  }
+}
+
+// The lines from where a statement begins to the end of the line that `end` stands in.
+std::u16string_view LinesOf(std::u16string_view source, const vb::Place& start, std::size_t end) {
+  const auto line_start = start.offset - (start.column - 1);
+  vb::Tokenizer tokens(source, {end, 1, 1});
+  auto token = tokens.Next();
+  while (token.kind != TokenKind::kLineEnd && token.kind != TokenKind::kEnd) token = tokens.Next();
+  return source.substr(line_start, token.place.offset - line_start);
+}
+
+// The comment behind `end` on its line, empty without one.
+std::u16string_view CommentBehind(std::u16string_view source, std::size_t end) {
+  const auto token = vb::Tokenizer(source, {end, 1, 2}).NextSignificant();
+  return token.kind == TokenKind::kComment ? token.text : std::u16string_view();
+}
+
+ParsedItems LiteralItems(std::u16string_view lines) {
+  auto source = ReadSource(std::u16string(lines));
+  JoinContinuedLines(source);
+  return ParseDeclarations(std::move(source));
+}
+
+bool IsSameName(std::u16string_view literal, std::u16string_view name, char16_t character) {
+  if (character == 0) return literal == name;
+  return literal.size() == name.size() + 1 && literal.starts_with(name) &&
+         literal.back() == character;
+}
+
+bool SaysConst(std::u16string_view name, std::u16string_view item,
+               const vb::Declaration& declaration) {
+  const auto& constant = *declaration.As<vb::Constant>();
+  const auto& type = constant.type;
+  const auto fields = SplitConst(item);
+  return IsSameName(name, declaration.name, type.character) &&
+         SayTheSame(fields.type, type.is_written ? type.Text() : std::u16string_view()) &&
+         SayTheSame(fields.value, constant.value);
+}
+
+// Whether the module's Def lines say what the type is, which another module would not know.
+bool IsSaidByDefLine(const vb::TypeReference& type) {
+  return !type.is_written && type.character == 0 && type.name != u"Variant";
+}
+
+// What stands behind Lib.
+std::u16string_view TailOf(std::u16string_view declaration) {
+  vb::Tokenizer tokens(declaration);
+  auto token = tokens.NextSignificant();
+  while (token.kind != TokenKind::kEnd && token.kind != TokenKind::kString)
+    token = tokens.NextSignificant();
+  return declaration.substr(token.place.offset);
+}
+
+bool SaysDeclare(std::u16string_view name, std::u16string_view item,
+                 const vb::Declaration& declaration) {
+  const auto& external = *declaration.As<vb::External>();
+  const auto fields = SplitDeclare(item);
+  const char16_t marker = external.is_function ? kFunctionMarker : kSubMarker;
+  const bool needs_def_line = (external.is_function && IsSaidByDefLine(external.result)) ||
+                              std::ranges::any_of(external.parameters, [](const auto& parameter) {
+                                return IsSaidByDefLine(parameter.type);
+                              });
+  return !external.is_ptr_safe && !external.is_wide && !needs_def_line &&
+         fields.marker == std::u16string_view(&marker, 1) &&
+         IsSameName(name, declaration.name, external.name_character) &&
+         SayTheSame(fields.tail, TailOf(declaration.text));
+}
+
+// What stands between the first line of a Type and End Type.
+std::u16string_view BodyOf(std::u16string_view declaration) {
+  vb::Tokenizer tokens(declaration);
+  auto token = tokens.NextSignificant();
+  while (token.kind != TokenKind::kLineEnd && token.kind != TokenKind::kEnd &&
+         !token.IsOperator(u':'))
+    token = tokens.NextSignificant();
+  const auto start = token.end();
+  auto end = declaration.size();
+  Token last;
+  for (; token.kind != TokenKind::kEnd; token = tokens.NextSignificant()) {
+    if (last.IsWord(u"end") && token.IsWord(u"type")) end = last.place.offset;
+    last = token;
+  }
+  return declaration.substr(start, end - start);
+}
+
+bool SaysType(std::u16string_view name, std::u16string_view item,
+              const vb::Declaration& declaration) {
+  const auto fields = SplitType(item);
+  const bool needs_option_base =
+      std::ranges::any_of(declaration.As<vb::Record>()->members, [](const auto& member) {
+        return std::ranges::any_of(member.dimensions, [](const auto& bounds) {
+          return !bounds.lower.empty() && !bounds.is_lower_written;
+        });
+      });
+  return !needs_option_base && name == declaration.name && SayTheSame(fields.header_rest, u"") &&
+         SayTheSame(fields.members, BodyOf(declaration.text));
+}
+
+Kind KindOf(const vb::Declaration& declaration) {
+  if (declaration.As<vb::Constant>() != nullptr) return Kind::kConst;
+  return declaration.As<vb::External>() != nullptr ? Kind::kDeclare : Kind::kType;
+}
+
+bool Says(Kind kind, std::u16string_view name, std::u16string_view item,
+          const vb::Declaration& declaration) {
+  switch (kind) {
+    case Kind::kConst:
+      return SaysConst(name, item, declaration);
+    case Kind::kDeclare:
+      return SaysDeclare(name, item, declaration);
+    case Kind::kType:
+      return SaysType(name, item, declaration);
+  }
+  return false;
+}
+
+// The lower, the sooner a declaration is kept of several of its name.
+enum class Rank { kCompiled, kUnknown, kLeftOut, kLocal };
+
+struct Entry {
+  Kind kind;
+  std::u16string name;
+  std::u16string item;
+  vb::Place place;
+  Rank rank;
+  bool differs;
+  bool is_literally_read;  // whether the literal rules make an item here at all
+};
+
+// Tells the names of the kinds apart, without regard to case.
+std::u16string KeyOf(Kind kind, std::u16string_view name) {
+  std::u16string key(1, static_cast<char16_t>(u'0' + KindCode(kind)));
+  constexpr std::u16string_view kTypeCharacters = u"%&!#@$^";
+  if (!name.empty() && kTypeCharacters.contains(name.back())) name.remove_suffix(1);
+  return key + LowerCase(name);
+}
+
+class Reader {
+ public:
+  Reader(std::u16string_view source, const ParsedItems& literal)
+      : source_(source),
+        literal_(literal),
+        module_(vb::ReadModule(source)),
+        branches_(vb::BranchesOf(module_, vb::Target::kVb6)),
+        definitions_(vb::Target::kVb6) {}
+
+  SourceReading Read() {
+    definitions_.Add(module_);
+    for (const auto& declaration : module_.declarations) ReadDeclaration(declaration);
+    for (const auto& error : module_.errors) ReadRefused(error);
+    std::ranges::stable_sort(entries_, {}, [](const Entry& entry) { return entry.place.offset; });
+    FindBest();
+    for (const auto& entry : entries_) Take(entry);
+    TellOfLiteralOnly();
+    TakeSkipped();
+    std::ranges::stable_sort(reading_.differences, {}, &Difference::line);
+    return std::move(reading_);
+  }
+
+ private:
+  [[nodiscard]] Rank RankOf(vb::Scope scope, std::uint32_t condition) const {
+    if (scope == vb::Scope::kLocal) return Rank::kLocal;
+    switch (branches_[condition]) {
+      case vb::Branch::kCompiled:
+        return Rank::kCompiled;
+      case vb::Branch::kUnknown:
+        return Rank::kUnknown;
+      case vb::Branch::kLeftOut:
+        return Rank::kLeftOut;
+    }
+    return Rank::kCompiled;
+  }
+
+  void ReadDeclaration(const vb::Declaration& declaration) {
+    if (declaration.As<vb::Enumeration>() != nullptr) return ReadEnumeration(declaration);
+    const auto kind = KindOf(declaration);
+    const auto end = declaration.place.offset + declaration.text.size();
+    const auto literal = LiteralItems(LinesOf(source_, declaration.place, end));
+    const auto& [names, items] = literal[kind];
+    const bool is_literally_read = !names.empty();
+    const bool agrees = is_literally_read && Says(kind, names[0], items[0], declaration);
+    Entry entry{kind,
+                {},
+                {},
+                declaration.place,
+                RankOf(declaration.scope, declaration.condition),
+                !agrees,
+                is_literally_read};
+    entry.name = agrees ? names[0] : declaration.name;
+    entry.item = agrees ? std::u16string(items[0]) : Canonical(declaration, end);
+    entries_.push_back(std::move(entry));
+  }
+
+  [[nodiscard]] std::u16string Canonical(const vb::Declaration& declaration,
+                                         std::size_t end) const {
+    const auto comment = CommentBehind(source_, end);
+    if (const auto* const constant = declaration.As<vb::Constant>()) {
+      // Behind several constants the comment is the last one's.
+      const auto value_end = constant->value.data() + constant->value.size();
+      return CanonicalConst(*constant, value_end == source_.data() + end ? comment : u"");
+    }
+    if (const auto* const external = declaration.As<vb::External>())
+      return CanonicalDeclare(*external, comment);
+    return CanonicalType(declaration);
+  }
+
+  void ReadEnumeration(const vb::Declaration& declaration) {
+    std::u16string_view before;
+    for (const auto& member : declaration.As<vb::Enumeration>()->members) {
+      std::u16string item = u"Long";
+      item += kValueSeparator;
+      item += MemberValue(member, before);
+      entries_.push_back({Kind::kConst, std::u16string(member.name), std::move(item), member.place,
+                          RankOf(declaration.scope, member.condition), true, false});
+      before = member.name;
+    }
+  }
+
+  // The expression as it is written; the number where there is none or where it names a member by
+  // its enumeration, which a library does not have.
+  std::u16string MemberValue(const vb::EnumMember& member, std::u16string_view before) {
+    const bool can_stay = !member.value.empty() && !member.value.contains(u'.');
+    if (can_stay) return CanonicalText(member.value);
+    const auto value = definitions_.ValueOf(member.name);
+    if (value) return FromUtf8(std::to_string(value->whole));
+    if (!member.value.empty()) return CanonicalText(member.value);
+    return before.empty() ? u"0" : std::u16string(before) + u" + 1";
+  }
+
+  // What the language would refuse is stored as the literal rules read it.
+  void ReadRefused(const vb::SyntaxError& error) {
+    const auto literal = LiteralItems(LinesOf(source_, error.statement, error.place.offset));
+    for (const auto kind : {Kind::kConst, Kind::kDeclare}) {
+      const auto& [names, items] = literal[kind];
+      for (std::size_t i = 0; i < names.size(); ++i) {
+        const bool is_read = std::ranges::any_of(entries_, [&](const Entry& entry) {
+          return entry.kind == kind && entry.place == error.statement && entry.name == names[i];
+        });
+        if (is_read) continue;
+        entries_.push_back({kind, std::u16string(names[i]), std::u16string(items[i]),
+                            error.statement, Rank::kCompiled, false, true});
+      }
+    }
+  }
+
+  void FindBest() {
+    for (const auto& entry : entries_) {
+      const auto [best, is_new] = best_.try_emplace(KeyOf(entry.kind, entry.name), &entry);
+      if (!is_new && entry.rank < best->second->rank) best->second = &entry;
+    }
+  }
+
+  void Take(const Entry& entry) {
+    const auto& best = *best_.at(KeyOf(entry.kind, entry.name));
+    const bool is_kept = entry.rank == best.rank;
+    // A declaration that is dropped and that the literal rules would have stored may have been the
+    // one that survived there.
+    if (entry.differs ? is_kept : !is_kept && entry.item != best.item) Tell(entry);
+    if (!is_kept) return;
+    auto& [names, items] = reading_.items.lists[static_cast<std::size_t>(KindCode(entry.kind))];
+    names.Add(entry.name);
+    items.Add(entry.item);
+    reading_.items.all_storable =
+        reading_.items.all_storable && IsStorable(entry.name) && IsStorable(entry.item);
+  }
+
+  void Tell(const Entry& entry) {
+    reading_.differences.push_back({entry.kind, entry.name, entry.place.line, entry.place.column});
+  }
+
+  // Items that the literal rules make of lines that declare nothing.
+  void TellOfLiteralOnly() {
+    std::unordered_set<std::u16string> told;
+    for (const auto kind : kKinds) {
+      for (const auto name : literal_[kind].names) {
+        const auto key = KeyOf(kind, name);
+        if (best_.contains(key) || !told.insert(key).second) continue;
+        const auto place = PlaceOf(name);
+        reading_.differences.push_back({kind, std::u16string(name), place.line, place.column});
+      }
+    }
+  }
+
+  // Where the first word of the name stands.
+  [[nodiscard]] vb::Place PlaceOf(std::u16string_view name) const {
+    const auto word = vb::Tokenizer(name).NextSignificant().text;
+    vb::Tokenizer tokens(source_);
+    for (auto token = tokens.Next(); token.kind != TokenKind::kEnd; token = tokens.Next())
+      if (token.text == word) return token.place;
+    return {};
+  }
+
+  // Lines that the literal rules cannot read and the language can are not skipped.
+  void TakeSkipped() {
+    std::unordered_set<std::size_t> read_lines;
+    for (const auto& entry : entries_) read_lines.insert(entry.place.line);
+    for (const auto& line : literal_.skipped)
+      if (!read_lines.contains(line.number)) reading_.items.skipped.push_back(line);
+  }
+
+  std::u16string_view source_;
+  const ParsedItems& literal_;
+  vb::Module module_;
+  std::vector<vb::Branch> branches_;
+  vb::Definitions definitions_;
+  std::vector<Entry> entries_;
+  std::unordered_map<std::u16string, const Entry*> best_;  // by kind and name
+  SourceReading reading_;
+};
+
+}  // namespace
+
+SourceReading ReadAsVisualBasic(std::u16string_view source, const ParsedItems& literal) {
+  return Reader(source, literal).Read();
+}
+
+}  // namespace declarium
