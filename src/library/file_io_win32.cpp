@@ -2,6 +2,7 @@
 #include <optional>
 
 #include "library/file_io.h"
+#include "library/file_name.h"
 #include "library/temporary_file.h"
 #include "text/text.h"
 #include "win32/system_error.h"
@@ -163,8 +164,7 @@ void RemoveUnlessHeld(const fs::path& temporary_file) {
 }
 
 std::string PathText(const fs::path& path) {
-  const auto text = path.u8string();
-  return {text.begin(), text.end()};
+  return ToUtf8(NameOfPath(path));
 }
 
 std::expected<std::string, Error> ReadWholeFile(const fs::path& path) {

@@ -1,7 +1,6 @@
 #include "library/ui/file_messages.h"
 
 #include "library/file_io.h"
-#include "text/text.h"
 #include "text/user_texts.h"
 
 namespace declarium {
@@ -22,10 +21,6 @@ std::string ReadFileOrTell(Toolkit& toolkit, const std::filesystem::path& path) 
 
 void WriteFileOrTell(Toolkit& toolkit, const std::filesystem::path& path, std::string_view bytes) {
   if (!WriteWholeFile(path, bytes)) Tell(toolkit, texts::kWriteError);
-}
-
-std::u16string DialogPath(const std::filesystem::path& path) {
-  return FromUtf8(PathText(path));
 }
 
 }  // namespace declarium

@@ -16,9 +16,6 @@ namespace declarium {
 // Writes the file; shows a message when it cannot be written.
 void WriteFileOrTell(Toolkit& toolkit, const std::filesystem::path& path, std::string_view bytes);
 
-// The path as the dialogs show it and take it.
-[[nodiscard]] std::u16string DialogPath(const std::filesystem::path& path);
-
 // Shows the hourglass for as long as it lives.
 class HourglassPointer {
  public:

@@ -1,5 +1,6 @@
 #include "source/ui/export_command.h"
 
+#include "library/file_name.h"
 #include "library/ui/file_messages.h"
 #include "source/item_text.h"
 #include "text/code_page.h"
@@ -16,7 +17,7 @@ void ExportCommand::mnuExport_Click() {
   const auto file = toolkit_.ChooseFileToSave({.filter = std::u16string(texts::kModuleFilter)});
   if (!file) return;
   const HourglassPointer hourglass(toolkit_);
-  WriteFileOrTell(toolkit_, *file, EncodeCodePage(ExportText(library_)));
+  WriteFileOrTell(toolkit_, PathOfName(*file), EncodeCodePage(ExportText(library_)));
 }
 
 }  // namespace declarium
