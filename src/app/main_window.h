@@ -45,6 +45,9 @@ struct MainWindowOptions {
   std::filesystem::path command_line;  // a library to open at start, or empty
   RunMode mode = RunMode::kStandalone;
   HostLink host;
+  // Puts unsaved changes of the open library where they can be found again, not into its file;
+  // false when that failed.
+  std::function<bool(const Library&)> keep_unsaved = [](const Library&) { return false; };
 };
 
 class MainWindow {
@@ -58,6 +61,8 @@ class MainWindow {
   void Load();
   // Loads the window if needed, and shows it or brings it forward.
   void ShowMainWindow();
+  // Puts unsaved changes aside; false when there are none or that failed.
+  bool KeepUnsaved();
   // Unloads the window whatever the run mode; false when the user cancelled the closing.
   bool Unload();
   // An unloaded window stays unloaded.
