@@ -2,9 +2,13 @@
 
 #include <utility>
 
+#include "library/file_format.h"
+#include "library/file_name.h"
 #include "library/find_item_index.h"
 #include "library/ui/file_messages.h"
 #include "text/user_texts.h"
+#include "toolkit/held_flag.h"
+#include "vb/number.h"
 
 namespace declarium {
 namespace {
@@ -85,12 +89,11 @@ void LibraryCommands::ShowInCatalogue(const std::filesystem::path& path) {
     controls_.cmbDatabase.SetListIndex(-1);
     return;
   }
-  suppress_click_ = true;
+  const HeldFlag suppressed(suppress_click_);
   // A file changed by others since the catalogue was read has a title that no row shows.
   if (!controls_.cmbDatabase.SetText(library_.title)) {
     controls_.cmbDatabase.SetListIndex(static_cast<int>(*row));
   }
-  suppress_click_ = false;
 }
 
 void LibraryCommands::EnableDatabaseCommands(bool enabled) {
@@ -138,9 +141,8 @@ void LibraryCommands::cmbDatabase_Click() {
     last_title_ = controls_.cmbDatabase.Text();
     last_row_ = controls_.cmbDatabase.ListIndex();
   } else {
-    suppress_click_ = true;
+    const HeldFlag suppressed(suppress_click_);
     controls_.cmbDatabase.SetListIndex(last_row_);
-    suppress_click_ = false;
   }
 }
 
@@ -149,22 +151,33 @@ void LibraryCommands::mnuDatabase_Click() {
   if (list != nullptr) controls_.mnuDeleteDbItem.SetEnabled(!list->Text().empty());
 }
 
+std::u16string LibraryCommands::AskTitle(std::u16string_view prompt, std::u16string_view initial) {
+  auto title = toolkit_.AskText(prompt, initial);
+  if (const auto separator = FindSeparator(title)) {
+    toolkit_.ShowMessage({Quoted(texts::kTitleRefusedBefore, NumberText(*separator), u"."),
+                          MessageButtons::kOk, MessageIcon::kExclamation});
+    title.clear();
+  }
+  return title;
+}
+
 void LibraryCommands::mnuNew_Click() {
   if (!AskSaveChanges()) return;
-  const auto title = toolkit_.AskText(texts::kAskTitle, u"");
+  const auto title = AskTitle(texts::kAskTitle, u"");
   if (title.empty()) return;
   auto dialog = LibraryDialog();
-  dialog.initial_folder = DialogPath(folder_);
+  dialog.initial_folder = NameOfPath(folder_);
   const auto file = toolkit_.ChooseFileToSave(dialog);
   if (!file) return;
-  WriteFileOrTell(toolkit_, *file, EmptyLibraryBytes(title));
+  const auto path = PathOfName(*file);
+  WriteFileOrTell(toolkit_, path, EmptyLibraryBytes(title));
   EnumDatabases();
-  LoadDatabase(*file);
+  LoadDatabase(path);
 }
 
 void LibraryCommands::mnuOpen_Click() {
   if (!AskSaveChanges()) return;
-  if (const auto file = toolkit_.ChooseFileToOpen(LibraryDialog())) LoadDatabase(*file);
+  if (const auto file = toolkit_.ChooseFileToOpen(LibraryDialog())) LoadDatabase(PathOfName(*file));
 }
 
 void LibraryCommands::mnuSave_Click() {
@@ -176,20 +189,21 @@ void LibraryCommands::mnuSave_Click() {
 
 void LibraryCommands::mnuSaveAs_Click() {
   auto dialog = LibraryDialog();
-  dialog.file_name = DialogPath(library_.path);
+  dialog.file_name = NameOfPath(library_.path);
   const auto file = toolkit_.ChooseFileToSave(dialog);
   if (!file) return;
   const HourglassPointer hourglass(toolkit_);
-  WriteFileOrTell(toolkit_, *file, LibraryBytes(library_));
+  const auto path = PathOfName(*file);
+  WriteFileOrTell(toolkit_, path, LibraryBytes(library_));
   library_.dirty = false;
-  library_.path = *file;
+  library_.path = path;
   EnumDatabases();
 }
 
 void LibraryCommands::mnuRename_Click() {
-  const auto title = toolkit_.AskText(texts::kAskNewTitle, library_.title);
-  if (!title.empty()) SetDatabaseTitle(title);
+  const auto title = AskTitle(texts::kAskNewTitle, library_.title);
   library_.dirty = true;  // a cancelled rename counts as a change too
+  if (!title.empty()) SetDatabaseTitle(title);
 }
 
 void LibraryCommands::mnuDeleteDbItem_Click() {
@@ -197,6 +211,7 @@ void LibraryCommands::mnuDeleteDbItem_Click() {
   const auto kind = selector_.SelectedKind();
   if (list == nullptr || !kind) return;
   const auto name = list->Text();
+  if (name.empty()) return;
   const auto answer = toolkit_.ShowMessage(
       {Quoted(texts::kAskDeleteBefore, name, texts::kAskDeleteBehind), MessageButtons::kYesNo,
        MessageIcon::kExclamation, DefaultButton::kSecond});

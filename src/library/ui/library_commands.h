@@ -72,6 +72,8 @@ class LibraryCommands {
 
  private:
   [[nodiscard]] bool TryLoad(const LibrarySections& sections, const std::filesystem::path& path);
+  // The title typed; empty when cancelled, and after a message when no file could hold it.
+  [[nodiscard]] std::u16string AskTitle(std::u16string_view prompt, std::u16string_view initial);
   void ShowInCatalogue(const std::filesystem::path& path);
   void EnableDatabaseCommands(bool enabled);
 
