@@ -1,11 +1,13 @@
 // Declarium.exe: a window of its own when a user starts it, the add-in when the host does.
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 #include <windows.h>
 
 #include "app/main_window.h"
+#include "app/named_library.h"
 #include "app/program_windows.h"
 #include "host/com/connect.h"
 #include "host/com/host_calls.h"
@@ -18,11 +20,13 @@
 #include "host/server_switches.h"
 #include "library/history_folder.h"
 #include "shell/registry_store.h"
+#include "shell/ui/failure_report.h"
 #include "shell/ui/splash.h"
 #include "text/user_texts.h"
 #include "toolkit/win32/toolkit.h"
 #include "win32/program.h"
 #include "win32/system_registry.h"
+#include "win32/wide.h"
 
 namespace declarium {
 namespace {
@@ -36,14 +40,6 @@ fs::path ProgramFolder() {
   return fs::path(win32::ProgramPath()).parent_path();
 }
 
-// The library named on the command line, where a name with blanks may stand without quotes; seen
-// from the folder in which the program was started.
-fs::path LibraryToOpen(const std::vector<std::u16string>& words) {
-  std::u16string name;
-  for (const auto& word : words) name += (name.empty() ? u"" : u" ") + word;
-  return name.empty() ? fs::path() : fs::absolute(name);
-}
-
 int RunStandalone(const fs::path& library) {
   const com::ComApartment apartment;
   win32::Win32Toolkit toolkit;
@@ -52,10 +48,16 @@ int RunStandalone(const fs::path& library) {
   RegistryStore store(registry);
   Splash splash(toolkit);
   splash.Show();
-  MainWindow window(
-      toolkit, store,
-      {.folder = ProgramFolder(), .command_line = library, .host = {}, .history = HistoryFolder()});
-  window.ShowMainWindow();
+  std::optional<MainWindow> window;
+  const FailureReport failures(toolkit, [&window] { return window && window->KeepUnsaved(); });
+  window.emplace(toolkit, store,
+                 MainWindowOptions{.folder = ProgramFolder(),
+                                   .command_line = library,
+                                   .host = {},
+                                   .history = HistoryFolder()});
+  // A window whose loading failed half-way is shown with what it has.
+  const auto show = [&window] { window->ShowMainWindow(); };
+  if (!toolkit.boundary.Run(show)) toolkit.boundary.Run(show);
   return toolkit.Run();
 }
 
@@ -66,11 +68,12 @@ int Serve() {
   toolkit.SetApplicationTitle(texts::kProgram);
   win32::SystemRegistry registry;
   RegistryStore store(registry);
-  com::PostedCalls posted_calls;
+  com::PostedCalls posted_calls(toolkit.boundary);
   com::ServerProcess process([&toolkit] { toolkit.Quit(0); });
   ProgramWindows windows(
       toolkit, store, ProgramFolder(),
       [&process] { return std::make_shared<com::ServerHold>(process); }, HistoryFolder());
+  const FailureReport failures(toolkit, [&windows] { return windows.KeepUnsaved(); });
   com::WindowsFaceClipboard clipboard(posted_calls.window());
   HostSessions sessions(clipboard, windows, [&posted_calls](std::function<void()> call) {
     posted_calls.Post(std::move(call));
@@ -84,8 +87,8 @@ int Serve() {
 
 int Run() {
   const auto switches = ParseServerSwitches(win32::ProgramArguments());
-  const auto library = LibraryToOpen(switches.rest);
   std::error_code ignored;
+  const auto library = FindNamedLibrary(switches.rest, fs::current_path(ignored), ProgramFolder());
   fs::current_path(ProgramFolder(), ignored);
   switch (switches.task) {
     case ServerTask::kNone:
@@ -104,5 +107,12 @@ int Run() {
 }  // namespace declarium
 
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, wchar_t*, int) {
-  return declarium::Run();
+  try {
+    return declarium::Run();
+  } catch (...) {
+    const std::u16string text(declarium::texts::kNotStarted);
+    const std::u16string title(declarium::texts::kProgram);
+    MessageBoxW(nullptr, declarium::win32::Wide(text), declarium::win32::Wide(title), MB_ICONERROR);
+    return 1;
+  }
 }

@@ -6,6 +6,7 @@
 #include "shell/settings.h"
 #include "shell/splitter_bars.h"
 #include "shell/ui/options_dialog.h"
+#include "toolkit/held_flag.h"
 
 namespace declarium {
 namespace {
@@ -124,10 +125,8 @@ void MainWindow::ShowMainWindow() {
 }
 
 bool MainWindow::Unload() {
-  unloading_for_good_ = true;
-  const bool unloaded = form_.frmMain->Unload();
-  unloading_for_good_ = false;
-  return unloaded;
+  const HeldFlag for_good(unloading_for_good_);
+  return form_.frmMain->Unload();
 }
 
 void MainWindow::Form_Load() {
@@ -135,10 +134,9 @@ void MainWindow::Form_Load() {
   const auto settings = ReadWindowSettings(store_);
   if (settings.size_saved) {
     const auto& edges = settings.edges;
-    resize_suppressed_ = true;
+    const HeldFlag suppressed(resize_suppressed_);
     form_.frmMain->SetPlacement({edges.left, edges.top, edges.right, edges.bottom,
                                  static_cast<ShowCommand>(settings.show_command)});
-    resize_suppressed_ = false;
   }
   panes_ = settings.panes;
   form_.cmbRange.SetListIndex(0);

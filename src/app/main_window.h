@@ -65,8 +65,9 @@ class MainWindow {
   // An unloaded window stays unloaded.
   [[nodiscard]] bool IsLoaded() const { return form_.frmMain->IsLoaded(); }
   [[nodiscard]] bool IsShown() const { return form_.frmMain->Visible(); }
-  // Keeps unsaved changes in the history, for when nobody can be asked.
-  void KeepUnsaved() { commands_.KeepUnsaved(); }
+  // Keeps unsaved changes in the history, for when nobody can be asked; false when there are none
+  // or that failed.
+  bool KeepUnsaved() { return commands_.KeepUnsaved(); }
   // The host's active code module has come, gone or changed.
   void CodeModuleChanged() { basket_view_.SetCEI(); }
 

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "host/host_connection.h"
+#include "toolkit/held_flag.h"
 
 namespace declarium {
 
@@ -62,11 +63,14 @@ bool ProgramWindows::MayStay() {
   return toolkit_.IsModalOpen();
 }
 
+bool ProgramWindows::UnloadWindow() {
+  const HeldFlag unloading(unloading_);
+  return !window_ || window_->Unload();
+}
+
 void ProgramWindows::UnloadAll() {
-  if (std::exchange(unloading_, true)) return;
-  const bool unloaded = !window_ || window_->Unload();
-  unloading_ = false;
-  if (unloaded) {
+  if (unloading_) return;
+  if (UnloadWindow()) {
     // One of its handlers may be what let the host in.
     if (window_) toolkit_.DestroyLater(std::move(window_));
     hold_.reset();

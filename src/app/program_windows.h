@@ -32,9 +32,14 @@ class ProgramWindows final : public MainWindowLink {
   void ActiveCodeModuleChanged(HostConnection& connection) override;
   void ShowFailure(std::u16string_view text) override;
 
+  // As MainWindow's.
+  bool KeepUnsaved() { return window_ && window_->KeepUnsaved(); }
+
  private:
   [[nodiscard]] bool LoadNewWindow();
   [[nodiscard]] HostLink LinkToHost();
+  // False when the user cancelled.
+  [[nodiscard]] bool UnloadWindow();
   void Show();
   void Insert(const std::function<std::u16string()>& text);
   // Calls the host, which may disconnect meanwhile: the connection stays until the call is over.

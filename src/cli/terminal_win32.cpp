@@ -20,13 +20,18 @@ bool AsksForNoColor() {
   return value != nullptr && *value != L'\0';
 }
 
+struct Console {
+  HANDLE handle;
+  bool takes_escape_codes;  // not before Windows 10
+};
+
 // The console behind a standard handle, none when it is a file or a pipe.
-std::optional<HANDLE> ConsoleOf(DWORD standard_handle) {
+std::optional<Console> ConsoleOf(DWORD standard_handle) {
   const HANDLE handle = ::GetStdHandle(standard_handle);
   DWORD mode = 0;
   if (!::GetConsoleMode(handle, &mode)) return std::nullopt;
-  ::SetConsoleMode(handle, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
-  return handle;
+  const DWORD wanted = mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING;
+  return Console{handle, ::SetConsoleMode(handle, wanted) != FALSE};
 }
 
 // Collects UTF-8 and writes it to a console as UTF-16, whole lines at a time.
@@ -68,7 +73,8 @@ class ConsoleOutput {
  public:
   ConsoleOutput(std::ostream& stream, DWORD standard_handle) : stream_(stream) {
     if (const auto console = ConsoleOf(standard_handle)) {
-      buffer_.emplace(*console);
+      buffer_.emplace(console->handle);
+      takes_escape_codes_ = console->takes_escape_codes;
       before_ = stream_.rdbuf(&*buffer_);
     }
   }
@@ -80,12 +86,14 @@ class ConsoleOutput {
   ConsoleOutput(const ConsoleOutput&) = delete;
   ConsoleOutput& operator=(const ConsoleOutput&) = delete;
 
-  [[nodiscard]] bool IsConsole() const noexcept { return buffer_.has_value(); }
+  // A console that would show the codes of colors and of the status line gets neither.
+  [[nodiscard]] bool TakesEscapeCodes() const noexcept { return takes_escape_codes_; }
 
  private:
   std::ostream& stream_;
   std::optional<ConsoleBuffer> buffer_;
   std::streambuf* before_ = nullptr;
+  bool takes_escape_codes_ = false;
 };
 
 }  // namespace
@@ -93,8 +101,9 @@ class ConsoleOutput {
 struct StandardStreams::Parts {
   ConsoleOutput out{std::cout, STD_OUTPUT_HANDLE};
   ConsoleOutput err{std::cerr, STD_ERROR_HANDLE};
-  Streams streams{std::cin,        std::cout,       std::cerr,
-                  out.IsConsole(), err.IsConsole(), AsksForNoColor()};
+  Streams streams{
+      std::cin,        std::cout, std::cerr, out.TakesEscapeCodes(), err.TakesEscapeCodes(),
+      AsksForNoColor()};
 };
 
 StandardStreams::StandardStreams() {

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "toolkit/held_flag.h"
+
 namespace declarium {
 ActiveCodeModule::ActiveCodeModule(std::shared_ptr<HostApplication> application,
                                    std::function<void()> changed)
@@ -40,9 +42,9 @@ void ActiveCodeModule::Refresh() {
 void ActiveCodeModule::Check() {
   // A slow host must not be asked again from within the call that it has not answered yet.
   const auto module = module_;
-  if (!module || std::exchange(checking_, true)) return;
+  if (!module || checking_) return;
+  const HeldFlag checking(checking_);
   [[maybe_unused]] const auto lines = module->CountOfLines();
-  checking_ = false;
 }
 
 void ActiveCodeModule::ComponentSelected(std::unique_ptr<CodeModule> module) {

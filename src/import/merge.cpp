@@ -1,9 +1,11 @@
 #include "import/merge.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "text/scan.h"
 
@@ -83,13 +85,16 @@ KindLists SortAndReduce(const Combined& combined) {
 }  // namespace
 
 void MergeItems(Library& library, const ParsedItems& parsed, Existing existing) {
+  // Taken over together: memory that runs out half-way leaves the library as it was.
+  std::array<KindLists, kKindCount> merged;
   for (const auto kind : kKinds) {
     Combined combined;
     combined.Add(parsed[kind].names, parsed[kind].items);
-    auto& lists = library[kind];
+    const auto& lists = library[kind];
     if (existing == Existing::kKeep) combined.Add(lists.names, lists.items);
-    lists = SortAndReduce(combined);
+    merged[static_cast<std::size_t>(kind)] = SortAndReduce(combined);
   }
+  library.lists = std::move(merged);
 }
 
 }  // namespace declarium

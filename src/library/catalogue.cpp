@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "library/file_io.h"
+#include "library/file_name.h"
 #include "library/library_file.h"
 #include "text/text.h"
 
@@ -10,7 +10,7 @@ namespace declarium {
 namespace {
 
 std::u16string LoweredName(const std::filesystem::path& path) {
-  return LowerCase(FromUtf8(PathText(path)));
+  return LowerCase(NameOfPath(path));
 }
 
 template <class Predicate>

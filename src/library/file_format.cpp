@@ -145,6 +145,11 @@ std::optional<std::size_t> FirstLost(const StringList& list, Reloading& file) {
 
 }  // namespace
 
+std::optional<char16_t> FindSeparator(std::u16string_view text) noexcept {
+  if (IsStorable(text)) return std::nullopt;
+  return *std::ranges::find_if(text, [](char16_t unit) { return unit <= kSectionSeparator; });
+}
+
 bool IsStorable(std::u16string_view text) noexcept {
   return !HasUnitUpTo(text, kSectionSeparator);
 }

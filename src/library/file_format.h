@@ -26,8 +26,9 @@ inline constexpr char16_t kEntrySeparator = 0;
 inline constexpr char16_t kKindSeparator = 1;
 inline constexpr char16_t kSectionSeparator = 2;
 
-// Whether a title, a name or an item string holds none of the separators, which would tear the file
-// apart.
+// The first separator in a title, a name or an item string, which would tear the file apart.
+[[nodiscard]] std::optional<char16_t> FindSeparator(std::u16string_view text) noexcept;
+// Whether there is none.
 [[nodiscard]] bool IsStorable(std::u16string_view text) noexcept;
 
 // A library file cut into its sections, which are views into its bytes or its text.

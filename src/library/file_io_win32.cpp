@@ -3,6 +3,7 @@
 
 #include "library/file_error_win32.h"
 #include "library/file_io.h"
+#include "library/file_name.h"
 #include "text/text.h"
 #include "win32/system_error.h"
 
@@ -50,8 +51,7 @@ unsigned long ProcessNumber() {
 }
 
 std::string PathText(const fs::path& path) {
-  const auto text = path.u8string();
-  return {text.begin(), text.end()};
+  return ToUtf8(NameOfPath(path));
 }
 
 std::expected<std::string, Error> ReadWholeFile(const fs::path& path) {

@@ -4,12 +4,23 @@ namespace declarium {
 
 namespace {
 
+// Red, green and blue, or a color of the system's by its number.
+bool IsColor(std::uint32_t color) {
+  constexpr std::uint32_t kLastSystemColor = 0x8000001E;
+  return color <= 0xFFFFFF || (color >= 0x80000000 && color <= kLastSystemColor);
+}
+
 std::uint32_t ReadColor(const SettingsStore& store, const IntegerSetting& setting) {
-  return static_cast<std::uint32_t>(ReadSetting(store, setting));
+  const auto color = static_cast<std::uint32_t>(ReadSetting(store, setting));
+  return IsColor(color) ? color : static_cast<std::uint32_t>(setting.default_value);
 }
 
 void WriteColor(SettingsStore& store, const IntegerSetting& setting, std::uint32_t color) {
   WriteSetting(store, setting, static_cast<std::int32_t>(color));
+}
+
+bool IsRectangle(const WindowEdges& edges) {
+  return edges.left < edges.right && edges.top < edges.bottom;
 }
 
 WindowEdges ReadEdges(const SettingsStore& store) {
@@ -42,7 +53,9 @@ void WritePaneSizes(SettingsStore& store, const PaneSizes& panes) {
 
 std::int32_t ReadSetting(const SettingsStore& store, const IntegerSetting& setting) {
   const SettingValue value = store.GetValue(kSettingsKey, setting.name, setting.default_value);
-  return ToInteger(value).value_or(setting.default_value);
+  const std::int32_t integer = ToInteger(value).value_or(setting.default_value);
+  const bool in_range = setting.least <= integer && integer <= setting.most;
+  return in_range ? integer : setting.default_value;
 }
 
 std::u16string ReadSetting(const SettingsStore& store, const TextSetting& setting) {
@@ -70,9 +83,10 @@ void WriteColors(SettingsStore& store, const DisplayColors& colors) {
 }
 
 WindowSettings ReadWindowSettings(const SettingsStore& store) {
-  const bool size_saved = ReadSetting(store, setting::kSizeSaved) == 1;
+  const WindowEdges edges = ReadEdges(store);
+  const bool size_saved = ReadSetting(store, setting::kSizeSaved) == 1 && IsRectangle(edges);
   return {.size_saved = size_saved,
-          .edges = size_saved ? ReadEdges(store) : WindowEdges{},
+          .edges = size_saved ? edges : WindowEdges{},
           .show_command = ReadSetting(store, setting::kWindowState),
           .panes = ReadPaneSizes(store),
           .range = ReadSetting(store, setting::kRange),

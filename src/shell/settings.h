@@ -1,11 +1,12 @@
 // The program's settings: their names, types and defaults, and what they mean.
 //
-// A missing value, and text that is no number where a number is meant, reads as the default; a
-// value of a type that the store does not know reads as an empty one. Writing ignores failures: the
-// program works without its settings.
+// A missing value, text that is no number where a number is meant, and a number out of its range
+// read as the default; a value of a type that the store does not know reads as an empty one.
+// Writing ignores failures: the program works without its settings.
 #pragma once
 
 #include <cstdint>
+#include <limits>
 #include <string>
 #include <string_view>
 
@@ -20,7 +21,13 @@ inline constexpr std::u16string_view kSettingsKey = u"Software\\Brindlework\\Dec
 struct IntegerSetting {
   std::u16string_view name;
   std::int32_t default_value;
+  std::int32_t least = std::numeric_limits<std::int32_t>::min();
+  std::int32_t most = std::numeric_limits<std::int32_t>::max();
 };
+
+// The system's limits of a window's coordinates.
+inline constexpr std::int32_t kLeastCoordinate = -32768;
+inline constexpr std::int32_t kMostCoordinate = 32767;
 
 struct TextSetting {
   std::u16string_view name;
@@ -41,21 +48,30 @@ namespace setting {
 inline constexpr IntegerSetting kKeywordColor{u"KeywordColor", DisplayColors{}.keyword};
 inline constexpr IntegerSetting kCommentColor{u"CommentColor", DisplayColors{}.comment};
 inline constexpr IntegerSetting kNormalColor{u"NormalColor", DisplayColors{}.normal};
-inline constexpr IntegerSetting kSizeSaved{u"SizeSaved", 0};  // 1: the placement below was saved
+// 1: the placement below was saved
+inline constexpr IntegerSetting kSizeSaved{u"SizeSaved", 0, 0, 1};
 // The window's normal rectangle, in physical pixels. "Left" has always held its upper edge and
 // "Top" its left one; stored settings depend on it.
-inline constexpr IntegerSetting kUpperEdge{u"Left", WindowEdges{}.top};
-inline constexpr IntegerSetting kLeftEdge{u"Top", WindowEdges{}.left};
-inline constexpr IntegerSetting kRightEdge{u"Width", WindowEdges{}.right};
-inline constexpr IntegerSetting kLowerEdge{u"Height", WindowEdges{}.bottom};
+inline constexpr IntegerSetting kUpperEdge{u"Left", WindowEdges{}.top, kLeastCoordinate,
+                                           kMostCoordinate};
+inline constexpr IntegerSetting kLeftEdge{u"Top", WindowEdges{}.left, kLeastCoordinate,
+                                          kMostCoordinate};
+inline constexpr IntegerSetting kRightEdge{u"Width", WindowEdges{}.right, kLeastCoordinate,
+                                           kMostCoordinate};
+inline constexpr IntegerSetting kLowerEdge{u"Height", WindowEdges{}.bottom, kLeastCoordinate,
+                                           kMostCoordinate};
 // How the window is shown: 1 normal, 2 minimized, 3 maximized.
-inline constexpr IntegerSetting kWindowState{u"WindowState", 1};
-inline constexpr IntegerSetting kRtbHeight{u"RtbHeight", PaneSizes{}.rtb_height};
-inline constexpr IntegerSetting kMainWidth{u"MainWidth", PaneSizes{}.main_width};
-inline constexpr IntegerSetting kAddHeight{u"AddHeight", PaneSizes{}.add_height};
-inline constexpr IntegerSetting kRange{u"Range", 0};
-inline constexpr IntegerSetting kSelector{u"Selector", 1};
-inline constexpr IntegerSetting kLastDatabaseIndex{u"LastDatabaseIndex", 0};
+inline constexpr IntegerSetting kWindowState{u"WindowState", 1, 1, 3};
+inline constexpr IntegerSetting kRtbHeight{u"RtbHeight", PaneSizes{}.rtb_height, 0,
+                                           kMostCoordinate};
+inline constexpr IntegerSetting kMainWidth{u"MainWidth", PaneSizes{}.main_width, 0,
+                                           kMostCoordinate};
+inline constexpr IntegerSetting kAddHeight{u"AddHeight", PaneSizes{}.add_height, 0,
+                                           kMostCoordinate};
+inline constexpr IntegerSetting kRange{u"Range", 0, 0, 1};
+inline constexpr IntegerSetting kSelector{u"Selector", 1, 0, 2};
+inline constexpr IntegerSetting kLastDatabaseIndex{u"LastDatabaseIndex", 0, -1,
+                                                   std::numeric_limits<std::int32_t>::max()};
 inline constexpr TextSetting kLastDatabaseName{u"LastDatabaseName", u""};
 // The ten check boxes of the search dialog, a digit each.
 inline constexpr TextSetting kFindCheckBox{u"FindCheckBox", u"1110111011"};
@@ -85,7 +101,8 @@ struct WindowSettings {
   bool operator==(const WindowSettings&) const = default;
 };
 
-// The edges are read only when they were saved.
+// The edges are read only when they were saved and make a rectangle; otherwise `size_saved` is
+// false.
 [[nodiscard]] WindowSettings ReadWindowSettings(const SettingsStore& store);
 // Writes everything; "SizeSaved" becomes 1 whatever `size_saved` says.
 void WriteWindowSettings(SettingsStore& store, const WindowSettings& settings);

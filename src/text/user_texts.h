@@ -33,11 +33,22 @@ inline constexpr std::u16string_view kModuleFilter =
 inline constexpr std::u16string_view kSourceFilter =
     u"Zdrojové súbory pre Visual Basic|*.frm;*.ctl;*.dob;*.pag;*.bas;*.cls|Textové súbory|*.txt";
 
+// Failures that nothing has foreseen
+inline constexpr std::u16string_view kFailure = u"Vyskytla sa neočakávaná chyba:";
+inline constexpr std::u16string_view kNotStarted = u"Program sa nepodarilo spustiť.";
+inline constexpr std::u16string_view kNoMemory = u"Nedostatok pamäti.";
+inline constexpr std::u16string_view kUnknownFailure = u"Neznáma chyba.";
+inline constexpr std::u16string_view kFailurePassed = u"Program pokračuje v práci.";
+inline constexpr std::u16string_view kUnsavedKept = u"Neuložené zmeny sú odložené.";
+
 // Library commands
 inline constexpr std::u16string_view kAskSaveBefore = u"Uložiť zmeny prevedené v databáze '";
 inline constexpr std::u16string_view kAskSaveBehind = u"' ?";
 inline constexpr std::u16string_view kAskTitle = u"Zadajte názov databázy";
 inline constexpr std::u16string_view kAskNewTitle = u"Zadajte nový názov databázy.";
+// Before the code of a character that separates the parts of a library file.
+inline constexpr std::u16string_view kTitleRefusedBefore =
+    u"Názov databázy nemôže obsahovať znak s kódom ";
 inline constexpr std::u16string_view kAskDeleteBefore =
     u"Naozaj chcete natrvalo odtrániť položku '";
 inline constexpr std::u16string_view kAskDeleteBehind = u"' z databázy?";

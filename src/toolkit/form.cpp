@@ -2,22 +2,35 @@
 
 #include <stdexcept>
 
+#include "toolkit/held_flag.h"
+
 namespace declarium {
 
 Form::~Form() = default;
 
 bool Form::Unload(UnloadReason reason) {
+  return AskToUnload(reason) && UnloadUnasked();
+}
+
+bool Form::AskToUnload(UnloadReason reason) {
   if (unloading_) return false;
   if (!IsLoaded()) return true;
-  unloading_ = true;
+  const HeldFlag unloading(unloading_);
   QueryUnload query{.reason = reason};
   on_query_unload.Raise(query);
-  bool cancel = query.cancel;
-  if (!cancel) on_unload.Raise(cancel);
-  unloading_ = false;
-  if (cancel) return false;
-  Close();
-  return true;
+  return !query.cancel;
+}
+
+bool Form::UnloadUnasked() {
+  if (unloading_) return false;
+  if (!IsLoaded()) return true;
+  bool cancel = false;
+  {
+    const HeldFlag unloading(unloading_);
+    on_unload.Raise(cancel);
+  }
+  if (!cancel) Close();
+  return !cancel;
 }
 
 void Form::FailWrongType(std::string_view name, const char* wanted) const {

@@ -80,6 +80,10 @@ class Form {
   // which keeps the form as it is and returns false. Nothing happens, and true is returned, when
   // the form is not loaded. An Unload from inside these two events returns false and does nothing.
   bool Unload(UnloadReason reason = UnloadReason::kCode);
+  // The two halves of Unload, for a session that asks first and ends later, or not at all:
+  // on_query_unload, and on_unload with what follows.
+  [[nodiscard]] bool AskToUnload(UnloadReason reason);
+  bool UnloadUnasked();
 
   [[nodiscard]] virtual std::u16string Caption() const = 0;
   virtual void SetCaption(std::u16string_view caption) = 0;
@@ -97,8 +101,8 @@ class Form {
 
   // Of a hidden form: as it was shown last, or is to be shown first.
   [[nodiscard]] virtual Placement GetPlacement() const = 0;
-  // Moves and sizes the window; on_resize is raised when the inner area changes. A placement wholly
-  // outside every screen is moved onto one.
+  // Moves and sizes the window; on_resize is raised when the inner area changes. A placement whose
+  // title bar is on no screen is moved onto one (toolkit/screen_place.h).
   virtual void SetPlacement(const Placement& placement) = 0;
   // Shows, hides, minimizes, maximizes or restores, without loading. While a form is hidden before
   // its first Show, the command is kept for that Show.

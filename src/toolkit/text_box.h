@@ -24,12 +24,19 @@ class TextBox : public Control {
   void SetCaret(int position) { Select(position, 0); }
   void SetCaretToEnd() { SetCaret(static_cast<int>(Text().size())); }
 
+  // Whether a shortcut edits the text of a box that has the focus, so that it is no command then.
+  [[nodiscard]] static bool Edits(int key, const Modifiers& modifiers);
+  // What Ctrl+Delete does: deletes the selection or, without one, up to where the next word begins.
+  void DeleteWord();
+
   Event<> on_change;  // the text changed, by the user or from code
 
  protected:
   using Control::Control;
 
  private:
+  // As if the user typed `text` over the selection.
+  virtual void TypeOver(std::u16string_view text) = 0;
   // Shows the text without raising an event.
   virtual void ShowText(std::u16string_view text) = 0;
 };

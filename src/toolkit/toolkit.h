@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 
+#include "toolkit/boundary.h"
 #include "toolkit/color.h"
 #include "toolkit/dialogs.h"
 #include "toolkit/event.h"
@@ -74,6 +75,9 @@ class Toolkit {
 
   // Whether a modal form or a dialog is open.
   [[nodiscard]] virtual bool IsModalOpen() const = 0;
+
+  // Where the system enters the program: the backend runs all that it calls through this.
+  Boundary boundary;
 
   // F1 was pressed, with no other key held, in a form with this help topic (empty: it has none)
   // that has no menu entry for the key. No control sees the key.

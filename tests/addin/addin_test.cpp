@@ -149,11 +149,12 @@ TEST_F(AddInTest, LetsTheSessionEnd) {
   ClickButton(ide);
   const HWND window = Main();
   EXPECT_EQ(SendMessageW(window, WM_QUERYENDSESSION, 0, 0), TRUE);
-  EXPECT_FALSE(IsWindowVisible(window));
-  // It did not end after all.
+  EXPECT_TRUE(IsWindowVisible(window)) << "another program may refuse";
   SendMessageW(window, WM_ENDSESSION, FALSE, 0);
-  ClickButton(ide);
-  EXPECT_TRUE(CaptionBecomes(u"Win - Declarium 3.0"));
+  EXPECT_TRUE(IsWindowVisible(window)) << "it did not end after all";
+  EXPECT_EQ(SendMessageW(window, WM_QUERYENDSESSION, 0, 0), TRUE);
+  SendMessageW(window, WM_ENDSESSION, TRUE, 0);
+  EXPECT_FALSE(IsWindowVisible(window));
   Disconnect(ide);
   EXPECT_TRUE(Ends());
 }

@@ -152,8 +152,9 @@ TEST_F(WithHistory, WhatCouldNotBeWrittenIsKeptToldAndOfferedAtTheNextStart) {
 }
 
 TEST_F(WithHistory, UnsavedChangesCanBeKeptWithoutAsking) {
+  EXPECT_FALSE(window_->KeepUnsaved()) << "nothing is unsaved yet";
   Rename(u"Unsaved");
-  window_->KeepUnsaved();
+  EXPECT_TRUE(window_->KeepUnsaved());
   ASSERT_EQ(Kept("a.api").size(), 1U);
   EXPECT_THAT(Kept("a.api")[0], StartsWith("unwritten Unsaved"));
 }

@@ -253,6 +253,28 @@ TEST_F(WithTwoLibraries, NewAsksForTheTitleThenForTheFileAndOpensTheEmptyLibrary
   EXPECT_EQ(Form().lstConst.RowCount(), 0);
 }
 
+TEST_F(WithTwoLibraries, ATitleThatNoFileCanHoldIsRefused) {
+  for (const char16_t code : {0, 1, 2}) {
+    const std::u16string title = {u'T', code, u'x'};
+    const std::u16string refusal =
+        std::u16string(u"Názov databázy nemôže obsahovať znak s kódom ") +
+        static_cast<char16_t>(u'0' + code) + u".";
+    Script().AnswerText(title);
+    Script().AnswerMessage(Answer::kOk);
+    User().ChooseMenu(*Form().frmMain, "mnuNew");
+    EXPECT_EQ(Messages(), (Rows{refusal}));
+    Script().AnswerText(title);
+    Script().AnswerMessage(Answer::kOk);
+    User().ChooseMenu(*Form().frmMain, "mnuRename");
+    EXPECT_EQ(Messages(), (Rows{refusal}));
+    EXPECT_EQ(window_->OpenDatabase().title, u"Win");
+    Script().AnswerMessage(Answer::kNo);
+    User().ChooseRow(Form().cmbDatabase, 1);
+    User().ChooseRow(Form().cmbDatabase, 0);
+  }
+  EXPECT_EQ(RowsOf(Form().cmbDatabase), (Rows{u"Win", u"Other"}));
+}
+
 TEST_F(WithTwoLibraries, NewStopsAtAnEmptyTitleOrACancelledDialog) {
   Script().AnswerText(u"");
   User().ChooseMenu(*Form().frmMain, "mnuNew");
@@ -345,6 +367,22 @@ TEST_F(WithTwoLibraries, DeletingTheLastItemsLeavesTheKindEmpty) {
   }
   EXPECT_EQ(Form().lstType.RowCount(), 0);
   EXPECT_TRUE(window_->OpenDatabase()[Kind::kType].names.empty());
+}
+
+TEST_F(WithTwoLibraries, DeletingWithNothingSelectedAsksNothing) {
+  User().PressKey(Form().lstConst, key::kDelete, {.control = true});
+  Form().mnuDeleteDbItem.on_click.Raise();
+  EXPECT_TRUE(Messages().empty());
+  EXPECT_FALSE(window_->OpenDatabase().dirty);
+}
+
+TEST_F(WithTwoLibraries, ControlDeleteInATextBoxDeletesAWordAndNoItem) {
+  User().ChooseRow(Form().lstConst, 1);
+  Form().txtFind.SetText(u"Get Window");
+  User().PressKey(Form().txtFind, key::kDelete, {.control = true});
+  EXPECT_EQ(Form().txtFind.Text(), u"Window");
+  EXPECT_TRUE(Messages().empty());
+  EXPECT_EQ(Form().lstConst.RowCount(), 3);
 }
 
 TEST_F(WithTwoLibraries, DeleteIsOfferedOnlyWhileARowIsSelected) {

@@ -1,5 +1,7 @@
 #include "app/main_window.h"
 
+#include <limits>
+
 #include "app/window_fixture.h"
 #include "shell/main_layout.h"
 #include "shell/settings.h"
@@ -163,6 +165,23 @@ TEST_F(MainWindowTest, TheCodeModuleIsCheckedEveryHundredMilliseconds) {
   Open();
   toolkit_->Advance(1000);
   EXPECT_EQ(checks, 10);
+}
+
+TEST_F(MainWindowTest, AStoredStateThatShowsNoWindowCountsAsNormal) {
+  for (const std::int32_t state : {0, 12, 99, std::numeric_limits<std::int32_t>::min()}) {
+    WriteWindowSettings(*store_, {.edges = {100, 100, 900, 700}, .show_command = state});
+    Open();
+    EXPECT_EQ(Form().frmMain->GetPlacement().show, ShowCommand::kNormal) << state;
+    window_.reset();
+  }
+}
+
+TEST_F(MainWindowTest, AWindowStoredOnAScreenThatIsGoneComesBackOnOneThatIsThere) {
+  toolkit_->SetScreens({{0, 0, 1280, 1000}});
+  WriteWindowSettings(*store_, {.edges = {3000, 2000, 3800, 2600}});
+  Open();
+  const auto placement = Form().frmMain->GetPlacement();
+  EXPECT_EQ(placement, (Placement{480, 400, 1280, 1000, ShowCommand::kNormal}));
 }
 
 TEST_F(MainWindowTest, TooSmallWindowsSnapBackToTheSmallestSize) {

@@ -122,7 +122,8 @@ int Serve() {
   Log().WriteProcess();
   const com::ComApartment apartment;
   const com::BusyHostFilter filter;
-  com::PostedCalls posted_calls;
+  Boundary boundary;
+  com::PostedCalls posted_calls(boundary);
   com::ServerProcess process([] { PostQuitMessage(0); });
   LoggingWindow window(process);
   com::WindowsFaceClipboard clipboard(posted_calls.window());

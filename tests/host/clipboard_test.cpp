@@ -74,7 +74,8 @@ class ClipboardTest : public testing::Test {
     ASSERT_TRUE(EmptyClipboard());
   }
 
-  PostedCalls owner_;
+  Boundary boundary_;
+  PostedCalls owner_{boundary_};
   WindowsFaceClipboard face_clipboard_{owner_.window()};
   const UINT own_format_ = RegisterClipboardFormatW(L"Declarium test format");
 };
@@ -119,6 +120,41 @@ TEST_F(ClipboardTest, FormatRenderedLateComesBack) {
   ASSERT_TRUE(face_clipboard_.PutPicture());
   ASSERT_TRUE((*kept)->Restore());
   EXPECT_EQ(Contents().at(own_format_), (Bytes{9, 8, 7}));
+}
+
+// Takes every drawing object that the process may have, as long as it lives.
+class NoDrawingObjects {
+ public:
+  NoDrawingObjects() {
+    while (const HBRUSH brush = CreateSolidBrush(RGB(1, 2, 3))) brushes_.push_back(brush);
+  }
+  ~NoDrawingObjects() {
+    for (const HBRUSH brush : brushes_) DeleteObject(brush);
+  }
+  NoDrawingObjects(const NoDrawingObjects&) = delete;
+  NoDrawingObjects& operator=(const NoDrawingObjects&) = delete;
+
+ private:
+  std::vector<HBRUSH> brushes_;
+};
+
+TEST_F(ClipboardTest, AFormatThatDoesNotGoBackLeavesTheOthers) {
+  const Bytes bytes{1, 2, 3, 0, 5};
+  {
+    const OpenedClipboard clipboard(owner_.window());
+    ASSERT_TRUE(static_cast<bool>(clipboard));
+    EmptyClipboard();
+    ASSERT_TRUE(SetClipboardData(CF_BITMAP, CreateBitmap(8, 8, 1, 1, nullptr)));
+    ASSERT_TRUE(PutBytes(own_format_, bytes));
+  }
+  const auto kept = face_clipboard_.Save();
+  ASSERT_TRUE(kept);
+  Empty();
+  {
+    const NoDrawingObjects none;
+    EXPECT_FALSE((*kept)->Restore());
+  }
+  EXPECT_EQ(Contents()[own_format_], bytes);
 }
 
 TEST_F(ClipboardTest, MetafileComesBack) {

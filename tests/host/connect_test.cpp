@@ -68,7 +68,8 @@ class ConnectTest : public testing::Test {
   Record record_;
   FakeClipboard clipboard_{record_};
   FakeWindows windows_{record_};
-  PostedCalls posted_calls_;
+  Boundary boundary_;
+  PostedCalls posted_calls_{boundary_};
   HostSessions sessions_{clipboard_, windows_, [this](std::function<void()> call) {
                            posted_calls_.Post(std::move(call));
                          }};

@@ -13,7 +13,8 @@ void HandleMessages() {
 }
 
 TEST(PostedCalls, RunInOrderFromTheMessageLoop) {
-  PostedCalls calls;
+  Boundary boundary;
+  PostedCalls calls(boundary);
   std::vector<int> run;
   calls.Post([&] { run.push_back(1); });
   calls.Post([&] { run.push_back(2); });
@@ -23,12 +24,16 @@ TEST(PostedCalls, RunInOrderFromTheMessageLoop) {
 }
 
 TEST(PostedCalls, ExceptionOfOneEndsNeitherTheLoopNorTheNext) {
-  PostedCalls calls;
+  Boundary boundary;
+  PostedCalls calls(boundary);
+  int reports = 0;
+  boundary.SetReport([&](const std::exception_ptr&) { ++reports; });
   bool next = false;
   calls.Post([] { throw std::runtime_error("a call that fails"); });
   calls.Post([&] { next = true; });
   EXPECT_NO_THROW(HandleMessages());
   EXPECT_TRUE(next);
+  EXPECT_EQ(reports, 1);
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "library/file_name.h"
 #include "support/temporary_folder.h"
 
 namespace declarium {
@@ -27,6 +28,20 @@ TEST(Catalogue, ListsTheApiFilesOfTheFolderByName) {
   const auto catalogue = EnumDatabases(folder.path());
   EXPECT_EQ(Titles(catalogue), (Strings{u"First", u"Second", u"Third"}));
   EXPECT_EQ(catalogue[1].path, folder / "b.api");
+}
+
+TEST(Catalogue, AFileNameNeedBeNoValidText) {
+  const TemporaryFolder folder;
+  const std::u16string lone_surrogate = u"a\xD800.api";
+  std::vector<std::filesystem::path> files{PathOfName(lone_surrogate)};
+  if constexpr (sizeof(std::filesystem::path::value_type) == 1) files.emplace_back("b\xFF\xFE.api");
+  for (const auto& file : files) folder.Put(file, "Strange\2\2");
+  const auto catalogue = EnumDatabases(folder.path());
+  ASSERT_EQ(Titles(catalogue), Strings(files.size(), u"Strange"));
+  for (std::size_t i = 0; i < files.size(); ++i) {
+    EXPECT_EQ(catalogue[i].path, folder / files[i]);
+    EXPECT_TRUE(std::filesystem::exists(catalogue[i].path));
+  }
 }
 
 TEST(Catalogue, AFileMayHaveNoNameBeforeItsExtension) {

@@ -1,6 +1,7 @@
 #include "shell/settings.h"
 
 #include <gtest/gtest.h>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -106,6 +107,57 @@ TEST(Settings, IgnoreStoredEdgesUnlessSizeSavedIsOne) {
     EXPECT_EQ(settings.edges, WindowEdges{});
     EXPECT_EQ(settings.panes, (PaneSizes{5, 6, 7}));
   }
+}
+
+TEST(Settings, TakeTheDefaultForANumberOutOfItsRange) {
+  struct Row {
+    IntegerSetting setting;
+    std::vector<std::int32_t> taken;
+    std::vector<std::int32_t> refused;
+  };
+  constexpr auto kMost = std::numeric_limits<std::int32_t>::max();
+  constexpr auto kLeast = std::numeric_limits<std::int32_t>::min();
+  const Row rows[] = {
+      {setting::kSizeSaved, {0, 1}, {-1, 2, kMost}},
+      {setting::kUpperEdge, {-32768, 0, 32767}, {-32769, 32768, kMost, kLeast}},
+      {setting::kLeftEdge, {-32768, 0, 32767}, {-32769, 32768, kMost, kLeast}},
+      {setting::kRightEdge, {-32768, 0, 32767}, {-32769, 32768, kMost, kLeast}},
+      {setting::kLowerEdge, {-32768, 0, 32767}, {-32769, 32768, kMost, kLeast}},
+      {setting::kWindowState, {1, 2, 3}, {0, 4, 12, 99, -1, kLeast}},
+      {setting::kRtbHeight, {0, 146, 32767}, {-1, 32768, kMost, kLeast}},
+      {setting::kMainWidth, {0, 300, 32767}, {-1, 32768, kMost, kLeast}},
+      {setting::kAddHeight, {0, 300, 32767}, {-1, 32768, kMost, kLeast}},
+      {setting::kRange, {0, 1}, {-1, 2, kMost, kLeast}},
+      {setting::kSelector, {0, 1, 2}, {-1, 3, kMost, kLeast}},
+      {setting::kLastDatabaseIndex, {-1, 0, 12, kMost}, {-2, kLeast}},
+  };
+  for (const auto& [setting, taken, refused] : rows) {
+    MemoryStore store;
+    for (const auto number : taken) {
+      WriteSetting(store, setting, number);
+      EXPECT_EQ(ReadSetting(store, setting), number);
+    }
+    for (const auto number : refused) {
+      WriteSetting(store, setting, number);
+      EXPECT_EQ(ReadSetting(store, setting), setting.default_value) << number;
+    }
+  }
+}
+
+TEST(Settings, IgnoreStoredEdgesThatMakeNoRectangle) {
+  for (const WindowEdges& edges : {WindowEdges{100, 100, 100, 500}, WindowEdges{100, 500, 700, 100},
+                                   WindowEdges{700, 100, 100, 500}}) {
+    MemoryStore store;
+    WriteWindowSettings(store, {.edges = edges});
+    EXPECT_FALSE(ReadWindowSettings(store).size_saved);
+    EXPECT_EQ(ReadWindowSettings(store).edges, WindowEdges{});
+  }
+}
+
+TEST(Settings, TakeTheDefaultForANumberThatIsNoColor) {
+  MemoryStore store;
+  WriteColors(store, {0x01000000, 0x80000100, 0xFFFFFFFF});
+  EXPECT_EQ(ReadColors(store), DisplayColors{});
 }
 
 TEST(Settings, KeepTheThreeColors) {

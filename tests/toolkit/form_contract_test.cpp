@@ -162,6 +162,39 @@ TEST_F(FormContract, TheCloseBoxTellsThatTheUserAsked) {
   EXPECT_FALSE(form().IsLoaded());
 }
 
+TEST_F(FormContract, AskingToUnloadLeavesTheFormLoaded) {
+  form().on_query_unload = [this](QueryUnload& query) {
+    log_.push_back(query.reason == UnloadReason::kSessionEnd ? "asked" : "other");
+  };
+  form().on_unload = Log("unloaded");
+  form().Show();
+  TakeLog();
+  EXPECT_TRUE(form().AskToUnload(UnloadReason::kSessionEnd));
+  EXPECT_TRUE(form().IsLoaded());
+  EXPECT_THAT(TakeLog(), ElementsAre("asked"));
+  EXPECT_TRUE(form().UnloadUnasked());
+  EXPECT_FALSE(form().IsLoaded());
+  EXPECT_THAT(TakeLog(), ElementsAre("unloaded"));
+}
+
+TEST_F(FormContract, AFailedQuestionCanBeAskedAgain) {
+  form().on_query_unload = [](QueryUnload&) { throw std::runtime_error("the question fails"); };
+  form().Show();
+  EXPECT_FALSE(toolkit().boundary.Run([this] { form().Unload(); }));
+  EXPECT_TRUE(form().IsLoaded());
+  form().on_query_unload = nullptr;
+  EXPECT_TRUE(form().Unload());
+}
+
+TEST_F(FormContract, APlacementOutOfReachIsMovedOntoAScreen) {
+  form().Show();
+  form().SetPlacement({20000, 20000, 20800, 20600, ShowCommand::kNormal});
+  const auto placement = form().GetPlacement();
+  EXPECT_LT(placement.left, 10000);
+  EXPECT_LT(placement.top, 10000);
+  EXPECT_EQ(placement.right - placement.left, 800);
+}
+
 TEST_F(FormContract, AnUnloadedFormStaysUnloaded) {
   form().Show();
   form().Unload();

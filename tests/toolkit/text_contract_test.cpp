@@ -51,6 +51,35 @@ TEST_P(TextBoxContract, TypingReplacesTheSelection) {
   EXPECT_EQ(box().SelectionStart(), 2);
 }
 
+struct WordDeletion {
+  std::u16string_view text;
+  int start, length;
+  std::u16string_view left;
+};
+
+TEST_P(TextBoxContract, ControlDeleteDeletesUpToTheNextWord) {
+  for (const auto& [text, start, length, left] : {
+           WordDeletion{u"one two three", 0, 0, u"two three"},
+           WordDeletion{u"one two three", 2, 0, u"ontwo three"},
+           WordDeletion{u"one two three", 3, 0, u"onetwo three"},
+           WordDeletion{u"one two three", 8, 0, u"one two "},
+           WordDeletion{u"one two three", 1, 7, u"othree"},
+           WordDeletion{u"MAX_PATH1*(Žlť", 0, 0, u"*(Žlť"},
+           WordDeletion{u"MAX_PATH1*(Žlť", 9, 0, u"MAX_PATH1Žlť"},
+           WordDeletion{u"one", 3, 0, u"one"},
+           WordDeletion{u"", 0, 0, u""},
+       }) {
+    box().SetText(text);
+    box().SetFocus();
+    box().Select(start, length);
+    changes_.clear();
+    user().PressKey(key::kDelete, {.control = true});
+    EXPECT_EQ(box().Text(), left) << start;
+    EXPECT_EQ(box().SelectionStart(), start);
+    EXPECT_EQ(changes_.empty(), text == left);
+  }
+}
+
 TEST_P(TextBoxContract, TheCaretCanGoToTheEnd) {
   box().SetText(u"abcd");
   box().SetCaretToEnd();

@@ -2,8 +2,13 @@
 // controls know when, the clipboard's memory, the user's color scheme, systems of other versions.
 #include <algorithm>
 #include <array>
+#include <exception>
 #include <memory>
+#include <stdexcept>
+#include <string>
 #include <string_view>
+#include <thread>
+#include <vector>
 
 #include "toolkit/contract.h"
 #include "toolkit/list_view.h"
@@ -12,6 +17,7 @@
 #include "toolkit/win32/dpi.h"
 #include "toolkit/win32/form.h"
 #include "toolkit/win32/scale.h"
+#include "toolkit/win32/toolkit.h"
 #include "toolkit/win32/widget.h"
 #include "win32/system.h"
 
@@ -73,6 +79,160 @@ TEST_F(Win32Window, AFormThatUnloadsWhenItIsPressedLetsGoOfTheMouse) {
   SendMessageW(WindowOf(picture), WM_LBUTTONDOWN, MK_LBUTTON, 0);
   EXPECT_FALSE(form().IsLoaded());
   EXPECT_EQ(GetCapture(), nullptr);
+}
+
+using Failures = std::vector<std::string>;
+
+// What the boundary stopped, by its text.
+class BoundaryOfWin32 : public Win32Window {
+ protected:
+  BoundaryOfWin32() {
+    toolkit().boundary.SetReport([this](const std::exception_ptr& failure) {
+      try {
+        std::rethrow_exception(failure);
+      } catch (const std::exception& exception) {
+        failures_.emplace_back(exception.what());
+      }
+    });
+  }
+  static auto Throw(std::string text) {
+    return [text = std::move(text)](auto&&...) { throw std::runtime_error(text); };
+  }
+  Failures failures_;
+};
+
+TEST_F(BoundaryOfWin32, StopsWhatEventsThrow) {
+  Get<CommandButton>("Command1").on_click = Throw("click");
+  Get<ListBox>("List1").on_key_down = Throw("key");
+  Get<PictureBox>("Picture1").on_mouse_down = Throw("mouse");
+  Get<MenuItem>("mnuNew").on_click = Throw("menu");
+  Get<MenuItem>("mnuEnd").on_click = Throw("shortcut");
+  form().on_resize = Throw("resize");
+  user().Click(Get<CommandButton>("Command1"));
+  Get<ListBox>("List1").SetFocus();
+  user().PressKey(key::kHome);
+  user().MouseDown(Get<PictureBox>("Picture1"), {.button = MouseButton::kLeft});
+  user().ChooseMenu(form(), "mnuNew");
+  user().PressKey('N', {.control = true});
+  user().Resize(form(), {700, 500});
+  EXPECT_EQ(failures_, (Failures{"click", "key", "mouse", "menu", "menu", "resize"}));
+}
+
+TEST_F(BoundaryOfWin32, StopsWhatATimerThrowsAndTheTimerGoesOn) {
+  auto& timer = Get<Timer>("Timer1");
+  timer.on_timer = Throw("timer");
+  timer.SetEnabled(true);
+  EXPECT_TRUE(user().WaitUntil([this] { return failures_.size() >= 2; }));
+  timer.SetEnabled(false);
+}
+
+TEST_F(BoundaryOfWin32, APictureThatCannotBePaintedIsNotPaintedForEver) {
+  auto& picture = Get<PictureBox>("Picture1");
+  picture.on_paint = Throw("paint");
+  picture.Invalidate();
+  toolkit().ProcessPendingEvents();
+  EXPECT_EQ(failures_, (Failures{"paint"}));
+}
+
+TEST_F(BoundaryOfWin32, AFailedQuestionLeavesTheFormOpen) {
+  form().on_query_unload = Throw("query");
+  user().Close(form());
+  EXPECT_TRUE(form().Visible());
+  EXPECT_EQ(SendMessageW(FormWindow(), WM_QUERYENDSESSION, 0, 0), FALSE);
+  EXPECT_EQ(failures_, (Failures{"query", "query"}));
+}
+
+TEST_F(Win32Window, TheEndOfTheSessionAsksFirstAndUnloadsWhenItComes) {
+  form().on_query_unload = Log("query");
+  form().on_unload = Log("unload");
+  EXPECT_EQ(SendMessageW(FormWindow(), WM_QUERYENDSESSION, 0, 0), TRUE);
+  EXPECT_THAT(TakeLog(), ElementsAre("query"));
+  SendMessageW(FormWindow(), WM_ENDSESSION, FALSE, 0);
+  EXPECT_TRUE(form().IsLoaded());
+  EXPECT_EQ(SendMessageW(FormWindow(), WM_QUERYENDSESSION, 0, 0), TRUE);
+  SendMessageW(FormWindow(), WM_ENDSESSION, TRUE, 0);
+  EXPECT_FALSE(form().IsLoaded());
+  EXPECT_THAT(TakeLog(), ElementsAre("query", "query", "unload"));
+}
+
+TEST_F(Win32Window, AFormBehindADialogDropsInputThatIsSentToItsWindows) {
+  form().on_query_unload = Log("query");
+  Get<CommandButton>("Command1").on_click = Log("button");
+  Get<ListBox>("List1").on_key_down = Log("key");
+  Get<ListView>("View1").on_mouse_down = Log("mouse");
+  Get<MenuItem>("mnuNew").on_click = Log("menu");
+  const auto dialog = toolkit().CreateForm(demo::kDialog);
+  user().InNextModalForm("frmDialog", [this](Form& shown) {
+    const auto& native = dynamic_cast<const Win32Form&>(form());
+    SendMessageW(WindowOf(Get<CommandButton>("Command1")), BM_CLICK, 0, 0);
+    SendMessageW(WindowOf(Get<ListBox>("List1")), WM_KEYDOWN, 'A', 1);
+    SendMessageW(WindowOf(Get<ListView>("View1")), WM_LBUTTONDOWN, MK_LBUTTON, 0);
+    SendMessageW(FormWindow(), WM_COMMAND, native.Menus().IdOf(form().Get<Win32MenuItem>("mnuNew")),
+                 0);
+    SendMessageW(FormWindow(), WM_CLOSE, 0, 0);
+    EXPECT_TRUE(shown.Visible());
+    shown.Hide();
+  });
+  dialog->Show(ShowMode::kModal, &form());
+  EXPECT_THAT(TakeLog(), IsEmpty());
+  EXPECT_TRUE(form().IsLoaded());
+}
+
+// Looks, when the window is given a font, whether the one that it had still exists.
+class FontWatch {
+ public:
+  explicit FontWatch(HWND window) : window_(window) {
+    watched_ = this;
+    before_ = reinterpret_cast<WNDPROC>(
+        SetWindowLongPtrW(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(Procedure)));
+  }
+  ~FontWatch() {
+    SetWindowLongPtrW(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(before_));
+    watched_ = nullptr;
+  }
+  FontWatch(const FontWatch&) = delete;
+  FontWatch& operator=(const FontWatch&) = delete;
+
+  [[nodiscard]] int Changes() const { return changes_; }
+  [[nodiscard]] bool HadOneAlways() const { return had_one_always_; }
+
+ private:
+  static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+    if (message == WM_SETFONT) {
+      const auto font = reinterpret_cast<HGDIOBJ>(SendMessageW(window, WM_GETFONT, 0, 0));
+      ++watched_->changes_;
+      if (GetObjectType(font) != OBJ_FONT) watched_->had_one_always_ = false;
+    }
+    return CallWindowProcW(watched_->before_, window, message, wparam, lparam);
+  }
+
+  static inline FontWatch* watched_ = nullptr;
+  HWND window_;
+  WNDPROC before_;
+  int changes_ = 0;
+  bool had_one_always_ = true;
+};
+
+TEST_F(Win32Window, AControlHasAFontWhileTheResolutionChanges) {
+  RECT place{};
+  GetWindowRect(FormWindow(), &place);
+  const FontWatch watch(WindowOf(Get<TextBox>("Text1")));
+  SendMessageW(FormWindow(), WM_DPICHANGED, MAKEWPARAM(144, 144), reinterpret_cast<LPARAM>(&place));
+  EXPECT_EQ(watch.Changes(), 1);
+  EXPECT_TRUE(watch.HadOneAlways());
+}
+
+TEST(OleUse, ThatFailedEndsNoOtherUse) {
+  std::thread([] {
+    // An apartment of the other kind, which OLE refuses.
+    ASSERT_EQ(CoInitializeEx(nullptr, COINIT_MULTITHREADED), S_OK);
+    {
+      const OleUse refused;
+    }
+    EXPECT_EQ(CoInitializeEx(nullptr, COINIT_MULTITHREADED), S_FALSE) << "still entered";
+    CoUninitialize();
+    CoUninitialize();
+  }).join();
 }
 
 struct TipSearch {

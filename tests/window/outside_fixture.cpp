@@ -70,6 +70,12 @@ void OutsideTest::StartAndShow(const std::wstring& arguments) {
   AwaitMain();
 }
 
+void OutsideTest::StartIn(const std::filesystem::path& folder, const std::wstring& arguments) {
+  program_.reset();
+  program_ = std::make_unique<DrivenProgram>(FileAt("Declarium.exe"), arguments, folder);
+  AwaitMain();
+}
+
 void OutsideTest::Attach(DWORD process) {
   program_.reset();
   program_ = std::make_unique<DrivenProgram>(process);

@@ -1,4 +1,6 @@
 // Starting and closing the program: what it opens, what it asks, what comes back.
+#include <limits>
+
 #include "shell/settings.h"
 #include "window/outside_fixture.h"
 
@@ -26,6 +28,50 @@ TEST_F(StartOutside, ALibraryOnTheCommandLineIsOpenedInsteadOfTheRememberedOne) 
   StartAndShow(L"my library.lib");
   EXPECT_EQ(Caption(), u"Other - Declarium 3.0");
   EXPECT_EQ(ChosenRow(Control("cmbDatabase")), -1) << "not among the folder's libraries";
+}
+
+TEST_F(StartOutside, ALibraryOnTheCommandLineIsLookedForWhereTheCallerIsThenBesideTheProgram) {
+  const TemporaryFolder caller;
+  caller.Put("mine.api", WinLibrary("Caller"));
+  Put("mine.api", WinLibrary("Program"));
+  Put("other.api", OtherLibrary());
+  StartIn(caller.path(), L"mine.api");
+  EXPECT_TRUE(CaptionBecomes(u"Caller - Declarium 3.0"));
+  Close();
+  ASSERT_EQ(Program().WaitForEnd(), 0);
+  StartIn(caller.path(), L"other.api");
+  EXPECT_TRUE(CaptionBecomes(u"Other - Declarium 3.0"));
+}
+
+TEST_F(StartOutside, AFileNamedByNoValidTextAmongTheLibrariesHindersNothing) {
+  Put("win.api", WinLibrary());
+  const std::wstring strange = FileAt("a").wstring() + L"\xD800.api";
+  const HANDLE file =
+      CreateFileW(strange.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr);
+  if (file == INVALID_HANDLE_VALUE) GTEST_SKIP() << "the system takes no such name";
+  CloseHandle(file);
+  StartAndShow();
+  EXPECT_EQ(ComboRows(Control("cmbDatabase")), (Rows{u"", u"Win"}));
+  EXPECT_EQ(Program().FindDialog() != nullptr, true) << "the first library is none";
+}
+
+TEST_F(StartOutside, AWindowStateThatIsNoneIsTakenForTheNormalOne) {
+  Put("win.api", WinLibrary());
+  for (const std::int32_t state : {12, 99, std::numeric_limits<std::int32_t>::min()}) {
+    WriteWindowSettings(store_, {.edges = {140, 120, 960, 730}, .show_command = state});
+    StartAndShow();
+    EXPECT_FALSE(IsIconic(Main()) || IsZoomed(Main())) << state;
+    Close();
+    ASSERT_EQ(Program().WaitForEnd(), 0);
+  }
+}
+
+TEST_F(StartOutside, AFalseSystemLibraryBesideTheProgramIsNotLoaded) {
+  Put("riched20.dll", "not a library");
+  Put("win.api", WinLibrary());
+  StartAndShow(L"win.api");
+  ChooseKind(0);
+  ClickItem("lstConst", 0, u"Const A = 1");
 }
 
 TEST_F(StartOutside, ABrokenLibraryAmongGoodOnesIsReportedOnce) {
@@ -133,6 +179,20 @@ TEST_F(CloseOutside, CancelKeepsTheWindowAndTheChanges) {
   Close();
   AnswerMessage(kAskSave, IDNO);
   EXPECT_EQ(Program().WaitForEnd(), 0) << "asked again at the next closing";
+}
+
+TEST_F(CloseOutside, ADialogIsNotClosedWithTheWindowBehindIt) {
+  ChooseMenu("mnuAdd");
+  const HWND dialog = Program().Form("frmAdd");
+  const HWND text = FindControl(dialog, "Text1");
+  SetText(text, u"Const TYPED = 1");
+  Close();
+  Ask(Main(), WM_NULL);
+  EXPECT_TRUE(IsWindowVisible(dialog));
+  EXPECT_EQ(TextOf(text), u"Const TYPED = 1");
+  EXPECT_EQ(Program().FindDialog(), nullptr) << "nothing is asked";
+  PressButton(FindControl(dialog, "Command1"));
+  EXPECT_TRUE(ListBecomes("lstConst", {u"A", u"B", u"MAX_PATH", u"TYPED"}));
 }
 
 TEST_F(CloseOutside, SwitchingTheLibraryAsksTooAndCancelStays) {

@@ -135,13 +135,15 @@ Standstill::~Standstill() {
   ResumeThread(thread_.Get());
 }
 
-DrivenProgram::DrivenProgram(const std::filesystem::path& program, const std::wstring& arguments) {
+DrivenProgram::DrivenProgram(const std::filesystem::path& program, const std::wstring& arguments,
+                             const std::filesystem::path& folder) {
   std::wstring command_line = L"\"" + program.wstring() + L"\" " + arguments;
   STARTUPINFOW startup{};
   startup.cb = sizeof startup;
   PROCESS_INFORMATION process{};
   if (!CreateProcessW(nullptr, command_line.data(), nullptr, nullptr, FALSE, 0, nullptr,
-                      program.parent_path().c_str(), &startup, &process)) {
+                      (folder.empty() ? program.parent_path() : folder).c_str(), &startup,
+                      &process)) {
     throw std::runtime_error("cannot start " + program.string());
   }
   CloseHandle(process.hThread);

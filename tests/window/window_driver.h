@@ -60,8 +60,10 @@ class Standstill {
 // A started program. It is ended with the object when it still runs.
 class DrivenProgram {
  public:
-  // `arguments` are appended to the command line as they stand.
-  explicit DrivenProgram(const std::filesystem::path& program, const std::wstring& arguments = {});
+  // `arguments` are appended to the command line as they stand. Without a folder it starts in its
+  // own.
+  explicit DrivenProgram(const std::filesystem::path& program, const std::wstring& arguments = {},
+                         const std::filesystem::path& folder = {});
   // A program that somebody else started, by its process id; it may be this one, which is not
   // ended.
   explicit DrivenProgram(DWORD id);
@@ -78,13 +80,14 @@ class DrivenProgram {
   [[nodiscard]] HWND Dialog(HWND except = nullptr) const;
   [[nodiscard]] HWND FindDialog(HWND except = nullptr) const;
 
+  // The first visible window in front that is wanted, nullptr when there is none.
+  [[nodiscard]] HWND FindWindow(const std::function<bool(HWND)>& wanted) const;
+
   [[nodiscard]] bool Runs() const;
   // Waits for the end and returns the exit status.
   [[nodiscard]] int WaitForEnd() const;
 
  private:
-  [[nodiscard]] HWND FindWindow(const std::function<bool(HWND)>& wanted) const;
-
   win32::UniqueKernelObject process_;
   DWORD id_ = 0;
 };

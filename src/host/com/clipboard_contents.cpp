@@ -96,10 +96,12 @@ HostResult<> ClipboardContents::Restore(HWND owner) const {
   const win32::OpenedClipboard clipboard(owner);
   if (!clipboard) return std::unexpected(ClipboardError(clipboard.Error()));
   if (!EmptyClipboard()) return std::unexpected(ClipboardError(GetLastError()));
+  // A format that does not go back must not take those behind it along.
+  HostResult<> result;
   for (const auto& format : formats_) {
-    if (auto put = format->Put(); !put) return put;
+    if (auto put = format->Put(); !put && result) result = put;
   }
-  return {};
+  return result;
 }
 
 }  // namespace declarium::com

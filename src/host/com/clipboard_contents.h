@@ -24,7 +24,8 @@ class ClipboardContents {
   // to their owner are not.
   [[nodiscard]] static HostResult<ClipboardContents> Save(HWND owner);
 
-  // Makes the clipboard hold what was saved.
+  // Makes the clipboard hold what was saved. A failing format is left out; the first failure is
+  // returned.
   [[nodiscard]] HostResult<> Restore(HWND owner) const;
 
  private:

@@ -16,15 +16,15 @@ class ComObject : public Interfaces... {
   ComObject(const ComObject&) = delete;
   ComObject& operator=(const ComObject&) = delete;
 
-  STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
+  STDMETHODIMP QueryInterface(REFIID iid, void** object) noexcept override {
     if (!object) return E_POINTER;
     *object = Find(iid);
     if (!*object) return E_NOINTERFACE;
     AddRef();
     return S_OK;
   }
-  STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
-  STDMETHODIMP_(ULONG) Release() override {
+  STDMETHODIMP_(ULONG) AddRef() noexcept override { return ++references_; }
+  STDMETHODIMP_(ULONG) Release() noexcept override {
     const ULONG left = --references_;
     if (left == 0) delete this;
     return left;
@@ -45,12 +45,12 @@ class ComObject : public Interfaces... {
 template <class Dispatch, class... Others>
 class DispatchObject : public ComObject<Dispatch, Others...> {
  public:
-  STDMETHODIMP GetTypeInfoCount(UINT* count) override {
+  STDMETHODIMP GetTypeInfoCount(UINT* count) noexcept override {
     if (!count) return E_POINTER;
     *count = 0;
     return S_OK;
   }
-  STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+  STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) noexcept override { return E_NOTIMPL; }
 };
 
 }  // namespace declarium::com

@@ -2,7 +2,6 @@
 
 #include <array>
 #include <functional>
-#include <new>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -36,37 +35,29 @@ constexpr std::array<EntryName, 5> kEntryNames = {{{L"OnConnection", kOnConnecti
                                                    {L"OnStartupComplete", kOnStartupComplete},
                                                    {L"OnBeginShutdown", kOnBeginShutdown}}};
 
-// No exception leaves an entry.
-template <class Action>
-HRESULT Try(Action action) noexcept {
-  try {
-    action();
-    return S_OK;
-  } catch (const std::bad_alloc&) {
-    return E_OUTOFMEMORY;
-  } catch (...) {
-    return E_FAIL;
-  }
-}
-
 class Connect final : public DispatchObject<AddInEntries> {
  public:
   explicit Connect(ConnectContext& context)
       : context_(context), hold_(std::in_place, context.process) {}
 
-  STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) override;
+  STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID,
+                             DISPID* ids) noexcept override;
   STDMETHODIMP Invoke(DISPID entry, REFIID, LCID, WORD flags, DISPPARAMS* parameters, VARIANT*,
-                      EXCEPINFO*, UINT* wrong_argument) override;
+                      EXCEPINFO*, UINT* wrong_argument) noexcept override;
 
-  STDMETHODIMP OnConnection(IDispatch* application, int, IDispatch*, SAFEARRAY**) override;
-  STDMETHODIMP OnDisconnection(int, SAFEARRAY**) override;
-  STDMETHODIMP OnAddInsUpdate(SAFEARRAY**) override { return S_OK; }
-  STDMETHODIMP OnStartupComplete(SAFEARRAY**) override { return S_OK; }
-  STDMETHODIMP OnBeginShutdown(SAFEARRAY**) override { return S_OK; }
+  STDMETHODIMP OnConnection(IDispatch* application, int, IDispatch*, SAFEARRAY**) noexcept override;
+  STDMETHODIMP OnDisconnection(int, SAFEARRAY**) noexcept override;
+  STDMETHODIMP OnAddInsUpdate(SAFEARRAY**) noexcept override { return S_OK; }
+  STDMETHODIMP OnStartupComplete(SAFEARRAY**) noexcept override { return S_OK; }
+  STDMETHODIMP OnBeginShutdown(SAFEARRAY**) noexcept override { return S_OK; }
 
  private:
   ~Connect() override;
   [[nodiscard]] void* Find(REFIID iid) noexcept override;
+  template <class Action>
+  HRESULT Try(Action action) noexcept {
+    return context_.posted_calls.boundary().Run(action) ? S_OK : E_FAIL;
+  }
   HRESULT InvokeOnConnection(const DISPPARAMS& parameters, UINT* wrong_argument);
   void ConnectTo(const ComPtr<IDispatch>& host);
   // Does what was put off while the connection was being made.
@@ -98,7 +89,8 @@ void* Connect::Find(REFIID iid) noexcept {
   return has ? static_cast<AddInEntries*>(this) : nullptr;
 }
 
-STDMETHODIMP Connect::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) {
+STDMETHODIMP Connect::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID,
+                                    DISPID* ids) noexcept {
   if (!names || !ids || count == 0) return E_INVALIDARG;
   for (UINT i = 0; i < count; ++i) ids[i] = DISPID_UNKNOWN;
   for (const auto& entry : kEntryNames) {
@@ -108,7 +100,7 @@ STDMETHODIMP Connect::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, D
 }
 
 STDMETHODIMP Connect::Invoke(DISPID entry, REFIID, LCID, WORD flags, DISPPARAMS* parameters,
-                             VARIANT*, EXCEPINFO*, UINT* wrong_argument) {
+                             VARIANT*, EXCEPINFO*, UINT* wrong_argument) noexcept {
   if (!parameters) return E_POINTER;
   if (!(flags & DISPATCH_METHOD)) return DISP_E_MEMBERNOTFOUND;
   switch (entry) {
@@ -136,7 +128,7 @@ HRESULT Connect::InvokeOnConnection(const DISPPARAMS& parameters, UINT* wrong_ar
   return DISP_E_TYPEMISMATCH;
 }
 
-STDMETHODIMP Connect::OnConnection(IDispatch* application, int, IDispatch*, SAFEARRAY**) {
+STDMETHODIMP Connect::OnConnection(IDispatch* application, int, IDispatch*, SAFEARRAY**) noexcept {
   if (!application) return E_INVALIDARG;
   if (connecting_) return E_UNEXPECTED;
   const ComPtr<IDispatch> host(application);
@@ -155,7 +147,8 @@ void Connect::ConnectTo(const ComPtr<IDispatch>& host) {
       [&posted_calls = context_.posted_calls, weak = std::weak_ptr<Connect*>(self_)] {
         posted_calls.Post(HostDiedOf(weak));
       });
-  connection_ = context_.sessions.Connect(MakeHostApplication(host));
+  connection_ =
+      context_.sessions.Connect(MakeHostApplication(host, context_.posted_calls.boundary()));
 }
 
 void Connect::CatchUp(const ComPtr<IDispatch>& host) {
@@ -172,7 +165,7 @@ void Connect::CatchUp(const ComPtr<IDispatch>& host) {
   }
 }
 
-STDMETHODIMP Connect::OnDisconnection(int, SAFEARRAY**) {
+STDMETHODIMP Connect::OnDisconnection(int, SAFEARRAY**) noexcept {
   // The connection that is being made has to be complete before it can be taken apart.
   if (connecting_) {
     disconnected_while_connecting_ = true;
@@ -216,17 +209,16 @@ class ConnectFactory final : public ComObject<IClassFactory> {
  public:
   explicit ConnectFactory(ConnectContext& context) : context_(context) {}
 
-  STDMETHODIMP CreateInstance(IUnknown* outer, REFIID iid, void** object) override {
+  STDMETHODIMP CreateInstance(IUnknown* outer, REFIID iid, void** object) noexcept override {
     if (!object) return E_POINTER;
     *object = nullptr;
     if (outer) return CLASS_E_NOAGGREGATION;
-    try {
-      return MakeConnect(context_)->QueryInterface(iid, object);
-    } catch (...) {
-      return E_OUTOFMEMORY;
-    }
+    HRESULT result = E_OUTOFMEMORY;
+    context_.posted_calls.boundary().Run(
+        [&] { result = MakeConnect(context_)->QueryInterface(iid, object); });
+    return result;
   }
-  STDMETHODIMP LockServer(BOOL lock) override {
+  STDMETHODIMP LockServer(BOOL lock) noexcept override {
     if (lock) {
       context_.process.AddHold();
     } else {

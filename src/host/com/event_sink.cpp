@@ -10,12 +10,14 @@ namespace {
 
 class EventSink final : public DispatchObject<IDispatch> {
  public:
-  EventSink(const IID& events, EventHandler handler)
-      : events_(events), handler_(std::make_shared<EventHandler>(std::move(handler))) {}
+  EventSink(const IID& events, Boundary& boundary, EventHandler handler)
+      : events_(events),
+        boundary_(boundary),
+        handler_(std::make_shared<EventHandler>(std::move(handler))) {}
 
   void Detach() { handler_.reset(); }
 
-  STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
+  STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) noexcept override {
     return DISP_E_UNKNOWNNAME;
   }
   STDMETHODIMP Invoke(DISPID event, REFIID, LCID, WORD, DISPPARAMS* parameters, VARIANT*,
@@ -23,12 +25,9 @@ class EventSink final : public DispatchObject<IDispatch> {
     // The subscription may end while its handler runs.
     const auto handler = handler_;
     if (!handler || !parameters) return S_OK;
-    try {
-      (*handler)(event, {parameters->rgvarg, parameters->cArgs});
-    } catch (...) {
-      return E_FAIL;
-    }
-    return S_OK;
+    const bool handled =
+        boundary_.Run([&] { (*handler)(event, {parameters->rgvarg, parameters->cArgs}); });
+    return handled ? S_OK : E_FAIL;
   }
 
  private:
@@ -38,6 +37,7 @@ class EventSink final : public DispatchObject<IDispatch> {
   }
 
   const IID events_;
+  Boundary& boundary_;
   std::shared_ptr<EventHandler> handler_;
 };
 
@@ -68,7 +68,7 @@ class AdvisedSink final : public Subscription {
 }  // namespace
 
 HostResult<std::unique_ptr<Subscription>> Advise(const HostObject& source, const IID& events,
-                                                 EventHandler handler) {
+                                                 Boundary& boundary, EventHandler handler) {
   const auto failure = [](HRESULT status) {
     return std::unexpected(HostError{static_cast<std::int32_t>(status)});
   };
@@ -80,7 +80,7 @@ HostResult<std::unique_ptr<Subscription>> Advise(const HostObject& source, const
       FAILED(status)) {
     return failure(status);
   }
-  auto sink = ComPtr<EventSink>::Attach(new EventSink(events, std::move(handler)));
+  auto sink = ComPtr<EventSink>::Attach(new EventSink(events, boundary, std::move(handler)));
   DWORD cookie = 0;
   if (const HRESULT status = point->Advise(sink.Get(), &cookie); FAILED(status)) {
     return failure(status);

@@ -39,16 +39,16 @@ void Pause(std::chrono::milliseconds time) {
 
 class RetryFilter final : public ComObject<IMessageFilter> {
  public:
-  STDMETHODIMP_(DWORD) HandleInComingCall(DWORD, HTASK, DWORD, LPINTERFACEINFO) override {
+  STDMETHODIMP_(DWORD) HandleInComingCall(DWORD, HTASK, DWORD, LPINTERFACEINFO) noexcept override {
     return SERVERCALL_ISHANDLED;
   }
-  STDMETHODIMP_(DWORD) RetryRejectedCall(HTASK, DWORD elapsed, DWORD) override {
+  STDMETHODIMP_(DWORD) RetryRejectedCall(HTASK, DWORD elapsed, DWORD) noexcept override {
     const auto pause = PauseBeforeRetry(policy_in_force, std::chrono::milliseconds(elapsed));
     // COM takes values below 100 for "at once".
     return pause ? static_cast<DWORD>(std::max<long long>(pause->count(), 100))
                  : static_cast<DWORD>(-1);
   }
-  STDMETHODIMP_(DWORD) MessagePending(HTASK, DWORD, DWORD) override {
+  STDMETHODIMP_(DWORD) MessagePending(HTASK, DWORD, DWORD) noexcept override {
     return PENDINGMSG_WAITDEFPROCESS;
   }
 

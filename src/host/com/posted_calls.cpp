@@ -10,7 +10,7 @@ constexpr UINT kRunNext = WM_APP;
 
 }  // namespace
 
-PostedCalls::PostedCalls() {
+PostedCalls::PostedCalls(Boundary& boundary) : boundary_(boundary) {
   WNDCLASSW window_class{};
   window_class.lpfnWndProc = Procedure;
   window_class.hInstance = GetModuleHandleW(nullptr);
@@ -44,14 +44,11 @@ void PostedCalls::RunNext() {
   call();
 }
 
-LRESULT CALLBACK PostedCalls::Procedure(HWND window, UINT message, WPARAM wide, LPARAM last) {
+LRESULT CALLBACK PostedCalls::Procedure(HWND window, UINT message, WPARAM wide,
+                                        LPARAM last) noexcept {
   if (message != kRunNext) return DefWindowProcW(window, message, wide, last);
   auto* self = reinterpret_cast<PostedCalls*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-  try {
-    if (self) self->RunNext();
-  } catch (...) {
-    // The system called, which no exception may cross. A call that fails was worth no more.
-  }
+  if (self) self->boundary_.Run([self] { self->RunNext(); });
   return 0;
 }
 

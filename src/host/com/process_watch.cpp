@@ -2,7 +2,15 @@
 
 #include <utility>
 
+#include "toolkit/boundary.h"
+
 namespace declarium::com {
+namespace {
+
+constexpr int kAttempts = 100;
+constexpr DWORD kPause = 50;  // milliseconds
+
+}  // namespace
 
 ProcessWatch::ProcessWatch(HWND window, std::function<void()> ended) : ended_(std::move(ended)) {
   DWORD id = 0;
@@ -17,8 +25,12 @@ ProcessWatch::~ProcessWatch() {
   if (wait_) UnregisterWaitEx(wait_, INVALID_HANDLE_VALUE);
 }
 
-void CALLBACK ProcessWatch::Signalled(void* self, BOOLEAN) {
-  static_cast<ProcessWatch*>(self)->ended_();
+// The pool's thread tells nobody of a failure, which can only be that memory has run out, and the
+// signal comes once: so it tries until there is some again.
+void CALLBACK ProcessWatch::Signalled(void* self, BOOLEAN) noexcept {
+  Boundary boundary;
+  const auto& ended = static_cast<ProcessWatch*>(self)->ended_;
+  for (int i = 0; i < kAttempts && !boundary.Run(ended); ++i) Sleep(kPause);
 }
 
 }  // namespace declarium::com

@@ -22,7 +22,7 @@ class ProcessWatch {
   [[nodiscard]] bool IsWatching() const noexcept { return wait_ != nullptr; }
 
  private:
-  static void CALLBACK Signalled(void* self, BOOLEAN);
+  static void CALLBACK Signalled(void* self, BOOLEAN) noexcept;
 
   std::function<void()> ended_;
   win32::UniqueKernelObject process_;

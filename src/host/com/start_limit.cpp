@@ -12,7 +12,7 @@ StartLimit::~StartLimit() {
   KillTimer(window_, reinterpret_cast<UINT_PTR>(this));
 }
 
-void CALLBACK StartLimit::Passed(HWND window, UINT, UINT_PTR self, DWORD) {
+void CALLBACK StartLimit::Passed(HWND window, UINT, UINT_PTR self, DWORD) noexcept {
   KillTimer(window, self);
   // The last hold ends the process, so one that is taken and given back ends an unused one.
   const ServerHold hold(reinterpret_cast<StartLimit*>(self)->process_);

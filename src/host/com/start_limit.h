@@ -21,7 +21,7 @@ class StartLimit {
   ~StartLimit();
 
  private:
-  static void CALLBACK Passed(HWND window, UINT message, UINT_PTR self, DWORD time);
+  static void CALLBACK Passed(HWND window, UINT message, UINT_PTR self, DWORD time) noexcept;
 
   HWND window_;
   ServerProcess& process_;

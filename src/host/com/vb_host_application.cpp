@@ -108,14 +108,15 @@ HostResult<int> VbCodePane::CaretLine() {
 // subscription from within a call that handles an event.
 class ComponentFollower : public std::enable_shared_from_this<ComponentFollower> {
  public:
-  ComponentFollower(HostObject event_sources, std::weak_ptr<ComponentEvents> events)
-      : event_sources_(std::move(event_sources)), events_(std::move(events)) {}
+  ComponentFollower(HostObject event_sources, Boundary& boundary,
+                    std::weak_ptr<ComponentEvents> events)
+      : event_sources_(std::move(event_sources)), boundary_(boundary), events_(std::move(events)) {}
 
   [[nodiscard]] HostResult<> Begin(const HostObject& application) {
     const auto source = event_sources_.Object(vb::kVBProjectsEvents);
     if (!source) return std::unexpected(source.error());
     auto advised =
-        Advise(*source, vb::kProjectsEventSet,
+        Advise(*source, vb::kProjectsEventSet, boundary_,
                [weak = weak_from_this()](DISPID event, std::span<const VARIANT> arguments) {
                  if (const auto self = weak.lock()) self->ProjectEvent(event, arguments);
                });
@@ -149,7 +150,7 @@ class ComponentFollower : public std::enable_shared_from_this<ComponentFollower>
     const auto source = event_sources_.Object(vb::kVBComponentsEvents, {Variant(project.Get())});
     if (!source) return;
     auto advised =
-        Advise(*source, vb::kComponentsEventSet,
+        Advise(*source, vb::kComponentsEventSet, boundary_,
                [weak = weak_from_this()](DISPID event, std::span<const VARIANT> arguments) {
                  if (const auto self = weak.lock()) self->ComponentEvent(event, arguments);
                });
@@ -208,6 +209,7 @@ class ComponentFollower : public std::enable_shared_from_this<ComponentFollower>
   };
 
   HostObject event_sources_;
+  Boundary& boundary_;
   std::weak_ptr<ComponentEvents> events_;
   std::unique_ptr<Subscription> projects_;
   std::map<IUnknown*, FollowedProject> components_;
@@ -227,7 +229,8 @@ class ComponentSubscription final : public Subscription {
 
 class VbApplication final : public HostApplication {
  public:
-  explicit VbApplication(ComPtr<IDispatch> application) : application_(std::move(application)) {}
+  VbApplication(ComPtr<IDispatch> application, Boundary& boundary)
+      : application_(std::move(application)), boundary_(boundary) {}
 
   HostResult<std::unique_ptr<CommandBarControl>> AddControl(std::u16string_view bar) override {
     const auto controls =
@@ -252,7 +255,7 @@ class VbApplication final : public HostApplication {
       return events.Object(vb::kCommandBarEvents, {Variant(object.Get())});
     });
     if (!source) return std::unexpected(source.error());
-    return Advise(*source, vb::kCommandBarClicks,
+    return Advise(*source, vb::kCommandBarClicks, boundary_,
                   [clicked = std::move(clicked)](DISPID event, std::span<const VARIANT>) {
                     if (event == vb::kClick) clicked();
                   });
@@ -263,7 +266,7 @@ class VbApplication final : public HostApplication {
     auto sources = application_.Object(vb::kEvents);
     if (!sources) return std::unexpected(sources.error());
     const auto follower =
-        std::make_shared<ComponentFollower>(std::move(*sources), std::move(events));
+        std::make_shared<ComponentFollower>(std::move(*sources), boundary_, std::move(events));
     auto subscription = std::make_unique<ComponentSubscription>(follower);
     if (const auto begun = follower->Begin(application_); !begun) {
       return std::unexpected(begun.error());
@@ -294,12 +297,14 @@ class VbApplication final : public HostApplication {
 
  private:
   HostObject application_;
+  Boundary& boundary_;
 };
 
 }  // namespace
 
-std::unique_ptr<HostApplication> MakeHostApplication(ComPtr<IDispatch> application) {
-  return std::make_unique<VbApplication>(std::move(application));
+std::unique_ptr<HostApplication> MakeHostApplication(ComPtr<IDispatch> application,
+                                                     Boundary& boundary) {
+  return std::make_unique<VbApplication>(std::move(application), boundary);
 }
 
 HostResult<HWND> HostMainWindow(const ComPtr<IDispatch>& application) {

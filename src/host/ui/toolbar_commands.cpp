@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "library/file_io.h"
+#include "library/file_name.h"
 #include "source/module_text.h"
 #include "text/code_page.h"
 #include "text/user_texts.h"
@@ -15,7 +16,7 @@ namespace {
 // What the file holds with the basket's text in it; nothing when it cannot be read.
 std::optional<std::string> NewContent(std::u16string_view file, std::u16string_view text) {
   if (!IsSourceModuleName(file)) return EncodeCodePage(text);
-  const std::filesystem::path path(file);
+  const auto path = PathOfName(file);
   std::error_code ignored;
   if (!std::filesystem::exists(path, ignored)) return EncodeCodePage(InsertIntoModule({}, text));
   const auto content = ReadWholeFile(path);
@@ -54,7 +55,7 @@ void ToolbarCommands::Export() {
   const auto file = toolkit_.ChooseFileToSave({.filter = std::u16string(texts::kSourceFilter)});
   if (!file) return;
   if (const auto content = NewContent(*file, actions_.basket_text())) {
-    (void)saver_.Save(*file, *content);
+    (void)saver_.Save(PathOfName(*file), *content);
   }
 }
 

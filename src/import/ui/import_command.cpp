@@ -1,6 +1,7 @@
 #include "import/ui/import_command.h"
 
 #include "import/ui/reading_question.h"
+#include "library/file_name.h"
 #include "library/ui/file_messages.h"
 #include "text/code_page.h"
 #include "text/user_texts.h"
@@ -10,8 +11,8 @@ namespace declarium {
 void ImportItems(Library& library, KindSelector& selector, const ParsedItems& parsed,
                  Existing existing) {
   MergeItems(library, parsed, existing);
-  selector.Refill();
   library.dirty = true;
+  selector.Refill();
 }
 
 ImportCommand::ImportCommand(Toolkit& toolkit, Library& library, KindSelector& selector,
@@ -23,7 +24,7 @@ ImportCommand::ImportCommand(Toolkit& toolkit, Library& library, KindSelector& s
 void ImportCommand::mnuImport_Click() {
   const auto file = toolkit_.ChooseFileToOpen({.filter = std::u16string(texts::kModuleFilter)});
   if (!file) return;
-  const auto bytes = ReadFileOrTell(toolkit_, *file);
+  const auto bytes = ReadFileOrTell(toolkit_, PathOfName(*file));
   auto existing = Existing::kReplace;
   if (library_.HasItems() &&
       toolkit_.ShowMessage({std::u16string(texts::kAskKeepItems), MessageButtons::kYesNo,

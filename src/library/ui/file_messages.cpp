@@ -1,7 +1,6 @@
 #include "library/ui/file_messages.h"
 
 #include "library/file_io.h"
-#include "text/text.h"
 #include "text/user_texts.h"
 
 namespace declarium {
@@ -54,10 +53,6 @@ void TellRecovered(Toolkit& toolkit, const std::vector<Recovered>& recovered) {
   for (const auto& [path, in_place] : recovered) {
     TellAbout(toolkit, in_place ? texts::kPutBack : texts::kLeftOver, PathText(path));
   }
-}
-
-std::u16string DialogPath(const std::filesystem::path& path) {
-  return FromUtf8(PathText(path));
 }
 
 }  // namespace declarium

@@ -33,9 +33,6 @@ void TellNotWhole(Toolkit& toolkit);
 // Shows a message for each.
 void TellRecovered(Toolkit& toolkit, const std::vector<Recovered>& recovered);
 
-// The path as the dialogs show it and take it.
-[[nodiscard]] std::u16string DialogPath(const std::filesystem::path& path);
-
 // Shows the hourglass for as long as it lives.
 class HourglassPointer {
  public:

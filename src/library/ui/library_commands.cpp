@@ -4,12 +4,16 @@
 #include <string>
 #include <utility>
 
+#include "library/file_format.h"
+#include "library/file_name.h"
 #include "library/find_item_index.h"
 #include "library/library_file.h"
 #include "library/temporary_file.h"
 #include "library/ui/file_messages.h"
 #include "library/ui/history_dialog.h"
 #include "text/user_texts.h"
+#include "toolkit/held_flag.h"
+#include "vb/number.h"
 
 namespace declarium {
 namespace {
@@ -110,12 +114,11 @@ void LibraryCommands::ShowInCatalogue(const std::filesystem::path& path) {
     controls_.cmbDatabase.SetListIndex(-1);
     return;
   }
-  suppress_click_ = true;
+  const HeldFlag suppressed(suppress_click_);
   // A file changed by others since the catalogue was read has a title that no row shows.
   if (!controls_.cmbDatabase.SetText(library_.title)) {
     controls_.cmbDatabase.SetListIndex(static_cast<int>(*row));
   }
-  suppress_click_ = false;
 }
 
 void LibraryCommands::EnableDatabaseCommands(bool enabled) {
@@ -164,9 +167,8 @@ void LibraryCommands::cmbDatabase_Click() {
     last_title_ = controls_.cmbDatabase.Text();
     last_row_ = controls_.cmbDatabase.ListIndex();
   } else {
-    suppress_click_ = true;
+    const HeldFlag suppressed(suppress_click_);
     controls_.cmbDatabase.SetListIndex(last_row_);
-    suppress_click_ = false;
   }
 }
 
@@ -175,22 +177,33 @@ void LibraryCommands::mnuDatabase_Click() {
   if (list != nullptr) controls_.mnuDeleteDbItem.SetEnabled(!list->Text().empty());
 }
 
+std::u16string LibraryCommands::AskTitle(std::u16string_view prompt, std::u16string_view initial) {
+  auto title = toolkit_.AskText(prompt, initial);
+  if (const auto separator = FindSeparator(title)) {
+    toolkit_.ShowMessage({Quoted(texts::kTitleRefusedBefore, NumberText(*separator), u"."),
+                          MessageButtons::kOk, MessageIcon::kExclamation});
+    title.clear();
+  }
+  return title;
+}
+
 void LibraryCommands::mnuNew_Click() {
   if (!AskSaveChanges()) return;
-  const auto title = toolkit_.AskText(texts::kAskTitle, u"");
+  const auto title = AskTitle(texts::kAskTitle, u"");
   if (title.empty()) return;
   auto dialog = LibraryDialog();
-  dialog.initial_folder = DialogPath(folder_);
+  dialog.initial_folder = NameOfPath(folder_);
   const auto file = toolkit_.ChooseFileToSave(dialog);
   if (!file) return;
-  WriteFileOrTell(toolkit_, saver_, *file, EmptyLibraryBytes(title));
+  const auto path = PathOfName(*file);
+  WriteFileOrTell(toolkit_, saver_, path, EmptyLibraryBytes(title));
   EnumDatabases();
-  LoadDatabase(*file);
+  LoadDatabase(path);
 }
 
 void LibraryCommands::mnuOpen_Click() {
   if (!AskSaveChanges()) return;
-  if (const auto file = toolkit_.ChooseFileToOpen(LibraryDialog())) LoadDatabase(*file);
+  if (const auto file = toolkit_.ChooseFileToOpen(LibraryDialog())) LoadDatabase(PathOfName(*file));
 }
 
 // Whether the file may be replaced: nobody else has changed it, or the user wants it.
@@ -220,14 +233,15 @@ void LibraryCommands::mnuSave_Click() {
 
 void LibraryCommands::mnuSaveAs_Click() {
   auto dialog = LibraryDialog();
-  dialog.file_name = DialogPath(library_.path);
+  dialog.file_name = NameOfPath(library_.path);
   const auto file = toolkit_.ChooseFileToSave(dialog);
   if (!file) return;
   const HourglassPointer hourglass(toolkit_);
+  const auto path = PathOfName(*file);
   library_.stamp.reset();
-  WriteLibrary(*file);
+  WriteLibrary(path);
   library_.dirty = false;
-  library_.path = *file;
+  library_.path = path;
   EnumDatabases();
 }
 
@@ -259,22 +273,24 @@ void LibraryCommands::OfferUnwritten() {
     if (!ParseLibrary(bytes, path)) {
       TellRecovered(toolkit_, {{path, false}});
     } else if (toolkit_.ShowMessage(
-                   {Quoted(texts::kAskOpenUnwritten, u"\r\n\r\n", DialogPath(path)),
+                   {Quoted(texts::kAskOpenUnwritten, u"\r\n\r\n", NameOfPath(path)),
                     MessageButtons::kYesNo, MessageIcon::kQuestion}) == Answer::kYes) {
       return OpenVersion(FileToRestore(path), bytes);
     }
   }
 }
 
-void LibraryCommands::KeepUnsaved() {
-  if (!library_.dirty || !library_.whole || library_.path.empty()) return;
-  (void)saver_.Kept().KeepBytes(library_.path, LibraryBytes(library_));
+bool LibraryCommands::KeepUnsaved() {
+  if (!library_.dirty || !library_.whole || library_.path.empty() || !saver_.Kept().IsOn()) {
+    return false;
+  }
+  return saver_.Kept().KeepBytes(library_.path, LibraryBytes(library_)).has_value();
 }
 
 void LibraryCommands::mnuRename_Click() {
-  const auto title = toolkit_.AskText(texts::kAskNewTitle, library_.title);
-  if (!title.empty()) SetDatabaseTitle(title);
+  const auto title = AskTitle(texts::kAskNewTitle, library_.title);
   library_.dirty = true;  // a cancelled rename counts as a change too
+  if (!title.empty()) SetDatabaseTitle(title);
 }
 
 void LibraryCommands::mnuDeleteDbItem_Click() {
@@ -282,6 +298,7 @@ void LibraryCommands::mnuDeleteDbItem_Click() {
   const auto kind = selector_.SelectedKind();
   if (list == nullptr || !kind) return;
   const auto name = list->Text();
+  if (name.empty()) return;
   const auto answer = toolkit_.ShowMessage(
       {Quoted(texts::kAskDeleteBefore, name, texts::kAskDeleteBehind), MessageButtons::kYesNo,
        MessageIcon::kExclamation, DefaultButton::kSecond});

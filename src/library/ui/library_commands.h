@@ -75,7 +75,7 @@ class LibraryCommands {
 
   // Keeps unsaved changes in the history, for a moment at which nobody can be asked. To be told at
   // the next start.
-  void KeepUnsaved();
+  bool KeepUnsaved();
 
   void cmbDatabase_Click();
   void mnuDatabase_Click();
@@ -91,6 +91,8 @@ class LibraryCommands {
   [[nodiscard]] bool TryLoad(const LibrarySections& sections, const std::filesystem::path& path);
   [[nodiscard]] bool MayReplace();
   void WriteLibrary(const std::filesystem::path& path);
+  // The title typed; empty when cancelled, and after a message when no file could hold it.
+  [[nodiscard]] std::u16string AskTitle(std::u16string_view prompt, std::u16string_view initial);
   void ShowInCatalogue(const std::filesystem::path& path);
   void EnableDatabaseCommands(bool enabled);
 

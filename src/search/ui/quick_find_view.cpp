@@ -6,6 +6,7 @@
 
 #include "library/find_item_index.h"
 #include "search/quick_find.h"
+#include "toolkit/held_flag.h"
 
 namespace declarium {
 
@@ -69,9 +70,8 @@ void QuickFindView::txtInput_Change() {
 }
 
 void QuickFindView::SelectRow(int row) {
-  InputPositioning_ = true;
+  const HeldFlag positioning(InputPositioning_);
   selector_.SelectList()->SetListIndex(row);
-  InputPositioning_ = false;
 }
 
 void QuickFindView::txtInput_KeyDown(KeyDown& key) {

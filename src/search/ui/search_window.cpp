@@ -8,6 +8,7 @@
 #include "library/ui/file_messages.h"
 #include "search/ui/search_form.h"
 #include "text/user_texts.h"
+#include "toolkit/held_flag.h"
 #include "vb/number.h"
 
 namespace declarium {
@@ -214,9 +215,8 @@ void SearchWindow::ClearResults() {
   if (LV1_.Count() == 0) return;
   if (LV1_.Count() >= kLongList) wait_.Show(frmFind_.get());
   LV1_.Clear();
-  SearchBusy_ = true;
+  const HeldFlag busy(SearchBusy_);
   toolkit_.ProcessPendingEvents();
-  SearchBusy_ = false;
 }
 
 void SearchWindow::LV1_ItemClick(int position) {

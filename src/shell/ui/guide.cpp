@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "library/file_name.h"
 #include "text/user_texts.h"
 
 namespace declarium {
@@ -27,7 +28,7 @@ std::filesystem::path Guide::PageOf(std::string_view topic) const {
 
 void Guide::Open(std::string_view topic) {
   const auto page = PageOf(topic);
-  const auto path = page.u16string();
+  const auto path = NameOfPath(page);
   if (toolkit_.OpenDocument(path)) return;
   std::error_code ignored;
   std::u16string text(std::filesystem::exists(page, ignored) ? texts::kGuideNotShown

@@ -1,5 +1,6 @@
 #include "source/ui/export_command.h"
 
+#include "library/file_name.h"
 #include "library/ui/file_messages.h"
 #include "source/item_text.h"
 #include "text/code_page.h"
@@ -18,7 +19,7 @@ void ExportCommand::mnuExport_Click() {
   if (!file) return;
   const HourglassPointer hourglass(toolkit_);
   if (!library_.whole) return TellNotWhole(toolkit_);
-  WriteFileOrTell(toolkit_, saver_, *file, EncodeCodePage(ExportText(library_)));
+  WriteFileOrTell(toolkit_, saver_, PathOfName(*file), EncodeCodePage(ExportText(library_)));
 }
 
 }  // namespace declarium

@@ -10,6 +10,7 @@
 #include "toolkit/headless/rows.h"
 #include "toolkit/headless/text.h"
 #include "toolkit/headless/toolkit.h"
+#include "toolkit/screen_place.h"
 
 namespace declarium::headless {
 
@@ -179,12 +180,14 @@ void HeadlessForm::SetOuterSize(Size size) {
 void HeadlessForm::SetPlacement(const Placement& placement) {
   const Size before{OuterWidth(), OuterHeight()};
   const Size borders = Borders();
-  placement_ = placement;
+  const Rect place = PlaceOnScreen({placement.left, placement.top, placement.right - placement.left,
+                                    placement.bottom - placement.top},
+                                   toolkit_.Screens());
   ShowAs(placement.show);
-  placement_.right =
-      std::max(placement.right, placement.left + minimum_size_.width + borders.width);
-  placement_.bottom =
-      std::max(placement.bottom, placement.top + minimum_size_.height + borders.height);
+  placement_.left = place.left;
+  placement_.top = place.top;
+  placement_.right = place.left + std::max(place.width, minimum_size_.width + borders.width);
+  placement_.bottom = place.top + std::max(place.height, minimum_size_.height + borders.height);
   if (before == Size{OuterWidth(), OuterHeight()}) return;
   if (state_ == State::kLoaded && placement_.show != ShowCommand::kMinimized) on_resize.Raise();
 }

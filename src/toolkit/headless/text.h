@@ -29,6 +29,7 @@ class HeadlessTextBox : public HeadlessControl<TextBox> {
   void SelectBehind();
 
  private:
+  void TypeOver(std::u16string_view text) override { ReplaceSelection(text); }
   void ShowText(std::u16string_view text) override;
 
   std::u16string text_;

@@ -5,6 +5,7 @@
 #include <deque>
 #include <functional>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "toolkit/headless/dialog_script.h"
@@ -37,7 +38,11 @@ class HeadlessToolkit : public Toolkit {
   [[nodiscard]] bool OpenDocument(std::u16string_view path) override;
 
   [[nodiscard]] MousePointer Pointer() const override { return pointers_.back(); }
-  void SetPointer(MousePointer pointer) override { pointers_.push_back(pointer); }
+  // Makes room for the pointer that follows another one, which is set in destructors.
+  void SetPointer(MousePointer pointer) override {
+    if (pointer != MousePointer::kDefault) pointers_.reserve(pointers_.size() + 2);
+    pointers_.push_back(pointer);
+  }
 
   void ProcessPendingEvents() override;
   // Time passes from one timer to the next. Throws std::logic_error when nothing can happen any
@@ -74,6 +79,10 @@ class HeadlessToolkit : public Toolkit {
   [[nodiscard]] Point CursorPosition() const { return cursor_; }
   void SetCursorPosition(Point at) { cursor_ = at; }
 
+  // The work areas of the screens, one of 1920 x 1080 at first.
+  [[nodiscard]] const std::vector<Rect>& Screens() const { return screens_; }
+  void SetScreens(std::vector<Rect> screens) { screens_ = std::move(screens); }
+
   // The forms' side.
   void Register(HeadlessForm& form) { forms_.push_back(&form); }
   void Unregister(HeadlessForm& form);
@@ -106,6 +115,7 @@ class HeadlessToolkit : public Toolkit {
   HeadlessForm* active_ = nullptr;
   Control* focused_ = nullptr;
   Point cursor_;
+  std::vector<Rect> screens_{{0, 0, 1920, 1080}};
   std::uint32_t now_ = 1000;
   int open_dialogs_ = 0;
   std::optional<int> exit_code_;

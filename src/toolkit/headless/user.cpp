@@ -215,13 +215,17 @@ void HeadlessUser::PressKey(int code, Modifiers modifiers) {
   Control* control = toolkit_.FocusedControl();
   if (!control) throw std::logic_error("no control has the focus");
   HeadlessForm& form = RequireUsable(*control);
-  if (PressShortcut(form, code, modifiers)) return;
+  auto* box = dynamic_cast<TextBox*>(control);
+  const bool edits = box != nullptr && TextBox::Edits(code, modifiers);
+  if (!edits && PressShortcut(form, code, modifiers)) return;
   if (code == key::kF1 && modifiers == Modifiers()) return toolkit_.on_help.Raise(form.HelpTopic());
   if (PressDialogKey(form, *control, code, modifiers)) return;
   KeyDown event{.code = code, .modifiers = modifiers};
   control->on_key_down.Raise(event);
   if (event.code == 0) return;
-  if (code == key::kApps || (code == key::kF10 && modifiers == Modifiers{.shift = true})) {
+  if (edits) {
+    box->DeleteWord();
+  } else if (code == key::kApps || (code == key::kF10 && modifiers == Modifiers{.shift = true})) {
     control->on_context_menu.Raise();
   } else {
     ActOnKey(*control, code);

@@ -99,10 +99,10 @@ Size Win32Form::OuterDots(Size inner) const {
   return {static_cast<int>(outer.right - outer.left), static_cast<int>(outer.bottom - outer.top)};
 }
 
-void Win32Form::ChangeResolution(int dpi) {
+Fonts Win32Form::ChangeResolution(int dpi) {
   dpi_ = dpi;
-  fonts_ = Fonts(dpi_);
   SetIcons();
+  return std::exchange(fonts_, Fonts(dpi_));
 }
 
 HIMAGELIST Win32Form::SmallPictures() const {
@@ -111,8 +111,11 @@ HIMAGELIST Win32Form::SmallPictures() const {
 }
 
 void Win32Form::SetIcons() {
-  small_icon_ = DrawIconPicture(Icon::kApplication, SmallIconSize(dpi_));
-  large_icon_ = DrawIconPicture(Icon::kApplication, ToDots(32, dpi_));
+  // The window lets go of the icons before they are destroyed.
+  const UniqueIcon old_small =
+      std::exchange(small_icon_, DrawIconPicture(Icon::kApplication, SmallIconSize(dpi_)));
+  const UniqueIcon old_large =
+      std::exchange(large_icon_, DrawIconPicture(Icon::kApplication, ToDots(32, dpi_)));
   SendMessageW(Window(), WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(small_icon_.Get()));
   SendMessageW(Window(), WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(large_icon_.Get()));
 }
@@ -356,7 +359,12 @@ POINT Win32Form::PopupPlace() const {
 
 void Win32Form::ContextMenuAskedFor(Control& control) {
   popup_at_ = &control;
-  control.on_context_menu.Raise();
+  try {
+    control.on_context_menu.Raise();
+  } catch (...) {
+    popup_at_ = nullptr;
+    throw;
+  }
   popup_at_ = nullptr;
 }
 

@@ -82,6 +82,9 @@ class Win32Form : public Form {
   void PointerArrived();
   // The keyboard asked for the control's popup menu.
   void ContextMenuAskedFor(Control& control);
+  // False while a modal form or dialog is open in front of this one. Input that is sent to its
+  // windows all the same, by another program, is dropped then.
+  [[nodiscard]] bool TakesInput() const { return IsWindowEnabled(Window()) != FALSE; }
   // A modal form or dialog is open above this form.
   void Block();
   void Unblock();
@@ -102,7 +105,10 @@ class Win32Form : public Form {
   void Close() override;
 
   void CreateNativeWindow(const FormDefinition& definition);
-  void ChangeResolution(int dpi);
+  // The windows still use what was there for the resolution before, which is returned.
+  Fonts ChangeResolution(int dpi);
+  [[nodiscard]] std::optional<LRESULT> Answer(UINT message, WPARAM wparam, LPARAM lparam);
+  void BringDialogForward() const;
   void Build(const FormDefinition& definition);
   void MakeTips();
   [[nodiscard]] std::unique_ptr<Component> Make(const ControlDefinition& definition);
@@ -135,6 +141,7 @@ class Win32Form : public Form {
   std::optional<LRESULT> OnSetFocus(WPARAM, LPARAM);
   std::optional<LRESULT> OnClose(WPARAM, LPARAM);
   std::optional<LRESULT> OnQueryEndSession(WPARAM, LPARAM);
+  std::optional<LRESULT> OnEndSession(WPARAM, LPARAM);
   std::optional<LRESULT> OnTimer(WPARAM, LPARAM);
   std::optional<LRESULT> OnInitMenuPopup(WPARAM, LPARAM);
   std::optional<LRESULT> OnSetCursor(WPARAM, LPARAM);

@@ -16,14 +16,11 @@ bool IsHeld(int key) {
   return GetKeyState(key) < 0;
 }
 
-Modifiers HeldModifiers() {
-  return {.shift = IsHeld(VK_SHIFT), .control = IsHeld(VK_CONTROL), .alt = IsHeld(VK_MENU)};
-}
-
 }  // namespace
 
 bool Win32Form::TranslateKey(MSG& message) {
-  if (!visible_ || message.message < WM_KEYFIRST || message.message > WM_KEYLAST) return false;
+  if (!visible_ || !TakesInput() || message.message < WM_KEYFIRST || message.message > WM_KEYLAST)
+    return false;
   if (message.message == WM_KEYDOWN || message.message == WM_SYSKEYDOWN) {
     const int key = static_cast<int>(message.wParam);
     if (PressShortcut(key) || PressHelpKey(key)) return true;
@@ -40,6 +37,7 @@ bool Win32Form::TranslateKey(MSG& message) {
 }
 
 bool Win32Form::PressShortcut(int key) {
+  if (dynamic_cast<TextBox*>(focus_) && TextBox::Edits(key, HeldModifiers())) return false;
   Win32MenuItem* item = menus_->WithShortcut(key, HeldModifiers());
   if (!item) return PressToolbarShortcut({key, HeldModifiers()});
   for (Win32MenuItem* above = item->Parent(); above; above = above->Parent()) {

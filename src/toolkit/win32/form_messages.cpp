@@ -1,5 +1,8 @@
 // What a form's window does with its messages, one function each.
 
+#include <algorithm>
+#include <iterator>
+
 #include "toolkit/win32/dpi.h"
 #include "toolkit/win32/form.h"
 #include "toolkit/win32/icons.h"
@@ -21,6 +24,7 @@ const Win32Form::Entry Win32Form::kHandlers[] = {
     {WM_SETFOCUS, &Win32Form::OnSetFocus},
     {WM_CLOSE, &Win32Form::OnClose},
     {WM_QUERYENDSESSION, &Win32Form::OnQueryEndSession},
+    {WM_ENDSESSION, &Win32Form::OnEndSession},
     {WM_TIMER, &Win32Form::OnTimer},
     {WM_INITMENUPOPUP, &Win32Form::OnInitMenuPopup},
     {WM_SETCURSOR, &Win32Form::OnSetCursor},
@@ -55,18 +59,23 @@ const wchar_t* Win32Form::WindowClass() {
 LRESULT CALLBACK Win32Form::Procedure(HWND window, UINT message, WPARAM wparam,
                                       LPARAM lparam) noexcept {
   auto* form = reinterpret_cast<Win32Form*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-  if (form) {
-    for (const Entry& entry : kHandlers) {
-      if (entry.message != message) continue;
-      const std::optional<LRESULT> answer = (form->*entry.handler)(wparam, lparam);
-      if (answer) return *answer;
-    }
-  }
-  return DefWindowProcW(window, message, wparam, lparam);
+  if (!form) return DefWindowProcW(window, message, wparam, lparam);
+  // The form may be gone when it has answered.
+  Boundary& boundary = form->toolkit_.boundary;
+  // What a failed handler was to answer is not left to the system, which would close the window.
+  std::optional<LRESULT> answer = 0;
+  boundary.Run([&] { answer = form->Answer(message, wparam, lparam); });
+  return answer ? *answer : DefWindowProcW(window, message, wparam, lparam);
+}
+
+std::optional<LRESULT> Win32Form::Answer(UINT message, WPARAM wparam, LPARAM lparam) {
+  const auto entry = std::ranges::find(kHandlers, message, &Entry::message);
+  if (entry == std::end(kHandlers)) return std::nullopt;
+  return (this->*entry->handler)(wparam, lparam);
 }
 
 std::optional<LRESULT> Win32Form::OnCommand(WPARAM wparam, LPARAM lparam) {
-  if (!IsLoaded()) return 0;
+  if (!IsLoaded() || !TakesInput()) return 0;
   if (lparam == 0) {
     if (Win32MenuItem* item = menus_->WithId(LOWORD(wparam))) item->on_click.Raise();
     return 0;
@@ -110,14 +119,29 @@ std::optional<LRESULT> Win32Form::OnSetFocus(WPARAM, LPARAM) {
   return 0;
 }
 
+// Other programs can ask a window to close that has a dialog open, whose entries would be lost.
 std::optional<LRESULT> Win32Form::OnClose(WPARAM, LPARAM) {
-  Unload(UnloadReason::kUser);
+  if (TakesInput()) {
+    Unload(UnloadReason::kUser);
+  } else {
+    BringDialogForward();
+  }
   return 0;
 }
 
+void Win32Form::BringDialogForward() const {
+  const HWND dialog = GetLastActivePopup(Window());
+  if (dialog != Window()) SetForegroundWindow(dialog);
+}
+
+// Another program may still refuse that the session ends.
 std::optional<LRESULT> Win32Form::OnQueryEndSession(WPARAM, LPARAM) {
-  if (!IsLoaded()) return TRUE;
-  return Unload(UnloadReason::kSessionEnd) ? TRUE : FALSE;
+  return AskToUnload(UnloadReason::kSessionEnd) ? TRUE : FALSE;
+}
+
+std::optional<LRESULT> Win32Form::OnEndSession(WPARAM wparam, LPARAM) {
+  if (wparam != FALSE) UnloadUnasked();
+  return 0;
 }
 
 std::optional<LRESULT> Win32Form::OnTimer(WPARAM wparam, LPARAM) {
@@ -148,7 +172,7 @@ std::optional<LRESULT> Win32Form::OnControlColor(WPARAM wparam, LPARAM) {
 }
 
 std::optional<LRESULT> Win32Form::OnDpiChanged(WPARAM wparam, LPARAM lparam) {
-  ChangeResolution(HIWORD(wparam));
+  const Fonts old_fonts = ChangeResolution(HIWORD(wparam));
   UniqueImageList old = std::exchange(pictures_, {});
   for (Widget* widget : widgets_) widget->OnResolutionChanged();
   const RECT& wanted = *reinterpret_cast<const RECT*>(lparam);

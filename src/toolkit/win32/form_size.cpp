@@ -1,6 +1,8 @@
 // A form's place and size.
 #include <algorithm>
+#include <vector>
 
+#include "toolkit/screen_place.h"
 #include "toolkit/win32/dpi.h"
 #include "toolkit/win32/form.h"
 #include "toolkit/win32/scale.h"
@@ -22,8 +24,25 @@ RECT WorkArea(HWND window) {
   return info.rcWork;
 }
 
-bool IsOnSomeScreen(const RECT& area) {
-  return MonitorFromRect(&area, MONITOR_DEFAULTTONULL) != nullptr;
+// Takes no more screens than there is room for: the system called, which no exception may cross.
+BOOL CALLBACK AddWorkArea(HMONITOR monitor, HDC, RECT*, LPARAM list) noexcept {
+  auto& areas = *reinterpret_cast<std::vector<Rect>*>(list);
+  MONITORINFO info{};
+  info.cbSize = sizeof info;
+  if (areas.size() < areas.capacity() && GetMonitorInfoW(monitor, &info)) {
+    const RECT& work = info.rcWork;
+    areas.push_back({static_cast<int>(work.left), static_cast<int>(work.top),
+                     static_cast<int>(work.right - work.left),
+                     static_cast<int>(work.bottom - work.top)});
+  }
+  return TRUE;
+}
+
+std::vector<Rect> WorkAreas() {
+  std::vector<Rect> areas;
+  areas.reserve(static_cast<std::size_t>(std::max(GetSystemMetrics(SM_CMONITORS), 1)));
+  EnumDisplayMonitors(nullptr, nullptr, AddWorkArea, reinterpret_cast<LPARAM>(&areas));
+  return areas;
 }
 
 }  // namespace
@@ -119,12 +138,11 @@ void Win32Form::SetPlacement(const Placement& placement) {
   WINDOWPLACEMENT native{};
   native.length = sizeof native;
   GetWindowPlacement(Window(), &native);
-  RECT area{placement.left, placement.top, placement.right, placement.bottom};
-  if (!IsOnSomeScreen(area)) {
-    const RECT work = WorkArea(Window());
-    OffsetRect(&area, work.left - area.left, work.top - area.top);
-  }
-  native.rcNormalPosition = area;
+  const Rect place = PlaceOnScreen({placement.left, placement.top, placement.right - placement.left,
+                                    placement.bottom - placement.top},
+                                   WorkAreas());
+  native.rcNormalPosition = {place.left, place.top, place.left + place.width,
+                             place.top + place.height};
   native.showCmd = visible_ ? static_cast<UINT>(placement.show) : SW_HIDE;
   placed_ = true;
   kept_command_ = placement.show;

@@ -24,6 +24,33 @@ const wchar_t* PictureClass() {
   return name;
 }
 
+// Ends the painting also when drawing fails: the system asks for what is not painted without end.
+class Painting {
+ public:
+  explicit Painting(HWND window) : window_(window) { BeginPaint(window_, &paint_); }
+  ~Painting() { EndPaint(window_, &paint_); }
+  Painting(const Painting&) = delete;
+  Painting& operator=(const Painting&) = delete;
+  [[nodiscard]] HDC Device() const { return paint_.hdc; }
+
+ private:
+  HWND window_;
+  PAINTSTRUCT paint_{};
+};
+
+// An object selected into a device; the one before comes back at the end.
+class Selection {
+ public:
+  Selection(HDC device, HGDIOBJ object) : device_(device), before_(SelectObject(device, object)) {}
+  ~Selection() { SelectObject(device_, before_); }
+  Selection(const Selection&) = delete;
+  Selection& operator=(const Selection&) = delete;
+
+ private:
+  HDC device_;
+  HGDIOBJ before_;
+};
+
 }  // namespace
 
 void DeviceCanvas::Fill(const Rect& area, Color color) {
@@ -40,7 +67,7 @@ void DeviceCanvas::Invert(const Rect& area) {
 void DeviceCanvas::WriteText(const Rect& area, std::u16string_view text, FontRole font, Color color,
                              Alignment alignment) {
   const std::u16string terminated(text);
-  const HGDIOBJ before = SelectObject(device_, fonts_.Get(font));
+  const Selection selected(device_, fonts_.Get(font));
   SetBkMode(device_, TRANSPARENT);
   SetTextColor(device_, ToColorRef(color));
   const UINT flags = DT_NOPREFIX | (alignment == Alignment::kCentre ? DT_CENTER : DT_LEFT);
@@ -50,7 +77,6 @@ void DeviceCanvas::WriteText(const Rect& area, std::u16string_view text, FontRol
   RECT place = whole;
   place.top += std::max<LONG>((whole.bottom - whole.top - (needed.bottom - needed.top)) / 2, 0);
   DrawTextW(device_, Wide(terminated), -1, &place, flags);
-  SelectObject(device_, before);
 }
 
 void DeviceCanvas::DrawPicture(const Rect& area, Icon icon) {
@@ -75,23 +101,26 @@ void Win32PictureBox::PostMouseDown() {
   PostMessageW(Handle(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(0, 0));
 }
 
+// The presses that PostMouseDown posts are the program's own.
+bool Win32PictureBox::IsInput(UINT message) const {
+  return message != WM_LBUTTONDOWN && Win32Control::IsInput(message);
+}
+
 void Win32PictureBox::Paint() {
-  PAINTSTRUCT paint;
-  const HDC screen = BeginPaint(Handle(), &paint);
+  const Painting painting(Handle());
+  const HDC screen = painting.Device();
   RECT area;
   GetClientRect(Handle(), &area);
   const UniqueDevice memory(CreateCompatibleDC(screen));
   const UniqueBitmap bitmap(CreateCompatibleBitmap(screen, std::max<LONG>(area.right, 1),
                                                    std::max<LONG>(area.bottom, 1)));
-  const HGDIOBJ before = SelectObject(memory.Get(), bitmap.Get());
+  const Selection selected(memory.Get(), bitmap.Get());
   const UniqueBrush background(CreateSolidBrush(ToColorRef(back_color_)));
   FillRect(memory.Get(), &area, background.Get());
   DeviceCanvas canvas(memory.Get(), {PlacedAt().width, PlacedAt().height}, Dpi(),
                       TheForm().TheFonts());
   on_paint.Raise(canvas);
   BitBlt(screen, 0, 0, area.right, area.bottom, memory.Get(), 0, 0, SRCCOPY);
-  SelectObject(memory.Get(), before);
-  EndPaint(Handle(), &paint);
 }
 
 // No release follows a press that was posted.

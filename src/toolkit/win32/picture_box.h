@@ -36,6 +36,7 @@ class Win32PictureBox : public Win32Control<PictureBox> {
   void PostMouseDown() override;
 
  private:
+  [[nodiscard]] bool IsInput(UINT message) const override;
   std::optional<LRESULT> OnMessage(UINT message, WPARAM wparam, LPARAM lparam) override;
   void Paint();
   void CaptureWhileHeld() const;

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <cwchar>
+#include <string>
 #include <utility>
 
+#include "toolkit/held_flag.h"
 #include "toolkit/win32/fonts.h"
 #include "toolkit/win32/scale.h"
 #include "win32/system.h"
@@ -22,9 +24,17 @@ NativeClass TextBoxClass(const ControlDefinition& definition) {
   return {L"EDIT", style, WS_EX_CLIENTEDGE};
 }
 
+// The full path of a library of the system's. By its bare name one that lies beside the program,
+// put there by anybody, would come first.
+std::wstring SystemLibrary(const wchar_t* name) {
+  std::wstring folder(MAX_PATH, L'\0');
+  folder.resize(GetSystemDirectoryW(folder.data(), MAX_PATH));
+  return folder + L'\\' + name;
+}
+
 NativeClass RichTextClass() {
   // Loaded for the rest of the program's life: its window class is needed that long.
-  static const HMODULE library = LoadLibraryW(L"riched20.dll");
+  static const HMODULE library = LoadLibraryW(SystemLibrary(L"riched20.dll").c_str());
   static_cast<void>(library);
   return {L"RichEdit20W", WS_CLIPSIBLINGS | WS_VSCROLL | WS_HSCROLL | ES_MULTILINE | ES_READONLY |
                               ES_AUTOVSCROLL | ES_AUTOHSCROLL | ES_NOHIDESEL | WS_BORDER};
@@ -74,9 +84,23 @@ void Win32TextBox::Select(int start, int length) {
 }
 
 void Win32TextBox::ShowText(std::u16string_view text) {
-  showing_ = true;
+  const HeldFlag showing(showing_);
   SetWindowTextW(Handle(), Wide(std::u16string(text)));
-  showing_ = false;
+}
+
+void Win32TextBox::TypeOver(std::u16string_view text) {
+  const std::u16string terminated(text);
+  Send(EM_REPLACESEL, TRUE, TextParameter(terminated));
+}
+
+// The native control would delete the rest of the line.
+std::optional<LRESULT> Win32TextBox::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
+  const auto answer = Win32Control::OnMessage(message, wparam, lparam);
+  if (answer || message != WM_KEYDOWN || !Edits(static_cast<int>(wparam), HeldModifiers())) {
+    return answer;
+  }
+  DeleteWord();
+  return 0;
 }
 
 void Win32TextBox::OnCommand(int code) {

@@ -18,6 +18,8 @@ class Win32TextBox : public Win32Control<TextBox> {
   void OnCommand(int code) override;
 
  private:
+  std::optional<LRESULT> OnMessage(UINT message, WPARAM wparam, LPARAM lparam) override;
+  void TypeOver(std::u16string_view text) override;
   void ShowText(std::u16string_view text) override;
 
   bool showing_ = false;  // the native change notification is not the user's

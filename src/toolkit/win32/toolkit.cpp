@@ -44,10 +44,16 @@ void Win32Toolkit::Unregister(Win32Form& form) {
   if (active_ == &form) active_ = nullptr;
 }
 
-void Win32Toolkit::Dispatch(MSG& message) {
+bool Win32Toolkit::Translate(MSG& message) const {
   const HWND root = GetAncestor(message.hwnd, GA_ROOT);
   const auto form = std::ranges::find(forms_, root, &Win32Form::Window);
-  if (form != forms_.end() && root && (*form)->TranslateKey(message)) return;
+  return form != forms_.end() && root && (*form)->TranslateKey(message);
+}
+
+void Win32Toolkit::Dispatch(MSG& message) {
+  bool translated = true;  // a key whose command failed has had its effect
+  boundary.Run([&] { translated = Translate(message); });
+  if (translated) return;
   TranslateMessage(&message);
   DispatchMessageW(&message);
 }

@@ -19,10 +19,16 @@ class Win32Form;
 // The thread's use of COM, its clipboard and dragging included.
 class OleUse {
  public:
-  OleUse() { OleInitialize(nullptr); }
-  ~OleUse() { OleUninitialize(); }
+  OleUse() : result_(OleInitialize(nullptr)) {}
+  // A use that failed has none to give up: that would be another's.
+  ~OleUse() {
+    if (SUCCEEDED(result_)) OleUninitialize();
+  }
   OleUse(const OleUse&) = delete;
   OleUse& operator=(const OleUse&) = delete;
+
+ private:
+  HRESULT result_;
 };
 
 class Win32Toolkit : public Toolkit {
@@ -82,6 +88,8 @@ class Win32Toolkit : public Toolkit {
   // Waits for a message and handles it.
   void HandleNext();
   void Dispatch(MSG& message);
+  // False when the message is for its window.
+  [[nodiscard]] bool Translate(MSG& message) const;
   [[nodiscard]] HWND ClipboardOwner() const;
   // The window that dialogs stand in front of.
   [[nodiscard]] HWND OwnerWindow() const;

@@ -14,12 +14,6 @@ std::u16string NameOf(const Component& component) {
   return {component.Name().begin(), component.Name().end()};
 }
 
-Modifiers HeldModifiers() {
-  return {.shift = GetKeyState(VK_SHIFT) < 0,
-          .control = GetKeyState(VK_CONTROL) < 0,
-          .alt = GetKeyState(VK_MENU) < 0};
-}
-
 MouseButton HeldButton(WPARAM keys) {
   if (keys & MK_LBUTTON) return MouseButton::kLeft;
   if (keys & MK_RBUTTON) return MouseButton::kRight;
@@ -32,6 +26,12 @@ bool IsDialogCharacter(WPARAM character) {
 }
 
 }  // namespace
+
+Modifiers HeldModifiers() {
+  return {.shift = GetKeyState(VK_SHIFT) < 0,
+          .control = GetKeyState(VK_CONTROL) < 0,
+          .alt = GetKeyState(VK_MENU) < 0};
+}
 
 const Widget::Entry Widget::kHandlers[] = {
     {WM_SETFOCUS, &Widget::OnSetFocus},         {WM_KEYDOWN, &Widget::OnKeyDown},
@@ -138,10 +138,23 @@ LRESULT CALLBACK Widget::Procedure(HWND window, UINT message, WPARAM wparam,
     return CallWindowProcW(native, window, message, wparam, lparam);
   }
   const WNDPROC native = widget->native_;
-  const auto answer = widget->OnMessage(message, wparam, lparam);
+  // The widget may be gone when it has answered.
+  Boundary& boundary = widget->form_.TheToolkit().boundary;
+  std::optional<LRESULT> answer = 0;
+  boundary.Run([&] { answer = widget->Answer(message, wparam, lparam); });
   if (answer) return *answer;
   // A handler may have taken the form away, and with it widget and window.
   return IsWindow(window) ? CallWindowProcW(native, window, message, wparam, lparam) : 0;
+}
+
+std::optional<LRESULT> Widget::Answer(UINT message, WPARAM wparam, LPARAM lparam) {
+  if (IsInput(message) && !form_.TakesInput()) return 0;
+  return OnMessage(message, wparam, lparam);
+}
+
+bool Widget::IsInput(UINT message) const {
+  return (message >= WM_KEYFIRST && message <= WM_KEYLAST) ||
+         (message >= WM_MOUSEFIRST && message <= WM_MOUSELAST) || message == WM_CONTEXTMENU;
 }
 
 std::optional<LRESULT> Widget::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {

@@ -7,6 +7,7 @@
 
 #include "toolkit/control.h"
 #include "toolkit/form_definition.h"
+#include "toolkit/input.h"
 #include "win32/system.h"
 #include "win32/unique_handle.h"
 
@@ -20,6 +21,9 @@ struct NativeClass {
   DWORD style = 0;
   DWORD extended_style = 0;
 };
+
+// The keys that are held at the moment of the message being handled.
+[[nodiscard]] Modifiers HeldModifiers();
 
 class Widget {
  public:
@@ -55,6 +59,8 @@ class Widget {
   [[nodiscard]] Point ToPoint(LPARAM dots) const;
   [[nodiscard]] MouseEvent MouseEventOf(MouseButton button, WPARAM keys, LPARAM dots) const;
 
+  // Whether the message is something that the user does.
+  [[nodiscard]] virtual bool IsInput(UINT message) const;
   // A message before the window sees it; a value answers it in the window's stead.
   virtual std::optional<LRESULT> OnMessage(UINT message, WPARAM wparam, LPARAM lparam);
   LRESULT PassOn(UINT message, WPARAM wparam, LPARAM lparam) const;
@@ -66,6 +72,7 @@ class Widget {
     Handler handler;
   };
   static const Entry kHandlers[];
+  [[nodiscard]] std::optional<LRESULT> Answer(UINT message, WPARAM wparam, LPARAM lparam);
   static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wparam,
                                     LPARAM lparam) noexcept;
 
