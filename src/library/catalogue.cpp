@@ -1,7 +1,9 @@
 #include "library/catalogue.h"
 
 #include <algorithm>
+#include <utility>
 
+#include "library/file_io.h"
 #include "library/file_name.h"
 #include "library/library_file.h"
 #include "text/text.h"
@@ -24,12 +26,9 @@ std::optional<std::size_t> FindFirst(const DatabaseList& catalogue, Predicate pr
 
 DatabaseList EnumDatabases(const std::filesystem::path& folder) {
   std::vector<std::filesystem::path> files;
-  std::error_code error;
-  for (std::filesystem::directory_iterator file(folder, error), end; !error && file != end;
-       file.increment(error)) {
-    std::error_code ignored;
-    if (LoweredName(file->path().filename()).ends_with(u".api") && file->is_regular_file(ignored)) {
-      files.push_back(file->path());
+  for (auto& path : ListFolder(folder)) {
+    if (LoweredName(path.filename()).ends_with(u".api") && StatusOf(path)) {
+      files.push_back(std::move(path));
     }
   }
   std::ranges::sort(files, {}, [](const auto& path) {

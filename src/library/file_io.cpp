@@ -16,14 +16,4 @@ std::expected<FileView, Error> ViewFile(const std::filesystem::path& path) {
   return ViewOf(*std::move(bytes));
 }
 
-std::vector<std::filesystem::path> ListFolder(const std::filesystem::path& folder) {
-  std::vector<std::filesystem::path> paths;
-  std::error_code failed;
-  std::filesystem::directory_iterator entry(folder.empty() ? "." : folder, failed);
-  for (; !failed && entry != std::filesystem::directory_iterator(); entry.increment(failed)) {
-    paths.push_back(folder / entry->path().filename());
-  }
-  return paths;
-}
-
 }  // namespace declarium

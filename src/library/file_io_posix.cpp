@@ -1,6 +1,8 @@
 #include <algorithm>
 #include <cerrno>
+#include <dirent.h>
 #include <fcntl.h>
+#include <memory>
 #include <optional>
 #include <sys/mman.h>
 #include <sys/stat.h>
@@ -47,6 +49,20 @@ unsigned long ProcessNumber() {
 
 std::string PathText(const fs::path& path) {
   return path.native();
+}
+
+// std::filesystem ends the process when memory runs out while it lists.
+std::vector<fs::path> ListFolder(const fs::path& folder) {
+  struct Closer {
+    void operator()(DIR* listing) const { ::closedir(listing); }
+  };
+  std::vector<fs::path> paths;
+  const std::unique_ptr<DIR, Closer> listing(::opendir(folder.empty() ? "." : folder.c_str()));
+  while (const dirent* const entry = listing ? ::readdir(listing.get()) : nullptr) {
+    const std::string_view name = entry->d_name;
+    if (name != "." && name != "..") paths.push_back(folder / name);
+  }
+  return paths;
 }
 
 std::expected<std::string, Error> ReadWholeFile(const fs::path& path) {

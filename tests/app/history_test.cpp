@@ -19,6 +19,10 @@ constexpr std::u16string_view kWriteError = u"Chyba pri zápise do súboru.";
 constexpr std::u16string_view kAskReplace =
     u"Súbor medzitým zmenil niekto iný. Nahradiť ho? Jeho obsah zostane v histórii.";
 
+MATCHER_P(BeginsWith, text, "") {
+  return std::u16string_view(arg).starts_with(text);
+}
+
 class WithHistory : public WindowTest {
  protected:
   WithHistory() {
@@ -107,7 +111,7 @@ TEST_F(WithHistory, AnOlderVersionOpensAsALibraryWithUnsavedChanges) {
   Save();
   const auto saved = ReadFile("a.api");
   bool shown = false;
-  Script().InForm("frmHistory", [&](Form& form) {
+  Script().InForm("frmHistory", [&](declarium::Form& form) {
     shown = true;
     auto& list = form.Get<ListBox>("lstVersions");
     ASSERT_EQ(list.RowCount(), 1);
@@ -137,13 +141,13 @@ TEST_F(WithHistory, WhatCouldNotBeWrittenIsKeptToldAndOfferedAtTheNextStart) {
   Confirm(2);
   Save();
   EXPECT_THAT(Messages(),
-              ElementsAre(kWriteError, StartsWith(u"Čo sa nedalo zapísať, je uložené v histórii")));
+              ElementsAre(kWriteError, BeginsWith(u"Čo sa nedalo zapísať, je uložené v histórii")));
   fs::remove(FileAt("a.api"));
   WriteFile("a.api", before_);
   window_.reset();
   Script().AnswerMessage(Answer::kYes);
   Open();
-  EXPECT_THAT(Messages(), ElementsAre(StartsWith(u"Tieto zmeny sa minule nedali zapísať.")));
+  EXPECT_THAT(Messages(), ElementsAre(BeginsWith(u"Tieto zmeny sa minule nedali zapísať.")));
   EXPECT_EQ(window_->OpenDatabase().title, u"Unwritten");
   EXPECT_TRUE(window_->OpenDatabase().dirty);
   window_.reset();

@@ -144,8 +144,12 @@ TEST_F(UnevenSource, CancelChangesNothing) {
 }
 
 TEST_F(UnevenSource, InTheAddDialogIsAskedAboutToo) {
-  Script().AnswerMessage(Answer::kYes);
-  Add(u"Const W =1", "Command1");
+  Script().InForm("frmAdd", [this](class Form& form) {
+    Script().AnswerMessage(Answer::kYes);
+    form.Get<TextBox>("Text1").SetText(u"Const W =1");
+    User().Click(form.Get<CommandButton>("Command1"));
+  });
+  User().ChooseMenu(*Form().frmMain, "mnuAdd");
   EXPECT_EQ(Messages().size(), 1U);
   EXPECT_EQ(window_->OpenDatabase()[Kind::kConst].items[0], u"\u000E1");
 }

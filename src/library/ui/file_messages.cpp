@@ -1,6 +1,7 @@
 #include "library/ui/file_messages.h"
 
 #include "library/file_io.h"
+#include "text/text.h"
 #include "text/user_texts.h"
 
 namespace declarium {
