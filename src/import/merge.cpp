@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 
+#include "library/library_text.h"
 #include "text/scan.h"
 
 namespace declarium {
@@ -90,6 +91,7 @@ void MergeItems(Library& library, const ParsedItems& parsed, Existing existing) 
     if (existing == Existing::kKeep) combined.Add(lists.names, lists.items);
     lists = SortAndReduce(combined);
   }
+  CompactText(library);
 }
 
 }  // namespace declarium
