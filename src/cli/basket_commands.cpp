@@ -14,6 +14,7 @@
 #include "library/file_io.h"
 #include "source/module_text.h"
 #include "text/code_page.h"
+#include "text/encoding.h"
 #include "text/text.h"
 
 namespace declarium::cli {
@@ -25,6 +26,8 @@ struct BasketOptions {
   std::vector<std::string> names;
   std::string scope = "Private";
   bool closure = false;
+  bool force = false;
+  std::string encoding;  // of insert
 };
 
 // What the basket holds after adding the names in their order, each followed by what it needs.
@@ -60,7 +63,10 @@ void PrintEntries(const Basket& basket, const Session& session) {
 ExitStatus RunBasket(const BasketOptions& options, const Session& session) {
   const auto basket = CollectItems(options, session);
   const auto text = TextOf(basket, options);
-  if (!options.target.empty()) WriteSource(session, text, options.target);
+  if (!options.target.empty()) {
+    CheckReplaceable(options.target, ForceOf(options.force));
+    WriteSource(session, text, options.target);
+  }
   if (session.IsJson()) {
     auto header = JsonHeader("basket");
     header["text"] = ToUtf8(text);
@@ -72,23 +78,36 @@ ExitStatus RunBasket(const BasketOptions& options, const Session& session) {
   return ExitStatus::kDone;
 }
 
-// The module's new content: a source module takes the text behind its attributes, any other file is
+// The module's new content: a source module takes the text behind its header, any other file is
 // replaced by it.
-std::u16string ContentWith(const std::string& module, std::u16string_view text) {
-  if (!IsSourceModuleName(FromUtf8(module))) return std::u16string(text);
-  const auto old = ReadWholeFile(PathOf(module));
+ChangedModule ModuleWith(std::u16string_view text, const BasketOptions& options) {
+  const auto encoding = EncodingOf(options.encoding);
+  const auto force = ForceOf(options.force);
+  if (!IsSourceModuleName(FromUtf8(options.target))) {
+    CheckReplaceable(options.target, force);
+    return {EncodeCodePage(text), std::u16string(text), kLibraryEncoding, LineEnd::kCrLf};
+  }
+  const auto old = ReadWholeFile(PathOf(options.target));
   if (!old) throw FileFailed(old.error());
-  return InsertIntoModule(DecodeCodePage(*old), text);
+  CheckModule(options.target, *old, force);
+  auto module = InsertIntoModule(*old, text, encoding);
+  if (module) return *std::move(module);
+  throw CommandFailed(ExitStatus::kFileFailed, options.target + ": " + EncodingName(encoding) +
+                                                   " does not have the character " +
+                                                   OneLine(std::u16string(1, module.error())));
 }
 
 ExitStatus RunInsert(const BasketOptions& options, const Session& session) {
   const auto basket = CollectItems(options, session);
-  const auto text = TextOf(basket, options);
-  WriteSource(session, ContentWith(options.target, text), options.target);
+  const auto module = ModuleWith(TextOf(basket, options), options);
+  WriteBytes(session, module.bytes, options.target);
   if (session.IsJson()) {
     auto header = JsonHeader("insert");
     header["module"] = options.target;
-    header["text"] = ToUtf8(text);
+    header["text"] = ToUtf8(module.inserted);
+    header["encoding"] = EncodingName(module.encoding);
+    header["mark"] = module.encoding.has_mark;
+    header["line_ends"] = LineEndName(module.line_end);
     PrintJson(session, header);
   }
   PrintEntries(basket, session);
@@ -118,23 +137,26 @@ void AddBasketCommands(const CommandSet& set) {
         DefineBasket(command, options);
         command.add_option("-o,--output", options.target, "Write the text to this file instead")
             ->type_name("OUT");
+        DefineForce(command, options.force,
+                    "Replace a file that holds something else than such text");
       },
       RunBasket);
   AddCommand<BasketOptions>(
       set,
       {"insert", "Insert the source text of items into a module file",
        "declarium-cli insert Win32.api TrayIcon.bas Shell_NotifyIcon --closure",
-       "The text goes behind the module's first Attribute line that is not its first line, "
-       "otherwise\n"
-       "behind its first line. A file whose name does not end in frm, ctl, dob, pag, bas or cls "
-       "is\n"
-       "replaced by the text.\n\n"},
+       "The text goes behind the module's first run of Attribute lines, otherwise behind its "
+       "first\n"
+       "line, in the module's encoding and with its line ends. A file whose name does not end in\n"
+       "frm, ctl, dob, pag, bas or cls is replaced by the text.\n\n"},
       [](CLI::App& command, BasketOptions& options) {
         DefineFile(command, options.file);
         command.add_option("MODULE", options.target, "The module file, which is changed")
             ->required()
             ->type_name("");
         DefineBasket(command, options);
+        DefineEncoding(command, options.encoding, "modules");
+        DefineForce(command, options.force, "Change a file that is no source too");
       },
       RunInsert);
 }

@@ -54,6 +54,23 @@ inline void DefineNames(CLI::App& command, std::vector<std::string>& names) {
       ->type_name("");
 }
 
+// What --force of a command means that saves a library.
+inline constexpr const char* kForceSave =
+    "Save though somebody else has changed the file meanwhile";
+
+// --force; left out, `force` stays false.
+inline void DefineForce(CLI::App& command, bool& force, const std::string& description) {
+  command.add_flag("--force", force, description);
+}
+
+// --encoding; left out, `encoding` stays empty.
+inline void DefineEncoding(CLI::App& command, std::string& encoding, const std::string& what) {
+  command
+      .add_option("--encoding", encoding,
+                  "Encoding of " + what + " that neither have a mark nor are UTF-8")
+      ->type_name("NAME");
+}
+
 // --kind; left out, `kind` stays empty.
 inline CLI::Option* DefineKind(CLI::App& command, std::string& kind) {
   return command.add_option("--kind", kind, "Kind of the items")

@@ -28,6 +28,7 @@ struct ImportOptions {
   std::string file;
   std::vector<std::string> sources;
   bool replace = false;
+  bool force = false;
   Reading reading = Reading::kVisualBasic;
   std::optional<std::string> title;
 };
@@ -66,16 +67,18 @@ Counts CountItems(const auto& lists) {
   return counts;
 }
 
-Library OpenLibrary(const ImportOptions& options) {
+Library OpenOrCreate(const ImportOptions& options) {
+  const auto path = PathOf(options.file);
   std::error_code ignored;
-  if (std::filesystem::exists(PathOf(options.file), ignored)) return LoadLibrary(options.file);
+  if (std::filesystem::exists(path, ignored)) return LoadLibrary(options.file);
   if (!options.title) {
     throw CommandFailed(ExitStatus::kFileFailed,
                         options.file + ": no such file; --create TITLE creates the library");
   }
-  Library library;
-  library.title = CheckedTitle(*options.title);
-  return library;
+  Library created;
+  created.title = CheckedTitle(*options.title);
+  created.path = path;
+  return created;
 }
 
 SourceReading ReadSourceFile(const std::string& source, Reading reading, const Session& session) {
@@ -146,7 +149,7 @@ void PrintReportAsText(const ImportReport& report, const Session& session) {
 
 ExitStatus RunImport(const ImportOptions& options, const Session& session) {
   StatusLine progress(session.streams);
-  auto library = OpenLibrary(options);
+  auto library = OpenOrCreate(options);
   ImportReport report;
   report.before = CountItems(library.lists);
   auto existing = options.replace ? Existing::kReplace : Existing::kKeep;
@@ -157,7 +160,7 @@ ExitStatus RunImport(const ImportOptions& options, const Session& session) {
   }
   report.after = CountItems(library.lists);
   progress.Show("saving " + options.file);
-  SaveLibrary(session, library, options.file);
+  SaveLibrary(session, library, ForceOf(options.force));
   progress.Clear();
 
   if (session.IsJson()) {
@@ -200,6 +203,7 @@ void AddImportCommand(const CommandSet& set) {
             .add_option("--reading", options.reading, "How declarations are read; vb if left out")
             ->transform(CLI::CheckedTransformer(readings, CLI::ignore_case).description(""))
             ->type_name("vb|literal");
+        DefineForce(command, options.force, kForceSave);
       },
       RunImport);
 }

@@ -11,7 +11,6 @@
 #include "library/catalogue.h"
 #include "library/file_format.h"
 #include "library/file_io.h"
-#include "library/find_item_index.h"
 #include "source/item_text.h"
 #include "text/text.h"
 
@@ -70,10 +69,13 @@ ExitStatus RunList(const ListOptions& options, const Session& session) {
 struct ExportOptions {
   std::string file;
   std::string out;
+  bool force = false;
 };
 
 ExitStatus RunExport(const ExportOptions& options, const Session& session) {
-  WriteSource(session, ExportText(LoadLibrary(options.file)), options.out);
+  const auto library = LoadLibrary(options.file);
+  CheckReplaceable(options.out, ForceOf(options.force));
+  WriteSource(session, ExportText(library), options.out);
   if (session.IsJson()) PrintJson(session, JsonHeader("export"));
   return ExitStatus::kDone;
 }
@@ -81,12 +83,13 @@ ExitStatus RunExport(const ExportOptions& options, const Session& session) {
 struct RenameOptions {
   std::string file;
   std::string title;
+  bool force = false;
 };
 
 ExitStatus RunRename(const RenameOptions& options, const Session& session) {
   auto library = LoadLibrary(options.file);
   library.title = CheckedTitle(options.title);
-  SaveLibrary(session, library, options.file);
+  SaveLibrary(session, library, ForceOf(options.force));
   if (session.IsJson()) PrintJson(session, JsonHeader("rename"));
   return ExitStatus::kDone;
 }
@@ -94,17 +97,13 @@ ExitStatus RunRename(const RenameOptions& options, const Session& session) {
 struct DeleteOptions {
   std::string file;
   std::vector<std::string> names;
+  bool force = false;
 };
 
-// Where the items stand, each place once and later ones first, so that removing one moves none of
-// the others.
-std::vector<std::pair<Kind, std::size_t>> PlacesFromTheEnd(const Library& library,
-                                                           const std::vector<ItemView>& items) {
-  std::vector<std::pair<Kind, std::size_t>> places;
-  for (const auto& item : items) {
-    const auto position = FindItemIndex(item.name, library[item.kind].names);
-    places.emplace_back(item.kind, static_cast<std::size_t>(position));
-  }
+// Each place once and later ones first, so that removing an item moves none of the others.
+std::vector<ItemPlace> PlacesFromTheEnd(const Library& library,
+                                        const std::vector<std::string>& names) {
+  auto places = ResolvePlaces(library, names);
   std::ranges::sort(places, std::ranges::greater());
   const auto repeated = std::ranges::unique(places);
   places.erase(repeated.begin(), repeated.end());
@@ -113,14 +112,14 @@ std::vector<std::pair<Kind, std::size_t>> PlacesFromTheEnd(const Library& librar
 
 ExitStatus RunDelete(const DeleteOptions& options, const Session& session) {
   const auto before = LoadLibrary(options.file);
-  const auto places = PlacesFromTheEnd(before, ResolveNames(before, options.names));
+  const auto places = PlacesFromTheEnd(before, options.names);
   auto after = before;
   for (const auto& [kind, position] : places) RemoveItem(after, kind, position);
-  SaveLibrary(session, after, options.file);
+  SaveLibrary(session, after, ForceOf(options.force));
 
   if (session.IsJson()) PrintJson(session, JsonHeader("delete"));
   for (auto place = places.rbegin(); place != places.rend(); ++place) {
-    PrintItem(session, place->first, before[place->first].names[place->second]);
+    PrintItem(session, place->kind, before[place->kind].names[place->position]);
   }
   return ExitStatus::kDone;
 }
@@ -164,7 +163,7 @@ void AddNew(const CommandSet& set) {
         command.add_option("TITLE", options.title, "The title that catalogues show")
             ->required()
             ->type_name("");
-        command.add_flag("--force", options.force, "Replace an existing file");
+        DefineForce(command, options.force, "Replace an existing file");
       },
       RunNew);
 }
@@ -185,9 +184,12 @@ void AddExport(const CommandSet& set) {
       {"export", "Write a whole library as source text", "declarium-cli export Win32.api all.bas"},
       [](CLI::App& command, ExportOptions& options) {
         DefineFile(command, options.file);
-        command.add_option("OUT", options.out, "The file to write, replaced when it exists")
+        command
+            .add_option("OUT", options.out,
+                        "The file to write; one that an export wrote is replaced")
             ->required()
             ->type_name("");
+        DefineForce(command, options.force, "Replace any other file too");
       },
       RunExport);
 }
@@ -199,6 +201,7 @@ void AddRename(const CommandSet& set) {
       [](CLI::App& command, RenameOptions& options) {
         DefineFile(command, options.file);
         command.add_option("TITLE", options.title, "The new title")->required()->type_name("");
+        DefineForce(command, options.force, kForceSave);
       },
       RunRename);
 }
@@ -206,11 +209,12 @@ void AddRename(const CommandSet& set) {
 void AddDelete(const CommandSet& set) {
   AddCommand<DeleteOptions>(
       set,
-      {"delete", "Remove items from a library",
-       "declarium-cli delete Win32.api type:RECT MAX_PATH"},
+      {"delete", "Remove items from a library", "declarium-cli delete Win32.api type:RECT MAX_PATH",
+       "An item spelled exactly as NAME goes before one in other cases.\n\n"},
       [](CLI::App& command, DeleteOptions& options) {
         DefineFile(command, options.file);
         DefineNames(command, options.names);
+        DefineForce(command, options.force, kForceSave);
       },
       RunDelete);
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "cli/output.h"
 #include "cli/session.h"
 
 #include "library/file_format.h"
@@ -30,6 +31,17 @@ LibraryExcerpt OpenExcerpt(const std::string& file) {
 
 namespace {
 
+// Why saving would overwrite what somebody else wrote; empty when it would not.
+std::string Conflict(const Library& library) {
+  const auto& path = library.path;
+  if (library.stamp) {
+    return HasChangedSince(*library.stamp, path) ? "was changed by somebody else since it was read"
+                                                 : "";
+  }
+  std::error_code ignored;
+  return std::filesystem::exists(path, ignored) ? "was made by somebody else meanwhile" : "";
+}
+
 void CheckSaved(const Session& session, const std::expected<Saved, NotSaved>& saved) {
   session.SayRecovered(session.saver.TakeRecovered());
   if (!saved) throw FileFailed(saved.error());
@@ -40,8 +52,22 @@ void CheckSaved(const Session& session, const std::expected<Saved, NotSaved>& sa
 
 }  // namespace
 
-void SaveLibrary(const Session& session, const Library& library, const std::string& file) {
-  CheckSaved(session, SaveLibraryFile(session.saver, library, PathOf(file)));
+void SaveLibrary(const Session& session, const Library& library, Force force) {
+  const auto& path = library.path;
+  if (force == Force::kNo) {
+    if (const auto conflict = Conflict(library); !conflict.empty()) {
+      throw CommandFailed(ExitStatus::kFileFailed,
+                          PathText(path) + ": " + conflict + "; --force replaces it");
+    }
+  }
+  CheckSaved(session, SaveLibraryFile(session.saver, library, path));
+}
+
+Encoding EncodingOf(const std::string& name) {
+  if (name.empty()) return kLibraryEncoding;
+  if (const auto encoding = EncodingOfName(name)) return *encoding;
+  throw CommandFailed(ExitStatus::kWrongUse,
+                      "--encoding: " + OneLine(FromUtf8(name)) + " is none of " + EncodingNames());
 }
 
 void WriteBytes(const Session& session, std::string_view bytes, const std::string& file) {

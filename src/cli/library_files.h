@@ -6,10 +6,12 @@
 #include <string>
 #include <string_view>
 
+#include "cli/replacement.h"
 #include "cli/session.h"
 
 #include "library/library.h"
 #include "library/library_excerpt.h"
+#include "text/encoding.h"
 
 namespace declarium::cli {
 
@@ -22,8 +24,14 @@ namespace declarium::cli {
 // The same for a command that needs only names or a few items.
 [[nodiscard]] LibraryExcerpt OpenExcerpt(const std::string& file);
 
-// Throws CommandFailed, with the file unchanged, when it cannot be written.
-void SaveLibrary(const Session& session, const Library& library, const std::string& file);
+// Writes a library that LoadLibrary read, or one without a stamp whose file did not exist, to its
+// path. Throws CommandFailed, with the file unchanged, when it cannot be written and, unless
+// forced, when somebody else has changed or made it since.
+void SaveLibrary(const Session& session, const Library& library, Force force);
+
+// The encoding of a name that the user gave; that of libraries for an empty name. Throws
+// CommandFailed for an unknown one.
+[[nodiscard]] Encoding EncodingOf(const std::string& name);
 
 // Makes `bytes` the content of the file. Throws CommandFailed.
 void WriteBytes(const Session& session, std::string_view bytes, const std::string& file);

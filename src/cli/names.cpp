@@ -6,6 +6,7 @@
 #include "cli/output.h"
 #include "cli/session.h"
 
+#include "library/find_item_index.h"
 #include "text/text.h"
 
 namespace declarium::cli {
@@ -37,29 +38,35 @@ std::string UnknownName(const Library& library, const SoughtName& sought,
   return nearest.empty() ? message : message + "?";
 }
 
-// `find` looks an item of a kind up by its name; `library` has at least the names.
-template <class FindItem>
-std::vector<ItemView> Resolve(const Library& library, std::span<const std::string> names,
-                              FindItem find) {
-  const auto find_in_kinds = [&](const SoughtName& sought) -> std::optional<ItemView> {
-    for (const auto kind : sought.kinds) {
-      if (const auto item = find(kind, sought.name)) return item;
+// The one item that is spelled as sought, else one of every other spelling in the first kind that
+// has any.
+std::vector<ItemPlace> Candidates(const Library& library, const SoughtName& sought) {
+  std::vector<ItemPlace> others;
+  for (const auto kind : sought.kinds) {
+    const auto& names = library[kind].names;
+    const auto [first, last] = FindSpellings(sought.name, names);
+    for (auto position = first; position < last; ++position) {
+      if (names[position] == sought.name) return {{kind, position}};
     }
-    return std::nullopt;
-  };
-  std::vector<ItemView> items;
-  std::string unknown;
-  for (const auto& argument : names) {
-    const auto sought = Parse(argument);
-    if (const auto item = find_in_kinds(sought)) {
-      items.push_back(*item);
-    } else {
-      if (!unknown.empty()) unknown += '\n';
-      unknown += UnknownName(library, sought, argument);
+    if (!others.empty()) continue;
+    for (auto position = first; position < last; ++position) {
+      if (position == first || names[position] != names[position - 1]) {
+        others.push_back({kind, position});
+      }
     }
   }
-  if (!unknown.empty()) throw CommandFailed(ExitStatus::kNothingFound, unknown);
-  return items;
+  return others;
+}
+
+std::string SeveralSpellings(const Library& library, std::span<const ItemPlace> places,
+                             std::string_view argument) {
+  std::string message =
+      "no item is spelled " + OneLine(FromUtf8(argument)) + " exactly; which is meant: ";
+  for (const auto& [kind, position] : places) {
+    if (position != places.front().position) message += ", ";
+    message += QualifiedName(kind, library[kind].names[position]);
+  }
+  return message + "?";
 }
 
 }  // namespace
@@ -72,16 +79,44 @@ std::optional<Kind> KindOfWord(std::string_view word) {
   return *found;
 }
 
+std::vector<ItemPlace> ResolvePlaces(const Library& library, std::span<const std::string> names) {
+  std::vector<ItemPlace> places;
+  std::string faults;
+  const auto add_fault = [&faults](const std::string& fault) {
+    if (!faults.empty()) faults += '\n';
+    faults += fault;
+  };
+  for (const auto& argument : names) {
+    const auto sought = Parse(argument);
+    const auto candidates = Candidates(library, sought);
+    if (candidates.empty()) {
+      add_fault(UnknownName(library, sought, argument));
+    } else if (candidates.size() > 1) {
+      add_fault(SeveralSpellings(library, candidates, argument));
+    } else {
+      places.push_back(candidates.front());
+    }
+  }
+  if (!faults.empty()) throw CommandFailed(ExitStatus::kNothingFound, faults);
+  return places;
+}
+
 std::vector<ItemView> ResolveNames(const Library& library, std::span<const std::string> names) {
-  return Resolve(library, names, [&](Kind kind, std::u16string_view name) {
-    return FindItem(library, kind, name);
-  });
+  std::vector<ItemView> items;
+  for (const auto& [kind, position] : ResolvePlaces(library, names)) {
+    const auto& lists = library[kind];
+    items.push_back({kind, lists.names[position], lists.ItemAt(position)});
+  }
+  return items;
 }
 
 std::vector<ItemView> ResolveNames(const LibraryExcerpt& excerpt,
                                    std::span<const std::string> names) {
-  return Resolve(excerpt.Names(), names,
-                 [&](Kind kind, std::u16string_view name) { return excerpt.Find(kind, name); });
+  std::vector<ItemView> items;
+  for (const auto& [kind, position] : ResolvePlaces(excerpt.Names(), names)) {
+    items.push_back(excerpt.ItemAt(kind, position));
+  }
+  return items;
 }
 
 }  // namespace declarium::cli

@@ -11,7 +11,7 @@
 #include "cli/parsed_json.h"
 #include "cli/source_files.h"
 
-#include "text/code_page.h"
+#include "text/encoding.h"
 #include "text/text.h"
 #include "vb/definitions.h"
 #include "vb/module.h"
@@ -35,7 +35,8 @@ struct ParsedSource {
 std::unique_ptr<ParsedSource> ParseSource(const std::string& source, const Session& session) {
   auto parsed = std::make_unique<ParsedSource>();
   parsed->name = SourceName(source);
-  parsed->text = DecodeCodePage(ViewSource(source, session).bytes);
+  const auto view = ViewSource(source, session);
+  parsed->text = DecodeText(view.bytes, RecognizeEncoding(view.bytes, kLibraryEncoding));
   parsed->module = vb::ReadModule(parsed->text, vb::ModuleKindOf(FromUtf8(source)));
   return parsed;
 }

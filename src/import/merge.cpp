@@ -7,6 +7,7 @@
 #include <string>
 #include <utility>
 
+#include "library/library_text.h"
 #include "text/scan.h"
 
 namespace declarium {
@@ -95,6 +96,7 @@ void MergeItems(Library& library, const ParsedItems& parsed, Existing existing) 
     merged[static_cast<std::size_t>(kind)] = SortAndReduce(combined);
   }
   library.lists = std::move(merged);
+  CompactText(library);
 }
 
 }  // namespace declarium

@@ -12,7 +12,8 @@ enum class Existing { kKeep, kReplace };
 // when they are kept, sorted by lower-cased name. Items without a name are dropped first. Of items
 // whose names are exactly equal the one survives whose position in the combined list, written as a
 // decimal number, comes last as text ("10" stands before "2"); names that differ in case are all
-// kept, next to each other. Does not touch the changed flag.
+// kept, next to each other. Does not touch the changed flag. Views into the library's lists are
+// invalid afterwards.
 void MergeItems(Library& library, const ParsedItems& parsed, Existing existing);
 
 }  // namespace declarium

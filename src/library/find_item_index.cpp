@@ -31,4 +31,14 @@ std::int32_t FindItemIndex(std::u16string_view name, const StringList& names) {
   return -1;
 }
 
+PositionRange FindSpellings(std::u16string_view name, const StringList& names) {
+  const auto found = FindItemIndex(name, names);
+  if (found < 0) return {0, 0};
+  auto first = static_cast<std::size_t>(found);
+  auto last = first + 1;
+  while (first > 0 && EqualIgnoringCase(names[first - 1], name)) --first;
+  while (last < names.size() && EqualIgnoringCase(names[last], name)) ++last;
+  return {first, last};
+}
+
 }  // namespace declarium

@@ -28,12 +28,14 @@ std::expected<LibraryExcerpt, Error> LibraryExcerpt::Of(FileView file,
 }
 
 std::optional<ItemView> LibraryExcerpt::Find(Kind kind, std::u16string_view name) const {
-  const auto& names = names_[kind].names;
-  const auto position = FindItemIndex(name, names);
+  const auto position = FindItemIndex(name, names_[kind].names);
   if (position < 0) return std::nullopt;
-  const auto index = static_cast<std::size_t>(position);
-  return ItemView{kind, names[index],
-                  found_->Store(DecodeCodePage(EntryBytes(items_, kind, index)))};
+  return ItemAt(kind, static_cast<std::size_t>(position));
+}
+
+ItemView LibraryExcerpt::ItemAt(Kind kind, std::size_t position) const {
+  return {kind, names_[kind].names[position],
+          found_->Store(DecodeCodePage(EntryBytes(items_, kind, position)))};
 }
 
 }  // namespace declarium

@@ -3,6 +3,7 @@
 // read nor decoded. For a process that ends soon, see ViewFile.
 #pragma once
 
+#include <cstddef>
 #include <expected>
 #include <filesystem>
 #include <memory>
@@ -26,6 +27,9 @@ class LibraryExcerpt {
   // The library with its title and its names, and with no item strings.
   [[nodiscard]] const Library& Names() const noexcept { return names_; }
 
+  // The item at a position among the names, which must be there. The views live as long as the
+  // excerpt.
+  [[nodiscard]] ItemView ItemAt(Kind kind, std::size_t position) const;
   // What FindItem gives for the whole library. The views live as long as the excerpt.
   [[nodiscard]] std::optional<ItemView> Find(Kind kind, std::u16string_view name) const;
 

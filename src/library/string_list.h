@@ -48,6 +48,9 @@ class StringList {
   void AddKept(std::u16string_view text) { texts_.push_back(text); }
   void Keep(std::shared_ptr<TextArena> arena);
   void KeepArenasOf(const StringList& other);
+  [[nodiscard]] const std::vector<std::shared_ptr<TextArena>>& Arenas() const noexcept {
+    return arenas_;
+  }
 
   // Puts `text` itself, which lies in a kept arena, over the entry at `position`.
   void ReplaceKept(std::size_t position, std::u16string_view text) { texts_[position] = text; }

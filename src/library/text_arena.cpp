@@ -5,16 +5,20 @@
 namespace declarium {
 namespace {
 
-constexpr std::size_t kBlockUnits = 32 * 1024;
+// Blocks double up to the largest, so that an arena for one item is small.
+constexpr std::size_t kFirstBlockUnits = 512;
+constexpr std::size_t kLargestBlockUnits = 32 * 1024;
 
 }  // namespace
 
 std::span<char16_t> TextArena::Allocate(std::size_t length) {
   if (length > left_) {
-    // A long text gets a block of its own and leaves the current block in use.
-    const auto block_units = std::max(length, kBlockUnits);
+    const auto block_units =
+        std::max(length, std::clamp(capacity_, kFirstBlockUnits, kLargestBlockUnits));
     blocks_.push_back(std::make_unique_for_overwrite<char16_t[]>(block_units));
-    if (length >= kBlockUnits) return {blocks_.back().get(), length};
+    capacity_ += block_units;
+    // A long text gets a block of its own and leaves the current block in use.
+    if (length >= kLargestBlockUnits) return {blocks_.back().get(), length};
     next_ = blocks_.back().get();
     left_ = block_units;
   }

@@ -25,10 +25,14 @@ class TextArena {
   // A copy of `text`.
   [[nodiscard]] std::u16string_view Store(std::u16string_view text);
 
+  // How many units it takes of memory, in use or not.
+  [[nodiscard]] std::size_t Capacity() const noexcept { return capacity_; }
+
  private:
   std::vector<std::unique_ptr<char16_t[]>> blocks_;
   char16_t* next_ = nullptr;
   std::size_t left_ = 0;
+  std::size_t capacity_ = 0;
 };
 
 }  // namespace declarium

@@ -70,7 +70,7 @@ TEST_F(BasketCommands, InsertPutsTheTextBehindTheAttributes) {
 }
 
 TEST_F(BasketCommands, InsertReplacesAFileThatIsNoModule) {
-  folder_.Put("notes.txt", "old\r\n");
+  folder_.Put("notes.txt", "Const OLD = 1\r\n");
   EXPECT_EQ(RunCli({"insert", library_, Path("notes.txt"), "HEX_TEN"}).status, 0);
   EXPECT_EQ(Bytes("notes.txt"), "Private Const HEX_TEN = &H10\r\n");
 }
@@ -85,11 +85,53 @@ TEST_F(BasketCommands, InsertKeepsEveryByteOfTheModule) {
                                   bytes.substr(first_line));
 }
 
+TEST_F(BasketCommands, InsertChangesNoModuleThatIsNoSource) {
+  const std::pair<std::string, std::string> modules[] = {
+      {"Dear all,\r\n", "is no Visual Basic source"}, {"Const A\x02\x02", "is a library"}};
+  for (const auto& [bytes, reason] : modules) {
+    folder_.Put("mod.bas", bytes);
+    const auto run = RunCli({"insert", library_, Path("mod.bas"), "HEX_TEN"});
+    EXPECT_EQ(run.status, 3);
+    EXPECT_EQ(run.err, "declarium-cli: " + Path("mod.bas") + ": " + reason +
+                           "; --force inserts all the same\n");
+    EXPECT_EQ(Bytes("mod.bas"), bytes);
+    EXPECT_EQ(RunCli({"insert", library_, Path("mod.bas"), "HEX_TEN", "--force"}).status, 0);
+    EXPECT_NE(Bytes("mod.bas"), bytes);
+  }
+}
+
+TEST_F(BasketCommands, InsertKeepsEncodingMarkAndLineEndsAndTellsThem) {
+  folder_.Put("mod.bas",
+              "\xEF\xBB\xBF"
+              "Attribute VB_Name = \"\xC4\x8D\"\nSub S()\n");
+  const auto run = RunCli({"--json", "insert", library_, Path("mod.bas"), "HEX_TEN"});
+  EXPECT_NE(run.out.find("\"text\":\"Private Const HEX_TEN = &H10\\n\",\"encoding\":\"utf-8\","
+                         "\"mark\":true,\"line_ends\":\"lf\"}\n"),
+            std::string::npos)
+      << run.out;
+  EXPECT_EQ(Bytes("mod.bas"),
+            "\xEF\xBB\xBF"
+            "Attribute VB_Name = \"\xC4\x8D\"\n"
+            "Private Const HEX_TEN = &H10\n\nSub S()\n");
+}
+
+TEST_F(BasketCommands, InsertWritesNothingThatTheModuleCannotKeep) {
+  ASSERT_EQ(RunCli({"import", library_, "-"}, {.input = "Const C = \"\xE8\"\n"}).status, 0);
+  folder_.Put("mod.bas", "Option Explicit\r\n");
+  const auto run = RunCli({"insert", library_, Path("mod.bas"), "C", "--encoding", "windows-1252"});
+  EXPECT_EQ(run.status, 3);
+  EXPECT_EQ(run.err,
+            "declarium-cli: " + Path("mod.bas") + ": windows-1252 does not have the character č\n");
+  EXPECT_EQ(Bytes("mod.bas"), "Option Explicit\r\n");
+  EXPECT_EQ(RunCli({"insert", library_, Path("mod.bas"), "C"}).status, 0);
+}
+
 TEST_F(BasketCommands, InsertInJsonNamesTheModule) {
   folder_.Put("notes.txt", "");
   const auto run = RunCli({"--json", "insert", library_, Path("notes.txt"), "HEX_TEN"});
   EXPECT_TRUE(run.out.starts_with("{\"declarium\":1,\"command\":\"insert\",\"module\":\""));
-  EXPECT_NE(run.out.find("notes.txt\",\"text\":\"Private Const HEX_TEN = &H10\\r\\n\"}\n"
+  EXPECT_NE(run.out.find("notes.txt\",\"text\":\"Private Const HEX_TEN = &H10\\r\\n\","
+                         "\"encoding\":\"windows-1250\",\"mark\":false,\"line_ends\":\"crlf\"}\n"
                          "{\"kind\":\"const\",\"name\":\"HEX_TEN\"}\n"),
             std::string::npos);
 }

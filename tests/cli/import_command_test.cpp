@@ -1,4 +1,7 @@
+#include <functional>
 #include <gtest/gtest.h>
+#include <sstream>
+#include <utility>
 
 #include "cli/library_fixture.h"
 
@@ -133,6 +136,59 @@ TEST_F(ImportCommand, AnItemThatWouldTearTheLibraryApartChangesNothing) {
     EXPECT_NE(run.err.find(source), std::string::npos);
   }
   EXPECT_EQ(Bytes("sample.api"), before);
+}
+
+// Standard input that lets somebody else into the library's folder while it is read.
+class SourceWithCompany : public std::stringbuf {
+ public:
+  SourceWithCompany(const std::string& source, std::function<void()> company)
+      : std::stringbuf(source), company_(std::move(company)) {}
+
+ private:
+  std::streamsize xsgetn(char* out, std::streamsize count) override {
+    if (auto company = std::exchange(company_, nullptr)) company();
+    return std::stringbuf::xsgetn(out, count);
+  }
+  std::function<void()> company_;
+};
+
+class ImportWithCompany : public ImportCommand {
+ protected:
+  int Import(const std::vector<std::string>& arguments, std::function<void()> company) {
+    SourceWithCompany source("Const OURS = 1\r\n", std::move(company));
+    std::istream in(&source);
+    std::ostringstream out;
+    std::ostringstream err;
+    Streams streams{in, out, err};
+    const int status = RunCommandLine(arguments, streams);
+    err_ = err.str();
+    return status;
+  }
+  std::string err_;
+};
+
+TEST_F(ImportWithCompany, WhatSomebodyElseWroteMeanwhileIsNotReplaced) {
+  const auto theirs = "Theirs\x02\x02"s;
+  const auto company = [&] { folder_.Put("sample.api", theirs); };
+  EXPECT_EQ(Import({"import", library_, "-"}, company), 3);
+  EXPECT_EQ(err_, "declarium-cli: " + library_ +
+                      ": was changed by somebody else since it was read; --force replaces it\n");
+  EXPECT_EQ(Bytes("sample.api"), theirs);
+  EXPECT_EQ(Import({"import", library_, "-"}, [&] { folder_.Put("sample.api", "x\x02\x02"); }), 3);
+  EXPECT_EQ(Import({"import", library_, "-", "--force"}, company), 0);
+  EXPECT_EQ(RunCli({"list", library_}).out, "const:OURS\n");
+}
+
+TEST_F(ImportWithCompany, TheSameBytesWrittenAgainAreNoChange) {
+  const auto same = Bytes("sample.api");
+  EXPECT_EQ(Import({"import", library_, "-"}, [&] { folder_.Put("sample.api", same); }), 0);
+}
+
+TEST_F(ImportWithCompany, ALibraryMadeByTwoAtOnceStaysThatOfTheFirst) {
+  const auto company = [&] { folder_.Put("new.api", "Theirs\x02\x02"); };
+  EXPECT_EQ(Import({"import", Path("new.api"), "-", "--create", "Ours"}, company), 3);
+  EXPECT_NE(err_.find("made by somebody else"), std::string::npos);
+  EXPECT_EQ(Bytes("new.api"), "Theirs\x02\x02");
 }
 
 TEST_F(ImportCommand, ControlCharactersOutsideDeclarationsDoNoHarm) {

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <gtest/gtest.h>
 
 #include "cli/library_fixture.h"
@@ -113,6 +114,132 @@ TEST_F(LibraryCommands, DeleteWithAnUnknownNameDeletesNothing) {
   EXPECT_EQ(run.status, 1);
   EXPECT_EQ(run.out, "");
   EXPECT_EQ(Bytes("sample.api"), before);
+}
+
+TEST_F(LibraryCommands, DeleteRemovesTheSpellingThatWasAskedFor) {
+  const auto library =
+      "T\x02"
+      "FOO\0Foo\0foo\x01\x01\x02\x0E"
+      "1\0\x0E"
+      "2\0\x0E"
+      "3\x01\x01"s;
+  for (const std::string name : {"FOO", "Foo", "foo"}) {
+    folder_.Put("cases.api", library);
+    EXPECT_EQ(RunCli({"delete", Path("cases.api"), name}).out, "const:" + name + "\n");
+    const auto left = RunCli({"list", Path("cases.api")}).out;
+    EXPECT_EQ(left.find(name), std::string::npos);
+    EXPECT_EQ(std::ranges::count(left, '\n'), 2);
+  }
+}
+
+TEST_F(LibraryCommands, DeleteOfAnotherSpellingRemovesTheOnlyItemAndNeverOneOfSeveral) {
+  const auto library =
+      "T\x02"
+      "FOO\0Foo\x01\x01"
+      "Bar\x02\x0E"
+      "1\0\x0E"
+      "2\x01\x01\x0C"
+      "x"s;
+  folder_.Put("cases.api", library);
+  const auto run = RunCli({"delete", Path("cases.api"), "fOO", "BAR"});
+  EXPECT_EQ(run.status, 1);
+  EXPECT_EQ(run.out, "");
+  EXPECT_EQ(
+      run.err,
+      "declarium-cli: no item is spelled fOO exactly; which is meant: const:FOO, const:Foo?\n");
+  EXPECT_EQ(Bytes("cases.api"), library);
+  EXPECT_EQ(RunCli({"delete", Path("cases.api"), "BAR"}).out, "type:Bar\n");
+}
+
+TEST_F(LibraryCommands, AnExactSpellingOfALaterKindGoesBeforeAnotherSpellingOfAnEarlierOne) {
+  folder_.Put("cases.api",
+              "T\x02"
+              "Foo\x01"
+              "foo\x01"
+              "FOO\x02\x0E"
+              "1\x01\n\"l\"\x01\x0C"
+              "x"s);
+  EXPECT_EQ(RunCli({"show", Path("cases.api"), "FOO"}).out, "Type FOO\n\tx\nEnd Type\n");
+  EXPECT_EQ(RunCli({"show", Path("cases.api"), "fOO"}).out, "Const Foo = 1\n");
+  EXPECT_EQ(RunCli({"delete", Path("cases.api"), "FOO", "type:foo", "foo"}).out,
+            "declare:foo\ntype:FOO\n");
+}
+
+TEST_F(LibraryCommands, AllSpellingsAreFoundWhereverTheLookUpLands) {
+  for (int before = 0; before < 12; ++before) {
+    for (int behind = 0; behind < 4; ++behind) {
+      std::string names;
+      for (int i = 0; i < before; ++i) names += "a" + std::to_string(10 + i) + '\0';
+      names += "FOO\0FOo\0FoO\0Foo"s;
+      for (int i = 0; i < behind; ++i) names += '\0' + std::string("z") + std::to_string(i);
+      folder_.Put("cases.api", "T\x02" + names + "\x01\x01\x02\x01\x01");
+      EXPECT_NE(RunCli({"delete", Path("cases.api"), "foo"})
+                    .err.find("const:FOO, const:FOo, const:FoO, const:Foo?"),
+                std::string::npos);
+    }
+  }
+}
+
+// The content of a file that a command is asked to write to, and what is said about it.
+struct Target {
+  const char* name;
+  std::string bytes;
+  const char* refusal;  // null when it may be replaced
+};
+
+std::vector<Target> Targets() {
+  constexpr const char* kOther = "holds more than the declarations of a library";
+  constexpr const char* kLibrary = "is a library";
+  return {{"empty.bas", "", nullptr},
+          {"export.bas", "Const A = 1\r\nType T\r\n\tx As Long\r\nEnd Type", nullptr},
+          {"module.bas", "Attribute VB_Name = \"M\"\r\nOption Explicit\r\n", nullptr},
+          {"code.bas", "Const A = 1\r\nSub Main()\r\nEnd Sub\r\n", kOther},
+          {"notes.txt", "my notes\r\n", kOther},
+          {"picture.png", "\x89PNG\r\n\x1A\n\0\0\x02"s, kOther},
+          {"library.api", "T\x02\x02", kLibrary},
+          {"library.bas", "Const A = 1\x02\x01\x01\x02\x01\x01", kLibrary}};
+}
+
+TEST_F(LibraryCommands, ExportBasketAndInsertReplaceNothingThatTheyDidNotWrite) {
+  const std::vector<std::vector<std::string>> commands = {
+      {"export", library_}, {"basket", library_, "HEX_TEN", "-o"}, {"insert", library_}};
+  for (const auto& command : commands) {
+    for (const auto& [name, bytes, refusal] : Targets()) {
+      const bool is_insert = command.front() == "insert";
+      // Into modules there is no replacing, but inserting.
+      if (is_insert && std::string_view(name).ends_with(".bas")) continue;
+      folder_.Put(name, bytes);
+      auto arguments = command;
+      arguments.push_back(Path(name));
+      if (is_insert) arguments.emplace_back("HEX_TEN");
+      const auto run = RunCli(arguments);
+      if (refusal == nullptr) {
+        EXPECT_EQ(run.status, 0) << command.front() << ' ' << name;
+        EXPECT_NE(Bytes(name), bytes) << command.front() << ' ' << name;
+        continue;
+      }
+      EXPECT_EQ(run.status, 3) << command.front() << ' ' << name;
+      EXPECT_EQ(run.out, "");
+      EXPECT_EQ(run.err,
+                "declarium-cli: " + Path(name) + ": " + refusal + "; --force replaces it\n");
+      EXPECT_EQ(Bytes(name), bytes) << command.front() << ' ' << name;
+      arguments.emplace_back("--force");
+      EXPECT_EQ(RunCli(arguments).status, 0) << command.front() << ' ' << name;
+      EXPECT_NE(Bytes(name), bytes) << command.front() << ' ' << name;
+    }
+  }
+}
+
+TEST_F(LibraryCommands, AnExportReplacesItsOwnAndSoDoesABasket) {
+  for (const std::vector<std::string>& arguments :
+       {std::vector<std::string>{"export", library_, Path("out.bas")},
+        std::vector<std::string>{"basket", library_, "Outer", "--closure", "-o",
+                                 Path("out.bas")}}) {
+    ASSERT_EQ(RunCli(arguments).status, 0);
+    const auto first = Bytes("out.bas");
+    EXPECT_EQ(RunCli(arguments).status, 0);
+    EXPECT_EQ(Bytes("out.bas"), first);
+  }
 }
 
 TEST_F(LibraryCommands, DatabasesListsPathsAndTitles) {

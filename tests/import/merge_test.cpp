@@ -5,6 +5,7 @@
 #include <set>
 
 #include "library/find_item_index.h"
+#include "library/library_text.h"
 #include "support/texts.h"
 #include "text/text.h"
 
@@ -215,6 +216,18 @@ TEST(Merge, KeepsTheOrderThatTheLookupNeeds) {
 TEST(SortedPositions, AUnitBehindTwoDifferentLettersOutsideLatin1DecidesNothing) {
   const std::u16string_view texts[] = {u"\u0161a", u"\u010Db", u"\u010Da"};
   EXPECT_EQ(SortedPositions(texts), (std::vector<std::size_t>{2, 1, 0}));
+}
+
+TEST(MergeItems, ItemsAddedOneByOneTakeHardlyMoreMemoryThanTheirText) {
+  Library library;
+  for (int i = 0; i < 2'000; ++i) {
+    const auto number = std::to_string(i % 100);
+    MergeItems(library, ParseSourceFile("Const ADDED_" + number + " = " + number + "\r\n"),
+               Existing::kKeep);
+  }
+  EXPECT_EQ(library[Kind::kConst].names.size(), 100U);
+  const auto [used, held] = TextUseOf(library);
+  EXPECT_LT(held, 2 * used + 1024 * 1024) << "in units; 64 KB for each would be 64 times as much";
 }
 
 }  // namespace

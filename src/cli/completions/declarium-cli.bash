@@ -4,9 +4,9 @@
 _declarium_cli_options() {
   local common='--help --json --color --no-history'
   case $1 in
-    new) echo "$common --force" ;;
+    new | export | rename | delete) echo "$common --force" ;;
     list) echo "$common --kind" ;;
-    import) echo "$common --replace --create --reading" ;;
+    import) echo "$common --replace --create --reading --force" ;;
     parse) echo "$common --modules --uses --target" ;;
     shared) echo "$common --closure" ;;
     find | complete) echo "$common --kind" ;;
@@ -15,9 +15,9 @@ _declarium_cli_options() {
         "--value --value-whole --value-number --arg --arg-whole --text --text-whole"
       ;;
     restore) echo "$common --output -o" ;;
-    basket) echo "$common --scope --closure --output -o" ;;
-    insert) echo "$common --scope --closure" ;;
-    export | rename | delete | databases | show | history) echo "$common" ;;
+    basket) echo "$common --scope --closure --output -o --force" ;;
+    insert) echo "$common --scope --closure --encoding --force" ;;
+    databases | show | history) echo "$common" ;;
     *) echo "$common --version" ;;
   esac
 }
@@ -30,6 +30,10 @@ _declarium_cli_values() {
     --scope) echo 'Private Public' ;;
     --reading) echo 'vb literal' ;;
     --target) echo 'vb6 vba7 vba7-only twinbasic' ;;
+    --encoding)
+      echo 'windows-874 windows-1250 windows-1251 windows-1252 windows-1253 windows-1254' \
+        'windows-1255 windows-1256 windows-1257 windows-1258 utf-8 utf-16le utf-16be'
+      ;;
   esac
 }
 

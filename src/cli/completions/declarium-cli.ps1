@@ -8,11 +8,11 @@ Register-ArgumentCompleter -Native -CommandName 'declarium-cli', 'declarium-cli.
     $options = @{
         'new'       = '--force'
         'list'      = '--kind'
-        'export'    = @()
-        'rename'    = @()
-        'delete'    = @()
+        'export'    = '--force'
+        'rename'    = '--force'
+        'delete'    = '--force'
         'databases' = @()
-        'import'    = '--replace', '--create', '--reading'
+        'import'    = '--replace', '--create', '--reading', '--force'
         'parse'     = '--modules', '--uses', '--target'
         'show'      = @()
         'shared'    = '--closure'
@@ -21,8 +21,8 @@ Register-ArgumentCompleter -Native -CommandName 'declarium-cli', 'declarium-cli.
         'search'    = '--kinds', '--name', '--name-whole', '--type', '--type-whole', '--const',
                       '--const-whole', '--value', '--value-whole', '--value-number', '--arg',
                       '--arg-whole', '--text', '--text-whole'
-        'basket'    = '--scope', '--closure', '--output', '-o'
-        'insert'    = '--scope', '--closure'
+        'basket'    = '--scope', '--closure', '--output', '-o', '--force'
+        'insert'    = '--scope', '--closure', '--encoding', '--force'
         'history'   = @()
         'restore'   = '--output', '-o'
     }
@@ -33,6 +33,9 @@ Register-ArgumentCompleter -Native -CommandName 'declarium-cli', 'declarium-cli.
         '--scope' = 'Private', 'Public'
         '--reading' = 'vb', 'literal'
         '--target' = 'vb6', 'vba7', 'vba7-only', 'twinbasic'
+        '--encoding' = 'windows-874', 'windows-1250', 'windows-1251', 'windows-1252',
+                       'windows-1253', 'windows-1254', 'windows-1255', 'windows-1256',
+                       'windows-1257', 'windows-1258', 'utf-8', 'utf-16le', 'utf-16be'
     }
 
     $words = @($commandAst.CommandElements | Select-Object -Skip 1 |

@@ -18,10 +18,15 @@ std::optional<std::string> NewContent(std::u16string_view file, std::u16string_v
   if (!IsSourceModuleName(file)) return EncodeCodePage(text);
   const auto path = PathOfName(file);
   std::error_code ignored;
-  if (!std::filesystem::exists(path, ignored)) return EncodeCodePage(InsertIntoModule({}, text));
-  const auto content = ReadWholeFile(path);
-  if (!content) return std::nullopt;
-  return EncodeCodePage(InsertIntoModule(DecodeCodePage(*content), text));
+  std::string old;
+  if (std::filesystem::exists(path, ignored)) {
+    auto read = ReadWholeFile(path);
+    if (!read) return std::nullopt;
+    old = *std::move(read);
+  }
+  auto module = InsertIntoModule(old, text);
+  if (!module) return std::nullopt;
+  return std::move(module->bytes);
 }
 
 }  // namespace
