@@ -7,6 +7,7 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <fcntl.h>
 #include <random>
 #include <string>
 #include <sys/wait.h>
@@ -51,7 +52,8 @@ class RunningCli {
     id_ = ::fork();
     if (id_ != 0) return;
     ::setenv("DECLARIUM_HISTORY", history.c_str(), 1);
-    ::close(STDOUT_FILENO);
+    // A closed standard output would be a failed command.
+    ::dup2(::open("/dev/null", O_WRONLY | O_CLOEXEC), STDOUT_FILENO);
     ::execv(DECLARIUM_CLI, words.data());
     ::_exit(127);
   }

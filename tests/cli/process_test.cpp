@@ -199,8 +199,10 @@ TEST_F(CliProcess, TwoThatSaveAtOnceLeaveOneContentWhole) {
     };
     Process first(import("s0.bas"));
     Process second(import("s1.bas"));
-    EXPECT_EQ(first.Wait(), 0);
-    EXPECT_EQ(second.Wait(), 0);
+    // One that finds the library changed since it was read replaces nothing.
+    const std::array ends = {first.Wait(), second.Wait()};
+    EXPECT_THAT(ends, testing::Each(testing::AnyOf(0, 3)));
+    EXPECT_THAT(ends, testing::Contains(0));
     const auto left = Bytes("sample.api");
     EXPECT_TRUE(left == contents[0] || left == contents[1]);
   }
