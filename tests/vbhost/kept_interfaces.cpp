@@ -18,8 +18,8 @@ class Uncalled final : public com::ComObject<IUnknown> {
 
 void KeepInterfacesInUse() {
   for (const IID& iid : {IID_IDispatch, IID_IConnectionPointContainer, IID_IConnectionPoint}) {
-    const auto object = com::ComPtr<IUnknown>::Attach(new Uncalled);
-    com::ComPtr<IStream> reference;
+    const auto object = win32::ComPtr<IUnknown>::Attach(new Uncalled);
+    win32::ComPtr<IStream> reference;
     if (FAILED(CreateStreamOnHGlobal(nullptr, TRUE, reference.Receive()))) continue;
     // A reference of this sort holds its object until it is given back, which never happens.
     CoMarshalInterface(reference.Get(), iid, object.Get(), MSHCTX_LOCAL, nullptr,

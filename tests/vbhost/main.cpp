@@ -113,7 +113,7 @@ int Run() {
         [&] { runner.RunAll(); });
     Commands commands(ide, model, loader, [] { PostQuitMessage(0); });
     commands_in_use = &commands;
-    const auto filter = com::ComPtr<IMessageFilter>::Attach(new HostFilter(ide.policy));
+    const auto filter = win32::ComPtr<IMessageFilter>::Attach(new HostFilter(ide.policy));
     CoRegisterMessageFilter(filter.Get(), nullptr);
     ShowWindow(window.handle(), SW_SHOWNOACTIVATE);
     std::thread(ReadLines, std::ref(queue), window.handle()).detach();

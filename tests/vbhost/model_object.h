@@ -17,8 +17,8 @@
 
 namespace declarium::vbhost {
 
-using com::ComPtr;
 using com::Variant;
+using win32::ComPtr;
 
 // The sinks that add-ins advised on one source of events.
 class SinkList {
