@@ -1,5 +1,6 @@
 #include "library/catalogue.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 #include "library/file_name.h"
@@ -36,6 +37,11 @@ TEST(Catalogue, AFileNameNeedBeNoValidText) {
   std::vector<std::filesystem::path> files{PathOfName(lone_surrogate)};
   if constexpr (sizeof(std::filesystem::path::value_type) == 1) files.emplace_back("b\xFF\xFE.api");
   for (const auto& file : files) folder.Put(file, "Strange\2\2");
+  const std::filesystem::directory_iterator listing(folder.path());
+  if (std::none_of(begin(listing), end(listing),
+                   [&](const auto& entry) { return entry.path() == folder / files[0]; })) {
+    GTEST_SKIP() << "Wine 8 lists no such name";
+  }
   const auto catalogue = EnumDatabases(folder.path());
   ASSERT_EQ(Titles(catalogue), Strings(files.size(), u"Strange"));
   for (std::size_t i = 0; i < files.size(); ++i) {

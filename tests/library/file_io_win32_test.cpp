@@ -37,6 +37,17 @@ TEST(WriteWholeFile, LeavesATemporaryFileThatItsSaverHoldsAlone) {
   EXPECT_EQ(ContentOf(folder / "b.api"), "begun");
 }
 
+// Whether a creation time that is set comes back: not under Wine 8.
+bool KeepsCreationTimes(const fs::path& path) {
+  const FILETIME wanted = {0, 0x01C00000};
+  const UniqueFile file(
+      ::CreateFileW(path.c_str(), FILE_WRITE_ATTRIBUTES, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+  WIN32_FILE_ATTRIBUTE_DATA told = {};
+  return file && ::SetFileTime(file.Get(), &wanted, nullptr, nullptr) &&
+         ::GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &told) &&
+         ::CompareFileTime(&told.ftCreationTime, &wanted) == 0;
+}
+
 TEST(WriteWholeFile, KeepsAttributesAndCreationTime) {
   const TemporaryFolder folder;
   const auto path = folder.Put("a.api", "old");
@@ -47,7 +58,9 @@ TEST(WriteWholeFile, KeepsAttributesAndCreationTime) {
   WIN32_FILE_ATTRIBUTE_DATA after = {};
   ASSERT_TRUE(::GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &after));
   EXPECT_EQ(after.dwFileAttributes, before.dwFileAttributes);
-  EXPECT_EQ(::CompareFileTime(&after.ftCreationTime, &before.ftCreationTime), 0);
+  if (KeepsCreationTimes(folder.Put("probe", ""))) {
+    EXPECT_EQ(::CompareFileTime(&after.ftCreationTime, &before.ftCreationTime), 0);
+  }
 }
 
 TEST(WriteWholeFile, WaitsForAReaderThatIsGoneInAMoment) {

@@ -1,5 +1,6 @@
 #include "library/history.h"
 
+#include <fstream>
 #include <gmock/gmock.h>
 
 #include "library/saver_fixture.h"
@@ -42,7 +43,14 @@ TEST_F(HistoryTest, EqualContentsAreKeptOnceAndBecomeTheNewest) {
 TEST_F(HistoryTest, LinksTheFileAndCopiesItWhereItCannot) {
   Put("a.api", "linked");
   ASSERT_TRUE(history_.KeepFile(path_, KeepBy::kLink));
-  EXPECT_EQ(fs::hard_link_count(path_), 2U);
+  // Asked of a link of our own, Windows' C++ library may not count them.
+  const auto own = fs::path(path_).concat(".own");
+  const auto second = fs::path(path_).concat(".second");
+  std::ofstream(own) << "own";
+  fs::create_hard_link(own, second);
+  if (fs::hard_link_count(own) == 2) {
+    EXPECT_EQ(fs::hard_link_count(path_), 2U);
+  }
   fs::remove(path_);
   Put("a.api", "copied there");
   files_.FailEvery("Link");
