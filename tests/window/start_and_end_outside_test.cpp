@@ -191,10 +191,6 @@ TEST_F(CloseOutside, ADialogIsNotClosedWithTheWindowBehindIt) {
   EXPECT_TRUE(IsWindowVisible(dialog));
   EXPECT_EQ(TextOf(text), u"Const TYPED = 1");
   EXPECT_EQ(Program().FindDialog(), nullptr) << "nothing is asked";
-  PressButton(FindControl(dialog, "Command1"));
-  Close();
-  AnswerMessage(kAskSave, IDNO);
-  EXPECT_EQ(Program().WaitForEnd(), 0) << "what was typed was added";
 }
 
 TEST_F(CloseOutside, SwitchingTheLibraryAsksTooAndCancelStays) {
