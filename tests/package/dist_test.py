@@ -10,7 +10,8 @@ import zipfile
 from products import DIST, VERSION, ZIP, product
 from wine_session import PROJECT
 
-LICENCES = {"Declarium", "CLI11", "nlohmann-json", "gcc-runtime", "mingw-w64", "nsis", "README"}
+LICENCES = {"Declarium", "CLI11", "nlohmann-json", "gcc-runtime", "mingw-w64",
+            "win32-metadata", "nsis", "README"}
 
 
 def sha256(data):
@@ -56,10 +57,19 @@ class BillOfMaterials(unittest.TestCase):
         self.assertEqual(count, sum(name.startswith("debian/") for name in self.stated))
 
     def test_names_the_installed_version_of_every_material(self):
-        for package in self.bill["packages"][1:]:
+        for package in self.bill["packages"]:
+            if package["supplier"] != "Organization: Debian":
+                continue
             shown = subprocess.run(["dpkg-query", "-W", "-f=${Version}\n", package["name"]],
                                    check=True, capture_output=True, text=True).stdout
             self.assertEqual(package["versionInfo"], shown.splitlines()[0], package["name"])
+
+    def test_names_the_version_of_the_metadata_that_the_project_keeps(self):
+        note = (PROJECT / "tools/win32-library/metadata/README.md").read_text(encoding="utf-8")
+        versions = [package["versionInfo"] for package in self.bill["packages"]
+                    if package["name"] == "win32metadata"]
+        self.assertEqual(len(versions), 1)
+        self.assertIn(f"(version {versions[0]} of", note)
 
     def test_has_every_element_that_a_relationship_names_and_relates_every_element(self):
         elements = {"SPDXRef-DOCUMENT"} | {
