@@ -4,7 +4,9 @@
 
 #include "c_expression.h"
 #include "declare_translator.h"
+#include "documented_library.h"
 #include "familiar_names.h"
+#include "parameter_rules.h"
 #include "record_aliases.h"
 #include "record_names.h"
 #include "record_translator.h"
@@ -249,6 +251,77 @@ TEST(RecordNames, HaveFurtherTypedefsAndMacrosBesideThem) {
   headers.constants = {{.name = "TOOLINFO", .tokens = {Name("TTTOOLINFO")}, .header = "some.h"},
                        {.name = "TOOLINFOA", .tokens = {Name("TTTOOLINFOA")}, .header = "some.h"}};
   EXPECT_THAT(NamesOf(headers), ElementsAre("TTTOOLINFO", "TOOLINFO", "TTTOOLINFOW", "TIPW"));
+}
+
+HeaderType AddressOf(const HeaderType& target) {
+  HeaderType type;
+  type.kind = TypeKind::kPointer;
+  type.size = 4;
+  type.target = std::make_shared<HeaderType>(target);
+  return type;
+}
+
+Function FunctionOf(const std::string& name, const HeaderType& parameter) {
+  Function function;
+  function.name = name;
+  function.parameters = {{"", parameter}};
+  return function;
+}
+
+Metadata MetadataOf(const std::string& name, const std::vector<std::string>& attributes) {
+  Metadata metadata;
+  metadata.functions[name] = {name, "x", {{"hwnd", attributes}}};
+  return metadata;
+}
+
+Passed PassedTo(const std::string& procedure, const HeaderType& type,
+                const std::vector<std::string>& attributes) {
+  const Headers headers = WithRecords({"R"});
+  const Metadata metadata = MetadataOf(procedure, attributes);
+  return ParameterRules(headers, metadata).Of(FunctionOf(procedure, type), 0);
+}
+
+TEST(ParameterRules, AReservedAddressIsANumber) {
+  EXPECT_EQ(PassedTo("F", AddressOf(Whole(4)), {"in", "reserved"}), Passed::kAsAddress);
+  EXPECT_EQ(PassedTo("F", Whole(4), {"in", "reserved"}), Passed::kAsDeclared);
+}
+
+TEST(ParameterRules, AnOptionalRecordOrNumberIsAnything) {
+  EXPECT_EQ(PassedTo("F", AddressOf(RecordType(0, 4)), {"in", "optional"}), Passed::kAsAnything);
+  EXPECT_EQ(PassedTo("F", AddressOf(Whole(4)), {"out", "optional"}), Passed::kAsAnything);
+  EXPECT_EQ(PassedTo("F", AddressOf(RecordType(0, 4)), {"in"}), Passed::kAsDeclared);
+}
+
+TEST(ParameterRules, WhatIsFreedIsAnAddress) {
+  HeaderType nothing;
+  nothing.kind = TypeKind::kVoid;
+  EXPECT_EQ(PassedTo("TaskMemFree", AddressOf(nothing), {"in"}), Passed::kAsAddress);
+  EXPECT_EQ(PassedTo("UnmapViewOfFile", AddressOf(nothing), {"in"}), Passed::kAsAddress);
+  EXPECT_EQ(PassedTo("F", AddressOf(nothing), {"in"}), Passed::kAsDeclared);
+}
+
+TEST(ParameterRules, ARecordThatAProcedureReturnsIsHandedOn) {
+  Headers headers = WithRecords({"R"});
+  Function open = FunctionOf("Open", Whole(4));
+  open.result = AddressOf(RecordType(0, 4));
+  headers.functions = {open};
+  const Metadata metadata;
+  EXPECT_EQ(ParameterRules(headers, metadata).Of(FunctionOf("Use", AddressOf(RecordType(0, 4))), 0),
+            Passed::kAsAddress);
+}
+
+TEST(ParameterRules, AParameterWithoutANameHasTheMetadatasInFamiliarLetters) {
+  const Headers headers;
+  const Metadata metadata = MetadataOf("F", {});
+  EXPECT_EQ(ParameterRules(headers, metadata).NameOf(FunctionOf("F", Whole(4)), 0), "hWnd");
+  EXPECT_EQ(FamiliarCase("left"), "Left");
+  EXPECT_EQ(FamiliarCase("lpRect"), "lpRect");
+}
+
+TEST(DocumentedLibrary, IsAFileThatIsThereOnEveryWindows) {
+  EXPECT_EQ(DocumentedLibrary({"F", "user32", {}}), "user32");
+  EXPECT_EQ(DocumentedLibrary({"F", "api-ms-win-shcore-scaling-l1-1-1", {}}), "shcore");
+  EXPECT_EQ(DocumentedLibrary({"F", "bluetoothapis", {}}), "bthprops.cpl");
 }
 
 TEST(RecordTranslation, NamesWhatTheLanguageCannotName) {

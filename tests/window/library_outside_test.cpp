@@ -11,9 +11,6 @@ using namespace window_driver;
 
 constexpr std::u16string_view kAskDeleteB =
     u"Naozaj chcete natrvalo odtrániť položku 'B' z databázy?";
-constexpr std::u16string_view kChangesKept =
-    u"Čo sa nedalo zapísať, je uložené v histórii. Otvoríte to cez Databáza, Obnoviť staršiu "
-    u"verziu.";
 constexpr std::u16string_view kAskKeep = u"Ponechať pôvodné položky?";
 
 // The library with one constant less.
@@ -38,10 +35,6 @@ class LibraryOutside : public OutsideTest {
     ChooseMenu("mnuDeleteDbItem");
     AnswerMessage(kAskDeleteB, IDYES);
     ASSERT_TRUE(ListBecomes("lstConst", {u"A", u"MAX_PATH"}));
-  }
-  void AnswerFailedSave() const {
-    AnswerMessage(u"Chyba pri zápise do súboru.", IDOK);
-    AnswerMessage(kChangesKept, IDOK);
   }
 };
 
@@ -145,7 +138,7 @@ TEST_F(LibraryOutside, AWriteProtectedFileIsReportedAndKept) {
   std::filesystem::permissions(FileAt("win.api"), std::filesystem::perms::owner_read);
   ASSERT_NE(GetFileAttributesW(FileAt("win.api").c_str()) & FILE_ATTRIBUTE_READONLY, 0u);
   ChooseMenu("mnuSave");
-  AnswerFailedSave();
+  AnswerMessage(u"Chyba pri zápise do súboru.", IDOK);
   EXPECT_EQ(BytesOf("win.api"), WinLibrary());
   SetFileAttributesW(FileAt("win.api").c_str(), FILE_ATTRIBUTE_NORMAL);
   Close();
@@ -158,7 +151,7 @@ TEST_F(LibraryOutside, AFileThatAnotherProgramKeepsIsReportedAndKept) {
                                      nullptr, OPEN_EXISTING, 0, nullptr));
   ASSERT_TRUE(kept);
   ChooseMenu("mnuSave");
-  AnswerFailedSave();
+  AnswerMessage(u"Chyba pri zápise do súboru.", IDOK);
   kept.Reset();
   EXPECT_EQ(BytesOf("win.api"), WinLibrary());
 }
@@ -230,7 +223,7 @@ TEST_F(LibraryOutside, AReadOnlyFolderIsReportedAndItsLibraryKept) {
   ClickItem("lstConst", 1, u"Const B");
   DeleteB();
   ChooseMenu("mnuSave");
-  AnswerFailedSave();
+  AnswerMessage(u"Chyba pri zápise do súboru.", IDOK);
   EXPECT_EQ(BytesOf("source/win.api"), WinLibrary());
   Close();
   EXPECT_EQ(Program().WaitForEnd(), 0) << "the changes count as saved";

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "documented_library.h"
 #include "familiar_names.h"
 #include "record_members.h"
 #include "record_names.h"
@@ -94,8 +95,12 @@ std::string DeclareLine(const std::string& name, const ImportEntry& entry,
 }  // namespace
 
 DeclareTranslator::DeclareTranslator(const Headers& headers, const ImportLibraries& libraries,
-                                     RecordTranslator& records)
-    : headers_(headers), libraries_(libraries), records_(records) {
+                                     const Metadata& metadata, RecordTranslator& records)
+    : headers_(headers),
+      libraries_(libraries),
+      metadata_(metadata),
+      rules_(headers, metadata),
+      records_(records) {
   for (const Function& function : headers.functions) function_names_.insert(function.name);
 }
 
@@ -110,7 +115,9 @@ std::string DeclareTranslator::NameFor(const Function& function) const {
 }
 
 std::expected<DeclareRow, std::string> DeclareTranslator::Translate(const Function& function) {
-  const ImportEntry* entry = libraries_.Find(function.name);
+  const MetaFunction* facts = metadata_.FindFunction(function.name);
+  const ImportEntry* entry =
+      libraries_.Find(function.name, facts == nullptr ? "" : DocumentedLibrary(*facts));
   if (!function.is_stdcall || function.is_variadic) return Failure("not a stdcall function");
   if (entry == nullptr)
     return Failure(libraries_.IsUndecorated(function.name)
@@ -140,8 +147,8 @@ std::expected<DeclareRow, std::string> DeclareTranslator::Translate(const Functi
 DeclareTranslator::Arguments DeclareTranslator::ArgumentsOf(const Function& function) {
   ParameterNames names(NameFor(function));
   std::vector<Argument> all;
-  for (const Parameter& parameter : function.parameters) {
-    const Arguments arguments = ArgumentOf(parameter.type, parameter.name);
+  for (std::size_t i = 0; i < function.parameters.size(); ++i) {
+    const Arguments arguments = ArgumentOf(function, i);
     if (!arguments) return arguments;
     for (Argument argument : *arguments) {
       const std::size_t begin = argument.declaration.starts_with("ByVal ") ? 6 : 0;
@@ -152,6 +159,22 @@ DeclareTranslator::Arguments DeclareTranslator::ArgumentsOf(const Function& func
     }
   }
   return all;
+}
+
+DeclareTranslator::Arguments DeclareTranslator::ArgumentOf(const Function& function,
+                                                           std::size_t index) {
+  const std::string name = rules_.NameOf(function, index);
+  switch (rules_.Of(function, index)) {
+    case Passed::kAsAddress:
+      return std::vector<Argument>{{ByValue(name, "Long")}};
+    case Passed::kAsText:
+      return std::vector<Argument>{{ByValue(name, "String")}};
+    case Passed::kAsAnything:
+      return std::vector<Argument>{{name + " As Any"}};
+    case Passed::kAsDeclared:
+      break;
+  }
+  return ArgumentOf(function.parameters[index].type, name);
 }
 
 DeclareTranslator::Arguments DeclareTranslator::ArgumentOf(const HeaderType& type,

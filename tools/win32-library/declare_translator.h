@@ -7,6 +7,8 @@
 
 #include "header_model.h"
 #include "import_library.h"
+#include "metadata.h"
+#include "parameter_rules.h"
 #include "record_translator.h"
 #include "rows.h"
 
@@ -16,7 +18,7 @@ class DeclareTranslator {
  public:
   // All arguments must outlive the object.
   DeclareTranslator(const Headers& headers, const ImportLibraries& libraries,
-                    RecordTranslator& records);
+                    const Metadata& metadata, RecordTranslator& records);
 
   // The row of a function, or the reason why it has none.
   [[nodiscard]] std::expected<DeclareRow, std::string> Translate(const Function& function);
@@ -30,6 +32,7 @@ class DeclareTranslator {
 
   [[nodiscard]] std::string NameFor(const Function& function) const;
   [[nodiscard]] Arguments ArgumentsOf(const Function& function);
+  [[nodiscard]] Arguments ArgumentOf(const Function& function, std::size_t index);
   [[nodiscard]] Arguments ArgumentOf(const HeaderType& type, const std::string& name);
   [[nodiscard]] Arguments RecordByValue(const HeaderType& type, const std::string& name) const;
   [[nodiscard]] Argument PointerOf(const HeaderType& type, const std::string& name);
@@ -38,6 +41,8 @@ class DeclareTranslator {
 
   const Headers& headers_;
   const ImportLibraries& libraries_;
+  const Metadata& metadata_;
+  ParameterRules rules_;
   RecordTranslator& records_;
   std::set<std::string> function_names_;
 };

@@ -90,14 +90,16 @@ std::expected<void, std::string> ImportLibraries::Add(const std::string& path) {
     ImportEntry entry{DeclaredLibrary(library->second), ExportedName(object), 0};
     std::from_chars(import->symbol.data() + at + 1, import->symbol.data() + import->symbol.size(),
                     entry.argument_bytes);
-    entries_.emplace(import->symbol.substr(0, at), std::move(entry));
+    entries_[import->symbol.substr(0, at)].push_back(std::move(entry));
   }
   return {};
 }
 
-const ImportEntry* ImportLibraries::Find(std::string_view name) const {
+const ImportEntry* ImportLibraries::Find(std::string_view name, std::string_view library) const {
   const auto found = entries_.find(name);
-  return found == entries_.end() ? nullptr : &found->second;
+  if (found == entries_.end()) return nullptr;
+  const auto entry = std::ranges::find(found->second, library, &ImportEntry::library);
+  return entry == found->second.end() ? &found->second.front() : &*entry;
 }
 
 bool ImportLibraries::IsUndecorated(std::string_view name) const {

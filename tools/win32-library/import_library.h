@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace declarium::win32_library {
 
@@ -18,19 +19,19 @@ struct ImportEntry {
 
 class ImportLibraries {
  public:
-  // Reads an archive; entries of procedures that are known already are passed over. Entries without
-  // a number of argument bytes (data, and procedures whose caller cleans the stack) are noted too.
-  // The reason in words when the file is no archive.
+  // Reads an archive. Entries without a number of argument bytes (data, and procedures whose caller
+  // cleans the stack) are noted too. The reason in words when the file is no archive.
   [[nodiscard]] std::expected<void, std::string> Add(const std::string& path);
 
-  // The entry of a procedure by its name in the headers.
-  [[nodiscard]] const ImportEntry* Find(std::string_view name) const;
+  // The entry of a procedure by its name in the headers: that of `library`, or the first of all
+  // where that library has none; nullptr when there is none at all.
+  [[nodiscard]] const ImportEntry* Find(std::string_view name, std::string_view library = "") const;
 
   // Whether an entry of the name exists without its argument bytes.
   [[nodiscard]] bool IsUndecorated(std::string_view name) const;
 
  private:
-  std::map<std::string, ImportEntry, std::less<>> entries_;
+  std::map<std::string, std::vector<ImportEntry>, std::less<>> entries_;
   std::map<std::string, bool, std::less<>> undecorated_;
 };
 

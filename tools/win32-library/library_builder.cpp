@@ -19,8 +19,8 @@ constexpr const char* kTakenByOther = "another of its kind has the name";
 class Pass {
  public:
   Pass(const std::vector<Headers>& units, const ImportLibraries& libraries,
-       const ConstantTranslator& constants)
-      : libraries_(libraries), constants_(constants) {
+       const Metadata& metadata, const ConstantTranslator& constants)
+      : libraries_(libraries), metadata_(metadata), constants_(constants) {
     for (const Headers& unit : units) TranslateUnit(unit);
     AddFamiliar();
     AddAliases();
@@ -41,7 +41,7 @@ class Pass {
     const std::set<int> repeated = ClaimNames(unit, records);
     for (int index = 0; index < static_cast<int>(unit.records.size()); ++index)
       if (!repeated.contains(index)) TakeRecord(unit.records[index], records.Translate(index));
-    DeclareTranslator declares(unit, libraries_, records);
+    DeclareTranslator declares(unit, libraries_, metadata_, records);
     for (const Function& function : unit.functions)
       if (seen_functions_.insert(function.name).second) TakeDeclare(declares.Translate(function));
   }
@@ -113,6 +113,7 @@ class Pass {
   }
 
   const ImportLibraries& libraries_;
+  const Metadata& metadata_;
   const ConstantTranslator& constants_;
   std::map<std::string, Claim> claims_;
   std::map<std::string, const Headers*> claimed_in_;
@@ -136,16 +137,17 @@ void SortByName(std::vector<Row>& rows) {
 
 }  // namespace
 
-Library BuildLibrary(const std::vector<Headers>& units, const ImportLibraries& libraries) {
+Library BuildLibrary(const std::vector<Headers>& units, const ImportLibraries& libraries,
+                     const Metadata& metadata) {
   ConstantTranslator constants;
   for (const Headers& unit : units) constants.Add(unit.constants);
   // The first pass collects the names of procedures and records, the second knows the constants
   // left.
-  const Library first = Pass(units, libraries, constants).library;
+  const Library first = Pass(units, libraries, metadata, constants).library;
   for (const std::string& name : NamesOf(first.declares))
     constants.LeaveOut(name, kTakenByProcedure);
   for (const std::string& name : NamesOf(first.types)) constants.LeaveOut(name, kTakenByRecord);
-  Library library = Pass(units, libraries, constants).library;
+  Library library = Pass(units, libraries, metadata, constants).library;
   library.constants = constants.Rows(library.constants_left_out);
   SortByName(library.declares);
   SortByName(library.types);

@@ -9,6 +9,7 @@
 #include "declare_translator.h"
 #include "header_model.h"
 #include "import_library.h"
+#include "metadata.h"
 #include "rows.h"
 
 namespace declarium::win32_library {
@@ -18,6 +19,6 @@ namespace declarium::win32_library {
 // may have a procedure's (CHOOSECOLOR, ChooseColor), as the language looks for them in different
 // places.
 [[nodiscard]] Library BuildLibrary(const std::vector<Headers>& units,
-                                   const ImportLibraries& libraries);
+                                   const ImportLibraries& libraries, const Metadata& metadata);
 
 }  // namespace declarium::win32_library

@@ -9,6 +9,7 @@
 #include "header_reader.h"
 #include "library_builder.h"
 #include "library_file.h"
+#include "metadata.h"
 #include "record_aliases.h"
 
 namespace {
@@ -59,7 +60,9 @@ int Generate(const std::string& source, const std::string& imports, const std::s
   if (!libraries) return Fail(libraries.error());
   const auto units = ReadUnits(source + "/headers.txt");
   if (!units) return Fail(units.error());
-  const Library library = BuildLibrary(*units, *libraries);
+  const auto metadata = ReadMetadata(source + "/metadata");
+  if (!metadata) return Fail(metadata.error());
+  const Library library = BuildLibrary(*units, *libraries, *metadata);
   const auto written = WriteLibrary(library, "Win32 API", out + "/Win32.api");
   if (!written) {
     static_cast<void>(WriteText(out + "/Win32.rejected.bas", SourceOf(library)));
