@@ -11,6 +11,9 @@ using namespace window_driver;
 
 constexpr std::u16string_view kAskDeleteB =
     u"Naozaj chcete natrvalo odtrániť položku 'B' z databázy?";
+constexpr std::u16string_view kChangesKept =
+    u"Čo sa nedalo zapísať, je uložené v histórii. Otvoríte to cez Databáza, Obnoviť staršiu "
+    u"verziu.";
 constexpr std::u16string_view kAskKeep = u"Ponechať pôvodné položky?";
 
 // The library with one constant less.
@@ -35,6 +38,10 @@ class LibraryOutside : public OutsideTest {
     ChooseMenu("mnuDeleteDbItem");
     AnswerMessage(kAskDeleteB, IDYES);
     ASSERT_TRUE(ListBecomes("lstConst", {u"A", u"MAX_PATH"}));
+  }
+  void AnswerFailedSave() const {
+    AnswerMessage(u"Chyba pri zápise do súboru.", IDOK);
+    AnswerMessage(kChangesKept, IDOK);
   }
 };
 
@@ -138,7 +145,7 @@ TEST_F(LibraryOutside, AWriteProtectedFileIsReportedAndKept) {
   std::filesystem::permissions(FileAt("win.api"), std::filesystem::perms::owner_read);
   ASSERT_NE(GetFileAttributesW(FileAt("win.api").c_str()) & FILE_ATTRIBUTE_READONLY, 0u);
   ChooseMenu("mnuSave");
-  AnswerMessage(u"Chyba pri zápise do súboru.", IDOK);
+  AnswerFailedSave();
   EXPECT_EQ(BytesOf("win.api"), WinLibrary());
   SetFileAttributesW(FileAt("win.api").c_str(), FILE_ATTRIBUTE_NORMAL);
   Close();
@@ -151,7 +158,7 @@ TEST_F(LibraryOutside, AFileThatAnotherProgramKeepsIsReportedAndKept) {
                                      nullptr, OPEN_EXISTING, 0, nullptr));
   ASSERT_TRUE(kept);
   ChooseMenu("mnuSave");
-  AnswerMessage(u"Chyba pri zápise do súboru.", IDOK);
+  AnswerFailedSave();
   kept.Reset();
   EXPECT_EQ(BytesOf("win.api"), WinLibrary());
 }
@@ -223,7 +230,7 @@ TEST_F(LibraryOutside, AReadOnlyFolderIsReportedAndItsLibraryKept) {
   ClickItem("lstConst", 1, u"Const B");
   DeleteB();
   ChooseMenu("mnuSave");
-  AnswerMessage(u"Chyba pri zápise do súboru.", IDOK);
+  AnswerFailedSave();
   EXPECT_EQ(BytesOf("source/win.api"), WinLibrary());
   Close();
   EXPECT_EQ(Program().WaitForEnd(), 0) << "the changes count as saved";

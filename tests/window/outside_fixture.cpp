@@ -41,11 +41,14 @@ std::string OtherLibrary() {
 
 OutsideTest::OutsideTest() {
   std::filesystem::copy_file(ProgramUnderTest(), FileAt("Declarium.exe"));
+  // What one test could not save is not offered to the next.
+  SetEnvironmentVariableW(L"DECLARIUM_HISTORY", FileAt("history").c_str());
 }
 
 // The program stores its settings before these are put back.
 OutsideTest::~OutsideTest() {
   program_.reset();
+  SetEnvironmentVariableW(L"DECLARIUM_HISTORY", nullptr);
 }
 
 void OutsideTest::Put(std::string_view name, std::string_view bytes) const {

@@ -150,18 +150,17 @@ class RandomWalk : public OutsideTest {
     return forms.empty() ? nullptr : OneOf(forms);
   }
 
+  static BOOL CALLBACK AddVisible(HWND window, LPARAM list) {
+    if (IsWindowVisible(window)) reinterpret_cast<std::vector<HWND>*>(list)->push_back(window);
+    return TRUE;
+  }
+
   // A control of a form, or the form.
   HWND SomeWindow() {
     const HWND form = SomeForm();
     if (!form) return nullptr;
     std::vector<HWND> windows{form};
-    EnumChildWindows(
-        form,
-        [](HWND child, LPARAM list) -> BOOL {
-          if (IsWindowVisible(child)) reinterpret_cast<std::vector<HWND>*>(list)->push_back(child);
-          return TRUE;
-        },
-        reinterpret_cast<LPARAM>(&windows));
+    EnumChildWindows(form, AddVisible, reinterpret_cast<LPARAM>(&windows));
     return OneOf(windows);
   }
 
