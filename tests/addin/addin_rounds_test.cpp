@@ -1,19 +1,10 @@
-// Connecting, inserting and disconnecting the program again and again: what that costs and leaves
-// behind. DECLARIUM_ROUNDS sets how often.
-#include <algorithm>
-#include <cstdio>
-#include <vector>
-
+// Connecting, inserting and disconnecting the program again and again: what that leaves behind.
+// DECLARIUM_ROUNDS sets how often.
 #include "addin/addin_fixture.h"
 #include "host/rounds_growth.h"
 
 namespace declarium {
 namespace {
-
-long long MedianOf(std::vector<long long> times) {
-  std::ranges::sort(times);
-  return times[times.size() / 2];
-}
 
 using AddInRoundsTest = AddInTest;
 
@@ -45,33 +36,6 @@ TEST_F(AddInRoundsTest, ManyRoundsLeaveNothingBehindInEitherProcess) {
   EXPECT_EQ(ide.Ask("sinks"), 0);
   EXPECT_TRUE(Eventually([&] { return ide.Ask("objects") == 0; }));
   Disconnect(keeper);
-}
-
-// Loading is the same work in both connections of a round; only the first does it.
-TEST_F(AddInRoundsTest, ConnectingAddsLittleToLoadingTheWindow) {
-  const int rounds = RoundsWanted(10);
-  std::vector<long long> with_loading;
-  std::vector<long long> without;
-  for (int i = 0; i < rounds; ++i) {
-    IdeProcess ide;
-    OpenModule(ide, "Option Explicit");
-    Connect(ide);
-    with_loading.push_back(ide.Ask("connection-time"));
-    IdeProcess other;
-    OpenModule(other, "Option Explicit");
-    ConnectAlso(other);
-    without.push_back(other.Ask("connection-time"));
-    Disconnect(other);
-    Disconnect(ide);
-    ASSERT_TRUE(Ends());
-  }
-  const auto fastest = *std::ranges::min_element(without);
-  std::printf(
-      "rounds %d: OnConnection that loads the window, median %lld ms; with the window loaded, "
-      "median %lld ms, fastest %lld ms\n",
-      rounds, MedianOf(with_loading), MedianOf(without), fastest);
-  // The round that was disturbed least: other tests run at the same time.
-  EXPECT_LE(fastest, 300);
 }
 
 }  // namespace

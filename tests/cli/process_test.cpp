@@ -209,7 +209,7 @@ TEST_F(CliProcess, TwoThatSaveAtOnceLeaveOneContentWhole) {
 }
 
 TEST_F(CliProcess, TooLittleMemoryChangesNothing) {
-#if defined(__SANITIZE_ADDRESS__)
+#ifdef DECLARIUM_SANITIZED
   GTEST_SKIP() << "the sanitizer needs more address space than the limit leaves";
 #endif
   const auto before = Bytes("sample.api");
