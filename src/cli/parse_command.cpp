@@ -2,16 +2,14 @@
 
 #include <algorithm>
 #include <map>
-#include <memory>
 #include <nlohmann/json.hpp>
 #include <ostream>
 #include <vector>
 
 #include "cli/output.h"
 #include "cli/parsed_json.h"
-#include "cli/source_files.h"
+#include "cli/source_projects.h"
 
-#include "text/encoding.h"
 #include "text/text.h"
 #include "vb/definitions.h"
 #include "vb/module.h"
@@ -26,23 +24,8 @@ struct ParseOptions {
   vb::Target target = vb::Target::kVb6;
 };
 
-struct ParsedSource {
-  std::string name;
-  std::u16string text;  // what the module refers into
-  vb::Module module;
-};
-
-std::unique_ptr<ParsedSource> ParseSource(const std::string& source, const Session& session) {
-  auto parsed = std::make_unique<ParsedSource>();
-  parsed->name = SourceName(source);
-  const auto view = ViewSource(source, session);
-  parsed->text = DecodeText(view.bytes, RecognizeEncoding(view.bytes, kLibraryEncoding));
-  parsed->module = vb::ReadModule(parsed->text, vb::ModuleKindOf(FromUtf8(source)));
-  return parsed;
-}
-
-std::string PlaceText(const ParsedSource& source, const vb::Place& place) {
-  return source.name + ':' + std::to_string(place.line) + ':' + std::to_string(place.column);
+std::string PlaceText(const std::string& source, const vb::Place& place) {
+  return source + ':' + std::to_string(place.line) + ':' + std::to_string(place.column);
 }
 
 // The physical line that `place` stands in.
@@ -53,8 +36,9 @@ std::u16string_view LineOf(std::u16string_view text, const vb::Place& place) {
 }
 
 // As compilers say it: the place and what is wrong, the line, a caret below the place.
-void PrintError(const ParsedSource& source, const vb::SyntaxError& error, std::ostream& out) {
-  const auto line = LineOf(source.text, error.place);
+void PrintError(const std::string& source, std::u16string_view text, const vb::SyntaxError& error,
+                std::ostream& out) {
+  const auto line = LineOf(text, error.place);
   out << PlaceText(source, error.place) << ": error: expected " << error.expected;
   if (!error.found.empty()) out << ", found " << OneLine(error.found);
   out << '\n' << "    " << Lines(line) << "\n    ";
@@ -64,12 +48,12 @@ void PrintError(const ParsedSource& source, const vb::SyntaxError& error, std::o
   out << "^\n";
 }
 
-void PrintModule(const ParsedSource& source, std::ostream& out) {
-  const auto& module = source.module;
+void PrintModule(const SourceModule& source, std::ostream& out) {
+  const auto& module = source.parsed;
   out << source.name << "\tmodule\t" << vb::ModuleKindText(module.kind) << '\t'
       << OneLine(module.Name()) << '\t' << module.lines << " lines\n";
   for (const auto& procedure : module.procedures) {
-    out << PlaceText(source, procedure.place) << "\tprocedure\t" << ScopeWord(procedure.scope)
+    out << PlaceText(source.name, procedure.place) << "\tprocedure\t" << ScopeWord(procedure.scope)
         << '\t' << OneLine(procedure.name) << '\n';
   }
 }
@@ -85,55 +69,87 @@ std::string InOneLine(std::u16string_view text) {
   return OneLine(line);
 }
 
-void PrintDeclaration(const ParsedSource& source, const vb::Declaration& declaration,
+void PrintDeclaration(const SourceModule& source, const vb::Declaration& declaration,
                       std::ostream& out) {
-  out << PlaceText(source, declaration.place) << '\t' << DeclarationWord(declaration) << '\t'
+  out << PlaceText(source.name, declaration.place) << '\t' << DeclarationWord(declaration) << '\t'
       << ScopeWord(declaration.scope) << '\t' << OneLine(declaration.name) << '\t'
       << InOneLine(declaration.text);
   if (declaration.condition != 0)
-    out << "\t#If " << OneLine(source.module.conditions[declaration.condition].text);
+    out << "\t#If " << OneLine(source.parsed.conditions[declaration.condition].text);
   out << '\n';
 }
 
-void PrintAsText(const ParsedSource& source, const ParseOptions& options, const Session& session) {
+void PrintAsText(const SourceModule& source, const ParseOptions& options, const Session& session) {
   auto& out = session.streams.out;
   if (options.modules) PrintModule(source, out);
-  for (const auto& declaration : source.module.declarations)
+  for (const auto& declaration : source.parsed.declarations)
     PrintDeclaration(source, declaration, out);
   if (options.uses) {
     for (const auto& use : vb::NamesUsed(source.text))
-      out << PlaceText(source, use.place) << "\tuse\t" << OneLine(use.name) << '\n';
+      out << PlaceText(source.name, use.place) << "\tuse\t" << OneLine(use.name) << '\n';
   }
-  for (const auto& error : source.module.errors) PrintError(source, error, session.streams.err);
+  for (const auto& error : source.parsed.errors)
+    PrintError(source.name, source.text, error, session.streams.err);
 }
 
-void PrintAsJson(const ParsedSource& source, const ParseOptions& options,
-                 vb::Definitions& everything, const Session& session) {
+void PrintProject(const SourceProject& source, std::ostream& out) {
+  out << source.name << "\tproject\t" << OneLine(source.project.name) << '\t'
+      << source.modules.size() << " modules\n";
+  for (const auto& constant : source.project.constants)
+    out << PlaceText(source.name, constant.place) << "\tconstant\t" << OneLine(constant.name)
+        << '\t' << OneLine(constant.value) << '\n';
+  for (const auto& reference : source.project.references)
+    out << PlaceText(source.name, reference.place) << "\treference\t" << OneLine(reference.path)
+        << '\t' << OneLine(reference.description) << '\n';
+}
+
+void PrintAsText(const SourceProject& source, const ParseOptions& options, const Session& session) {
+  if (options.modules && !source.name.empty()) PrintProject(source, session.streams.out);
+  for (const auto& module : source.modules) PrintAsText(module, options, session);
+  for (const auto& error : source.project.errors)
+    PrintError(source.name, source.text, error, session.streams.err);
+}
+
+void PrintAsJson(const SourceModule& source, const ParseOptions& options,
+                 vb::ProjectConstants constants, vb::Definitions& everything,
+                 const Session& session) {
   // A module's own declarations come before those of the others.
   vb::Definitions definitions(options.target, &everything);
-  definitions.Add(source.module);
-  if (options.modules) PrintJson(session, ModuleObject(source.name, source.module));
-  for (const auto& declaration : source.module.declarations)
-    PrintJson(session, DeclarationObject(source.name, source.module, declaration, definitions));
-  for (const auto& error : source.module.errors)
+  definitions.Add(source.parsed, constants);
+  if (options.modules) PrintJson(session, ModuleObject(source.name, source.parsed));
+  for (const auto& declaration : source.parsed.declarations)
+    PrintJson(session, DeclarationObject(source.name, source.parsed, declaration, definitions));
+  for (const auto& error : source.parsed.errors)
     PrintJson(session, ErrorObject(source.name, error));
   if (!options.uses) return;
   for (const auto& use : vb::NamesUsed(source.text))
     PrintJson(session, UseObject(source.name, use));
 }
 
-ExitStatus RunParse(const ParseOptions& options, const Session& session) {
-  std::vector<std::unique_ptr<ParsedSource>> sources;
-  for (const auto& source : options.sources) sources.push_back(ParseSource(source, session));
-  if (!session.IsJson()) {
-    for (const auto& source : sources) PrintAsText(*source, options, session);
-    return ExitStatus::kDone;
-  }
+void PrintAsJson(const SourceProject& source, const ParseOptions& options, const Session& session) {
+  const auto& constants = source.project.constants;
   vb::Definitions everything(options.target);
-  for (const auto& source : sources) everything.Add(source->module);
-  PrintJson(session, JsonHeader("parse"));
-  for (const auto& source : sources) PrintAsJson(*source, options, everything, session);
-  return ExitStatus::kDone;
+  for (const auto& module : source.modules) everything.Add(module.parsed, constants);
+  if (options.modules && !source.name.empty())
+    PrintJson(session, ProjectObject(source.name, source.project));
+  for (const auto& module : source.modules)
+    PrintAsJson(module, options, constants, everything, session);
+  for (const auto& error : source.project.errors)
+    PrintJson(session, ErrorObject(source.name, error));
+}
+
+ExitStatus RunParse(const ParseOptions& options, const Session& session) {
+  const auto sources = ReadSources(options.sources, session);
+  if (session.IsJson()) PrintJson(session, JsonHeader("parse"));
+  for (const auto& source : sources) {
+    if (session.IsJson()) {
+      PrintAsJson(source, options, session);
+    } else {
+      PrintAsText(source, options, session);
+    }
+  }
+  const bool is_whole = std::ranges::all_of(sources, &SourceProject::has_all_files);
+  return is_whole ? ExitStatus::kDone : ExitStatus::kFileFailed;
 }
 
 }  // namespace
@@ -145,14 +161,20 @@ void AddParseCommand(const CommandSet& set) {
        "declarium-cli parse WinShell.bas",
        "One line a declaration: its place, kind, scope, name and text. Where the language would\n"
        "refuse a declaration, the place and what was expected there go to standard error. With\n"
-       "--json also parameters, values and the layout of records.\n\n"},
+       "--json also parameters, values and the layout of records. A project's modules are read "
+       "with\n"
+       "its conditional constants; one that cannot be read is told with the project's line.\n\n"},
       [](CLI::App& command, ParseOptions& options) {
         command
-            .add_option("SOURCE", options.sources, "Visual Basic source files; - is standard input")
+            .add_option("SOURCE", options.sources,
+                        "Visual Basic source files, projects (.vbp, .vbg, .mak) or folders of "
+                        "modules; - is standard input")
             ->required()
             ->type_name("");
-        command.add_flag("--modules", options.modules,
-                         "Also the modules themselves and their procedures");
+        command.add_flag(
+            "--modules", options.modules,
+            "Also the modules themselves and their procedures, and the projects with what they "
+            "refer to");
         command.add_flag("--uses", options.uses, "Also the names that the code uses");
         const std::map<std::string, vb::Target> targets = {{"vb6", vb::Target::kVb6},
                                                            {"vba7", vb::Target::kVba7x64},

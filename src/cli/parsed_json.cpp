@@ -184,6 +184,21 @@ ordered_json ModuleObject(const std::string& source, const vb::Module& module) {
   return object;
 }
 
+ordered_json ProjectObject(const std::string& source, const vb::Project& project) {
+  ordered_json object = {{"source", source}, {"kind", "project"}, {"name", ToUtf8(project.name)}};
+  object["constants"] = ordered_json::object();
+  for (const auto& constant : project.constants)
+    object["constants"][ToUtf8(constant.name)] = ToUtf8(constant.value);
+  object["references"] = ordered_json::array();
+  for (const auto& reference : project.references) {
+    object["references"].push_back({{"line", reference.place.line},
+                                    {"id", ToUtf8(reference.id)},
+                                    {"path", ToUtf8(reference.path)},
+                                    {"description", ToUtf8(reference.description)}});
+  }
+  return object;
+}
+
 ordered_json UseObject(const std::string& source, const vb::NameUse& use) {
   auto object = PlacedObject(source, use.place);
   object["kind"] = "use";

@@ -1,4 +1,4 @@
-// What a module declares, as the objects of the parse command.
+// What modules declare and projects list, as the objects of the parse command.
 #pragma once
 
 #include <nlohmann/json_fwd.hpp>
@@ -6,6 +6,7 @@
 
 #include "vb/definitions.h"
 #include "vb/module.h"
+#include "vb/project.h"
 
 namespace declarium::cli {
 
@@ -22,6 +23,8 @@ namespace declarium::cli {
                                                  const vb::SyntaxError& error);
 [[nodiscard]] nlohmann::ordered_json ModuleObject(const std::string& source,
                                                   const vb::Module& module);
+[[nodiscard]] nlohmann::ordered_json ProjectObject(const std::string& source,
+                                                   const vb::Project& project);
 [[nodiscard]] nlohmann::ordered_json UseObject(const std::string& source, const vb::NameUse& use);
 
 }  // namespace declarium::cli

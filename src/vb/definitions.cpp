@@ -1,5 +1,6 @@
 #include "vb/definitions.h"
 
+#include <algorithm>
 #include <limits>
 #include <utility>
 
@@ -26,14 +27,17 @@ constexpr const char* kRefersToItself = "it refers to itself";
 
 }  // namespace
 
-std::vector<Branch> BranchesOf(const Module& module, Target target) {
+std::vector<Branch> BranchesOf(const Module& module, Target target, ProjectConstants constants) {
   const NameLookup none = [](std::u16string_view) -> Evaluated {
     return std::unexpected("not known");
   };
   const NameLookup lookup = [&](std::u16string_view name) -> Evaluated {
-    for (const auto& constant : module.compiler_constants) {
+    for (const auto& known : {ProjectConstants(module.compiler_constants), constants}) {
+      const auto found = std::ranges::find_if(known, [name](const CompilerConstant& constant) {
+        return EqualIgnoringCase(constant.name, name);
+      });
       // A value of other names would have to be followed through them; it counts as unknown.
-      if (EqualIgnoringCase(constant.name, name)) return Evaluate(constant.value, none);
+      if (found != known.end()) return Evaluate(found->value, none);
     }
     const auto value = CompilerConstantOf(target, name);
     return value ? Evaluated(Value::Integer(*value)) : none(name);
@@ -51,8 +55,8 @@ std::vector<Branch> BranchesOf(const Module& module, Target target) {
   return branches;
 }
 
-void Definitions::Add(const Module& module) {
-  const auto branches = BranchesOf(module, target_);
+void Definitions::Add(const Module& module, ProjectConstants constants) {
+  const auto branches = BranchesOf(module, target_, constants);
   for (const auto& declaration : module.declarations) {
     if (declaration.scope == Scope::kLocal || branches[declaration.condition] == Branch::kLeftOut)
       continue;

@@ -4,6 +4,7 @@
 
 #include <expected>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -18,9 +19,13 @@ namespace declarium::vb {
 // Whether a branch of conditional compilation is compiled.
 enum class Branch { kCompiled, kLeftOut, kUnknown };
 
-// For each condition of the module, what the target and the module's own #Const say; a name that
-// neither knows leaves it unknown.
-[[nodiscard]] std::vector<Branch> BranchesOf(const Module& module, Target target);
+// The constants of #If that a module's project defines.
+using ProjectConstants = std::span<const CompilerConstant>;
+
+// For each condition of the module, what the module's own #Const, its project and the target say,
+// the first of them that knows a name; one that none knows leaves the branch unknown.
+[[nodiscard]] std::vector<Branch> BranchesOf(const Module& module, Target target,
+                                             ProjectConstants constants = {});
 
 class Definitions {
  public:
@@ -29,8 +34,8 @@ class Definitions {
       : target_(target), outer_(outer) {}
 
   // Takes in the constants, enumerations and records of the module, which must stay in place, but
-  // for those that the target leaves out. Of several of one name the first counts.
-  void Add(const Module& module);
+  // for those that the target and the project leave out. Of several of one name the first counts.
+  void Add(const Module& module, ProjectConstants constants = {});
 
   [[nodiscard]] Target target() const { return target_; }
   // The value of a constant or of an enumeration's member; a qualifier in front is passed over.

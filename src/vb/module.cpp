@@ -412,6 +412,19 @@ class ModuleReader {
   Module module_;
 };
 
+std::optional<ModuleKind> KindByExtension(std::u16string_view file_name) {
+  static constexpr std::pair<std::u16string_view, ModuleKind> kExtensions[] = {
+      {u".bas", ModuleKind::kStandard},    {u".cls", ModuleKind::kClass},
+      {u".dsr", ModuleKind::kClass},       {u".frm", ModuleKind::kForm},
+      {u".ctl", ModuleKind::kControl},     {u".dob", ModuleKind::kDocument},
+      {u".pag", ModuleKind::kPropertyPage}};
+  const auto extension = file_name.substr(std::min(file_name.rfind(u'.'), file_name.size()));
+  const auto* const found = std::ranges::find_if(kExtensions, [extension](const auto& each) {
+    return EqualIgnoringCase(extension, each.first);
+  });
+  return found == std::end(kExtensions) ? std::nullopt : std::optional(found->second);
+}
+
 }  // namespace
 
 std::u16string_view Module::Name() const {
@@ -423,17 +436,11 @@ std::u16string_view Module::Name() const {
 }
 
 ModuleKind ModuleKindOf(std::u16string_view file_name) {
-  static constexpr std::pair<std::u16string_view, ModuleKind> kExtensions[] = {
-      {u".cls", ModuleKind::kClass},
-      {u".frm", ModuleKind::kForm},
-      {u".ctl", ModuleKind::kControl},
-      {u".dob", ModuleKind::kDocument},
-      {u".pag", ModuleKind::kPropertyPage}};
-  const auto dot = std::min(file_name.rfind(u'.'), file_name.size());
-  for (const auto& [extension, kind] : kExtensions) {
-    if (EqualIgnoringCase(file_name.substr(dot), extension)) return kind;
-  }
-  return ModuleKind::kStandard;
+  return KindByExtension(file_name).value_or(ModuleKind::kStandard);
+}
+
+bool IsModuleFile(std::u16string_view file_name) {
+  return KindByExtension(file_name).has_value();
 }
 
 std::string_view ModuleKindText(ModuleKind kind) {

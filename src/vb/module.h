@@ -14,7 +14,7 @@ namespace declarium::vb {
 
 enum class ModuleKind : unsigned char {
   kStandard,      // .bas, and a code pane
-  kClass,         // .cls
+  kClass,         // .cls, and the code of a designer, .dsr
   kForm,          // .frm
   kControl,       // .ctl
   kDocument,      // .dob
@@ -67,6 +67,8 @@ struct Module {
 
 // The kind that a file name's extension tells; kStandard for any other.
 [[nodiscard]] ModuleKind ModuleKindOf(std::u16string_view file_name);
+// Whether the extension is one of those above.
+[[nodiscard]] bool IsModuleFile(std::u16string_view file_name);
 [[nodiscard]] std::string_view ModuleKindText(ModuleKind kind);
 
 // `text` must outlive the module.

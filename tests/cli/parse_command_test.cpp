@@ -129,5 +129,115 @@ TEST_F(ParseCommand, ReadsStandardInputAndRefusesMissingFiles) {
   EXPECT_EQ(RunCli({"parse", "-", "--target", "vb5"}).status, 2);
 }
 
+class ParseProjects : public CliTest {
+ protected:
+  ParseProjects() {
+    std::filesystem::create_directories(folder_ / "app");
+    std::filesystem::create_directories(folder_ / "common");
+    folder_.Put("common/Sizes.bas",
+                "#If Wide Then\nPublic Const N = 8\n#Else\n"
+                "Public Const N = 4\n#End If\n");
+    folder_.Put("app/Main.cls", "Private Type T\nx(1 To N) As Byte\nEnd Type\n");
+  }
+};
+
+TEST_F(ParseProjects, ReadTheModulesWithTheProjectsConstants) {
+  for (const auto& [constants, size] : {std::pair("Wide = -1", 8), std::pair("Wide = 0", 4)}) {
+    folder_.Put("app/App.vbp", std::string("Type=Exe\r\nModule=Sizes; ..\\Common\\SIZES.bas\r\n") +
+                                   "Class=Main; Main.cls\r\nCondComp=\"" + constants + "\"\r\n");
+    const auto run = RunCli({"--json", "parse", Path("app/App.vbp")});
+    EXPECT_EQ(run.status, 0) << run.err;
+    EXPECT_NE(run.out.find("\"size\":" + std::to_string(size)), std::string::npos) << run.out;
+    EXPECT_NE(run.out.find("Sizes.bas\""), std::string::npos) << run.out;
+  }
+}
+
+TEST_F(ParseProjects, TellAMissingModuleWithTheProjectsLineAndReadTheOthers) {
+  folder_.Put("app/App.vbp", "Type=Exe\r\nModule=Gone; Sub\\Gone.bas\r\nClass=Main; Main.cls\r\n");
+  const auto run = RunCli({"parse", Path("app/App.vbp")});
+  EXPECT_EQ(run.status, 3);
+  EXPECT_EQ(run.out, Path("app/Main.cls") +
+                         ":1:1\ttype\tPrivate\tT\tPrivate Type T : x(1 To N) As Byte : End Type\n");
+  EXPECT_EQ(run.err, Path("app/App.vbp") +
+                         ":2:14: error: expected a file that can be read, found Sub\\Gone.bas\n"
+                         "    Module=Gone; Sub\\Gone.bas\n"
+                         "                 ^\n");
+  const auto json_run = RunCli({"--json", "parse", Path("app/App.vbp")});
+  const auto last = json_run.out.substr(json_run.out.rfind('\n', json_run.out.size() - 2) + 1);
+  EXPECT_EQ(json::parse(last), (json{{"source", Path("app/App.vbp")},
+                                     {"line", 2},
+                                     {"column", 14},
+                                     {"kind", "error"},
+                                     {"expected", "a file that can be read"},
+                                     {"found", "Sub\\Gone.bas"}}));
+}
+
+TEST_F(ParseProjects, OfAGroupDoNotSeeEachOther) {
+  folder_.Put("app/App.vbp", "Class=Main; Main.cls\n");
+  folder_.Put("common/Lib.vbp", "Module=Sizes; Sizes.bas\n");
+  folder_.Put("All.vbg",
+              "VBGROUP 5.0\nStartupProject=App\\App.vbp\nProject=common\\Lib.vbp\n"
+              "Project=gone\\Gone.vbp\n");
+  const auto run = RunCli({"--json", "parse", Path("All.vbg")});
+  EXPECT_EQ(run.status, 3);
+  EXPECT_NE(run.out.find("\"name\":\"N\""), std::string::npos) << run.out;
+  EXPECT_NE(run.out.find("\"name\":\"T\""), std::string::npos) << run.out;
+  EXPECT_EQ(run.out.find("\"size\""), std::string::npos) << run.out;
+  EXPECT_NE(run.out.find("\"line\":4"), std::string::npos) << run.out;
+}
+
+TEST_F(ParseProjects, OfOldVersionsAndFoldersAreRead) {
+  folder_.Put("app/OLD.MAK", "MAIN.CLS\r\nProjWinShow=2\r\n");
+  EXPECT_NE(RunCli({"parse", Path("app/OLD.MAK")}).out.find("\ttype\tPrivate\tT\t"),
+            std::string::npos);
+
+  folder_.Put("app/A.bas", "Public Const N = 6\n");
+  folder_.Put("app/notes.txt", "Public Const X = 6\n");
+  const auto run = RunCli({"--json", "parse", Path("app")});
+  EXPECT_EQ(run.status, 0);
+  EXPECT_NE(run.out.find("\"size\":6"), std::string::npos) << run.out;
+  EXPECT_EQ(run.out.find("\"X\""), std::string::npos) << run.out;
+  EXPECT_LT(run.out.find("A.bas"), run.out.find("Main.cls"));
+
+  std::filesystem::create_directory(folder_ / "empty");
+  EXPECT_EQ(RunCli({"parse", Path("empty")}).status, 3);
+  EXPECT_EQ(RunCli({"parse", Path("gone.vbp")}).status, 3);
+}
+
+TEST_F(ParseProjects, AreToldWithTheirModules) {
+  folder_.Put("app/App.vbp",
+              "Class=Main; Main.cls\nReference=*\\G{0}#2.0#0#..\\a.tlb#Automation\n"
+              "CondComp=\"Wide = -1\"\nName=\"App\"\n");
+  const auto run = RunCli({"--json", "parse", "--modules", Path("app/App.vbp")});
+  std::istringstream lines(run.out);
+  std::string line;
+  std::getline(lines, line);
+  std::getline(lines, line);
+  EXPECT_EQ(json::parse(line), (json{{"source", Path("app/App.vbp")},
+                                     {"kind", "project"},
+                                     {"name", "App"},
+                                     {"constants", {{"Wide", "-1"}}},
+                                     {"references",
+                                      {{{"line", 2},
+                                        {"id", "{0}#2.0#0"},
+                                        {"path", "..\\a.tlb"},
+                                        {"description", "Automation"}}}}}));
+  const auto text = RunCli({"parse", "--modules", Path("app/App.vbp")});
+  EXPECT_TRUE(text.out.starts_with(Path("app/App.vbp") + "\tproject\tApp\t1 modules\n" +
+                                   Path("app/App.vbp") + ":3:11\tconstant\tWide\t-1\n" +
+                                   Path("app/App.vbp") +
+                                   ":2:24\treference\t..\\a.tlb\tAutomation\n"))
+      << text.out;
+}
+
+TEST_F(ParseProjects, StandBehindModulesNamedOneByOne) {
+  folder_.Put("app/App.vbp", "Class=Main; Main.cls\n");
+  folder_.Put("m.bas", "Public Const N = 2\n");
+  folder_.Put("n.bas", "Type U\ny(1 To N) As Byte\nEnd Type\n");
+  const auto run = RunCli({"--json", "parse", Path("m.bas"), Path("app/App.vbp"), Path("n.bas")});
+  EXPECT_NE(run.out.find("\"size\":2"), std::string::npos) << run.out;
+  EXPECT_LT(run.out.find("n.bas"), run.out.find("Main.cls"));
+}
+
 }  // namespace
 }  // namespace declarium::cli
