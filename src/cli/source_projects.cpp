@@ -57,7 +57,8 @@ class SourceReader {
     auto text = TextOf(ViewSource(argument, session_));
     const auto kind = vb::ProjectFileKindOf(FromUtf8(argument));
     if (!kind) return ReadModule(argument, std::move(text));
-    if (*kind == vb::ProjectFileKind::kProject) return ReadProject(PathOf(argument), std::move(text));
+    if (*kind == vb::ProjectFileKind::kProject)
+      return ReadProject(PathOf(argument), std::move(text));
     ReadGroup(PathOf(argument), std::move(text));
   }
 
@@ -112,8 +113,7 @@ class SourceReader {
 
   // The file's text; an error of the project when it cannot be read.
   static std::optional<std::u16string> TextAt(const fs::path& file, SourceProject& project,
-                                              std::u16string_view written,
-                                              const vb::Place& place) {
+                                              std::u16string_view written, const vb::Place& place) {
     if (const auto view = ViewFile(file)) return TextOf(*view);
     project.project.errors.push_back({place, "a file that can be read", written, place});
     project.has_all_files = false;

@@ -22,9 +22,9 @@ struct SourceModule {
 // Modules that see each other's public declarations. It stays where it is: its parts refer into
 // each other.
 struct SourceProject {
-  std::string name;      // of its file or folder; empty for modules named one by one
-  std::u16string text;   // what `project` refers into; empty for a folder
-  vb::Project project;   // its errors tell of files that cannot be read, too
+  std::string name;     // of its file or folder; empty for modules named one by one
+  std::u16string text;  // what `project` refers into; empty for a folder
+  vb::Project project;  // its errors tell of files that cannot be read, too
   std::deque<SourceModule> modules;
   bool has_all_files = true;
 };

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <span>
 #include <utility>
 
 #include "text/text.h"
@@ -163,7 +164,8 @@ class ModuleReader {
     if (word.IsWord(u"declare") || word.IsWord(u"declarewide")) return ReadDeclare(prefix);
     if (word.IsWord(u"type")) return ReadRecord(prefix);
     if (word.IsWord(u"enum")) return ReadEnumeration(prefix);
-    if (prefix.words == 0) ReadModuleLine(word);
+    if (prefix.words == 0) return ReadModuleLine(word);
+    if (!word.IsWord(u"event")) CheckVariables(prefix.words);
   }
 
   void DropLineNumber() {
@@ -179,8 +181,28 @@ class ModuleReader {
         lowest_ = Tokens()[2].text == u"1" ? u"1" : u"";
     } else if (word.IsWord(u"attribute")) {
       ReadAttribute();
+    } else if (word.IsWord(u"dim")) {
+      CheckVariables(1);
     } else {
       defaults_.Read(Tokens());
+    }
+  }
+
+  // What has such a name is read all the same: only its name is wrong.
+  void CheckName(std::u16string_view name, const Place& place) {
+    if (IsRefusedAsName(name)) Refuse({place, "a name that is no reserved word", name});
+  }
+
+  // The names of variables behind Dim and its like.
+  void CheckVariables(std::size_t behind_words) {
+    std::size_t open = 0;
+    bool is_name_next = true;
+    for (const auto& token : std::span(Tokens()).subspan(behind_words)) {
+      if (is_name_next && token.IsWord(u"withevents")) continue;
+      if (std::exchange(is_name_next, false)) CheckName(token.text, token.place);
+      if (token.IsOperator(u'(')) ++open;
+      if (token.IsOperator(u')') && open > 0) --open;
+      is_name_next = open == 0 && token.IsOperator(u',');
     }
   }
 
@@ -261,6 +283,7 @@ class ModuleReader {
       auto constant = ReadConstant(cursor);
       if (!constant) return Refuse(constant.error());
       auto declaration = Begin(prefix, procedure_ ? Scope::kLocal : Scope::kPrivate);
+      CheckName(constant->name, constant->place);
       declaration.name = constant->name;
       declaration.name_place = constant->place;
       declaration.what = constant->constant;
@@ -274,6 +297,9 @@ class ModuleReader {
     auto external = ReadExternal(cursor, defaults_);
     if (!external) return Refuse(external.error());
     external->external.is_wide = is_wide;
+    CheckName(external->name, external->place);
+    for (const auto& parameter : external->external.parameters)
+      CheckName(parameter.name, parameter.place);
     auto declaration = Begin(prefix, DefaultScope());
     declaration.name = external->name;
     declaration.name_place = external->place;
@@ -294,6 +320,7 @@ class ModuleReader {
       Refuse({rest.place, "the end of the statement", rest.text});
       return std::nullopt;
     }
+    CheckName(name.text, name.place);
     auto declaration = Begin(prefix, scope);
     declaration.name = name.text;
     declaration.name_place = name.place;
@@ -373,6 +400,7 @@ class ModuleReader {
       auto cursor = CursorBehind(0);
       auto member = ReadEnumMember(cursor);
       if (!member) return Refuse(member.error());
+      CheckName(member->name, member->place);
       member->condition = conditions_.Current();
       enumeration.members.push_back(*member);
     });

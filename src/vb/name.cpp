@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <set>
 
+#include "text/text.h"
+
 namespace declarium::vb {
 namespace {
 
@@ -33,6 +35,25 @@ const std::set<std::string, std::less<>>& ReservedWords() {
   return words;
 }
 
+constexpr std::u16string_view kRefusedNames[] = {
+    u"addressof",  u"and",        u"any",      u"as",      u"boolean", u"byref",    u"byte",
+    u"byval",      u"call",       u"case",     u"close",   u"const",   u"currency", u"declare",
+    u"defbool",    u"defbyte",    u"defcur",   u"defdate", u"defdbl",  u"defint",   u"deflng",
+    u"defobj",     u"defsng",     u"defstr",   u"defvar",  u"dim",     u"do",       u"double",
+    u"each",       u"else",       u"elseif",   u"empty",   u"end",     u"endif",    u"enum",
+    u"eqv",        u"erase",      u"event",    u"exit",    u"false",   u"for",      u"friend",
+    u"function",   u"get",        u"global",   u"gosub",   u"goto",    u"if",       u"imp",
+    u"implements", u"in",         u"input",    u"integer", u"is",      u"let",      u"like",
+    u"lock",       u"long",       u"loop",     u"lset",    u"mod",     u"new",      u"next",
+    u"not",        u"nothing",    u"null",     u"on",      u"open",    u"option",   u"optional",
+    u"or",         u"paramarray", u"preserve", u"print",   u"private", u"public",   u"put",
+    u"raiseevent", u"redim",      u"rem",      u"resume",  u"return",  u"rset",     u"seek",
+    u"select",     u"set",        u"shared",   u"single",  u"spc",     u"static",   u"stop",
+    u"string",     u"sub",        u"tab",      u"then",    u"to",      u"true",     u"type",
+    u"typeof",     u"unlock",     u"until",    u"variant", u"wend",    u"while",    u"with",
+    u"withevents", u"write",      u"xor"};
+static_assert(std::ranges::is_sorted(kRefusedNames));
+
 bool IsLetter(char c) {
   return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
 }
@@ -61,6 +82,15 @@ bool IsReservedWord(std::u16string_view word) {
   std::string narrow;
   for (const char16_t c : word) narrow += static_cast<char>(c);
   return IsReservedWord(narrow);
+}
+
+bool IsRefusedAsName(std::u16string_view word) noexcept {
+  constexpr std::size_t kLongest = 10;
+  char16_t lowered[kLongest];
+  if (word.size() > kLongest) return false;
+  const auto* const end =
+      std::ranges::transform(word, lowered, [](char16_t unit) { return LowerCase(unit); }).out;
+  return std::ranges::binary_search(kRefusedNames, std::u16string_view(lowered, end));
 }
 
 bool IsLegalName(std::string_view name) {

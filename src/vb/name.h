@@ -10,6 +10,13 @@ namespace declarium::vb {
 [[nodiscard]] bool IsReservedWord(std::string_view word);
 [[nodiscard]] bool IsReservedWord(std::u16string_view word);
 
+// Whether the language refuses the word, in any case, as the name of a variable, parameter,
+// procedure, constant or type. These are the reserved identifiers of the language's documentation
+// without those that programs are known to declare all the same: the names of functions (Date,
+// Len), and words that only later versions reserve (LongPtr). Members of records and what stands
+// behind "." may have any name.
+[[nodiscard]] bool IsRefusedAsName(std::u16string_view word) noexcept;
+
 // A letter, then letters, digits and underscores, at most 255 in all, and no reserved word.
 [[nodiscard]] bool IsLegalName(std::string_view name);
 

@@ -86,9 +86,12 @@ class ProjectReader {
   static std::optional<ModuleKind> KindOf(std::u16string_view key) {
     // A designer's code is that of a class.
     static constexpr std::pair<std::u16string_view, ModuleKind> kKeys[] = {
-        {u"Module", ModuleKind::kStandard},       {u"Class", ModuleKind::kClass},
-        {u"Form", ModuleKind::kForm},             {u"UserControl", ModuleKind::kControl},
-        {u"UserDocument", ModuleKind::kDocument}, {u"PropertyPage", ModuleKind::kPropertyPage},
+        {u"Module", ModuleKind::kStandard},
+        {u"Class", ModuleKind::kClass},
+        {u"Form", ModuleKind::kForm},
+        {u"UserControl", ModuleKind::kControl},
+        {u"UserDocument", ModuleKind::kDocument},
+        {u"PropertyPage", ModuleKind::kPropertyPage},
         {u"Designer", ModuleKind::kClass}};
     const auto* const found = std::ranges::find_if(
         kKeys, [key](const auto& each) { return EqualIgnoringCase(key, each.first); });

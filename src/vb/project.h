@@ -10,7 +10,8 @@
 //   Object={GUID}#1.2#0; Path                                a library of controls
 //   CondComp="Debugging = -1 : Limit = 2"                    constants for #If in every module
 //   Name="Project1"
-//   Path                                                     in a .mak: a module, or controls (.vbx)
+//   Path                                                     in a .mak: a module, or controls
+//   (.vbx)
 //
 // Other keys say nothing about modules; nor do the sections that add-ins keep at the end, "[Name]"
 // and what follows.

@@ -331,5 +331,42 @@ TEST(Modules, FindInProceduresWhatReadingEveryStatementFinds) {
   }
 }
 
+// Every place where a reserved word stands for a name that the language refuses, and those where it
+// takes any word.
+TEST(ReservedWords, AreRefusedAsNamesOnlyWhereTheLanguageDoes) {
+  const struct {
+    std::u16string_view text;
+    std::u16string_view refused;  // parted by blanks
+  } cases[] = {
+      {u"Declare Sub S Lib \"l\" (ByVal Next As Long, x As Long, [End] As Long, STRING As Any)",
+       u"Next STRING"},
+      {u"Declare Function Close Lib \"l\" () As Long", u"Close"},
+      {u"Const A = 1, Stop = 2", u"Stop"},
+      {u"Enum Type\nNew\n[Get]\nOther = 2\nEnd Enum", u"Type New"},
+      {u"Type Loop\nNext As Long\nType As Long\nEnd As String * 4\nEnd Type", u"Loop"},
+      {u"Dim a, Exit As Long, b(1 To 2, 3) As New Collection, Set", u"Exit Set"},
+      {u"Public a As Long\nPrivate WithEvents Do As Form\nGlobal Let", u"Do Let"},
+      {u"Public Event Changed(ByVal x As Long)\nPrivate Static Sub S()\nEnd Sub", u""},
+      {u"Dim Date As Date, Len As Long, LongPtr As Long, Name, Object, Text, Error, Base", u""},
+      {u"Sub S()\nx.Next = y!End\nCall F(Type:=1, Next:=2)\nEnd Sub", u""},
+      {u"Attribute Next.VB_UserMemId = 0\nOption Private Module\nDefLng A-Z", u""},
+  };
+  for (const auto& [text, refused] : cases) {
+    std::u16string found;
+    for (const auto& error : ReadModule(text).errors) {
+      EXPECT_EQ(error.expected, "a name that is no reserved word");
+      EXPECT_EQ(text.substr(error.place.offset, error.found.size()), error.found);
+      found.append(found.empty() ? u"" : u" ").append(error.found);
+    }
+    EXPECT_EQ(ToUtf8(found), ToUtf8(refused)) << ToUtf8(text);
+  }
+}
+
+TEST(ReservedWords, LeaveTheirDeclarationsReadable) {
+  const auto module = ReadModule(u"Declare Sub S Lib \"l\" (ByVal Next As Long)\nConst Get = 1");
+  EXPECT_EQ(Names(module), "S Get ");
+  EXPECT_EQ(module.errors.size(), 2u);
+}
+
 }  // namespace
 }  // namespace declarium::vb

@@ -24,10 +24,11 @@ TEST(Projects, ListModulesOfEveryKindInTheOrderOfTheFile) {
       u"class=DClass;D_Class.cls\r\nUserControl=U.ctl\r\nUserDocument=D.dob\r\n"
       u"PropertyPage=P.pag\r\nDesigner=Env.Dsr\r\nModule=Odd; Odd.txt\r\nRelatedDoc=Read me.txt\r\n"
       u"Startup=\"Sub Main\"\r\nName=\"Project1\"\r\n");
-  EXPECT_EQ(Modules(project),
-            "form |B_Form.frm\nstandard CModule|..\\Common\\C_Module.bas\nclass DClass|D_Class.cls\n"
-            "control |U.ctl\ndocument |D.dob\nproperty page |P.pag\nclass |Env.Dsr\n"
-            "standard Odd|Odd.txt\n");
+  EXPECT_EQ(
+      Modules(project),
+      "form |B_Form.frm\nstandard CModule|..\\Common\\C_Module.bas\nclass DClass|D_Class.cls\n"
+      "control |U.ctl\ndocument |D.dob\nproperty page |P.pag\nclass |Env.Dsr\n"
+      "standard Odd|Odd.txt\n");
   EXPECT_EQ(project.name, u"Project1");
   EXPECT_TRUE(project.errors.empty());
 }
