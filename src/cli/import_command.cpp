@@ -118,12 +118,11 @@ void PrintReportAsJson(const ImportReport& report, const Session& session) {
                 {{"source", source}, {"line", line.number}, {"reason", ReasonText(line.reason)}});
     }
     for (const auto& each : differences) {
-      PrintJson(session, {{"source", source},
-                          {"line", each.line},
-                          {"column", each.column},
-                          {"reason", "differs"},
-                          {"kind", KindWord(each.kind)},
-                          {"name", ToUtf8(each.name)}});
+      nlohmann::ordered_json object = {
+          {"source", source},    {"line", each.line},           {"column", each.column},
+          {"reason", "differs"}, {"kind", KindWord(each.kind)}, {"name", ToUtf8(each.name)}};
+      if (each.change != Change::kNone) object["note"] = ChangeText(each.change);
+      PrintJson(session, object);
     }
   }
 }
@@ -137,7 +136,10 @@ void PrintReportAsText(const ImportReport& report, const Session& session) {
     for (const auto& each : differences) {
       session.streams.err << source << ':' << each.line << ':' << each.column
                           << ": differs, taken as Visual Basic reads it: "
-                          << QualifiedName(each.kind, each.name) << '\n';
+                          << QualifiedName(each.kind, each.name);
+      if (each.change != Change::kNone)
+        session.streams.err << " (" << ChangeText(each.change) << ')';
+      session.streams.err << '\n';
     }
   }
   for (const auto kind : kKinds) {

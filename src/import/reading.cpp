@@ -177,6 +177,7 @@ struct Entry {
   Rank rank;
   bool differs;
   bool is_literally_read;  // whether the literal rules make an item here at all
+  Change change = Change::kNone;
 };
 
 // Tells the names of the kinds apart, without regard to case.
@@ -240,6 +241,8 @@ class Reader {
                 is_literally_read};
     entry.name = agrees ? names[0] : declaration.name;
     entry.item = agrees ? std::u16string(items[0]) : Canonical(declaration, end);
+    const auto* const external = declaration.As<vb::External>();
+    if (external != nullptr && external->is_ptr_safe) entry.change = Change::kPtrSafeDropped;
     entries_.push_back(std::move(entry));
   }
 
@@ -263,7 +266,8 @@ class Reader {
       item += kValueSeparator;
       item += MemberValue(member, before);
       entries_.push_back({Kind::kConst, std::u16string(member.name), std::move(item), member.place,
-                          RankOf(declaration.scope, member.condition), true, false});
+                          RankOf(declaration.scope, member.condition), true, false,
+                          Change::kEnumMember});
       before = member.name;
     }
   }
@@ -317,7 +321,8 @@ class Reader {
   }
 
   void Tell(const Entry& entry) {
-    reading_.differences.push_back({entry.kind, entry.name, entry.place.line, entry.place.column});
+    reading_.differences.push_back(
+        {entry.kind, entry.name, entry.place.line, entry.place.column, entry.change});
   }
 
   // Items that the literal rules make of lines that declare nothing.
@@ -361,6 +366,18 @@ class Reader {
 };
 
 }  // namespace
+
+std::string_view ChangeText(Change change) {
+  switch (change) {
+    case Change::kNone:
+      return {};
+    case Change::kPtrSafeDropped:
+      return "PtrSafe is dropped";
+    case Change::kEnumMember:
+      return "a member of an Enum becomes a constant";
+  }
+  return {};
+}
 
 SourceReading ReadAsVisualBasic(std::u16string_view source, const ParsedItems& literal) {
   return Reader(source, literal).Read();

@@ -21,12 +21,23 @@ namespace declarium {
 
 enum class Reading { kVisualBasic, kLiteral };
 
+// What a difference changes beyond the spelling.
+enum class Change {
+  kNone,
+  kPtrSafeDropped,  // the item lacks the word, which VB6 does not know
+  kEnumMember,      // a member of an Enum became a constant
+};
+
+// For people: "PtrSafe is dropped"; empty for kNone.
+[[nodiscard]] std::string_view ChangeText(Change change);
+
 // A declaration that the literal rules would store differently, or that is only theirs.
 struct Difference {
   Kind kind;
   std::u16string name;
   std::uint32_t line;    // 1-based, where the declaration begins
   std::uint32_t column;  // 1-based, in UTF-16 units
+  Change change = Change::kNone;
 };
 
 struct SourceReading {

@@ -210,5 +210,20 @@ TEST_F(ImportCommand, ImportingTwiceGivesTheSameFile) {
   EXPECT_EQ(Bytes("sample.api"), before);
 }
 
+TEST_F(ImportCommand, SaysThatPtrSafeIsDroppedAndThatMembersBecomeConstants) {
+  folder_.Put("p.bas", "Declare PtrSafe Sub S Lib \"k\" ()\r\nEnum E\r\n M\r\nEnd Enum\r\n");
+  const auto run = RunCli({"import", library_, Path("p.bas")});
+  EXPECT_EQ(run.err, Path("p.bas") +
+                         ":1:1: differs, taken as Visual Basic reads it: declare:S (PtrSafe is "
+                         "dropped)\n" +
+                         Path("p.bas") +
+                         ":3:2: differs, taken as Visual Basic reads it: const:M (a member of an "
+                         "Enum becomes a constant)\n");
+  const auto json_run = RunCli({"--json", "import", library_, Path("p.bas")});
+  EXPECT_NE(json_run.out.find("\"name\":\"S\",\"note\":\"PtrSafe is dropped\"}"), std::string::npos)
+      << json_run.out;
+  EXPECT_EQ(RunCli({"show", library_, "S"}).out, "Declare Sub S Lib \"k\" ()\n");
+}
+
 }  // namespace
 }  // namespace declarium::cli

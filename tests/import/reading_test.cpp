@@ -37,8 +37,8 @@ std::u16string Rendered(const ParsedItems& items) {
 
 std::string Differences(const SourceReading& reading) {
   std::string text;
-  for (const auto& [kind, name, line, column] : reading.differences)
-    text += ToUtf8(name) + ":" + std::to_string(line) + " ";
+  for (const auto& each : reading.differences)
+    text += ToUtf8(each.name) + ":" + std::to_string(each.line) + " ";
   return text;
 }
 
@@ -246,6 +246,16 @@ TEST(VisualBasicReading, SaysTheSameWhenItIsReadAgain) {
     const auto rendered = Rendered(reading.items);
     ASSERT_EQ(ToUtf8(Rendered(ReadVb(rendered).items)), ToUtf8(rendered)) << ToUtf8(source);
   }
+}
+
+TEST(VisualBasicReading, TellsADroppedPtrSafeAndMembersThatBecameConstants) {
+  const auto reading = ReadVb(
+      u"Declare PtrSafe Sub S Lib \"k\" ()\nEnum E\nM\nEnd Enum\nConst A =1\n"
+      u"Declare Sub T Lib \"k\" ()");
+  ASSERT_EQ(Differences(reading), "S:1 M:3 A:5 ");
+  EXPECT_EQ(reading.differences[0].change, Change::kPtrSafeDropped);
+  EXPECT_EQ(reading.differences[1].change, Change::kEnumMember);
+  EXPECT_EQ(reading.differences[2].change, Change::kNone);
 }
 
 }  // namespace
