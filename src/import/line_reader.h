@@ -1,5 +1,7 @@
 // The line routines below the declaration parser: continuation lines, normalizing a declaration
-// line, the rest of a line behind its n-th blank, and the sort that orders a library.
+// line, the rest of a line behind its n-th blank, and the sort that orders a library. They do not
+// stand on vb/token.h: what they do counts single blanks and takes any apostrophe for a comment,
+// inside a string too, and libraries hold its results to the character.
 #pragma once
 
 #include <optional>

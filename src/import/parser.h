@@ -1,6 +1,8 @@
 // Recognizes Const, Declare and Type declarations in source text, line by line and by first words,
 // and packs them into items. Everything else (Enum blocks, Global and Dim lines, procedures,
 // comments) is passed over; the rest of a declaration is taken as text, its syntax is not checked.
+// It reads words between blanks, not the tokens of vb/token.h: items are kept to the character,
+// blanks and comments included, and most lines are dismissed by their first letters alone.
 #pragma once
 
 #include <array>

@@ -1,7 +1,9 @@
 // The shared items of an item: the names of the constants (icon 1) and records (icon 3) that its
 // text refers to, which must be inserted with it for it to compile. The analysis is textual and one
 // level deep: names are neither looked up nor followed. Each list is grouped by icon, in ascending
-// order of the lower-cased names, and holds no name twice in a group.
+// order of the lower-cased names, and holds no name twice in a group. It cuts words at blanks, not
+// the tokens of vb/token.h: an operator counts only where it is a word, and half a declaration, as
+// a library may hold, gives its names too.
 #pragma once
 
 #include <string_view>

@@ -1,4 +1,6 @@
-// The tests of the advanced search on single items.
+// The tests of the advanced search on single items. They look for words of the stored text with
+// patterns and cut no tokens (vb/token.h): a search reads every item of a library, and what it
+// finds must not depend on whether the declaration is well-formed.
 #pragma once
 
 #include <optional>

@@ -21,8 +21,8 @@ struct ColorRun {
 // or comma at either end of a word is colored by itself. A word inside quotes is never a keyword;
 // a word that begins with an apostrophe, inside quotes too, colors the rest of the line and its
 // line end as a comment. Blanks and line ends have the color then current. A word that is a lone
-// "(" or
-// ")" comes out twice: the display has always shown it so.
+// "(" or ")" comes out twice: the display has always shown it so. That, and the blanks that cut
+// words, is why it does not stand on vb/token.h: every item ever shown must keep its colors.
 [[nodiscard]] std::vector<ColorRun> FormatText(std::u16string_view text);
 
 }  // namespace declarium
