@@ -161,6 +161,20 @@ TEST_F(ImportAndAdd, AddOfAnEmptyTextAndCancelChangeNothing) {
   EXPECT_FALSE(window_->OpenDatabase().dirty);
 }
 
+// Showing what was added handles pending events: here the dialog's end and another opening of it.
+TEST_F(ImportAndAdd, ADialogOpenedWhileAnotherAddsIsAnother) {
+  Script().InForm("frmAdd", [this](class Form& first) {
+    first.Get<TextBox>("Text1").SetText(u"Const Y = 1");
+    toolkit_->Post([this, &first] {
+      first.Unload();
+      Add(u"Const Z = 2", "Command1");
+    });
+    User().Click(first.Get<CommandButton>("Command1"));
+  });
+  User().ChooseMenu(*Form().frmMain, "mnuAdd");
+  EXPECT_EQ(RowsOf(Form().lstConst), (Rows{u"A", u"B", u"MAX_PATH", u"Y", u"Z"}));
+}
+
 TEST_F(ImportAndAdd, AddOfTextWithoutDeclarationsStillCountsAsAChange) {
   Add(u"nothing here", "Command1");
   EXPECT_EQ(RowsOf(Form().lstConst), (Rows{u"A", u"B", u"MAX_PATH"}));

@@ -99,6 +99,46 @@ TEST_F(WithTwoLibraries, ChoosingARowLoadsItsLibraryAndShowsItsItems) {
   EXPECT_TRUE(Messages().empty());
 }
 
+// Filling the list handles pending events: here one that opens the other library.
+TEST_F(WithTwoLibraries, ALibraryOpenedWhileAnotherIsBeingOpenedStaysOpenAndWhole) {
+  toolkit_->Post([&] {
+    Script().AnswerFile(FileAt("a.api").u16string());
+    User().ChooseMenu(*Form().frmMain, "mnuOpen");
+  });
+  User().ChooseRow(Form().cmbDatabase, 1);
+  const Library& library = window_->OpenDatabase();
+  EXPECT_EQ(library.path, FileAt("a.api"));
+  EXPECT_EQ(library.title, u"Win");
+  EXPECT_EQ(Form().frmMain->Caption(), u"Win - Declarium 3.0");
+  EXPECT_EQ(RowsOf(Form().lstConst), (Rows{u"A", u"B", u"MAX_PATH"}));
+  const auto before = ReadFile("a.api");
+  User().ChooseMenu(*Form().frmMain, "mnuSave");
+  EXPECT_EQ(ReadFile("a.api"), before);
+}
+
+TEST_F(WithTwoLibraries, ALibraryOpenedWhileAFaultyOneIsRefusedStaysOpenAndWhole) {
+  WriteFile("faulty.api", "Faulty\x02X\x01\x01");
+  const auto other = ReadFile("b.api");
+  toolkit_->Post([&] { User().ChooseRow(Form().cmbDatabase, 1); });
+  Script().AnswerFile(FileAt("faulty.api").u16string());
+  Script().AnswerMessage(Answer::kOk);
+  User().ChooseMenu(*Form().frmMain, "mnuOpen");
+  EXPECT_EQ(Messages(), (Rows{u"Neplatný formát databázy."}));
+  EXPECT_EQ(window_->OpenDatabase().path, FileAt("b.api"));
+  EXPECT_EQ(RowsOf(Form().lstConst), (Rows{u"C", u"D"}));
+  User().ChooseMenu(*Form().frmMain, "mnuSave");
+  EXPECT_EQ(ReadFile("b.api"), other);
+  EXPECT_EQ(ReadFile("a.api").substr(0, 3), "Win");
+}
+
+TEST_F(WithTwoLibraries, SavingWhileALibraryIsBeingOpenedWritesItWhole) {
+  const auto other = ReadFile("b.api");
+  toolkit_->Post([&] { User().ChooseMenu(*Form().frmMain, "mnuSave"); });
+  User().ChooseRow(Form().cmbDatabase, 1);
+  EXPECT_EQ(ReadFile("b.api"), other);
+  EXPECT_TRUE(Messages().empty());
+}
+
 TEST_F(WithTwoLibraries, ChoosingTheLoadedRowDoesNothing) {
   MakeDirty();
   User().ChooseRow(Form().cmbDatabase, 0);

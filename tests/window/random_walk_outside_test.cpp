@@ -117,11 +117,21 @@ class RandomWalk : public OutsideTest {
     EXPECT_EQ(Program().WaitForEnd(), 0) << "the program died";
   }
 
+  // A dialog is answered again only when it has not taken the last answer: Wine 8's file dialog
+  // frees what it shows with each answer that arrives.
+  HWND DialogToAnswer() {
+    constexpr ULONGLONG kTaken = 1000;  // milliseconds
+    const HWND dialog = Program().FindDialog();
+    if (!dialog || !IsWindowEnabled(dialog)) return nullptr;
+    const ULONGLONG now = GetTickCount64();
+    if (dialog == answered_ && now - answered_at_ < kTaken) return nullptr;
+    answered_at_ = now;
+    return answered_ = dialog;
+  }
+
   void CloseFront() {
-    if (const HWND dialog = Program().FindDialog()) {
-      const HWND no = GetDlgItem(dialog, IDNO);
-      PostMessageW(dialog, WM_COMMAND, no ? IDNO : IDCANCEL, 0);
-      PostMessageW(dialog, WM_COMMAND, IDOK, 0);
+    if (const HWND dialog = DialogToAnswer()) {
+      PostMessageW(dialog, WM_COMMAND, GetDlgItem(dialog, IDNO) ? IDNO : IDCANCEL, 0);
       return;
     }
     for (const HWND window : Windows()) {
@@ -249,7 +259,7 @@ class RandomWalk : public OutsideTest {
   // The system's own dialogs are only answered: with keys and clicks in its list of files anything
   // could be deleted.
   void AnswerSomeDialog() {
-    const HWND dialog = Program().FindDialog();
+    const HWND dialog = DialogToAnswer();
     if (!dialog) return;
     if (const HWND filter = GetDlgItem(dialog, kFileFilter))
       return AnswerFileDialog(dialog, filter);
@@ -295,6 +305,8 @@ class RandomWalk : public OutsideTest {
   }
 
   std::mt19937 random_;
+  HWND answered_ = nullptr;
+  ULONGLONG answered_at_ = 0;
   std::deque<std::string> story_;  // the last actions: number, action, window
 };
 

@@ -49,16 +49,16 @@ const FormDefinition& AddDialogDefinition() {
 AddDialog::AddDialog(Toolkit& toolkit, Library& library, KindSelector& selector)
     : toolkit_(toolkit), library_(library), selector_(selector) {}
 
+// Adding handles pending events, which may open this dialog once more: each has its own form.
 void AddDialog::Show(Form& owner) {
-  frmAdd_ = toolkit_.CreateForm(kDefinition);
-  frmAdd_->Get<CommandButton>("Command1").on_click = [this] { Command1_Click(); };
-  frmAdd_->Get<CommandButton>("Command2").on_click = [this] { Command2_Click(); };
-  frmAdd_->Show(ShowMode::kModal, &owner);
-  frmAdd_.reset();
+  const auto form = toolkit_.CreateForm(kDefinition);
+  form->Get<CommandButton>("Command1").on_click = [this, &form] { Command1_Click(*form); };
+  form->Get<CommandButton>("Command2").on_click = [&form] { form->Unload(); };
+  form->Show(ShowMode::kModal, &owner);
 }
 
-void AddDialog::Command1_Click() {
-  auto text = frmAdd_->Get<TextBox>("Text1").Text();
+void AddDialog::Command1_Click(Form& form) {
+  auto text = form.Get<TextBox>("Text1").Text();
   if (!text.empty()) {
     auto source = ReadSource(text);
     JoinContinuedLines(source);
@@ -69,11 +69,7 @@ void AddDialog::Command1_Click() {
   } else {
     toolkit_.SetPointer(MousePointer::kDefault);
   }
-  frmAdd_->Unload();
-}
-
-void AddDialog::Command2_Click() {
-  frmAdd_->Unload();
+  form.Unload();
 }
 
 }  // namespace declarium

@@ -1,8 +1,6 @@
 // frmAdd: declarations typed or pasted, added to the open library.
 #pragma once
 
-#include <memory>
-
 #include "library/ui/kind_selector.h"
 #include "toolkit/form.h"
 #include "toolkit/toolkit.h"
@@ -18,13 +16,11 @@ class AddDialog {
   void Show(Form& owner);
 
  private:
-  void Command1_Click();
-  void Command2_Click();
+  void Command1_Click(Form& form);
 
   Toolkit& toolkit_;
   Library& library_;
   KindSelector& selector_;
-  std::unique_ptr<Form> frmAdd_;
 };
 
 // For the list of control names and for tests.

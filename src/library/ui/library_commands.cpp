@@ -75,37 +75,51 @@ void LibraryCommands::SetDatabaseTitle(std::u16string_view title) {
 }
 
 void LibraryCommands::LoadDatabase(const std::filesystem::path& path) {
-  const auto old_path = library_.path;
   const auto read = ReadStampedOrTell(toolkit_, path);
-  if (TryLoad(CutIntoSections(read.bytes), path)) {
-    library_.stamp = read.stamp;
-    return;
+  if (auto library = ParseLibrary(read.bytes, path)) {
+    library->stamp = read.stamp;
+    library->dirty = library_.dirty;
+    Open(*std::move(library));
+  } else {
+    RefuseFaulty(CutIntoSections(read.bytes), path);
+  }
+}
+
+// Names and items are taken over at once, before events can save or change them.
+void LibraryCommands::Open(Library library) {
+  library_ = std::move(library);
+  if (!ShowLists()) return;
+  SetDatabaseTitle(std::u16string(library_.title));
+  last_title_.clear();
+  ShowInCatalogue(library_.path);
+  EnableDatabaseCommands(true);
+  controls_.lstFind.Clear();
+  controls_.lstShare.Clear();
+}
+
+// The order of the steps decides what a faulty file leaves changed.
+void LibraryCommands::RefuseFaulty(const LibrarySections& sections,
+                                   const std::filesystem::path& path) {
+  const auto old_path = library_.path;
+  bool is_open = true;
+  if (TakeNames(sections, library_)) {
+    library_.whole = false;
+    library_.path = path;
+    is_open = ShowLists();
   }
   toolkit_.ShowMessage(
       {std::u16string(texts::kInvalidFormat), MessageButtons::kOk, MessageIcon::kCritical});
+  if (!is_open) return;
   last_title_.clear();
   EnableDatabaseCommands(false);
   library_.path = old_path;
   if (controls_.cmbDatabase.RowCount() > 0) controls_.cmbDatabase.SetListIndex(0);
 }
 
-// The order of the steps decides what a faulty file leaves changed.
-bool LibraryCommands::TryLoad(const LibrarySections& sections, const std::filesystem::path& path) {
-  if (!TakeNames(sections, library_)) return false;
-  library_.whole = false;
-  selector_.ClearLists();
-  library_.path = path;
-  selector_.Reselect();
-  if (!TakeItems(sections, library_)) return false;
-  library_.whole = true;
-  SetDatabaseTitle(sections.title);
-  library_.path = path;
-  last_title_.clear();
-  ShowInCatalogue(path);
-  EnableDatabaseCommands(true);
-  controls_.lstFind.Clear();
-  controls_.lstShare.Clear();
-  return true;
+bool LibraryCommands::ShowLists() {
+  const auto load = ++loads_;
+  selector_.Refill();
+  return load == loads_;
 }
 
 void LibraryCommands::ShowInCatalogue(const std::filesystem::path& path) {
@@ -247,11 +261,16 @@ void LibraryCommands::mnuSaveAs_Click() {
 
 void LibraryCommands::OpenVersion(const std::filesystem::path& path, std::string_view bytes) {
   if (!AskSaveChanges()) return;
-  const auto stamp = path == library_.path ? library_.stamp : std::nullopt;
-  if (!TryLoad(CutIntoSections(bytes), path)) return;
+  auto library = ParseLibrary(bytes, path);
+  if (!library) {
+    toolkit_.ShowMessage(
+        {std::u16string(texts::kInvalidFormat), MessageButtons::kOk, MessageIcon::kCritical});
+    return;
+  }
   // What the file holds now is known: replacing it is what the user is about to do.
-  library_.stamp = stamp;
-  library_.dirty = true;
+  if (path == library_.path) library->stamp = library_.stamp;
+  library->dirty = true;
+  Open(*std::move(library));
 }
 
 void LibraryCommands::mnuRestore_Click() {

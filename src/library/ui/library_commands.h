@@ -88,7 +88,11 @@ class LibraryCommands {
   void mnuDeleteDbItem_Click();
 
  private:
-  [[nodiscard]] bool TryLoad(const LibrarySections& sections, const std::filesystem::path& path);
+  void Open(Library library);
+  void RefuseFaulty(const LibrarySections& sections, const std::filesystem::path& path);
+  // Shows the lists of the library that has just been taken over. That handles pending events,
+  // which may open another one: false then, and that one stays open.
+  [[nodiscard]] bool ShowLists();
   [[nodiscard]] bool MayReplace();
   void WriteLibrary(const std::filesystem::path& path);
   // The title typed; empty when cancelled, and after a message when no file could hold it.
@@ -105,6 +109,7 @@ class LibraryCommands {
   DatabaseList catalogue_;
   std::u16string last_title_;  // the title last switched to; empty after every load
   int last_row_ = -1;          // its row, to go back to when a switch is cancelled
+  int loads_ = 0;
   bool suppress_click_ = false;
   bool save_refused_ = false;  // the user chose to keep what somebody else has written
 };

@@ -135,6 +135,7 @@ void HeadlessForm::Show(ShowMode mode, Form* owner) {
 void HeadlessForm::Hide() {
   if (!visible_) return;
   visible_ = false;
+  if (on_hide_) on_hide_();
   toolkit_.Deactivate(*this);
 }
 

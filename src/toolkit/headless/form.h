@@ -2,6 +2,7 @@
 // 20 pixels high.
 #pragma once
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -78,6 +79,8 @@ class HeadlessForm : public Form, public FocusOwner {
   // A modal form or dialog is open above this form.
   void Block() { ++blocked_; }
   void Unblock() { --blocked_; }
+  // What the end of a modal form's being shown does at once.
+  void SetOnHide(std::function<void()> action) { on_hide_ = std::move(action); }
   void PaintPictures();
   // Gives the focus to the control that had it last, or to the first tab stop.
   void TakeFocus();
@@ -118,6 +121,7 @@ class HeadlessForm : public Form, public FocusOwner {
   int times_brought_to_top_ = 0;
   int locks_ = 0;
   int blocked_ = 0;
+  std::function<void()> on_hide_;
   Placement placement_;
   ShowCommand restored_ = ShowCommand::kNormal;  // what a minimized form was and becomes again
   Form* owner_ = nullptr;

@@ -22,12 +22,17 @@ class HeadlessToolkit::OpenDialog {
   }
   ~OpenDialog() {
     --toolkit_.open_dialogs_;
-    for (HeadlessForm* form : blocked_) {
-      if (std::ranges::find(toolkit_.forms_, form) != toolkit_.forms_.end()) form->Unblock();
-    }
+    Unblock();
   }
   OpenDialog(const OpenDialog&) = delete;
   OpenDialog& operator=(const OpenDialog&) = delete;
+
+  // Lets the others take input again, before the form's handlers have returned.
+  void Unblock() {
+    for (HeadlessForm* form : std::exchange(blocked_, {})) {
+      if (std::ranges::find(toolkit_.forms_, form) != toolkit_.forms_.end()) form->Unblock();
+    }
+  }
 
  private:
   HeadlessToolkit& toolkit_;
@@ -78,8 +83,10 @@ bool HeadlessToolkit::OpenDocument(std::u16string_view path) {
 }
 
 void HeadlessToolkit::ShowModally(HeadlessForm& form) {
-  const OpenDialog open(*this, &form);
+  OpenDialog open(*this, &form);
+  form.SetOnHide([&open] { open.Unblock(); });
   script_.Ask(ModalForm{form.Name()}, form);
+  form.SetOnHide({});
   if (form.Visible()) throw std::logic_error("the modal form " + form.Name() + " was left open");
 }
 
