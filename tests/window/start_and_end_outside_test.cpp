@@ -182,6 +182,7 @@ TEST_F(CloseOutside, CancelKeepsTheWindowAndTheChanges) {
 }
 
 TEST_F(CloseOutside, ADialogIsNotClosedWithTheWindowBehindIt) {
+  ChooseKind(0);
   ChooseMenu("mnuAdd");
   const HWND dialog = Program().Form("frmAdd");
   const HWND text = FindControl(dialog, "Text1");
@@ -191,6 +192,8 @@ TEST_F(CloseOutside, ADialogIsNotClosedWithTheWindowBehindIt) {
   EXPECT_TRUE(IsWindowVisible(dialog));
   EXPECT_EQ(TextOf(text), u"Const TYPED = 1");
   EXPECT_EQ(Program().FindDialog(), nullptr) << "nothing is asked";
+  PressButton(FindControl(dialog, "Command1"));
+  EXPECT_TRUE(ListBecomes("lstConst", {u"A", u"B", u"MAX_PATH", u"TYPED"}));
 }
 
 TEST_F(CloseOutside, SwitchingTheLibraryAsksTooAndCancelStays) {
