@@ -79,7 +79,7 @@ class HeadlessForm : public Form, public FocusOwner {
   // A modal form or dialog is open above this form.
   void Block() { ++blocked_; }
   void Unblock() { --blocked_; }
-  // What the end of a modal form's being shown does at once.
+  // For the time that the form is shown as a dialog.
   void SetOnHide(std::function<void()> action) { on_hide_ = std::move(action); }
   void PaintPictures();
   // Gives the focus to the control that had it last, or to the first tab stop.

@@ -9,33 +9,37 @@
 
 namespace declarium::headless {
 
-// While it lives the forms that were there before take no input.
+// While it lives the forms that were there before take no input; of a form that is shown as a dialog,
+// until that is hidden, before its handlers have returned.
 class HeadlessToolkit::OpenDialog {
  public:
-  OpenDialog(HeadlessToolkit& toolkit, const HeadlessForm* but) : toolkit_(toolkit) {
+  OpenDialog(HeadlessToolkit& toolkit, HeadlessForm* dialog) : toolkit_(toolkit), dialog_(dialog) {
+    blocked_.reserve(toolkit.forms_.size());  // a form that is blocked must be found again
     for (HeadlessForm* form : toolkit.forms_) {
-      if (form == but) continue;
+      if (form == dialog) continue;
       form->Block();
       blocked_.push_back(form);
     }
+    if (dialog_) dialog_->SetOnHide([this] { Unblock(); });
     ++toolkit_.open_dialogs_;
   }
   ~OpenDialog() {
     --toolkit_.open_dialogs_;
+    if (dialog_) dialog_->SetOnHide({});
     Unblock();
   }
   OpenDialog(const OpenDialog&) = delete;
   OpenDialog& operator=(const OpenDialog&) = delete;
 
-  // Lets the others take input again, before the form's handlers have returned.
+ private:
   void Unblock() {
     for (HeadlessForm* form : std::exchange(blocked_, {})) {
       if (std::ranges::find(toolkit_.forms_, form) != toolkit_.forms_.end()) form->Unblock();
     }
   }
 
- private:
   HeadlessToolkit& toolkit_;
+  HeadlessForm* dialog_;
   std::vector<HeadlessForm*> blocked_;
 };
 
@@ -83,10 +87,8 @@ bool HeadlessToolkit::OpenDocument(std::u16string_view path) {
 }
 
 void HeadlessToolkit::ShowModally(HeadlessForm& form) {
-  OpenDialog open(*this, &form);
-  form.SetOnHide([&open] { open.Unblock(); });
+  const OpenDialog open(*this, &form);
   script_.Ask(ModalForm{form.Name()}, form);
-  form.SetOnHide({});
   if (form.Visible()) throw std::logic_error("the modal form " + form.Name() + " was left open");
 }
 

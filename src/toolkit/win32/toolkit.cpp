@@ -140,6 +140,7 @@ HWND Win32Toolkit::OwnerWindow() const {
 }
 
 ModalScope::ModalScope(Win32Toolkit& toolkit, const Win32Form* except) : toolkit_(toolkit) {
+  blocked_.reserve(toolkit.Forms().size());  // a form that is blocked must be found again
   for (Win32Form* form : toolkit.Forms()) {
     if (form == except) continue;
     form->Block();
