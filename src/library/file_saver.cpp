@@ -1,6 +1,7 @@
 #include "library/file_saver.h"
 
 #include <chrono>
+#include <exception>
 #include <utility>
 
 #include "library/temporary_file.h"
@@ -51,7 +52,7 @@ std::expected<Saved, NotSaved> FileSaver::Replace(const fs::path& target, std::s
     if (!history_.IsOn()) (void)files_.Remove(temporary);
     return std::unexpected(NotSaved{replaced.error(), moved});
   }
-  history_.Prune(target);
+  Prune(target);
   Saved saved{StampOf(target, bytes.size(), hash), std::nullopt};
   if (!kept) saved.not_kept = kept.error();
   return saved;
@@ -67,8 +68,16 @@ std::expected<Saved, NotSaved> FileSaver::WriteInPlace(const fs::path& path,
   if (const auto written = files_.Overwrite(path, bytes); !written) {
     return Fail(written.error(), path, bytes);
   }
-  history_.Prune(path);
+  Prune(path);
   return Saved{StampOf(path, bytes.size(), HashOf(bytes)), std::nullopt};
+}
+
+void FileSaver::Prune(const fs::path& path) noexcept {
+  try {
+    history_.Prune(path);
+  } catch (const std::exception&) {
+    // The next save prunes what is left now.
+  }
 }
 
 std::unexpected<NotSaved> FileSaver::Fail(const Error& error, const fs::path& path,

@@ -73,6 +73,8 @@ class FileSaver {
                                                        std::string_view bytes, WriteTarget kind);
   [[nodiscard]] std::expected<Saved, NotSaved> WriteInPlace(const std::filesystem::path& path,
                                                             std::string_view bytes);
+  // Behind a save that has taken place, which nothing can make fail any more.
+  void Prune(const std::filesystem::path& path) noexcept;
   [[nodiscard]] std::unexpected<NotSaved> Fail(const Error& error,
                                                const std::filesystem::path& path,
                                                std::string_view bytes);

@@ -123,8 +123,9 @@ class PosixFiles : public FileSystem {
   }
 
   std::expected<void, Error> Replace(const fs::path& from, const fs::path& to) override {
+    const auto folder = to.parent_path();  // what has been replaced cannot fail any more
     auto result = Result(::rename(from.c_str(), to.c_str()) == 0, to);
-    if (result) FlushFolder(to.parent_path());
+    if (result) FlushFolder(folder);
     return result;
   }
 

@@ -43,7 +43,12 @@ BasketView::BasketView(const Library& library, ItemDisplay& display, const Baske
 void BasketView::Add(const ItemView& item) {
   const auto position = basket_.Add(item.kind, item.name, item.item);
   if (!position) return;
-  controls_.lstAdd.Insert(*position, {item.name, IconOf(item.kind)});
+  try {
+    controls_.lstAdd.Insert(*position, {item.name, IconOf(item.kind)});
+  } catch (...) {
+    basket_.Remove(*position);  // or it would count as there the next time
+    throw;
+  }
   controls_.lstAdd.EnsureVisible(*position);
   SetCEI();
 }
