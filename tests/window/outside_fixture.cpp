@@ -73,6 +73,10 @@ void OutsideTest::StartAndShow(const std::wstring& arguments) {
   AwaitMain();
 }
 
+void OutsideTest::Kill() {
+  program_.reset();
+}
+
 void OutsideTest::StartIn(const std::filesystem::path& folder, const std::wstring& arguments) {
   program_.reset();
   program_ = std::make_unique<DrivenProgram>(FileAt("Declarium.exe"), arguments, folder);

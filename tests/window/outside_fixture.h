@@ -41,6 +41,8 @@ class OutsideTest : public testing::Test {
   // Starts the program; StartAndShow waits until its window is there.
   void Start(const std::wstring& arguments = {});
   void StartAndShow(const std::wstring& arguments = {});
+  // Ends the program at once, as it cannot notice.
+  void Kill();
   // In another folder than its own.
   void StartIn(const std::filesystem::path& folder, const std::wstring& arguments);
   // Drives a process of the program that a host started; AwaitMain waits until its window is shown.
