@@ -1,9 +1,10 @@
-// Any source text: bytes and decoded text are read alike, and the line routines keep their
-// promises.
+// Any source text: bytes and decoded text are read alike, the line routines keep their promises,
+// and a library can keep what either reading gives.
 #include <algorithm>
 
 #include "fuzz/input.h"
-#include "import/parser.h"
+#include "import/reading.h"
+#include "library/file_format.h"
 #include "text/text.h"
 
 using namespace declarium;
@@ -25,6 +26,13 @@ void RequireEqual(const ParsedItems& a, const ParsedItems& b) {
   Require(std::ranges::is_sorted(a.skipped, {}, &SkippedLine::number), "skipped lines in order");
 }
 
+void RequireKeepable(const ParsedItems& parsed) {
+  for (const auto kind : kKinds) {
+    for (const auto name : parsed[kind].names) Require(IsKeepable(name), "a name can be kept");
+    for (const auto item : parsed[kind].items) Require(IsKeepable(item), "an item can be kept");
+  }
+}
+
 void CheckLine(std::u16string_view line) {
   const auto normalized = NormalizeLine(line);
   Require(!normalized.starts_with(u' ') && !normalized.contains(u'\t'),
@@ -42,5 +50,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   for (const auto line : Split(source.text, kCrLf)) CheckLine(line);
   JoinContinuedLines(source);
   RequireEqual(ParseSourceFile(bytes), ParseDeclarations(source));
+  const auto encoding = RecognizeEncoding(bytes, kLibraryEncoding);
+  const auto literal = ParseSourceFile(bytes, encoding);
+  RequireKeepable(literal);
+  RequireKeepable(ReadAsVisualBasic(DecodeText(bytes, encoding), literal).items);
   return 0;
 }

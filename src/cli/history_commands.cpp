@@ -45,6 +45,7 @@ struct RestoreOptions {
   std::string file;
   int version = 0;
   std::string out;
+  bool force = false;
 };
 
 ExitStatus RunRestore(const RestoreOptions& options, const Session& session) {
@@ -58,6 +59,7 @@ ExitStatus RunRestore(const RestoreOptions& options, const Session& session) {
   }
   const auto bytes = history.Read(*version);
   if (!bytes) throw FileFailed(bytes.error());
+  if (!options.out.empty()) CheckReplaceable(options.out, ForceOf(options.force));
   WriteBytes(session, *bytes, options.out.empty() ? options.file : options.out);
   if (session.IsJson()) PrintJson(session, JsonHeader("restore"));
   return ExitStatus::kDone;
@@ -92,6 +94,8 @@ void AddHistoryCommands(const CommandSet& set) {
             ->type_name("");
         command.add_option("-o,--output", options.out, "Write the version to this file instead")
             ->type_name("OUT");
+        DefineForce(command, options.force,
+                    "Replace an OUT that is a library or holds more than declarations");
       },
       RunRestore);
 }

@@ -15,8 +15,7 @@
 #include "import/merge.h"
 #include "import/parser.h"
 #include "import/reading.h"
-#include "library/file_format.h"
-#include "text/code_page.h"
+#include "text/encoding.h"
 #include "text/text.h"
 
 namespace declarium::cli {
@@ -29,6 +28,7 @@ struct ImportOptions {
   std::vector<std::string> sources;
   bool replace = false;
   bool force = false;
+  std::string encoding;
   Reading reading = Reading::kVisualBasic;
   std::optional<std::string> title;
 };
@@ -36,7 +36,9 @@ struct ImportOptions {
 // What a user should know about a source.
 struct SourceReport {
   std::string source;
+  Encoding encoding;
   std::vector<SkippedLine> skipped;
+  std::vector<LostCharacter> replaced;
   std::vector<Difference> differences;
 };
 
@@ -46,19 +48,6 @@ struct ImportReport {
   Counts after{};
   std::vector<SourceReport> sources;
 };
-
-void CheckStorable(const ParsedItems& parsed, const std::string& source) {
-  if (parsed.all_storable) return;
-  for (const auto kind : kKinds) {
-    const auto& [names, items] = parsed[kind];
-    for (std::size_t i = 0; i < names.size(); ++i) {
-      if (IsStorable(names[i]) && IsStorable(items[i])) continue;
-      throw CommandFailed(ExitStatus::kFileFailed,
-                          SourceName(source) + ": " + QualifiedName(kind, names[i]) +
-                              " holds a control character that no library can keep");
-    }
-  }
-}
 
 Counts CountItems(const auto& lists) {
   Counts counts{};
@@ -81,21 +70,22 @@ Library OpenOrCreate(const ImportOptions& options) {
   return created;
 }
 
-SourceReading ReadSourceFile(const std::string& source, Reading reading, const Session& session) {
-  const auto view = ViewSource(source, session);
-  auto literal = ParseSourceFile(view.bytes);
+SourceReading ReadSourceFile(std::string_view bytes, const Encoding& encoding, Reading reading) {
+  auto literal = ParseSourceFile(bytes, encoding);
   if (reading == Reading::kLiteral) return {std::move(literal), {}};
-  return ReadAsVisualBasic(DecodeCodePage(view.bytes), literal);
+  return ReadAsVisualBasic(DecodeText(bytes, encoding), literal);
 }
 
 void ImportSource(const std::string& source, const ImportOptions& options, Existing existing,
                   const Session& session, Library& library, ImportReport& report) {
-  auto [parsed, differences] = ReadSourceFile(source, options.reading, session);
-  CheckStorable(parsed, source);
+  const auto view = ViewSource(source, session);
+  const auto encoding = RecognizeEncoding(view.bytes, EncodingOf(options.encoding));
+  auto [parsed, differences] = ReadSourceFile(view.bytes, encoding, options.reading);
   const auto found = CountItems(parsed.lists);
   std::ranges::transform(report.found, found, report.found.begin(), std::plus());
   MergeItems(library, parsed, existing);
-  report.sources.push_back({SourceName(source), std::move(parsed.skipped), std::move(differences)});
+  report.sources.push_back({SourceName(source), encoding, std::move(parsed.skipped),
+                            std::move(parsed.replaced), std::move(differences)});
 }
 
 nlohmann::ordered_json CountsObject(const Counts& counts) {
@@ -106,42 +96,77 @@ nlohmann::ordered_json CountsObject(const Counts& counts) {
   return object;
 }
 
+constexpr const char* kReplacedReason =
+    "a character of a comment that the library's code page does not have became \"?\"";
+
+void AddCharacter(const LostCharacter& character, nlohmann::ordered_json& object) {
+  object["character"] = ToUtf8(character.text);
+  object["character_line"] = character.line;
+  object["character_column"] = character.column;
+}
+
+void PrintSourceAsJson(const SourceReport& report, const Session& session) {
+  for (const auto& [number, text, reason, character] : report.skipped) {
+    nlohmann::ordered_json object = {
+        {"source", report.source}, {"line", number}, {"reason", ReasonText(reason)}};
+    if (character) AddCharacter(*character, object);
+    PrintJson(session, object);
+  }
+  for (const auto& character : report.replaced) {
+    nlohmann::ordered_json object = {
+        {"source", report.source}, {"line", character.line}, {"reason", kReplacedReason}};
+    AddCharacter(character, object);
+    PrintJson(session, object);
+  }
+  for (const auto& each : report.differences) {
+    nlohmann::ordered_json object = {{"source", report.source},     {"line", each.line},
+                                     {"column", each.column},       {"reason", "differs"},
+                                     {"kind", KindWord(each.kind)}, {"name", ToUtf8(each.name)}};
+    if (each.change != Change::kNone) object["note"] = ChangeText(each.change);
+    PrintJson(session, object);
+  }
+}
+
 void PrintReportAsJson(const ImportReport& report, const Session& session) {
   auto header = JsonHeader("import");
   header["before"] = CountsObject(report.before);
   header["found"] = CountsObject(report.found);
   header["after"] = CountsObject(report.after);
+  header["encodings"] = nlohmann::ordered_json::array();
+  for (const auto& source : report.sources) {
+    header["encodings"].push_back(EncodingName(source.encoding));
+  }
   PrintJson(session, header);
-  for (const auto& [source, skipped, differences] : report.sources) {
-    for (const auto& line : skipped) {
-      PrintJson(session,
-                {{"source", source}, {"line", line.number}, {"reason", ReasonText(line.reason)}});
+  for (const auto& source : report.sources) PrintSourceAsJson(source, session);
+}
+
+void PrintSourceAsText(const SourceReport& report, const Session& session) {
+  auto& err = session.streams.err;
+  if (report.encoding != kLibraryEncoding) {
+    err << report.source << ": read as " << EncodingName(report.encoding) << '\n';
+  }
+  for (const auto& [number, text, reason, character] : report.skipped) {
+    err << report.source << ':' << number << ": skipped, " << ReasonText(reason);
+    if (character) {
+      err << ", " << CharacterText(character->text) << " at " << character->line << ':'
+          << character->column;
     }
-    for (const auto& each : differences) {
-      nlohmann::ordered_json object = {
-          {"source", source},    {"line", each.line},           {"column", each.column},
-          {"reason", "differs"}, {"kind", KindWord(each.kind)}, {"name", ToUtf8(each.name)}};
-      if (each.change != Change::kNone) object["note"] = ChangeText(each.change);
-      PrintJson(session, object);
-    }
+    err << ": " << OneLine(text) << '\n';
+  }
+  for (const auto& character : report.replaced) {
+    err << report.source << ':' << character.line << ':' << character.column << ": "
+        << kReplacedReason << ": " << CharacterText(character.text) << '\n';
+  }
+  for (const auto& each : report.differences) {
+    err << report.source << ':' << each.line << ':' << each.column
+        << ": differs, taken as Visual Basic reads it: " << QualifiedName(each.kind, each.name);
+    if (each.change != Change::kNone) err << " (" << ChangeText(each.change) << ')';
+    err << '\n';
   }
 }
 
 void PrintReportAsText(const ImportReport& report, const Session& session) {
-  for (const auto& [source, skipped, differences] : report.sources) {
-    for (const auto& line : skipped) {
-      session.streams.err << source << ':' << line.number << ": skipped, "
-                          << ReasonText(line.reason) << ": " << OneLine(line.text) << '\n';
-    }
-    for (const auto& each : differences) {
-      session.streams.err << source << ':' << each.line << ':' << each.column
-                          << ": differs, taken as Visual Basic reads it: "
-                          << QualifiedName(each.kind, each.name);
-      if (each.change != Change::kNone)
-        session.streams.err << " (" << ChangeText(each.change) << ')';
-      session.streams.err << '\n';
-    }
-  }
+  for (const auto& source : report.sources) PrintSourceAsText(source, session);
   for (const auto kind : kKinds) {
     const auto i = static_cast<std::size_t>(KindCode(kind));
     session.streams.out << KindWord(kind) << '\t' << report.before[i] << " before\t"
@@ -185,7 +210,11 @@ void AddImportCommand(const CommandSet& set) {
        "same name one survives. Declaration lines that cannot be read are skipped and "
        "reported.\n"
        "Declarations are taken as Visual Basic reads them; those that reading by lines and\n"
-       "blanks (--reading literal) would store otherwise are reported.\n\n"},
+       "blanks (--reading literal) would store otherwise are reported.\n"
+       "A source's encoding is told by its mark, or by being UTF-8; otherwise it is --encoding or\n"
+       "windows-1250, that of libraries. A declaration with a character that a library cannot "
+       "keep\n"
+       "is skipped and reported; in a comment the character becomes \"?\" and is reported.\n\n"},
       [](CLI::App& command, ImportOptions& options) {
         DefineFile(command, options.file);
         command
@@ -205,6 +234,7 @@ void AddImportCommand(const CommandSet& set) {
             .add_option("--reading", options.reading, "How declarations are read; vb if left out")
             ->transform(CLI::CheckedTransformer(readings, CLI::ignore_case).description(""))
             ->type_name("vb|literal");
+        DefineEncoding(command, options.encoding, "sources");
         DefineForce(command, options.force, kForceSave);
       },
       RunImport);

@@ -1,7 +1,5 @@
 #include "cli/library_files.h"
 
-#include <algorithm>
-
 #include "cli/output.h"
 #include "cli/session.h"
 
@@ -80,8 +78,8 @@ void WriteSource(const Session& session, std::u16string_view text, const std::st
 
 std::u16string CheckedTitle(const std::string& argument) {
   auto title = FromUtf8(argument);
-  if (std::ranges::any_of(title, [](char16_t unit) { return unit <= kSectionSeparator; })) {
-    throw CommandFailed(ExitStatus::kWrongUse, "a title cannot hold a control character");
+  if (const auto character = FindUnkeepableCharacter(title)) {
+    throw CommandFailed(ExitStatus::kWrongUse, "a title cannot hold " + CharacterText(*character));
   }
   return title;
 }

@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 #include <ostream>
 
+#include "text/character.h"
 #include "text/text.h"
 
 namespace declarium::cli {
@@ -48,6 +49,10 @@ std::string QualifiedName(Kind kind, std::u16string_view name) {
 
 std::string OneLine(std::u16string_view text) {
   return EscapeControls(text, [](char16_t) { return false; });
+}
+
+std::string CharacterText(std::u16string_view character) {
+  return OneLine(character) + " (" + CodePointText(character) + ")";
 }
 
 std::string Lines(std::u16string_view text) {

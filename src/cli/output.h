@@ -21,6 +21,9 @@ namespace declarium::cli {
 // written as \x and two hexadecimal digits.
 [[nodiscard]] std::string OneLine(std::u16string_view text);
 
+// A character for messages: "→ (U+2192)", a control character as OneLine writes it.
+[[nodiscard]] std::string CharacterText(std::u16string_view character);
+
 // UTF-8 with bare line feeds; control characters other than tabs as OneLine writes them.
 [[nodiscard]] std::string Lines(std::u16string_view text);
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "text/character.h"
 #include "text/text.h"
 
 namespace declarium {
@@ -15,6 +16,14 @@ bool TextCursor::Next() {
   line_ = text.substr(start_, end - start_);
   next_ = end == text.npos ? end : end + kCrLf.size();
   return true;
+}
+
+std::size_t TextCursor::FileColumnOf(std::size_t position) const {
+  auto piece = start_;
+  const auto joins = source_.JoinsUpTo(start_ + position);
+  if (joins > 0) piece = std::max(piece, source_.joins[joins - 1]);
+  const std::u16string_view text = source_.text;
+  return CountCharacters(text.substr(piece, start_ + position - piece)) + 1;
 }
 
 // Finds the end of the line of the file that starts at `from`, and where the next one starts.

@@ -17,6 +17,7 @@ class TextCursor {
  public:
   using Unit = char16_t;
   using Source = SourceText;
+  static constexpr bool kKnowsPlaces = true;  // FileLineOf and FileColumnOf
 
   TextCursor(const SourceText& source, std::size_t position) : source_(source), next_(position) {}
 
@@ -31,7 +32,13 @@ class TextCursor {
   [[nodiscard]] std::size_t start() const { return start_; }
   [[nodiscard]] std::size_t next() const { return next_; }
   // 1-based, in the file, for a walk that started at position 0.
-  [[nodiscard]] std::size_t FileLine() const { return lines_ + source_.JoinsUpTo(start_); }
+  [[nodiscard]] std::size_t FileLine() const { return FileLineOf(0); }
+  // The same for a position (0-based) in the line, whose pieces may stand in several lines of the
+  // file; and how many characters stand before it in its own, plus 1.
+  [[nodiscard]] std::size_t FileLineOf(std::size_t position) const {
+    return lines_ + source_.JoinsUpTo(start_ + position);
+  }
+  [[nodiscard]] std::size_t FileColumnOf(std::size_t position) const;
   // Whether joining line by line could differ from joining the whole text.
   [[nodiscard]] bool IsUncertain() const { return false; }
 
@@ -43,11 +50,13 @@ class TextCursor {
   std::size_t lines_ = 0;
 };
 
-// Of a file with CR LF line ends; the same members.
+// Of a file in the code page of libraries with CR LF line ends; the same members but for those of
+// places.
 class FileCursor {
  public:
   using Unit = char;
   using Source = std::string_view;
+  static constexpr bool kKnowsPlaces = false;
 
   FileCursor(std::string_view bytes, std::size_t position) : bytes_(bytes), next_(position) {}
 

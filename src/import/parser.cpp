@@ -10,6 +10,7 @@
 #include "import/records.h"
 #include "library/file_format.h"
 #include "library/item.h"
+#include "library/text_arena.h"
 #include "text/code_page.h"
 #include "text/text.h"
 
@@ -155,6 +156,12 @@ template <typename Cursor>
 class Parser {
   using Unit = Cursor::Unit;
 
+  // Why a declaration is left out.
+  struct Fault {
+    SkipReason reason;
+    std::optional<LostCharacter> character;  // because of which no library can keep it
+  };
+
  public:
   explicit Parser(const typename Cursor::Source& source)
       : source_(source), arena_(std::make_shared<TextArena>()), records_(arena_) {
@@ -164,7 +171,8 @@ class Parser {
     }
   }
 
-  // nullopt when the line numbers are uncertain.
+  // nullopt when the line numbers are uncertain, or places are asked for that the cursor does not
+  // know.
   std::optional<ParsedItems> Run() {
     Cursor lines(source_, 0);
     line_ = &lines;
@@ -173,9 +181,11 @@ class Parser {
       const auto declaration = DeclarationStart(lines.Line());
       if (const auto kind = DeclarationKind(declaration)) Read(*kind, declaration);
     }
-    if (lines.IsUncertain()) return std::nullopt;
+    if (lines.IsUncertain() || lacks_places_) return std::nullopt;
     for (const auto& line : records_.Finish(parsed_)) SkipTooLong(line);
     std::ranges::stable_sort(parsed_.skipped, {}, &SkippedLine::number);
+    // A member line that is read as a declaration too gave its characters twice.
+    OrderByPlace(parsed_.replaced);
     return std::move(parsed_);
   }
 
@@ -230,29 +240,107 @@ class Parser {
     if (words_[1].empty()) return Skip(SkipReason::kNoName);
     item_.assign(RestAfterBlank(NormalizedDeclaration(), 2));
     item_ += kMembersSeparator;
-    const RecordLine line = {line_->FileLine(), line_->start(), line_->next()};
-    if (records_.AddNested(line, words_[1], item_, parsed_)) return;
-    records_.Begin();
-    auto end = Text<Unit>::npos;
-    for (Cursor member(source_, line_->next()); member.Next();) {
-      const auto member_line = member.Line();
-      // Nothing but this at the line's very start ends a record.
-      if (IsWordIgnoringCase(member_line, u"end type")) {
-        end = member.start();
+    const auto name = words_[1];
+    std::vector<LostCharacter> replaced;
+    auto fault = FindFault(*line_, name, replaced);
+    switch (records_.AddNested(Place(), name, item_, Keeping(fault), parsed_)) {
+      case NestedRecord::kAdded:
+        return Note(replaced_in_record_);
+      case NestedRecord::kUnkeepable:
+        return Skip(fault ? *fault : *member_fault_);
+      case NestedRecord::kOutside:
         break;
-      }
-      records_.AddMember(member.start(), item_.size());
-      AppendNormalized(member_line, item_);
-      item_ += kMemberSeparator;
     }
-    NoteUnstorable(words_[1], item_);
-    records_.AddOutermost(end, words_[1], item_, parsed_);
+    replaced_in_record_ = std::move(replaced);
+    const auto end = ReadMembers(fault);
+    records_.AddOutermost(end, Keeping(fault), name, item_, parsed_);
+    if (fault) return Skip(*fault);
+    Note(replaced_in_record_);
   }
 
-  // Asked here, where the texts are at hand, it costs a fraction of a later walk over all items.
-  // Records inside others hold no character that the line or the record around them does not.
-  void NoteUnstorable(std::u16string_view name, std::u16string_view item) {
-    parsed_.all_storable = parsed_.all_storable && IsStorable(name) && IsStorable(item);
+  // Appends the members to the item string and returns where the line behind them starts. `fault`
+  // becomes that of the first member that no library can keep, unless there is one already.
+  std::size_t ReadMembers(std::optional<Fault>& fault) {
+    records_.Begin();
+    for (auto member = *line_; member.Next();) {
+      const auto line = member.Line();
+      // Nothing but this at the line's very start ends a record.
+      if (IsWordIgnoringCase(line, u"end type")) return member.start();
+      const auto start = item_.size();
+      records_.AddMember(member.start(), start);
+      AppendNormalized(line, item_);
+      if (auto found = TakePart(member, start, replaced_in_record_)) {
+        records_.NoteUnkeepable();
+        // Records around this line are left out; what stands above it is in no other.
+        replaced_in_record_.clear();
+        if (!fault) fault = found;
+        member_fault_ = std::move(found);
+      }
+      item_ += kMemberSeparator;
+    }
+    return Text<Unit>::npos;
+  }
+
+  [[nodiscard]] RecordLine Place() const {
+    return {line_->FileLine(), line_->start(), line_->next()};
+  }
+
+  static Keepable Keeping(const std::optional<Fault>& fault) {
+    return fault ? Keepable::kNo : Keepable::kYes;
+  }
+
+  // The bytes of a file are characters of the code page.
+  static bool CanKeep(std::u16string_view text) {
+    return Cursor::kKnowsPlaces ? IsKeepable(text) : IsStorable(text);
+  }
+
+  // Why no library can keep the declaration of this name in item_. What stands only in its comment
+  // is replaced there and noted in `replaced`.
+  std::optional<Fault> FindFault(Cursor& line, std::u16string_view name,
+                                 std::vector<LostCharacter>& replaced) {
+    return CanKeep(name) ? TakePart(line, 0, replaced) : FaultIn(line);
+  }
+
+  // The same for the part of item_ from `start` on, which `line` gave.
+  std::optional<Fault> TakePart(Cursor& line, std::size_t start,
+                                std::vector<LostCharacter>& replaced) {
+    if (CanKeep(std::u16string_view(item_).substr(start))) return std::nullopt;
+    if constexpr (Cursor::kKnowsPlaces) {
+      const auto characters = FindUnkeepableCharacters(line.Line());
+      if (std::ranges::all_of(
+              characters, [](Loss loss) { return loss == Loss::kInComment; },
+              &UnkeepableCharacter::loss)) {
+        for (const auto& character : characters) replaced.push_back(Lost(line, character));
+        ReplaceForeignCharacters(item_, start);
+        return std::nullopt;
+      }
+    }
+    return FaultIn(line);
+  }
+
+  // The line's first character that no library can keep, rather in code than in its comment.
+  Fault FaultIn(Cursor& line) {
+    if constexpr (Cursor::kKnowsPlaces) {
+      const auto characters = FindUnkeepableCharacters(line.Line());
+      auto found = std::ranges::find_if(
+          characters, [](Loss loss) { return loss != Loss::kInComment; },
+          &UnkeepableCharacter::loss);
+      if (found == characters.end()) found = characters.begin();
+      return {SkipReasonOf(found->loss), Lost(line, *found)};
+    }
+    lacks_places_ = true;
+    return {SkipReason::kSeparator, {}};
+  }
+
+  static LostCharacter Lost(TextCursor& line, const UnkeepableCharacter& character) {
+    return {line.FileLineOf(character.position), line.FileColumnOf(character.position),
+            std::u16string(line.Line().substr(character.position, character.length))};
+  }
+
+  // Moves the places to the result.
+  void Note(std::vector<LostCharacter>& replaced) {
+    std::ranges::move(replaced, std::back_inserter(parsed_.replaced));
+    replaced.clear();
   }
 
   // The line as NormalizeLine leaves it.
@@ -264,24 +352,27 @@ class Parser {
 
   void Add(Kind kind, std::u16string_view name) {
     if (name.empty()) return Skip(SkipReason::kNoName);
-    NoteUnstorable(name, item_);
+    std::vector<LostCharacter> replaced;
+    if (const auto fault = FindFault(*line_, name, replaced)) return Skip(*fault);
+    Note(replaced);
     auto& [names, items] = parsed_.lists[static_cast<std::size_t>(kind)];
     names.AddKept(arena_->Store(name));
     items.AddKept(arena_->Store(item_));
   }
 
-  void Skip(SkipReason reason) { Skip(line_->FileLine(), line_->Line(), reason); }
+  void Skip(SkipReason reason) { Skip(Fault{reason, {}}); }
+  void Skip(const Fault& fault) { Skip(line_->FileLine(), line_->Line(), fault); }
 
   void SkipTooLong(const RecordLine& record) {
     Cursor line(source_, record.start);
     line.Next();
-    Skip(record.number, line.Line(), SkipReason::kTooLong);
+    Skip(record.number, line.Line(), {SkipReason::kTooLong, {}});
   }
 
-  void Skip(std::size_t number, Text<Unit> line, SkipReason reason) {
+  void Skip(std::size_t number, Text<Unit> line, const Fault& fault) {
     std::u16string text;
     AppendDecoded(line, text);
-    parsed_.skipped.push_back({number, std::move(text), reason});
+    parsed_.skipped.push_back({number, std::move(text), fault.reason, fault.character});
   }
 
   const typename Cursor::Source& source_;
@@ -294,9 +385,18 @@ class Parser {
   std::u16string item_;         // the item string being built
   std::u16string rebuilt_;
   std::u16string normalized_;
+  // Of the outermost record read last: what was replaced in its members and is not noted yet, and
+  // why the last member that no library can keep is one.
+  std::vector<LostCharacter> replaced_in_record_;
+  std::optional<Fault> member_fault_;
+  bool lacks_places_ = false;
 };
 
 }  // namespace
+
+SkipReason SkipReasonOf(Loss loss) {
+  return loss == Loss::kSeparator ? SkipReason::kSeparator : SkipReason::kForeign;
+}
 
 std::string_view ReasonText(SkipReason reason) {
   switch (reason) {
@@ -306,6 +406,10 @@ std::string_view ReasonText(SkipReason reason) {
       return "no name where it is expected";
     case SkipReason::kTooLong:
       return "a record without its End Type, too long to keep";
+    case SkipReason::kSeparator:
+      return "a character 0, 1 or 2, which no library can keep";
+    case SkipReason::kForeign:
+      return "a character that the library's code page does not have";
   }
   return {};
 }
@@ -315,12 +419,14 @@ ParsedItems ParseDeclarations(SourceText source) {
   return *Parser<TextCursor>(source).Run();
 }
 
-ParsedItems ParseSourceFile(std::string_view bytes) {
-  const auto with_cr_lf = CrLfForBareLineEnds(bytes);
-  const std::string_view source = with_cr_lf ? *with_cr_lf : bytes;
-  if (auto parsed = Parser<FileCursor>(source).Run()) return *std::move(parsed);
+ParsedItems ParseSourceFile(std::string_view bytes, const Encoding& encoding) {
+  if (encoding == kLibraryEncoding) {
+    const auto with_cr_lf = CrLfForBareLineEnds(bytes);
+    const std::string_view source = with_cr_lf ? *with_cr_lf : bytes;
+    if (auto parsed = Parser<FileCursor>(source).Run()) return *std::move(parsed);
+  }
+  auto text = ReadSource(DecodeText(bytes, encoding));
   // Joined pieces may form a continuation of their own; the import has always joined twice.
-  auto text = ReadSource(bytes);
   JoinContinuedLines(text);
   return ParseDeclarations(std::move(text));
 }

@@ -6,15 +6,16 @@
 #pragma once
 
 #include <array>
-#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "import/line_reader.h"
+#include "import/lost_character.h"
 #include "library/kind.h"
 #include "library/string_list.h"
-#include "library/text_arena.h"
+#include "text/encoding.h"
 
 namespace declarium {
 
@@ -22,6 +23,8 @@ enum class SkipReason {
   kTooFewWords,  // the line lacks a word that its declaration needs
   kNoName,       // two blanks stand where the name should
   kTooLong,      // one of many records that run on to the end of a long text, see records.h
+  kSeparator,    // a character 0, 1 or 2, which would tear the library's file apart
+  kForeign,      // a character outside the library's code page, not in a comment
 };
 
 // A line that begins a declaration but gave no item.
@@ -29,8 +32,11 @@ struct SkippedLine {
   std::size_t number;   // 1-based, in the file
   std::u16string text;  // as it stands in the source, continued lines joined
   SkipReason reason;
+  std::optional<LostCharacter> character;  // of kSeparator and kForeign
 };
 
+// The reason for which a declaration with such a character in its code is left out.
+[[nodiscard]] SkipReason SkipReasonOf(Loss loss);
 [[nodiscard]] std::string_view ReasonText(SkipReason reason);
 
 struct ParsedItems {
@@ -40,21 +46,26 @@ struct ParsedItems {
   };
   std::array<Lists, kKindCount> lists;  // in source order
   std::vector<SkippedLine> skipped;     // in source order
-  bool all_storable = true;             // whether IsStorable holds for every name and item
+  // Characters that became "?" because they stand in the comments of items, in source order.
+  std::vector<LostCharacter> replaced;
 
   [[nodiscard]] const Lists& operator[](Kind kind) const {
     return lists[static_cast<std::size_t>(kind)];
   }
 };
 
-// Joins continued lines and reads every declaration. The lines inside a record are members and are
-// also read as ordinary lines, so a member line that begins like a declaration counts twice. A
-// record ends only at a line that is exactly "End Type" in any case, or at the end of the text.
+// Joins continued lines and reads every declaration that a library can keep. The lines inside a
+// record are members and are also read as ordinary lines, so a member line that begins like a
+// declaration counts twice. A record ends only at a line that is exactly "End Type" in any case, or
+// at the end of the text.
 [[nodiscard]] ParsedItems ParseDeclarations(SourceText source);
 
 // Everything that importing a file does with its bytes: the same as
-//   auto source = ReadSource(bytes); JoinContinuedLines(source); ParseDeclarations(source)
-// without a copy of the file, and decoding nothing but its declarations.
-[[nodiscard]] ParsedItems ParseSourceFile(std::string_view bytes);
+//   auto source = ReadSource(DecodeText(bytes, encoding));
+//   JoinContinuedLines(source);
+//   ParseDeclarations(source)
+// A file in the code page of libraries is not copied, and only its declarations are decoded.
+[[nodiscard]] ParsedItems ParseSourceFile(std::string_view bytes,
+                                          const Encoding& encoding = kLibraryEncoding);
 
 }  // namespace declarium

@@ -1,6 +1,7 @@
 #include "import/reading.h"
 
 #include <algorithm>
+#include <iterator>
 #include <optional>
 #include <unordered_map>
 #include <unordered_set>
@@ -178,6 +179,14 @@ struct Entry {
   bool differs;
   bool is_literally_read;  // whether the literal rules make an item here at all
   Change change = Change::kNone;
+  std::optional<SkippedLine> left_out = {};  // why no library can keep it
+  std::vector<LostCharacter> replaced = {};  // in its comments
+};
+
+// A part of the source.
+struct Part {
+  vb::Place start;
+  std::size_t end;  // 0-based, behind its last unit
 };
 
 // Tells the names of the kinds apart, without regard to case.
@@ -195,7 +204,8 @@ class Reader {
         literal_(literal),
         module_(vb::ReadModule(source)),
         branches_(vb::BranchesOf(module_, vb::Target::kVb6)),
-        definitions_(vb::Target::kVb6) {}
+        definitions_(vb::Target::kVb6),
+        is_keepable_(IsKeepable(source)) {}
 
   SourceReading Read() {
     definitions_.Add(module_);
@@ -206,7 +216,10 @@ class Reader {
     for (const auto& entry : entries_) Take(entry);
     TellOfLiteralOnly();
     TakeSkipped();
+    ReportRefused();
     std::ranges::stable_sort(reading_.differences, {}, &Difference::line);
+    std::ranges::stable_sort(reading_.items.skipped, {}, &SkippedLine::number);
+    OrderByPlace(reading_.items.replaced);
     return std::move(reading_);
   }
 
@@ -243,7 +256,54 @@ class Reader {
     entry.item = agrees ? std::u16string(items[0]) : Canonical(declaration, end);
     const auto* const external = declaration.As<vb::External>();
     if (external != nullptr && external->is_ptr_safe) entry.change = Change::kPtrSafeDropped;
+    Add(std::move(entry), PartOf(declaration, end));
+  }
+
+  // What of the source the item of a declaration is made of.
+  [[nodiscard]] Part PartOf(const vb::Declaration& declaration, std::size_t end) const {
+    if (declaration.As<vb::Record>() != nullptr) return {declaration.place, end};
+    const auto* const constant = declaration.As<vb::Constant>();
+    const auto& start = constant != nullptr ? declaration.name_place : declaration.place;
+    if (constant != nullptr && OffsetBehind(constant->value) != end)
+      return {start, OffsetBehind(constant->value)};
+    const auto comment = CommentBehind(source_, end);
+    return {start, comment.empty() ? end : OffsetBehind(comment)};
+  }
+
+  // Where the piece of the source ends.
+  [[nodiscard]] std::size_t OffsetBehind(std::u16string_view piece) const {
+    return static_cast<std::size_t>(piece.data() + piece.size() - source_.data());
+  }
+
+  // Adds the entry that is made of this part of the source, after a look for what no library can
+  // keep in it.
+  void Add(Entry entry, const Part& part) {
+    if (!is_keepable_ && !IsKeepable(TextOf(part))) TakeLosses(entry, part);
     entries_.push_back(std::move(entry));
+  }
+
+  [[nodiscard]] std::u16string_view TextOf(const Part& part) const {
+    return source_.substr(part.start.offset, part.end - part.start.offset);
+  }
+
+  void TakeLosses(Entry& entry, const Part& part) const {
+    for (const auto& [position, length, loss] : FindUnkeepableCharacters(TextOf(part))) {
+      auto lost = LostAt(source_, part.start, part.start.offset + position, length);
+      if (loss != Loss::kInComment) {
+        entry.left_out = {entry.place.line, LineOf(entry.place), SkipReasonOf(loss),
+                          std::move(lost)};
+        return;
+      }
+      entry.replaced.push_back(std::move(lost));
+    }
+    ReplaceForeignCharacters(entry.item);
+  }
+
+  // The line that the place stands in, continued lines joined.
+  [[nodiscard]] std::u16string LineOf(const vb::Place& place) const {
+    auto line = ReadSource(std::u16string(LinesOf(source_, place, place.offset)));
+    JoinContinuedLines(line);
+    return std::move(line.text);
   }
 
   [[nodiscard]] std::u16string Canonical(const vb::Declaration& declaration,
@@ -261,15 +321,29 @@ class Reader {
 
   void ReadEnumeration(const vb::Declaration& declaration) {
     std::u16string_view before;
+    auto known = declaration.place.offset;
     for (const auto& member : declaration.As<vb::Enumeration>()->members) {
+      const auto start = member.place.offset;
+      if (!member.value.empty()) known = start;
+      // What comes behind a member that the language refuses would count from another.
+      if (HasErrorBetween(known, start)) continue;
       std::u16string item = u"Long";
       item += kValueSeparator;
       item += MemberValue(member, before);
-      entries_.push_back({Kind::kConst, std::u16string(member.name), std::move(item), member.place,
-                          RankOf(declaration.scope, member.condition), true, false,
-                          Change::kEnumMember});
+      const auto end = OffsetBehind(member.value.empty() ? member.name : member.value);
+      // An item that names the member before is made of that too.
+      const auto& from = IsKeepable(item) ? member.place : declaration.place;
+      Add({Kind::kConst, std::u16string(member.name), std::move(item), member.place,
+           RankOf(declaration.scope, member.condition), true, false, Change::kEnumMember},
+          {from, end});
       before = member.name;
     }
+  }
+
+  [[nodiscard]] bool HasErrorBetween(std::size_t start, std::size_t end) const {
+    return std::ranges::any_of(module_.errors, [&](const vb::SyntaxError& error) {
+      return error.place.offset >= start && error.place.offset < end;
+    });
   }
 
   // The expression as it is written; the number where there is none or where it names a member by
@@ -293,10 +367,16 @@ class Reader {
           return entry.kind == kind && entry.place == error.statement && entry.name == names[i];
         });
         if (is_read) continue;
-        entries_.push_back({kind, std::u16string(names[i]), std::u16string(items[i]),
-                            error.statement, Rank::kCompiled, false, true});
+        Add({kind, std::u16string(names[i]), std::u16string(items[i]), error.statement,
+             Rank::kCompiled, false, true},
+            StatementOf(error));
       }
     }
+  }
+
+  // From where the refused statement begins to the end of its line.
+  [[nodiscard]] Part StatementOf(const vb::SyntaxError& error) const {
+    return {error.statement, OffsetBehind(LinesOf(source_, error.statement, error.place.offset))};
   }
 
   void FindBest() {
@@ -309,6 +389,10 @@ class Reader {
   void Take(const Entry& entry) {
     const auto& best = *best_.at(KeyOf(entry.kind, entry.name));
     const bool is_kept = entry.rank == best.rank;
+    if (entry.left_out) {
+      if (is_kept) reading_.items.skipped.push_back(*entry.left_out);
+      return;
+    }
     // A declaration that is dropped and that the literal rules would have stored may have been the
     // one that survived there.
     if (entry.differs ? is_kept : !is_kept && entry.item != best.item) Tell(entry);
@@ -316,8 +400,7 @@ class Reader {
     auto& [names, items] = reading_.items.lists[static_cast<std::size_t>(KindCode(entry.kind))];
     names.Add(entry.name);
     items.Add(entry.item);
-    reading_.items.all_storable =
-        reading_.items.all_storable && IsStorable(entry.name) && IsStorable(entry.item);
+    std::ranges::copy(entry.replaced, std::back_inserter(reading_.items.replaced));
   }
 
   void Tell(const Entry& entry) {
@@ -355,11 +438,32 @@ class Reader {
       if (!read_lines.contains(line.number)) reading_.items.skipped.push_back(line);
   }
 
+  // The separators of a library's file are nothing in the language, so that it refuses what holds
+  // one outside of texts and comments, also what the literal rules would not read.
+  void ReportRefused() {
+    for (const auto& error : module_.errors) {
+      const auto statement = StatementOf(error);
+      if (IsStorable(TextOf(statement))) continue;
+      Entry entry{{}, {}, {}, error.statement, {}, {}, {}};
+      TakeLosses(entry, statement);
+      if (entry.left_out && !IsReported(*entry.left_out->character))
+        reading_.items.skipped.push_back(*std::move(entry.left_out));
+    }
+  }
+
+  [[nodiscard]] bool IsReported(const LostCharacter& lost) const {
+    return std::ranges::any_of(reading_.items.skipped, [&](const SkippedLine& line) {
+      return line.character && line.character->line == lost.line &&
+             line.character->column == lost.column;
+    });
+  }
+
   std::u16string_view source_;
   const ParsedItems& literal_;
   vb::Module module_;
   std::vector<vb::Branch> branches_;
   vb::Definitions definitions_;
+  bool is_keepable_;  // the whole source
   std::vector<Entry> entries_;
   std::unordered_map<std::u16string, const Entry*> best_;  // by kind and name
   SourceReading reading_;

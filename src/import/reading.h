@@ -6,7 +6,8 @@
 // different branches of #If the one that VB6 compiles is kept (VBA7 and Win64 are false, Win32 and
 // VBA6 true, what only a project defines is unknown); a name that stands only in a branch that VB6
 // leaves out is kept too, so that nothing is lost. A constant inside a procedure gives way to one
-// of the module.
+// of the module. A declaration that no library can keep is left out all the same: no other of its
+// name takes its place.
 #pragma once
 
 #include <cstdint>
@@ -46,7 +47,9 @@ struct SourceReading {
 };
 
 // `source` is the text of a module, `literal` what the literal rules made of it. A declaration that
-// the language would refuse is taken as the literal rules read it.
+// the language would refuse is taken as the literal rules read it. What is left out or replaced
+// because no library can keep it stands in the items' `skipped` and `replaced` and is no
+// difference.
 [[nodiscard]] SourceReading ReadAsVisualBasic(std::u16string_view source,
                                               const ParsedItems& literal);
 

@@ -15,11 +15,12 @@ ParsedItems::Lists& TypesOf(ParsedItems& parsed) {
 
 }  // namespace
 
-bool Records::AddNested(const RecordLine& line, std::u16string_view name, std::u16string_view head,
-                        ParsedItems& parsed) {
+NestedRecord Records::AddNested(const RecordLine& line, std::u16string_view name,
+                                std::u16string_view head, Keepable header, ParsedItems& parsed) {
   if (members_.empty() || line.start < members_.front().line_start || line.start >= end_) {
-    return false;
+    return NestedRecord::kOutside;
   }
+  if (header == Keepable::kNo || last_unkeepable_ >= line.next) return NestedRecord::kUnkeepable;
   auto& [names, items] = TypesOf(parsed);
   const auto first = std::ranges::lower_bound(members_, line.next, {}, &Member::line_start);
   Nested record = {line, names.size(), arena_->Store(head), {}};
@@ -31,14 +32,15 @@ bool Records::AddNested(const RecordLine& line, std::u16string_view name, std::u
   nested_.push_back(record);
   names.AddKept(arena_->Store(name));
   items.AddKept({});
-  return true;
+  return NestedRecord::kAdded;
 }
 
-void Records::AddOutermost(std::size_t end, std::u16string_view name, std::u16string_view item,
-                           ParsedItems& parsed) {
-  auto& [names, items] = TypesOf(parsed);
+void Records::AddOutermost(std::size_t end, Keepable whole, std::u16string_view name,
+                           std::u16string_view item, ParsedItems& parsed) {
   end_ = end;
   outermost_ = arena_->Store(item.substr(0, item.size() - 1));
+  if (whole == Keepable::kNo) return;
+  auto& [names, items] = TypesOf(parsed);
   names.AddKept(arena_->Store(name));
   items.AddKept(outermost_);
 }

@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,6 +24,16 @@ struct RecordLine {
   std::size_t next;
 };
 
+// What became of a Type line that may stand inside a record.
+enum class NestedRecord {
+  kOutside,  // it stands in no record; nothing was done
+  kAdded,
+  kUnkeepable,  // it has a header or a member that no library can keep, and was left out
+};
+
+// Whether a library can keep what is at hand.
+enum class Keepable { kNo, kYes };
+
 class Records {
  public:
   // What all nested records of a text may take together, in units. Records that end where they
@@ -33,21 +44,27 @@ class Records {
   explicit Records(std::shared_ptr<TextArena> arena, std::size_t limit = kNestedLimit)
       : arena_(std::move(arena)), limit_(limit) {}
 
-  // Adds the record at `line` when it lies inside the outermost record read last; false, with
-  // nothing done, when it does not. `head` is its item string up to and with the character in front
-  // of the members.
-  bool AddNested(const RecordLine& line, std::u16string_view name, std::u16string_view head,
-                 ParsedItems& parsed);
+  // Adds the record at `line` when it lies inside the outermost record read last. `head` is its
+  // item string up to and with the character in front of the members.
+  NestedRecord AddNested(const RecordLine& line, std::u16string_view name, std::u16string_view head,
+                         Keepable header, ParsedItems& parsed);
 
   // Reading an outermost record: for every member where its line starts in the text and where its
-  // text starts in the item string; then the record itself, whose item string still has the
-  // separator behind the last member, and where the line behind its members starts.
-  void Begin() { members_.clear(); }
+  // text starts in the item string, and whether no library can keep it; then the record itself,
+  // whose item string still has the separator behind the last member, and where the line behind its
+  // members starts. When no library can keep the whole it is not added; records inside it that
+  // begin further down may be.
+  void Begin() {
+    members_.clear();
+    last_unkeepable_.reset();
+  }
   void AddMember(std::size_t line_start, std::size_t offset) {
     members_.push_back({line_start, offset});
   }
-  void AddOutermost(std::size_t end, std::u16string_view name, std::u16string_view item,
-                    ParsedItems& parsed);
+  // The member added last.
+  void NoteUnkeepable() { last_unkeepable_ = members_.back().line_start; }
+  void AddOutermost(std::size_t end, Keepable whole, std::u16string_view name,
+                    std::u16string_view item, ParsedItems& parsed);
 
   // Makes the nested records' item strings. When they would take more than the limit, a record that
   // the merge drops for another of the same name stays empty; when the rest is still too much, the
@@ -74,9 +91,10 @@ class Records {
 
   std::shared_ptr<TextArena> arena_;
   std::size_t limit_;
-  std::vector<Member> members_;    // of the outermost record read last
-  std::u16string_view outermost_;  // its item string
-  std::size_t end_ = 0;            // where the line behind its members starts
+  std::vector<Member> members_;                 // of the outermost record read last
+  std::u16string_view outermost_;               // its item string
+  std::size_t end_ = 0;                         // where the line behind its members starts
+  std::optional<std::size_t> last_unkeepable_;  // where its last member starts that cannot be kept
   std::vector<Nested> nested_;
 };
 

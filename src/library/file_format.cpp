@@ -4,6 +4,7 @@
 #include <array>
 
 #include "library/file_io.h"
+#include "text/character.h"
 #include "text/code_page.h"
 #include "text/scan.h"
 #include "text/text.h"
@@ -145,13 +146,20 @@ std::optional<std::size_t> FirstLost(const StringList& list, Reloading& file) {
 
 }  // namespace
 
-std::optional<char16_t> FindSeparator(std::u16string_view text) noexcept {
-  if (IsStorable(text)) return std::nullopt;
-  return *std::ranges::find_if(text, [](char16_t unit) { return unit <= kSectionSeparator; });
-}
-
 bool IsStorable(std::u16string_view text) noexcept {
   return !HasUnitUpTo(text, kSectionSeparator);
+}
+
+bool IsKeepable(std::u16string_view text) noexcept {
+  return IsStorable(text) && FindOutsideCodePage(text) == text.npos;
+}
+
+std::optional<std::u16string_view> FindUnkeepableCharacter(std::u16string_view text) noexcept {
+  const auto found =
+      std::ranges::find_if_not(text, [](char16_t unit) { return IsKeepable({&unit, 1}); });
+  if (found == text.end()) return std::nullopt;
+  const auto position = static_cast<std::size_t>(found - text.begin());
+  return text.substr(position, CharacterLength(text, position));
 }
 
 SectionBytes CutBytes(std::string_view bytes) {

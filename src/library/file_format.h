@@ -26,10 +26,13 @@ inline constexpr char16_t kEntrySeparator = 0;
 inline constexpr char16_t kKindSeparator = 1;
 inline constexpr char16_t kSectionSeparator = 2;
 
-// The first separator in a title, a name or an item string, which would tear the file apart.
-[[nodiscard]] std::optional<char16_t> FindSeparator(std::u16string_view text) noexcept;
-// Whether there is none.
+// Whether no separator is in a title, a name or an item string, which would tear the file apart.
 [[nodiscard]] bool IsStorable(std::u16string_view text) noexcept;
+// Whether it would also come back from the file: no character is outside the code page.
+[[nodiscard]] bool IsKeepable(std::u16string_view text) noexcept;
+// The first character that hinders that: one unit, or the two of a surrogate pair.
+[[nodiscard]] std::optional<std::u16string_view> FindUnkeepableCharacter(
+    std::u16string_view text) noexcept;
 
 // A library file cut into its sections, which are views into its bytes or its text.
 template <class View>

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdint>
 
+#include "text/character.h"
 #include "text/scan.h"
 
 namespace declarium {
@@ -34,13 +35,6 @@ constexpr auto kLowerCase = [] {
 }();
 
 constexpr char16_t kReplacement = u'\uFFFD';
-
-bool IsHighSurrogate(char32_t unit) {
-  return unit >= 0xD800 && unit <= 0xDBFF;
-}
-bool IsLowSurrogate(char32_t unit) {
-  return unit >= 0xDC00 && unit <= 0xDFFF;
-}
 
 void AppendCodePoint(char32_t code, std::u16string& out) {
   if (code < 0x10000) {
@@ -204,14 +198,9 @@ std::u16string FromUtf8(std::string_view bytes) {
 std::string ToUtf8(std::u16string_view text) {
   std::string bytes;
   bytes.reserve(text.size());
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    char32_t code = text[i];
-    if (IsHighSurrogate(code) && i + 1 < text.size() && IsLowSurrogate(text[i + 1])) {
-      code = 0x10000 + ((code - 0xD800) << 10) + (text[++i] - 0xDC00);
-    } else if (IsHighSurrogate(code) || IsLowSurrogate(code)) {
-      code = kReplacement;
-    }
-    AppendUtf8(code, bytes);
+  for (std::size_t i = 0; i < text.size(); i += CharacterLength(text, i)) {
+    const auto code = CharacterAt(text, i);
+    AppendUtf8(IsHighSurrogate(code) || IsLowSurrogate(code) ? kReplacement : code, bytes);
   }
   return bytes;
 }

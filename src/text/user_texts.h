@@ -46,9 +46,10 @@ inline constexpr std::u16string_view kAskSaveBefore = u"Uložiť zmeny preveden�
 inline constexpr std::u16string_view kAskSaveBehind = u"' ?";
 inline constexpr std::u16string_view kAskTitle = u"Zadajte názov databázy";
 inline constexpr std::u16string_view kAskNewTitle = u"Zadajte nový názov databázy.";
-// Before the code of a character that separates the parts of a library file.
-inline constexpr std::u16string_view kTitleRefusedBefore =
-    u"Názov databázy nemôže obsahovať znak s kódom ";
+// Before the character that a library file cannot keep.
+inline constexpr std::u16string_view kTitleRefusedBefore = u"Názov databázy nemôže obsahovať ";
+inline constexpr std::u16string_view kCharacter = u"znak ";
+inline constexpr std::u16string_view kWithCode = u"s kódom ";
 inline constexpr std::u16string_view kAskDeleteBefore =
     u"Naozaj chcete natrvalo odtrániť položku '";
 inline constexpr std::u16string_view kAskDeleteBehind = u"' z databázy?";
@@ -57,6 +58,14 @@ inline constexpr std::u16string_view kAskReadingBefore =
     u"Deklarácie, ktoré Visual Basic číta inak, než by sa doslovne uložili: ";
 inline constexpr std::u16string_view kAskReadingBehind =
     u"Prevziať ich tak, ako ich číta Visual Basic?";
+
+// What a library could not keep of an import
+inline constexpr std::u16string_view kLoss =
+    u"Databáza nedokáže uchovať všetko, čo ste jej pridali.";
+inline constexpr std::u16string_view kLossLeftOut = u"Vynechané deklarácie: ";
+inline constexpr std::u16string_view kLossReplaced = u"Znaky v komentároch nahradené otáznikom: ";
+inline constexpr std::u16string_view kLossLine = u"riadok ";
+inline constexpr std::u16string_view kLossColumn = u", stĺpec ";
 
 // Menus of the main window
 inline constexpr std::u16string_view kMenuDatabase = u"&Databáza";

@@ -187,14 +187,23 @@ TEST_F(WithHistory, ALoadThatFailedHalfWayIsWrittenToNoFile) {
   EXPECT_FALSE(fs::exists(path));
 }
 
-TEST_F(WithHistory, ATitleThatWouldTearTheFileIsNotWritten) {
+TEST_F(WithHistory, ALibraryThatWouldNotLoadAgainEqualIsNotWritten) {
+  // What is left of the kind is an item without a name, which no file can tell from no item.
+  WriteFile("a.api", LibraryContent(u"Win", {{u"", u"/1"}, {u"X", u"/2"}}, {}, {}));
   const auto kept = ReadFile("a.api");
-  Rename(u"A\u4e2d");
+  window_.reset();
+  Open();
+  User().ChooseRow(Form().cmbDatabase, 0);
+  User().ChooseRow(Form().cmbSelector, 0);
+  User().ChooseRow(Form().lstConst, 1);
+  Script().AnswerMessage(Answer::kYes);
+  User().ChooseMenu(*Form().frmMain, "mnuDeleteDbItem");
+  ASSERT_EQ(Messages().size(), 1U);
   Confirm(2);
   Save();
   EXPECT_THAT(Messages(), ElementsAre(kWriteError,
                                       u"Tu je znak, ktorý sa v súbore databázy nedá "
-                                      u"uchovať:\r\n\r\nA\u4e2d"));
+                                      u"uchovať:\r\n\r\nConst "));
   EXPECT_EQ(ReadFile("a.api"), kept);
 }
 

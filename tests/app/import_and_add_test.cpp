@@ -194,6 +194,103 @@ TEST_F(ImportAndAdd, AddDialogStartsEmptyEachTimeWithItsTexts) {
   User().ChooseMenu(*Form().frmMain, "mnuAdd");
 }
 
+TEST_F(ImportAndAdd, ImportRecognizesTheEncoding) {
+  using std::string_literals::operator""s;
+  const std::string files[] = {"Const NEW_8 = \"\xC4\x8D\"\r\n"s,
+                               "\xEF\xBB\xBF"
+                               "Const NEW_8 = \"\xC4\x8D\""s,
+                               "Const NEW_8 = \"\xE8\"\r\n"s,
+                               "\xFF\xFE"
+                               "C\0o\0n\0s\0t\0 \0N\0 \0=\0 \0\"\0\x0D\x01\"\0"s,
+                               "\xFE\xFF"
+                               "\0C\0o\0n\0s\0t\0 \0N\0 \0=\0 \0\"\x01\x0D\0\""s};
+  for (const auto& bytes : files) {
+    WriteFile("encoded.bas", bytes);
+    Import("encoded.bas", Answer::kNo);
+    EXPECT_EQ(window_->OpenDatabase()[Kind::kConst].items.At(0), u"\x0E\"\u010D\"") << bytes;
+  }
+}
+
+TEST_F(ImportAndAdd, TheReadingQuestionIsAskedAboutTheDecodedText) {
+  WriteFile("utf8.bas", "Const  \xC4\x8D = 1\n");
+  OpenLibrary("empty.api");
+  Import("utf8.bas", Answer::kYes);
+  EXPECT_TRUE(Script().LastMessage().text.contains(u"\r\nConst \u010D\r\n"));
+  EXPECT_EQ(window_->OpenDatabase()[Kind::kConst].names.At(0), u"\u010D");
+}
+
+TEST_F(ImportAndAdd, ImportTellsWhatTheLibraryCannotKeep) {
+  WriteFile("m.bas", std::string("Const ONE = 1 ' \xE2\x86\x92\r\nConst TWO = 2\0\r\n"
+                                 "Const THREE = \"\xE2\x86\x92\"\r\nConst FOUR = 4\r\n",
+                                 78));
+  OpenLibrary("empty.api");
+  Script().AnswerFile(FileAt("m.bas").u16string());
+  Script().AnswerMessage(Answer::kOk,
+                         [this] { EXPECT_EQ(toolkit_->Pointer(), MousePointer::kDefault); });
+  User().ChooseMenu(*Form().frmMain, "mnuImport");
+  EXPECT_EQ(RowsOf(Form().lstConst), (Rows{u"FOUR", u"ONE"}));
+  EXPECT_EQ(Script().LastMessage(),
+            (Message{u"Databáza nedokáže uchovať všetko, čo ste jej pridali.\r\n"
+                     u"Vynechané deklarácie: 2\r\n"
+                     u"Znaky v komentároch nahradené otáznikom: 1\r\n\r\n"
+                     u"riadok 2, stĺpec 14: znak s kódom 0\r\n"
+                     u"riadok 3, stĺpec 16: znak \u2192 (U+2192)\r\n"
+                     u"riadok 1, stĺpec 17: znak \u2192 (U+2192)",
+                     MessageButtons::kOk, MessageIcon::kExclamation}));
+}
+
+TEST_F(ImportAndAdd, ImportTellsOfTheReadingThatWasTaken) {
+  WriteFile("m.bas", "Const  ONE = \"\xE2\x86\x92\"\r\nConst  TWO = 2\r\n");
+  for (const auto answer : {Answer::kYes, Answer::kNo}) {
+    const bool as_visual_basic = answer == Answer::kYes;
+    Script().AnswerFile(FileAt("m.bas").u16string());
+    Script().AnswerMessage(Answer::kNo);  // to keeping the items
+    Script().AnswerMessage(answer);
+    if (as_visual_basic) Script().AnswerMessage(Answer::kOk);
+    User().ChooseMenu(*Form().frmMain, "mnuImport");
+    EXPECT_EQ(Messages().size(), as_visual_basic ? 3U : 2U);
+    EXPECT_EQ(RowsOf(Form().lstConst), as_visual_basic ? Rows{u"TWO"} : Rows{});
+  }
+}
+
+TEST_F(ImportAndAdd, AMemberOfAnEnumThatIsLeftOutIsToldWithoutAQuestion) {
+  WriteFile("m.bas", "Enum E\r\n\xE2\x86\x92 = 1\r\nEnd Enum\r\n");
+  OpenLibrary("empty.api");
+  Import("m.bas", Answer::kOk);
+  EXPECT_TRUE(Script().LastMessage().text.ends_with(u"riadok 2, stĺpec 1: znak \u2192 (U+2192)"));
+}
+
+TEST_F(ImportAndAdd, AddTellsTheFirstPlacesAlone) {
+  std::u16string text = u"Const Z = 1\r\n";
+  for (int i = 0; i < 7; ++i) text += u"Const \u2192 = 1\r\n";
+  Script().InForm("frmAdd", [this, text](class Form& form) {
+    form.Get<TextBox>("Text1").SetText(text);
+    Script().AnswerMessage(Answer::kOk);
+    User().Click(form.Get<CommandButton>("Command1"));
+  });
+  User().ChooseMenu(*Form().frmMain, "mnuAdd");
+  EXPECT_EQ(RowsOf(Form().lstConst), (Rows{u"A", u"B", u"MAX_PATH", u"Z"}));
+  const auto message = Script().LastMessage().text;
+  EXPECT_TRUE(message.contains(u"Vynechané deklarácie: 7\r\n"));
+  EXPECT_FALSE(message.contains(u"otáznikom"));
+  EXPECT_TRUE(message.ends_with(u"riadok 6, stĺpec 7: znak \u2192 (U+2192)\r\n..."));
+}
+
+TEST_F(ImportAndAdd, AddLeavesOutACharacterThatPartsTheFile) {
+  for (const char16_t code : {0, 1, 2}) {
+    Script().InForm("frmAdd", [this, code](class Form& form) {
+      form.Get<TextBox>("Text1").SetText(u"Const Y = \"" + std::u16string(1, code) +
+                                         u"\"\r\nConst Z = 1");
+      Script().AnswerMessage(Answer::kOk);
+      User().Click(form.Get<CommandButton>("Command1"));
+    });
+    User().ChooseMenu(*Form().frmMain, "mnuAdd");
+    EXPECT_EQ(RowsOf(Form().lstConst), (Rows{u"A", u"B", u"MAX_PATH", u"Z"}));
+    EXPECT_TRUE(Script().LastMessage().text.ends_with(std::u16string(u"znak s kódom ") +
+                                                      static_cast<char16_t>(u'0' + code)));
+  }
+}
+
 TEST_F(ImportAndAdd, ExportWritesEveryItemWithoutALineEndAtTheEnd) {
   Script().AnswerFile(FileAt("out.bas").u16string());
   User().ChooseMenu(*Form().frmMain, "mnuExport");

@@ -308,6 +308,21 @@ TEST_F(WithTwoLibraries, ATitleThatNoFileCanHoldIsRefused) {
   EXPECT_EQ(RowsOf(Form().cmbDatabase), (Rows{u"Win", u"Other"}));
 }
 
+TEST_F(WithTwoLibraries, ATitleWithACharacterOutsideTheCodePageIsRefused) {
+  const std::pair<std::u16string_view, std::u16string_view> kCharacters[] = {
+      {u"\u2192", u"znak \u2192 (U+2192)"}, {u"\U0001F600", u"znak \U0001F600 (U+1F600)"}};
+  for (const char* command : {"mnuNew", "mnuRename"}) {
+    for (const auto& [character, name] : kCharacters) {
+      Script().AnswerText(std::u16string(u"\u010D").append(character));
+      Script().AnswerMessage(Answer::kOk);
+      User().ChooseMenu(*Form().frmMain, command);
+      EXPECT_EQ(Messages(),
+                (Rows{std::u16string(u"Názov databázy nemôže obsahovať ").append(name) + u"."}));
+      EXPECT_EQ(window_->OpenDatabase().title, u"Win");
+    }
+  }
+}
+
 TEST_F(WithTwoLibraries, NewStopsAtAnEmptyTitleOrACancelledDialog) {
   Script().AnswerText(u"");
   User().ChooseMenu(*Form().frmMain, "mnuNew");

@@ -29,7 +29,7 @@ TEST_F(ImportCommand, CountsInJson) {
       run.out.substr(0, run.out.find('\n')),
       "{\"declarium\":1,\"command\":\"import\",\"before\":{\"const\":4,\"declare\":2,\"type\":2}"
       ",\"found\":{\"const\":1,\"declare\":0,\"type\":0}"
-      ",\"after\":{\"const\":5,\"declare\":2,\"type\":2}}");
+      ",\"after\":{\"const\":5,\"declare\":2,\"type\":2},\"encodings\":[\"windows-1250\"]}");
   EXPECT_NE(run.out.find("more.bas\",\"line\":2,\"reason\":\"too few words for a declaration\"}\n"),
             std::string::npos);
   EXPECT_EQ(run.err, "");
@@ -126,16 +126,93 @@ TEST_F(ImportCommand, AnUnreadableSourceChangesNothing) {
   EXPECT_EQ(Bytes("sample.api"), before);
 }
 
-TEST_F(ImportCommand, AnItemThatWouldTearTheLibraryApartChangesNothing) {
-  const auto before = Bytes("sample.api");
-  folder_.Put("a.bas", "Const A = 1\x02\r\n"s);
-  folder_.Put("b.bas", "Const A\0B = 1\r\n"s);
-  for (const std::string source : {"a.bas", "b.bas"}) {
-    const auto run = RunCli({"import", library_, Path(source)});
-    EXPECT_EQ(run.status, 3);
-    EXPECT_NE(run.err.find(source), std::string::npos);
+TEST_F(ImportCommand, AnItemThatWouldTearTheLibraryApartIsLeftOutAlone) {
+  folder_.Put("a.bas", "Const A = 1\x02\r\nConst B = 2\r\nType T\r\n x As Long\r\n C\0D\r\n"s);
+  for (const std::string reading : {"vb", "literal"}) {
+    const auto run = RunCli({"import", library_, "--replace", Path("a.bas"), "--reading", reading});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.err, Path("a.bas") +
+                           ":1: skipped, a character 0, 1 or 2, which no library can keep, "
+                           "\\x02 (U+0002) at 1:12: Const A = 1\\x02\n" +
+                           Path("a.bas") +
+                           ":3: skipped, a character 0, 1 or 2, which no library can keep, "
+                           "\\x00 (U+0000) at 5:3: Type T\n")
+        << reading;
+    EXPECT_EQ(RunCli({"list", library_}).out, "const:B\n");
   }
+}
+
+TEST_F(ImportCommand, ReadsEveryEncodingThatItRecognizes) {
+  folder_.Put("a.bas", "Const A = \"\xC4\x8D\"\r\n");
+  folder_.Put("b.bas",
+              "\xEF\xBB\xBF"
+              "Const B = 1\r\n");
+  folder_.Put("c.bas",
+              "\xFF\xFE"
+              "C\0o\0n\0s\0t\0 \0C\0 \0=\0 \0\x0D\x01"s);
+  folder_.Put("d.bas",
+              "\xFE\xFF"
+              "\0C\0o\0n\0s\0t\0 \0D\0 \0=\0 \x01\x0D"s);
+  folder_.Put("e.bas", "Const E = \"\xE8\"\r\n");
+  for (const std::string reading : {"vb", "literal"}) {
+    const auto run = RunCli({"import", library_, "--replace", Path("a.bas"), Path("b.bas"),
+                             Path("c.bas"), Path("d.bas"), Path("e.bas"), "--reading", reading});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.err, Path("a.bas") + ": read as utf-8\n" + Path("b.bas") + ": read as utf-8\n" +
+                           Path("c.bas") + ": read as utf-16le\n" + Path("d.bas") +
+                           ": read as utf-16be\n");
+    EXPECT_EQ(Bytes("sample.api"),
+              "Sample\x02"
+              "A\0B\0C\0D\0E\x01\x01\x02"
+              "\x0E\"\xE8\"\0\x0E"
+              "1\0\x0E\xE8\0\x0E\xE8\0\x0E\"\xE8\"\x01\x01"s);
+  }
+}
+
+TEST_F(ImportCommand, EncodingNamesTheCodePageOfSourcesThatDoNotTell) {
+  folder_.Put("a.bas", "Const A = \"\xE8\"\r\n");      // "è" in windows-1252
+  folder_.Put("b.bas", "Const B = \"\xC4\x8D\"\r\n");  // UTF-8 all the same
+  const auto run =
+      RunCli({"--json", "import", library_, Path("a.bas"), Path("b.bas"), "--encoding", "CP1252"});
+  EXPECT_EQ(run.status, 0);
+  EXPECT_NE(run.out.find(",\"encodings\":[\"windows-1252\",\"utf-8\"]}\n"), std::string::npos);
+  EXPECT_NE(run.out.find(
+                "a.bas\",\"line\":1,\"reason\":\"a character that the library's code page does "
+                "not have\",\"character\":\"è\",\"character_line\":1,\"character_column\":12}\n"),
+            std::string::npos)
+      << run.out;
+  EXPECT_EQ(RunCli({"list", library_, "--kind", "const"}).out,
+            "const:B\nconst:HEX_TEN\nconst:LIMIT\nconst:MAX_PATH\nconst:RECT\n");
+}
+
+TEST_F(ImportCommand, EncodingNamesUtf16WithoutAMark) {
+  folder_.Put("a.bas", "C\0o\0n\0s\0t\0 \0A\0 \0=\0 \0\x0D\x01"s);
+  EXPECT_EQ(RunCli({"import", library_, "--replace", Path("a.bas"), "--encoding", "utf-16le"}).err,
+            Path("a.bas") + ": read as utf-16le\n");
+  EXPECT_EQ(RunCli({"show", library_, "A"}).out, "Const A = č\n");
+}
+
+TEST_F(ImportCommand, AnUnknownEncodingIsAnErrorThatListsTheKnownOnes) {
+  const auto before = Bytes("sample.api");
+  const auto run = RunCli({"import", library_, Path("sample.bas"), "--encoding", "shift_jis"});
+  EXPECT_EQ(run.status, 2);
+  EXPECT_NE(run.err.find("shift_jis is none of windows-874, windows-1250, "), std::string::npos);
   EXPECT_EQ(Bytes("sample.api"), before);
+}
+
+TEST_F(ImportCommand, ACharacterOfACommentIsReplacedAndReported) {
+  folder_.Put("a.bas", "Const A = 1 'x\xE2\x86\x92\r\n");
+  const auto run = RunCli({"import", library_, Path("a.bas")});
+  EXPECT_EQ(run.err, Path("a.bas") + ": read as utf-8\n" + Path("a.bas") +
+                         ":1:15: a character of a comment that the library's code page does not "
+                         "have became \"?\": → (U+2192)\n");
+  EXPECT_EQ(RunCli({"show", library_, "A"}).out, "Const A = 1 'x?\n");
+  const auto json = RunCli({"--json", "import", library_, Path("a.bas")}).out;
+  EXPECT_NE(json.find("a.bas\",\"line\":1,\"reason\":\"a character of a comment that the library's "
+                      "code page does not have became \\\"?\\\"\",\"character\":\"→\","
+                      "\"character_line\":1,\"character_column\":15}\n"),
+            std::string::npos)
+      << json;
 }
 
 // Standard input that lets somebody else into the library's folder while it is read.

@@ -100,6 +100,24 @@ TEST_F(LibraryCommands, RenameChangesTheTitleAlone) {
   EXPECT_EQ(Bytes("sample.api"), "\x8Elt\xFD k\xF4\xF2" + before.substr(before.find('\x02')));
 }
 
+TEST_F(LibraryCommands, ATitleThatNoFileKeepsIsRefused) {
+  const auto before = Bytes("sample.api");
+  for (const auto& [title, name] :
+       {std::pair("a\xE2\x86\x92", "→ (U+2192)"), std::pair("\x02", "\\x02 (U+0002)")}) {
+    for (const auto& arguments :
+         {std::vector<std::string>{"rename", library_, title},
+          {"new", library_, title, "--force"},
+          {"new", Path("new.api"), title},
+          {"import", Path("new.api"), Path("sample.bas"), "--create", title}}) {
+      const auto run = RunCli(arguments);
+      EXPECT_EQ(run.status, 2);
+      EXPECT_EQ(run.err, std::string("declarium-cli: a title cannot hold ") + name + "\n");
+    }
+  }
+  EXPECT_EQ(Bytes("sample.api"), before);
+  EXPECT_FALSE(std::filesystem::exists(Path("new.api")));
+}
+
 TEST_F(LibraryCommands, DeleteRemovesTheNamedItemsAndListsThem) {
   const auto run = RunCli({"delete", library_, "type:rect", "hex_ten", "HEX_TEN", "limit"});
   EXPECT_EQ(run.status, 0);

@@ -74,12 +74,5 @@ TEST(ParseSourceFile, AgreesWithJoiningTheWholeTextOnRandomSources) {
   }
 }
 
-TEST(ParseSourceFile, TellsWhetherALibraryCanKeepTheItems) {
-  EXPECT_TRUE(ParseSourceFile("' \x02\r\nConst A = \x03").all_storable);
-  EXPECT_FALSE(ParseSourceFile("Const A = \x02").all_storable);
-  EXPECT_FALSE(ParseSourceFile("Declare Sub A\x01 Lib \"x\" ()").all_storable);
-  EXPECT_FALSE(ParseSourceFile("Type A\r\nType B\r\nx\x02\r\nEnd Type").all_storable);
-}
-
 }  // namespace
 }  // namespace declarium

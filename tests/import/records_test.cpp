@@ -60,11 +60,11 @@ struct Nest {
       records.AddMember(10 * i, item.size());
       item += u"123456789\x0D";
     }
-    records.AddOutermost(10 * names.size(), u"Outermost", item, parsed);
+    records.AddOutermost(10 * names.size(), Keepable::kYes, u"Outermost", item, parsed);
     std::size_t line = 0;
     for (const auto name : names) {
       const RecordLine at = {line + 2, 10 * line, 10 * line + 10};
-      EXPECT_TRUE(records.AddNested(at, name, u"\x0C", parsed));
+      EXPECT_EQ(records.AddNested(at, name, u"\x0C", Keepable::kYes, parsed), NestedRecord::kAdded);
       ++line;
     }
   }

@@ -109,6 +109,24 @@ TEST_F(LibraryOutside, ImportWithNoReplacesEverything) {
                           "3\x01\x01"));
 }
 
+TEST_F(LibraryOutside, ImportRecognizesUtf8AndTellsWhatTheLibraryCannotKeep) {
+  Put("m.bas", "Const C = \"\xC4\x8D\" '\xE2\x86\x92\r\nConst D = \"\x01\"\r\n");
+  ChooseMenu("mnuImport");
+  AnswerFile("m.bas");
+  AnswerMessage(kAskKeep, IDNO);
+  AnswerMessage(
+      u"Databáza nedokáže uchovať všetko, čo ste jej pridali.\r\n"
+      u"Vynechané deklarácie: 1\r\nZnaky v komentároch nahradené otáznikom: 1\r\n\r\n"
+      u"riadok 2, stĺpec 12: znak s kódom 1\r\nriadok 1, stĺpec 16: znak \u2192 (U+2192)",
+      IDOK);
+  ASSERT_TRUE(ListBecomes("lstConst", {u"C"}));
+  ChooseMenu("mnuSave");
+  EXPECT_TRUE(ComesToHold("win.api",
+                          "Win\x02"
+                          "C\x01\x01\x02\x0e"
+                          "\"\xE8\" '?\x01\x01"));
+}
+
 TEST_F(LibraryOutside, ExportWritesEveryItemAsSource) {
   ChooseMenu("mnuExport");
   AnswerFile("out.bas");

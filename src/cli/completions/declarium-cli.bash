@@ -6,7 +6,7 @@ _declarium_cli_options() {
   case $1 in
     new | export | rename | delete) echo "$common --force" ;;
     list) echo "$common --kind" ;;
-    import) echo "$common --replace --create --reading --force" ;;
+    import) echo "$common --replace --create --reading --encoding --force" ;;
     parse) echo "$common --modules --uses --target" ;;
     shared) echo "$common --closure" ;;
     find | complete) echo "$common --kind" ;;
@@ -14,7 +14,7 @@ _declarium_cli_options() {
       echo "$common --kinds --name --name-whole --type --type-whole --const --const-whole" \
         "--value --value-whole --value-number --arg --arg-whole --text --text-whole"
       ;;
-    restore) echo "$common --output -o" ;;
+    restore) echo "$common --output -o --force" ;;
     basket) echo "$common --scope --closure --output -o --force" ;;
     insert) echo "$common --scope --closure --encoding --force" ;;
     databases | show | history) echo "$common" ;;

@@ -12,7 +12,7 @@ Register-ArgumentCompleter -Native -CommandName 'declarium-cli', 'declarium-cli.
         'rename'    = '--force'
         'delete'    = '--force'
         'databases' = @()
-        'import'    = '--replace', '--create', '--reading', '--force'
+        'import'    = '--replace', '--create', '--reading', '--encoding', '--force'
         'parse'     = '--modules', '--uses', '--target'
         'show'      = @()
         'shared'    = '--closure'
@@ -24,7 +24,7 @@ Register-ArgumentCompleter -Native -CommandName 'declarium-cli', 'declarium-cli.
         'basket'    = '--scope', '--closure', '--output', '-o', '--force'
         'insert'    = '--scope', '--closure', '--encoding', '--force'
         'history'   = @()
-        'restore'   = '--output', '-o'
+        'restore'   = '--output', '-o', '--force'
     }
     $values = @{
         '--color' = 'auto', 'always', 'never'

@@ -62,10 +62,12 @@ void AddDialog::Command1_Click(Form& form) {
   if (!text.empty()) {
     auto source = ReadSource(text);
     JoinContinuedLines(source);
-    const HourglassPointer hourglass(toolkit_);
-    const auto chosen = ChooseReading(toolkit_, text, ParseDeclarations(std::move(source)));
+    const auto chosen = [&] {
+      const HourglassPointer hourglass(toolkit_);
+      return ChooseReading(toolkit_, text, ParseDeclarations(std::move(source)));
+    }();
     if (!chosen) return;
-    ImportItems(library_, selector_, *chosen, Existing::kKeep);
+    ImportItems(toolkit_, library_, selector_, *chosen, Existing::kKeep);
   } else {
     toolkit_.SetPointer(MousePointer::kDefault);
   }

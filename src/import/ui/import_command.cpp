@@ -1,18 +1,23 @@
 #include "import/ui/import_command.h"
 
+#include "import/ui/loss_message.h"
 #include "import/ui/reading_question.h"
 #include "library/file_name.h"
 #include "library/ui/file_messages.h"
-#include "text/code_page.h"
+#include "text/encoding.h"
 #include "text/user_texts.h"
 
 namespace declarium {
 
-void ImportItems(Library& library, KindSelector& selector, const ParsedItems& parsed,
-                 Existing existing) {
-  MergeItems(library, parsed, existing);
-  library.dirty = true;
-  selector.Refill();
+void ImportItems(Toolkit& toolkit, Library& library, KindSelector& selector,
+                 const ParsedItems& parsed, Existing existing) {
+  {
+    const HourglassPointer hourglass(toolkit);
+    MergeItems(library, parsed, existing);
+    library.dirty = true;
+    selector.Refill();
+  }
+  TellLosses(toolkit, parsed);
 }
 
 ImportCommand::ImportCommand(Toolkit& toolkit, Library& library, KindSelector& selector,
@@ -33,11 +38,10 @@ void ImportCommand::mnuImport_Click() {
   }
   const auto chosen = [&] {
     const HourglassPointer hourglass(toolkit_);
-    return ChooseReading(toolkit_, DecodeCodePage(bytes), ParseSourceFile(bytes));
+    const auto encoding = RecognizeEncoding(bytes, kLibraryEncoding);
+    return ChooseReading(toolkit_, DecodeText(bytes, encoding), ParseSourceFile(bytes, encoding));
   }();
-  if (!chosen) return;
-  const HourglassPointer hourglass(toolkit_);
-  ImportItems(library_, selector_, *chosen, existing);
+  if (chosen) ImportItems(toolkit_, library_, selector_, *chosen, existing);
 }
 
 }  // namespace declarium

@@ -9,10 +9,11 @@
 
 namespace declarium {
 
-// Merges the items into `library`, refills the lists and marks the library changed. The part that
-// importing a file and typing declarations have in common.
-void ImportItems(Library& library, KindSelector& selector, const ParsedItems& parsed,
-                 Existing existing);
+// Merges the items into `library`, refills the lists and marks the library changed, all under the
+// hourglass; then tells what no library could keep. The part that importing a file and typing
+// declarations have in common.
+void ImportItems(Toolkit& toolkit, Library& library, KindSelector& selector,
+                 const ParsedItems& parsed, Existing existing);
 
 class ImportCommand {
  public:

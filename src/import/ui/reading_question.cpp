@@ -24,7 +24,12 @@ std::u16string ReadingQuestion(const SourceReading& reading) {
 std::optional<ParsedItems> ChooseReading(Toolkit& toolkit, std::u16string_view source,
                                          ParsedItems literal) {
   auto reading = ReadAsVisualBasic(source, literal);
-  if (reading.differences.empty()) return literal;
+  if (reading.differences.empty()) {
+    // Members of enumerations that no library can keep are known to this reading alone.
+    literal.skipped = std::move(reading.items.skipped);
+    literal.replaced = std::move(reading.items.replaced);
+    return literal;
+  }
   switch (toolkit.ShowMessage(
       {ReadingQuestion(reading), MessageButtons::kYesNoCancel, MessageIcon::kExclamation})) {
     case Answer::kYes:

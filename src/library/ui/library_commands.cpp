@@ -9,11 +9,11 @@
 #include "library/find_item_index.h"
 #include "library/library_file.h"
 #include "library/temporary_file.h"
+#include "library/ui/character_name.h"
 #include "library/ui/file_messages.h"
 #include "library/ui/history_dialog.h"
 #include "text/user_texts.h"
 #include "toolkit/held_flag.h"
-#include "vb/number.h"
 
 namespace declarium {
 namespace {
@@ -193,8 +193,8 @@ void LibraryCommands::mnuDatabase_Click() {
 
 std::u16string LibraryCommands::AskTitle(std::u16string_view prompt, std::u16string_view initial) {
   auto title = toolkit_.AskText(prompt, initial);
-  if (const auto separator = FindSeparator(title)) {
-    toolkit_.ShowMessage({Quoted(texts::kTitleRefusedBefore, NumberText(*separator), u"."),
+  if (const auto character = FindUnkeepableCharacter(title)) {
+    toolkit_.ShowMessage({Quoted(texts::kTitleRefusedBefore, CharacterName(*character), u"."),
                           MessageButtons::kOk, MessageIcon::kExclamation});
     title.clear();
   }

@@ -9,8 +9,8 @@
 
 namespace declarium::headless {
 
-// While it lives the forms that were there before take no input; of a form that is shown as a dialog,
-// until that is hidden, before its handlers have returned.
+// While it lives the forms that were there before take no input; of a form that is shown as a
+// dialog, until that is hidden, before its handlers have returned.
 class HeadlessToolkit::OpenDialog {
  public:
   OpenDialog(HeadlessToolkit& toolkit, HeadlessForm* dialog) : toolkit_(toolkit), dialog_(dialog) {
