@@ -39,7 +39,7 @@ void WriteBytes(const Session& session, std::string_view bytes, const std::strin
 // Writes `text` in the encoding of libraries and source files. Throws CommandFailed.
 void WriteSource(const Session& session, std::u16string_view text, const std::string& file);
 
-// A title that a library can keep. Throws CommandFailed for any other, which the message says why.
+// A title that a library can keep. Throws CommandFailed, which names the character, for any other.
 [[nodiscard]] std::u16string CheckedTitle(const std::string& argument);
 
 }  // namespace declarium::cli
