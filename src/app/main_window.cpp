@@ -33,7 +33,7 @@ MainWindow::MainWindow(Toolkit& toolkit, SettingsStore& store, MainWindowOptions
     : toolkit_(toolkit),
       store_(store),
       options_(std::move(options)),
-      saver_(SystemFiles(), History(SystemFiles(), options_.history)),
+      saver_(*options_.files, History(*options_.files, options_.history)),
       form_(toolkit),
       guide_(toolkit, options_.folder),
       selector_(toolkit, library_, ForSelector(form_)),

@@ -11,6 +11,7 @@
 #include "import/ui/add_dialog.h"
 #include "import/ui/import_command.h"
 #include "library/file_saver.h"
+#include "library/file_system.h"
 #include "library/library.h"
 #include "library/ui/kind_selector.h"
 #include "library/ui/library_commands.h"
@@ -47,6 +48,7 @@ struct MainWindowOptions {
   RunMode mode = RunMode::kStandalone;
   HostLink host;
   std::filesystem::path history = {};  // the history's folder; empty: what is replaced is not kept
+  FileSystem* files = &SystemFiles();  // what is written goes through them
 };
 
 class MainWindow {

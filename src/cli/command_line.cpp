@@ -85,7 +85,7 @@ ExitStatus Parse(CLI::App& app, std::span<const std::string> arguments, const Se
 }
 
 ExitStatus Run(std::span<const std::string> arguments, Streams& streams) {
-  FileSaver saver(SystemFiles(), History(SystemFiles(), streams.history));
+  FileSaver saver(streams.files, History(streams.files, streams.history));
   Session session{streams, saver};
   try {
     CLI::App app(kDescription);

@@ -4,6 +4,8 @@
 #include <filesystem>
 #include <iosfwd>
 
+#include "library/file_system.h"
+
 namespace declarium::cli {
 
 struct Streams {
@@ -14,6 +16,7 @@ struct Streams {
   bool err_is_terminal = false;
   bool no_color = false;               // the user asked every program to leave colors out
   std::filesystem::path history = {};  // the history's folder; empty: what is replaced is not kept
+  FileSystem& files = SystemFiles();   // what is written goes through it
 };
 
 }  // namespace declarium::cli

@@ -23,6 +23,7 @@ struct CliSurroundings {
   bool err_is_terminal = false;
   bool no_color = false;
   std::filesystem::path history = {};
+  FileSystem& files = SystemFiles();
 };
 
 inline CliRun RunCli(const std::vector<std::string>& arguments,
@@ -36,7 +37,8 @@ inline CliRun RunCli(const std::vector<std::string>& arguments,
                   surroundings.out_is_terminal,
                   surroundings.err_is_terminal,
                   surroundings.no_color,
-                  surroundings.history};
+                  surroundings.history,
+                  surroundings.files};
   const int status = RunCommandLine(arguments, streams);
   return {status, out.str(), err.str()};
 }
