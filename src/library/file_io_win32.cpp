@@ -56,10 +56,9 @@ std::string PathText(const fs::path& path) {
 
 // std::filesystem ends the process when memory runs out while it lists.
 std::vector<fs::path> ListFolder(const fs::path& folder) {
-  using Listing = win32::UniqueHandle<HANDLE, FindClose, -1>;
   std::vector<fs::path> paths;
   WIN32_FIND_DATAW entry;
-  const Listing listing(::FindFirstFileW((folder / L"*").c_str(), &entry));
+  const win32::UniqueListing listing(::FindFirstFileW((folder / L"*").c_str(), &entry));
   for (bool found = static_cast<bool>(listing); found;
        found = ::FindNextFileW(listing.Get(), &entry) != 0) {
     const std::wstring_view name = entry.cFileName;

@@ -90,29 +90,25 @@ class SavingTurn {
  public:
   SavingTurn() : mutex_(::CreateMutexW(nullptr, FALSE, L"Local\\Declarium.Saving")) {
     constexpr DWORD kLongestWait = 5000;  // milliseconds
-    const DWORD outcome =
-        mutex_ == nullptr ? WAIT_FAILED : ::WaitForSingleObject(mutex_, kLongestWait);
+    const DWORD outcome = mutex_ ? ::WaitForSingleObject(mutex_.Get(), kLongestWait) : WAIT_FAILED;
     owned_ = outcome == WAIT_OBJECT_0 || outcome == WAIT_ABANDONED;
   }
   SavingTurn(const SavingTurn&) = delete;
   SavingTurn& operator=(const SavingTurn&) = delete;
   ~SavingTurn() {
     const DWORD code = ::GetLastError();
-    if (owned_) ::ReleaseMutex(mutex_);
-    if (mutex_ != nullptr) ::CloseHandle(mutex_);
+    if (owned_) ::ReleaseMutex(mutex_.Get());
     ::SetLastError(code);
   }
 
  private:
-  HANDLE mutex_;
+  win32::UniqueKernelObject mutex_;
   bool owned_ = false;
 };
 
 bool IsSymbolicLink(const fs::path& path) {
   WIN32_FIND_DATAW data = {};
-  const HANDLE search = ::FindFirstFileW(path.c_str(), &data);
-  if (search == INVALID_HANDLE_VALUE) return false;
-  ::FindClose(search);
+  if (!win32::UniqueListing(::FindFirstFileW(path.c_str(), &data))) return false;
   // Files of a cloud folder are reparse points too, and must not be looked through.
   return (data.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 &&
          data.dwReserved0 == IO_REPARSE_TAG_SYMLINK;

@@ -69,6 +69,8 @@ using UniqueIcon = UniqueHandle<HICON, DestroyIcon>;
 using UniqueImageList = UniqueHandle<HIMAGELIST, ImageList_Destroy>;
 // A file as CreateFileW opens it.
 using UniqueFile = UniqueHandle<HANDLE, CloseHandle, -1>;
+// A folder being listed, as FindFirstFileW begins it.
+using UniqueListing = UniqueHandle<HANDLE, FindClose, -1>;
 // A process, thread, event, mutex or pipe end.
 using UniqueKernelObject = UniqueHandle<HANDLE, CloseHandle>;
 using UniqueRegistryKey = UniqueHandle<HKEY, RegCloseKey>;
