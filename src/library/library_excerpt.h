@@ -1,6 +1,6 @@
 // What a command that needs a few items takes from a library file: the names of all items, and the
-// item strings of those that it looks up. The other item strings, most of a large file, are neither
-// read nor decoded. For a process that ends soon, see ViewFile.
+// item strings of those that it looks up. The others, most of a large file, are not decoded; what
+// stands in front of one is only read over. For a process that ends soon, see ViewFile.
 #pragma once
 
 #include <cstddef>
