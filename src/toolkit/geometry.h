@@ -22,10 +22,6 @@ struct Rect {
   int width = 0;
   int height = 0;
   bool operator==(const Rect&) const = default;
-
-  [[nodiscard]] constexpr bool Contains(Point p) const {
-    return p.x >= left && p.x < left + width && p.y >= top && p.y < top + height;
-  }
 };
 
 }  // namespace declarium
