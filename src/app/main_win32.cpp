@@ -74,14 +74,14 @@ int Serve() {
       toolkit, store, ProgramFolder(),
       [&process] { return std::make_shared<com::ServerHold>(process); }, HistoryFolder());
   const FailureReport failures(toolkit, [&windows] { return windows.KeepUnsaved(); });
-  com::WindowsFaceClipboard clipboard(posted_calls.window());
+  com::WindowsFaceClipboard clipboard(posted_calls.Window());
   HostSessions sessions(clipboard, windows, [&posted_calls](std::function<void()> call) {
     posted_calls.Post(std::move(call));
   });
   com::ConnectContext context{sessions, posted_calls, process};
   const auto factory = com::MakeConnectFactory(context);
   if (FAILED(process.Offer(kConnectClass, *factory))) return 1;
-  const com::StartLimit start_limit(posted_calls.window(), process);
+  const com::StartLimit start_limit(posted_calls.Window(), process);
   return toolkit.Run();
 }
 

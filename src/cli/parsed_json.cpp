@@ -145,7 +145,7 @@ ordered_json DeclarationObject(const std::string& source, const vb::Module& modu
   if (const auto* const constant = declaration.As<vb::Constant>())
     AddConstant(*constant, definitions, object);
   if (const auto* const external = declaration.As<vb::External>())
-    AddExternal(declaration.name, *external, definitions.target(), object);
+    AddExternal(declaration.name, *external, definitions.TargetSystem(), object);
   if (const auto* const record = declaration.As<vb::Record>())
     AddRecord(*record, definitions, object);
   if (const auto* const enumeration = declaration.As<vb::Enumeration>())

@@ -28,7 +28,7 @@ class ActiveCodeModule final : public ComponentEvents,
   void Stop();
 
   // Null when there is none. Who keeps the module over a call that lets events in keeps a share.
-  [[nodiscard]] std::shared_ptr<CodeModule> module() const noexcept { return module_; }
+  [[nodiscard]] std::shared_ptr<CodeModule> Module() const noexcept { return module_; }
 
   // One turn of the 100 ms timer CodeModuleChecker: reads CountOfLines and ignores any error. Does
   // nothing while a turn before it waits for its answer.

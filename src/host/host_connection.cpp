@@ -145,7 +145,7 @@ HostResult<Insertion> HostConnection::Insert(
     const std::function<bool(std::u16string_view question)>& ask,
     const std::function<std::u16string()>& text) {
   // The question lets the host in, which may make another module the active one or disconnect.
-  const auto module = active_->module();
+  const auto module = active_->Module();
   const auto application = application_;
   auto outcome = InsertIntoActiveModule(module.get(), ask, text);
   if (outcome && *outcome == Insertion::kInserted) KeepCaretInView(*application, *module);

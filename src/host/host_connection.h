@@ -44,7 +44,7 @@ class HostConnection : public std::enable_shared_from_this<HostConnection> {
   void ShowMainWindow();
 
   // Whether there is an active code module to insert into.
-  [[nodiscard]] bool HasActiveCodeModule() const noexcept { return active_->module() != nullptr; }
+  [[nodiscard]] bool HasActiveCodeModule() const noexcept { return active_->Module() != nullptr; }
 
   // One turn of the 100 ms timer CodeModuleChecker.
   void CheckActiveCodeModule() { active_->Check(); }

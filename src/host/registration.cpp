@@ -25,7 +25,7 @@ class Writer {
              const RegistryValue& value) {
     if (result_) result_ = registry_.Write(root, key, name, value);
   }
-  [[nodiscard]] std::expected<void, RegistryError> result() const { return result_; }
+  [[nodiscard]] std::expected<void, RegistryError> Result() const { return result_; }
 
  private:
   Registry& registry_;
@@ -77,7 +77,7 @@ std::expected<void, RegistryError> RegisterServer(Registry& registry, const Serv
   Writer writer(registry);
   WriteClass(writer, server, program, ClassesRoot(scope));
   WriteAddIn(writer, server);
-  return writer.result();
+  return writer.Result();
 }
 
 std::expected<void, RegistryError> UnregisterServer(Registry& registry,

@@ -96,7 +96,7 @@ std::u16string_view BodyOf(std::u16string_view declaration) {
   while (token.kind != TokenKind::kLineEnd && token.kind != TokenKind::kEnd &&
          !token.IsOperator(u':'))
     token = tokens.NextSignificant();
-  const auto start = token.end();
+  const auto start = token.End();
   auto end = declaration.size();
   Token last;
   for (; token.kind != TokenKind::kEnd; token = tokens.NextSignificant()) {

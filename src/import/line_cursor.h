@@ -29,8 +29,8 @@ class TextCursor {
   [[nodiscard]] std::u16string_view Beginning() const { return line_; }
   [[nodiscard]] std::u16string_view Line() { return line_; }
   // Where the line starts, and where the one behind it does.
-  [[nodiscard]] std::size_t start() const { return start_; }
-  [[nodiscard]] std::size_t next() const { return next_; }
+  [[nodiscard]] std::size_t Start() const { return start_; }
+  [[nodiscard]] std::size_t NextStart() const { return next_; }
   // 1-based, in the file, for a walk that started at position 0.
   [[nodiscard]] std::size_t FileLine() const { return FileLineOf(0); }
   // The same for a position (0-based) in the line, whose pieces may stand in several lines of the
@@ -66,8 +66,8 @@ class FileCursor {
   [[nodiscard]] std::string_view Beginning() const { return beginning_; }
   // Valid until the next call of Next.
   [[nodiscard]] std::string_view Line();
-  [[nodiscard]] std::size_t start() const { return start_; }
-  [[nodiscard]] std::size_t next() const { return next_; }
+  [[nodiscard]] std::size_t Start() const { return start_; }
+  [[nodiscard]] std::size_t NextStart() const { return next_; }
   [[nodiscard]] std::size_t FileLine() const { return lines_ - continuations_.size(); }
   // A piece that is nothing but "_", or has another "_" or a CR before it, may form a continuation
   // or a line end of its own with what follows.

@@ -265,9 +265,9 @@ class Parser {
     for (auto member = *line_; member.Next();) {
       const auto line = member.Line();
       // Nothing but this at the line's very start ends a record.
-      if (IsWordIgnoringCase(line, u"end type")) return member.start();
+      if (IsWordIgnoringCase(line, u"end type")) return member.Start();
       const auto start = item_.size();
-      records_.AddMember(member.start(), start);
+      records_.AddMember(member.Start(), start);
       AppendNormalized(line, item_);
       if (auto found = TakePart(member, start, replaced_in_record_)) {
         records_.NoteUnkeepable();
@@ -282,7 +282,7 @@ class Parser {
   }
 
   [[nodiscard]] RecordLine Place() const {
-    return {line_->FileLine(), line_->start(), line_->next()};
+    return {line_->FileLine(), line_->Start(), line_->NextStart()};
   }
 
   static Keepable Keeping(const std::optional<Fault>& fault) {

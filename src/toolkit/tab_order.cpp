@@ -11,10 +11,10 @@ void TabOrder::Append(const ControlDefinition& definition, Control& control) {
 Control* TabOrder::Find(const Control* from, std::size_t stride) const {
   if (entries_.empty()) return nullptr;
   const auto found = std::ranges::find(entries_, from, &Entry::control);
-  std::size_t index = found == entries_.end() ? size() - stride
+  std::size_t index = found == entries_.end() ? Count() - stride
                                               : static_cast<std::size_t>(found - entries_.begin());
-  for (std::size_t step = 0; step < size(); ++step) {
-    index = (index + stride) % size();
+  for (std::size_t step = 0; step < Count(); ++step) {
+    index = (index + stride) % Count();
     const Entry& entry = entries_[index];
     if (entry.control == from || !IsTabStop(*entry.definition)) continue;
     if (entry.control->Visible() && entry.control->Enabled()) return entry.control;

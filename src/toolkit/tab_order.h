@@ -19,7 +19,7 @@ class TabOrder {
   [[nodiscard]] Control* Next(const Control* control) const { return Find(control, 1); }
   // The same in the other direction.
   [[nodiscard]] Control* Previous(const Control* control) const {
-    return Find(control, size() - 1);
+    return Find(control, Count() - 1);
   }
   // The first control of that role; nullptr when there is none.
   [[nodiscard]] Control* WithRole(ButtonRole role) const;
@@ -32,7 +32,7 @@ class TabOrder {
     Control* control;
   };
 
-  [[nodiscard]] std::size_t size() const { return entries_.size(); }
+  [[nodiscard]] std::size_t Count() const { return entries_.size(); }
   [[nodiscard]] Control* Find(const Control* from, std::size_t stride) const;
 
   std::vector<Entry> entries_;

@@ -90,7 +90,7 @@ std::expected<TypeReference, SyntaxError> ReadType(TokenCursor& cursor) {
   TypeReference type;
   type.is_written = true;
   cursor.TakeWord(u"new");
-  const auto from = cursor.position();
+  const auto from = cursor.Position();
   if (cursor.Peek().kind != TokenKind::kName) return Fail(cursor.Peek(), "a type");
   const bool is_string = cursor.Take().IsWord(u"string");
   while (cursor.TakeOperator(u'.')) {
@@ -289,11 +289,11 @@ bool TokenCursor::TakeOperator(char16_t unit) {
 
 std::u16string_view TokenCursor::TextFrom(std::size_t from) const {
   const auto& first = tokens_[from];
-  return {first.text.data(), tokens_[position_ - 1].end() - first.place.offset};
+  return {first.text.data(), tokens_[position_ - 1].End() - first.place.offset};
 }
 
 std::expected<std::u16string_view, SyntaxError> ReadExpression(TokenCursor& cursor) {
-  const auto from = cursor.position();
+  const auto from = cursor.Position();
   for (std::size_t open = 0;;) {
     while (cursor.Peek().IsOperator(u'-') || cursor.Peek().IsOperator(u'+') ||
            cursor.Peek().IsWord(u"not") || cursor.Peek().IsOperator(u'(')) {

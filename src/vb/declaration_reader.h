@@ -47,7 +47,7 @@ class TokenCursor {
   bool TakeOperator(char16_t unit);
   // The source from the token at `from` up to here, without what separates.
   [[nodiscard]] std::u16string_view TextFrom(std::size_t from) const;
-  [[nodiscard]] std::size_t position() const { return position_; }
+  [[nodiscard]] std::size_t Position() const { return position_; }
 
  private:
   std::span<const Token> tokens_;

@@ -37,7 +37,7 @@ class Definitions {
   // for those that the target and the project leave out. Of several of one name the first counts.
   void Add(const Module& module, ProjectConstants constants = {});
 
-  [[nodiscard]] Target target() const { return target_; }
+  [[nodiscard]] Target TargetSystem() const { return target_; }
   // The value of a constant or of an enumeration's member; a qualifier in front is passed over.
   [[nodiscard]] Evaluated ValueOf(std::u16string_view name);
   [[nodiscard]] Evaluated ValueOf(const Constant& constant);

@@ -95,7 +95,7 @@ class ModuleReader {
   Module Read() {
     ReadHeader();
     while (Next()) ReadStatement();
-    const auto end = reader_.place();
+    const auto end = reader_.Here();
     if (procedure_) module_.procedures.back().end_line = end.line;
     module_.lines = end.column == 1 ? end.line - 1 : end.line;
     if (module_.procedures.empty()) module_.declarations_end = module_.lines;
@@ -117,7 +117,7 @@ class ModuleReader {
   // The place behind the statement's last token.
   [[nodiscard]] Place StatementEnd() const {
     Place end = Tokens().back().place;
-    end.offset = Tokens().back().end();
+    end.offset = Tokens().back().End();
     end.column += static_cast<std::uint32_t>(Tokens().back().text.size());
     return end;
   }
@@ -215,7 +215,7 @@ class ModuleReader {
     const auto start = Tokens().front().place.offset;
     const auto name = Tokens()[1].place.offset - start;
     const auto value = Tokens()[at + 1].place.offset - start;
-    module_.attributes.push_back({whole.substr(name, Tokens()[at - 1].end() - start - name),
+    module_.attributes.push_back({whole.substr(name, Tokens()[at - 1].End() - start - name),
                                   whole.substr(value), Tokens().front().place});
   }
 
@@ -251,7 +251,7 @@ class ModuleReader {
     }
     if (last < 2) return {};
     const auto& first = Tokens()[2];
-    return {first.text.data(), Tokens()[last].end() - first.place.offset};
+    return {first.text.data(), Tokens()[last].End() - first.place.offset};
   }
 
   void ReadCompilerConstant() {
@@ -367,7 +367,7 @@ class ModuleReader {
       const auto& last = Tokens().back().text;
       declaration.text = {start, static_cast<std::size_t>(last.data() + last.size() - start)};
     }
-    Refuse({reader_.place(), end, {}});
+    Refuse({reader_.Here(), end, {}});
   }
 
   void ReadRecord(const Prefix& prefix) {

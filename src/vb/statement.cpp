@@ -8,7 +8,7 @@
 namespace declarium::vb {
 
 std::u16string_view Statement::Text() const {
-  const auto size = tokens.back().end() - tokens.front().place.offset;
+  const auto size = tokens.back().End() - tokens.front().place.offset;
   return {tokens.front().text.data(), size};
 }
 
@@ -49,7 +49,7 @@ void StatementReader::SkipLine() {
 }
 
 std::u16string_view StatementReader::FirstWord(char16_t (&word)[kLongestWord]) const {
-  auto at = tokenizer_.place().offset;
+  auto at = tokenizer_.Here().offset;
   while (at < text_.size() && (text_[at] == u' ' || text_[at] == u'\t')) ++at;
   std::size_t length = 0;
   for (; at < text_.size() && length < kLongestWord; ++at, ++length) {
@@ -90,7 +90,7 @@ StatementReader::Line StatementReader::LineFrom(std::size_t position) {
 }
 
 void StatementReader::PassTo(const Line& line) {
-  const Place place = tokenizer_.place();
+  const Place place = tokenizer_.Here();
   tokenizer_ = Tokenizer(text_, {line.end, place.line + line.count, 1});
   at_line_start_ = true;
 }

@@ -37,7 +37,7 @@ class StatementReader {
 
   // Passes over the rest of the physical line.
   void SkipLine();
-  [[nodiscard]] Place place() const { return tokenizer_.place(); }
+  [[nodiscard]] Place Here() const { return tokenizer_.Here(); }
 
  private:
   static constexpr std::size_t kLongestWord = 12;
@@ -49,7 +49,7 @@ class StatementReader {
     bool has_colon;
   };
 
-  [[nodiscard]] bool AtEnd() const { return tokenizer_.place().offset >= text_.size(); }
+  [[nodiscard]] bool AtEnd() const { return tokenizer_.Here().offset >= text_.size(); }
   // The first word from `position`, lowered into `word`; empty for another beginning.
   [[nodiscard]] std::u16string_view FirstWord(char16_t (&word)[kLongestWord]) const;
   [[nodiscard]] Line LineFrom(std::size_t position);
@@ -61,7 +61,7 @@ class StatementReader {
   bool CanPass(const IsWanted& is_wanted) {
     char16_t letters[kLongestWord];
     if (is_wanted(FirstWord(letters))) return false;
-    const Line line = LineFrom(tokenizer_.place().offset);
+    const Line line = LineFrom(tokenizer_.Here().offset);
     if (line.has_colon) return false;
     PassTo(line);
     return true;

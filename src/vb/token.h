@@ -45,7 +45,7 @@ struct Token {
   Place place;
   std::u16string_view text;
 
-  [[nodiscard]] std::size_t end() const { return place.offset + text.size(); }
+  [[nodiscard]] std::size_t End() const { return place.offset + text.size(); }
   [[nodiscard]] bool IsOperator(char16_t unit) const {
     return kind == TokenKind::kOperator && text.size() == 1 && text.front() == unit;
   }
@@ -67,7 +67,7 @@ class Tokenizer {
   // The next token that is no space.
   Token NextSignificant();
 
-  [[nodiscard]] Place place() const { return place_; }
+  [[nodiscard]] Place Here() const { return place_; }
 
  private:
   [[nodiscard]] char16_t At(std::size_t position) const {

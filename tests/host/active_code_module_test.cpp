@@ -13,7 +13,7 @@ class ActiveCodeModuleTest : public testing::Test {
     return std::make_shared<FakeModule>(FakeModule{.name = std::move(name)});
   }
   std::u16string ActiveName() const {
-    return active_->module() ? active_->module()->ComponentName().value_or(u"?") : u"none";
+    return active_->Module() ? active_->Module()->ComponentName().value_or(u"?") : u"none";
   }
 
   void Remove(const std::shared_ptr<FakeModule>& module) {

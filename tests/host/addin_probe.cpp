@@ -126,16 +126,16 @@ int Serve() {
   com::PostedCalls posted_calls(boundary);
   com::ServerProcess process([] { PostQuitMessage(0); });
   LoggingWindow window(process);
-  com::WindowsFaceClipboard clipboard(posted_calls.window());
+  com::WindowsFaceClipboard clipboard(posted_calls.Window());
   HostSessions sessions(clipboard, window,
                         [&](std::function<void()> call) { posted_calls.Post(std::move(call)); });
   com::ConnectContext context{sessions, posted_calls, process};
   const auto factory = com::MakeConnectFactory(context);
   if (FAILED(process.Offer(kProbeClass, *factory))) return 1;
-  SetTimer(posted_calls.window(), 1, 100, nullptr);
+  SetTimer(posted_calls.Window(), 1, 100, nullptr);
   MSG message{};
   while (GetMessageW(&message, nullptr, 0, 0) > 0) {
-    if (message.message == WM_TIMER && message.hwnd == posted_calls.window()) window.Check();
+    if (message.message == WM_TIMER && message.hwnd == posted_calls.Window()) window.Check();
     DispatchMessageW(&message);
   }
   Log().Write("end");

@@ -261,13 +261,13 @@ TEST_F(ConnectTest, NewsOfADeadHostThatComesAfterItsObjectIsGoneDoesNothing) {
 }
 
 TEST_F(ConnectTest, ServerThatNoHostUsesEndsAfterItsLimit) {
-  const StartLimit limit(posted_calls_.window(), process_, std::chrono::milliseconds(20));
+  const StartLimit limit(posted_calls_.Window(), process_, std::chrono::milliseconds(20));
   EXPECT_EQ(ended_, 0);
   EXPECT_TRUE(HandlesUntil([this] { return ended_ == 1; }));
 }
 
 TEST_F(ConnectTest, ServerInUseOutlivesItsLimitAndEndsWithItsUse) {
-  const StartLimit limit(posted_calls_.window(), process_, std::chrono::milliseconds(20));
+  const StartLimit limit(posted_calls_.Window(), process_, std::chrono::milliseconds(20));
   auto add_in = MakeConnect(context_);
   const DWORD begin = GetTickCount();
   EXPECT_TRUE(HandlesUntil([&] { return GetTickCount() - begin > 200; }));

@@ -46,8 +46,8 @@ int NumberAt(const Call& call, std::size_t index) {
 // The element of a collection that an Item argument names by position or by name.
 template <class T>
 std::shared_ptr<T> ItemOf(const std::vector<std::shared_ptr<T>>& all, const Variant& index) {
-  if (index.value().vt == VT_BSTR) {
-    const auto name = com::TextOf(index.value().bstrVal);
+  if (index.Get().vt == VT_BSTR) {
+    const auto name = com::TextOf(index.Get().bstrVal);
     const auto found = std::ranges::find_if(
         all, [&](const auto& one) { return EqualIgnoringCase(one->name, name); });
     return found == all.end() ? nullptr : *found;
@@ -144,7 +144,7 @@ ComPtr<IDispatch> ObjectModel::ControlsOf(const std::shared_ptr<Bar>& bar) {
   return Find(bar.get(), Role::kControls, "CommandBarControls", [this, bar](ModelObject& object) {
     object.Add(0x60030000, L"Add", Access::kMethod, 0, 5, [this, bar](Call& c) {
       // Only buttons; a type that is left out means one.
-      if (!c.arguments.empty() && c.arguments[0].value().vt != VT_ERROR && NumberAt(c, 0) != 1) {
+      if (!c.arguments.empty() && c.arguments[0].Get().vt != VT_ERROR && NumberAt(c, 0) != 1) {
         return E_INVALIDARG;
       }
       auto control = std::make_shared<Control>();

@@ -37,7 +37,7 @@ class Variant {
   // A copy of the value, or of what it refers to; empty when it cannot be copied.
   [[nodiscard]] static Variant Dereferenced(const VARIANT& value);
 
-  [[nodiscard]] const VARIANT& value() const noexcept { return value_; }
+  [[nodiscard]] const VARIANT& Get() const noexcept { return value_; }
   // For functions that only read the value and take it without const.
   [[nodiscard]] VARIANT* Borrow() const noexcept { return const_cast<VARIANT*>(&value_); }
   // For functions that return a value through a pointer; a held value is cleared first.

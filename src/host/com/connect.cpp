@@ -56,7 +56,7 @@ class Connect final : public DispatchObject<AddInEntries> {
   [[nodiscard]] void* Find(REFIID iid) noexcept override;
   template <class Action>
   HRESULT Try(Action action) noexcept {
-    return context_.posted_calls.boundary().Run(action) ? S_OK : E_FAIL;
+    return context_.posted_calls.Guard().Run(action) ? S_OK : E_FAIL;
   }
   HRESULT InvokeOnConnection(const DISPPARAMS& parameters, UINT* wrong_argument);
   void ConnectTo(const ComPtr<IDispatch>& host);
@@ -147,8 +147,7 @@ void Connect::ConnectTo(const ComPtr<IDispatch>& host) {
       [&posted_calls = context_.posted_calls, weak = std::weak_ptr<Connect*>(self_)] {
         posted_calls.Post(HostDiedOf(weak));
       });
-  connection_ =
-      context_.sessions.Connect(MakeHostApplication(host, context_.posted_calls.boundary()));
+  connection_ = context_.sessions.Connect(MakeHostApplication(host, context_.posted_calls.Guard()));
 }
 
 void Connect::CatchUp(const ComPtr<IDispatch>& host) {
@@ -214,7 +213,7 @@ class ConnectFactory final : public ComObject<IClassFactory> {
     *object = nullptr;
     if (outer) return CLASS_E_NOAGGREGATION;
     HRESULT result = E_OUTOFMEMORY;
-    context_.posted_calls.boundary().Run(
+    context_.posted_calls.Guard().Run(
         [&] { result = MakeConnect(context_)->QueryInterface(iid, object); });
     return result;
   }

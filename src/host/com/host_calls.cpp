@@ -104,7 +104,7 @@ HostResult<Variant> HostObject::Invoke(HostMember member, WORD flags,
   if (!object_) return Failure<Variant>(E_POINTER);
   // Automation takes the arguments last first. The copies only borrow the values.
   std::vector<VARIANT> reversed;
-  for (const auto& argument : arguments) reversed.insert(reversed.begin(), argument.value());
+  for (const auto& argument : arguments) reversed.insert(reversed.begin(), argument.Get());
   DISPID put_name = DISPID_PROPERTYPUT;
   DISPPARAMS parameters{reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};
   if (flags & DISPATCH_PROPERTYPUT) {

@@ -22,9 +22,9 @@ class PostedCalls {
   // From any thread. An exception ends the call and nothing else; the boundary reports it.
   void Post(std::function<void()> call);
 
-  [[nodiscard]] Boundary& boundary() const noexcept { return boundary_; }
+  [[nodiscard]] Boundary& Guard() const noexcept { return boundary_; }
   // A hidden window of the thread.
-  [[nodiscard]] HWND window() const noexcept { return window_; }
+  [[nodiscard]] HWND Window() const noexcept { return window_; }
 
  private:
   static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wide, LPARAM last) noexcept;

@@ -51,7 +51,6 @@ class ComApartment {
   ~ComApartment() {
     if (SUCCEEDED(result_)) CoUninitialize();
   }
-  [[nodiscard]] HRESULT result() const noexcept { return result_; }
 
  private:
   HRESULT result_;
