@@ -57,8 +57,10 @@ std::expected<void, std::string> WriteLibrary(const Library& library, const std:
   const std::string exported = EncodeCodePage(ExportText(made)) + "\r\n";
   if (exported != source)
     return std::unexpected("the importer changes " + FirstDifference(source, exported));
-  const auto saved = SaveLibraryFile(made, path);
-  if (!saved) return std::unexpected(saved.error().Message());
+  // Without a history: what the generator makes can be made again.
+  FileSaver saver(SystemFiles(), History(SystemFiles(), {}));
+  const auto saved = SaveLibraryFile(saver, made, path);
+  if (!saved) return std::unexpected(saved.error().error.Message());
   return {};
 }
 
