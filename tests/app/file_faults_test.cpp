@@ -1,5 +1,6 @@
-// Every file call of a save, a save as, an export and a new library fails in turn, alone and with all
-// that come after it: the user is told, the libraries are whole, and his work can be saved again.
+// Every file call of a save, a save as, an export and a new library fails in turn, alone and with
+// all that come after it: the user is told, the libraries are whole, and his work can be saved
+// again.
 #include <algorithm>
 
 #include "app/window_fixture.h"

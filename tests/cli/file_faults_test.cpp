@@ -1,5 +1,5 @@
-// Every file call of a command that writes fails in turn, alone and with all that come after it: the
-// file is the old one or the new one, the exit status tells which, and neither is lost.
+// Every file call of a command that writes fails in turn, alone and with all that come after it:
+// the file is the old one or the new one, the exit status tells which, and neither is lost.
 #include <algorithm>
 #include <string>
 #include <vector>
@@ -40,7 +40,8 @@ class FileFaults : public testing::TestWithParam<std::size_t> {
       folder_.Put("out.bas", "Const OLD = 1");
       folder_.Put("module.bas", "Attribute VB_Name = \"M\"\r\nOption Explicit\r\n");
       folder_.Put("restored.api", "First\x02\x02");
-      EXPECT_EQ(RunCli({"rename", Path("restored.api"), "Second"}, {.history = History()}).status, 0);
+      EXPECT_EQ(RunCli({"rename", Path("restored.api"), "Second"}, {.history = History()}).status,
+                0);
     }
     void TestBody() override {}
 

@@ -163,6 +163,18 @@ ConstantFacts CompileConstants(const Rows& rows, const Toolchain& toolchain, con
   return facts;
 }
 
+std::vector<std::string> DifferingConstants(const Rows& rows, const ConstantFacts& facts) {
+  std::vector<std::string> names;
+  Evaluator evaluator(rows);
+  for (const ConstRow& row : rows.constants) {
+    const auto fact = facts.find(row.name);
+    if (fact == facts.end()) continue;
+    const auto value = evaluator.ValueOf(row.name);
+    if (!value || !Agree(*value, fact->second)) names.push_back(row.name);
+  }
+  return names;
+}
+
 Mismatches CheckConstants(const Rows& rows, const ConstantFacts& facts) {
   Mismatches mismatches;
   Evaluator evaluator(rows);

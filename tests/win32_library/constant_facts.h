@@ -30,4 +30,8 @@ using ConstantFacts = std::map<std::string, ConstantFact>;  // by name
 // The rows whose text, evaluated with the language's rules, is not the fact.
 [[nodiscard]] Mismatches CheckConstants(const Rows& rows, const ConstantFacts& facts);
 
+// The names of the rows that have a fact and do not agree with it.
+[[nodiscard]] std::vector<std::string> DifferingConstants(const Rows& rows,
+                                                          const ConstantFacts& facts);
+
 }  // namespace declarium::win32_library_test

@@ -3,6 +3,8 @@
 #include <fstream>
 #include <sstream>
 
+#include "documented_library.h"
+#include "metadata_source.h"
 #include "vb/name.h"
 
 namespace declarium::win32_library_test {
@@ -50,10 +52,35 @@ void ReadArchive(const std::string& archive, const Toolchain& toolchain, ImportF
 
 }  // namespace
 
-ImportFacts ReadImportLibraries(const Toolchain& toolchain) {
+ByteCounts CountWithTheCompiler(const Toolchain& toolchain) {
+  constexpr std::string_view kMark = "__attribute__((stdcall)) ";
+  const std::string source = win32_library::MetadataSource(TheMetadata(), TheOverrides());
+  std::string table = "\nvoid *declarium_procedures[] = {\n";
+  for (std::size_t at = source.find(kMark); at != std::string::npos; at = source.find(kMark, at)) {
+    at += kMark.size();
+    table += "(void *)" + source.substr(at, source.find('(', at) - at) + ",\n";
+  }
+  ByteCounts counts;
+  for (const std::string& symbol : toolchain.UndefinedSymbols(source + table + "};\n")) {
+    const std::size_t at = symbol.rfind('@');
+    if (at != std::string::npos) counts[symbol.substr(0, at)] = std::stol(symbol.substr(at + 1));
+  }
+  return counts;
+}
+
+ImportFacts ReadImportLibraries(const Toolchain& toolchain, const ByteCounts& counts) {
   ImportFacts facts;
   for (const std::string& name : ArchiveNames())
     ReadArchive(std::string(kFolder) + "lib" + name + ".a", toolchain, facts);
+  for (const auto& [name, bytes] : counts) {
+    const auto& function = *TheMetadata().FindFunction(name);
+    const std::string entry = win32_library::DocumentedLibrary(function) + " " + name;
+    const auto* decided = win32_library::FindOverride(TheOverrides(), "Declare", name);
+    if (decided != nullptr && decided->side == win32_library::Side::kMetadata)
+      facts[entry] = bytes;
+    else
+      facts.emplace(entry, bytes);
+  }
   return facts;
 }
 

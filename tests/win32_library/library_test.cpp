@@ -2,6 +2,7 @@
 #include "gmock/gmock.h"
 #include "gtest/gtest.h"
 
+#include "agreement.h"
 #include "constant_facts.h"
 #include "import/merge.h"
 #include "import/parser.h"
@@ -58,7 +59,8 @@ class Win32LibraryFacts : public Win32Library {
     const auto provenance = ReadProvenance(units);
     constants_ = CompileConstants(rows_, toolchain, units, provenance);
     records_ = CompileRecords(rows_, toolchain, units, provenance);
-    imports_ = ReadImportLibraries(toolchain);
+    counts_ = CountWithTheCompiler(toolchain);
+    imports_ = ReadImportLibraries(toolchain, counts_);
   }
 
   void SetUp() override {
@@ -74,6 +76,7 @@ class Win32LibraryFacts : public Win32Library {
 
   static inline ConstantFacts constants_;
   static inline RecordFacts records_;
+  static inline ByteCounts counts_;
   static inline ImportFacts imports_;
 };
 
@@ -118,6 +121,41 @@ TEST_F(Win32LibraryFacts, RecordsLieInMemoryAsTheCompilerLaysThemOut) {
 
 TEST_F(Win32LibraryFacts, DeclaresTakeTheBytesThatTheImportLibraryTells) {
   EXPECT_NO_MISMATCH(CheckDeclares(rows_, imports_));
+}
+
+// The overrides for the headers are the disagreements, no less and no more.
+Mismatches CheckDecisions(const std::string& kind, const Disagreements& found) {
+  Mismatches mismatches;
+  for (const std::string& name : found)
+    if (!TheOverrides().contains(name)) mismatches.push_back(name + " is not decided");
+  for (const auto& [name, decided] : TheOverrides())
+    if (name.starts_with(kind + "\t") && decided.side == win32_library::Side::kHeaders &&
+        !found.contains(name))
+      mismatches.push_back(name + " is decided without need");
+  return mismatches;
+}
+
+TEST_F(Win32LibraryFacts, ConstantsAgreeWithTheMetadataOrAreDecided) {
+  EXPECT_NO_MISMATCH(CheckDecisions("Const", DifferingConstants(rows_)));
+}
+
+TEST_F(Win32LibraryFacts, DeclaresAgreeWithTheMetadataOrAreDecided) {
+  EXPECT_NO_MISMATCH(CheckDecisions("Declare", DifferingDeclares(rows_, counts_)));
+}
+
+TEST_F(Win32LibraryFacts, RecordsAgreeWithTheMetadataOrAreDecided) {
+  EXPECT_NO_MISMATCH(CheckDecisions("Type", DifferingRecords(rows_, records_, Toolchain())));
+}
+
+TEST_F(Win32LibraryFacts, AnUndecidedDisagreementOfAnyKindIsFound) {
+  Rows wrong = rows_;
+  Constant(wrong, "wm_user").value = "1";
+  EXPECT_TRUE(DifferingConstants(wrong).contains("Const\tWM_USER"));
+  wrong.declares = {{"GetTickCount", true, "\"kernel32\" (ByVal x As Long) As Long"}};
+  EXPECT_EQ(DifferingDeclares(wrong, counts_), Disagreements{"Declare\tGetTickCount"});
+  RecordFacts facts = records_;
+  facts.at("RECT").fields.at("right").offset = 4;
+  EXPECT_TRUE(DifferingRecords(rows_, facts, Toolchain()).contains("Type\tRECT"));
 }
 
 // The checks would say so if a row were wrong.

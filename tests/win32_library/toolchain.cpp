@@ -8,6 +8,7 @@
 #include <stdexcept>
 
 #include "coff_object.h"
+#include "metadata_source.h"
 
 namespace declarium::win32_library_test {
 namespace {
@@ -57,15 +58,30 @@ std::string Toolchain::Write(const std::string& source) const {
 
 std::map<std::string, std::string> Toolchain::Sections(
     const std::string& source, const std::vector<std::string>& names) const {
-  const std::string object = (folder_ / "probe.o").string();
-  static_cast<void>(
-      Output(Compile("-O0 -fno-toplevel-reorder -c") + Write(source) + " -o " + object));
-  const std::string bytes = ReadAll(object);
+  const std::string bytes = CompiledObject(source);
   const auto parsed = win32_library::ReadObject(bytes);
   if (!parsed) throw std::runtime_error("the compiler made no 32-bit object");
   std::map<std::string, std::string> sections;
   for (const std::string& name : names) sections[name] = parsed->Content(name);
   return sections;
+}
+
+std::string Toolchain::CompiledObject(const std::string& source) const {
+  const std::string object = (folder_ / "probe.o").string();
+  static_cast<void>(
+      Output(Compile("-O0 -fno-toplevel-reorder -c") + Write(source) + " -o " + object));
+  return ReadAll(object);
+}
+
+std::vector<std::string> Toolchain::UndefinedSymbols(const std::string& source) const {
+  const std::string bytes = CompiledObject(source);
+  const auto parsed = win32_library::ReadObject(bytes);
+  if (!parsed) throw std::runtime_error("the compiler made no 32-bit object");
+  std::vector<std::string> symbols;
+  for (const auto& symbol : parsed->symbols)
+    if (symbol.section == 0 && symbol.name.starts_with('_'))
+      symbols.push_back(symbol.name.substr(1));
+  return symbols;
 }
 
 std::string Toolchain::Preprocessed(const std::string& source) const {
@@ -83,6 +99,20 @@ std::vector<std::string> Toolchain::HeadersIn(const std::string& source) const {
   return headers;
 }
 
+const win32_library::Metadata& TheMetadata() {
+  static const auto metadata =
+      win32_library::ReadMetadata(DECLARIUM_SOURCE_DIR "/tools/win32-library/metadata");
+  if (!metadata) throw std::runtime_error(metadata.error());
+  return *metadata;
+}
+
+const win32_library::Overrides& TheOverrides() {
+  static const auto overrides =
+      win32_library::ReadOverrides(DECLARIUM_SOURCE_DIR "/tools/win32-library/overrides.txt");
+  if (!overrides) throw std::runtime_error(overrides.error());
+  return *overrides;
+}
+
 UnitMap ReadUnitMap(const Toolchain& toolchain) {
   auto units =
       win32_library::ReadHeaderUnits(DECLARIUM_SOURCE_DIR "/tools/win32-library/headers.txt");
@@ -91,6 +121,12 @@ UnitMap ReadUnitMap(const Toolchain& toolchain) {
   for (std::size_t i = 0; i < map.units.size(); ++i)
     for (const std::string& header : toolchain.HeadersIn(map.units[i].source))
       map.unit_of_header.emplace(header, i);
+  auto additions =
+      win32_library::ReadAdditions(DECLARIUM_SOURCE_DIR "/tools/win32-library/additions.c");
+  if (!additions) throw std::runtime_error(additions.error());
+  map.unit_of_header.emplace(additions->name, map.units.size());
+  map.units.push_back(std::move(*additions));
+  map.units.push_back({"metadata", win32_library::MetadataSource(TheMetadata(), TheOverrides())});
   return map;
 }
 
@@ -101,7 +137,12 @@ std::map<std::string, std::size_t> ReadProvenance(const UnitMap& units) {
   std::getline(file, line);
   while (std::getline(file, line)) {
     const std::size_t tab = line.rfind('\t');
-    const auto unit = units.unit_of_header.find(line.substr(tab + 1));
+    const std::string header = line.substr(tab + 1);
+    if (header.starts_with(win32_library::kMetadataFolder)) {
+      result[line.substr(0, tab)] = units.units.size() - 1;
+      continue;
+    }
+    const auto unit = units.unit_of_header.find(header);
     if (unit == units.unit_of_header.end())
       throw std::runtime_error("a header that no unit includes: " + line);
     result[line.substr(0, tab)] = unit->second;

@@ -8,6 +8,8 @@
 #include <vector>
 
 #include "header_reader.h"
+#include "metadata.h"
+#include "overrides.h"
 
 namespace declarium::win32_library_test {
 
@@ -31,6 +33,10 @@ class Toolchain {
   [[nodiscard]] std::map<std::string, std::string> Sections(
       const std::string& source, const std::vector<std::string>& names) const;
 
+  // The symbols that the compiled source refers to and does not define, without the underscore
+  // that C puts before each: "GetTickCount@0".
+  [[nodiscard]] std::vector<std::string> UndefinedSymbols(const std::string& source) const;
+
   // `source` preprocessed, in lines that begin with no "#".
   [[nodiscard]] std::string Preprocessed(const std::string& source) const;
 
@@ -38,12 +44,20 @@ class Toolchain {
   [[nodiscard]] std::vector<std::string> HeadersIn(const std::string& source) const;
 
  private:
+  [[nodiscard]] std::string CompiledObject(const std::string& source) const;
   [[nodiscard]] std::string Write(const std::string& source) const;
 
   std::filesystem::path folder_;
 };
 
-// The declared units of headers, and for every header the first unit that includes it.
+// The metadata that the library is made from. Throws when it cannot be read.
+[[nodiscard]] const win32_library::Metadata& TheMetadata();
+
+// What is decided between the sources. Throws when it cannot be read.
+[[nodiscard]] const win32_library::Overrides& TheOverrides();
+
+// The declared units of headers, the additions and the metadata as the last, and for every header
+// the first unit that includes it.
 struct UnitMap {
   std::vector<win32_library::HeaderUnit> units;
   std::map<std::string, std::size_t> unit_of_header;

@@ -1,13 +1,21 @@
 // The rules of translation, on declarations made up for them.
+#include <filesystem>
+#include <fstream>
+#include <random>
+
 #include "gmock/gmock.h"
 #include "gtest/gtest.h"
 
 #include "c_expression.h"
+#include "callable_functions.h"
 #include "declare_translator.h"
 #include "documented_library.h"
 #include "familiar_names.h"
+#include "metadata_source.h"
+#include "overrides.h"
 #include "parameter_rules.h"
 #include "record_aliases.h"
+#include "record_certainty.h"
 #include "record_names.h"
 #include "record_translator.h"
 #include "string_macro.h"
@@ -16,6 +24,9 @@ namespace declarium::win32_library {
 namespace {
 
 using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::Not;
 
 Token Name(const std::string& text) {
   return {TokenKind::kIdentifier, text};
@@ -268,9 +279,18 @@ Function FunctionOf(const std::string& name, const HeaderType& parameter) {
   return function;
 }
 
+MetaFunction FactsOf(const std::string& name, const std::string& library) {
+  MetaFunction facts;
+  facts.name = name;
+  facts.library = library;
+  return facts;
+}
+
 Metadata MetadataOf(const std::string& name, const std::vector<std::string>& attributes) {
   Metadata metadata;
-  metadata.functions[name] = {name, "x", {{"hwnd", attributes}}};
+  metadata.functions = {FactsOf(name, "x")};
+  metadata.functions[0].parameters = {{"hwnd", "HWND", attributes}};
+  metadata.function_positions = {{name, 0}};
   return metadata;
 }
 
@@ -318,10 +338,89 @@ TEST(ParameterRules, AParameterWithoutANameHasTheMetadatasInFamiliarLetters) {
   EXPECT_EQ(FamiliarCase("lpRect"), "lpRect");
 }
 
+TEST(CallableFunctions, AreThoseThatClearTheStackIn32BitWindows) {
+  EXPECT_TRUE(IsCallable(FactsOf("CreateFileA", "kernel32")));
+  EXPECT_FALSE(IsCallable(FactsOf("u_charType", "icu")));
+  EXPECT_FALSE(IsCallable(FactsOf("TraceMessage", "advapi32")));
+  EXPECT_FALSE(IsCallable(FactsOf("CreateUmsCompletionList", "kernel32")));
+}
+
+MetaRecord MetaRecordOf(const std::string& name, const std::string& member_type) {
+  MetaRecord record;
+  record.name = name;
+  record.area = "Area";
+  record.members = {{"a", member_type, {}}};
+  return record;
+}
+
+// F takes the address of Outer, which holds Inner.
+Metadata MetadataOfRecords(const std::string& type_in_inner) {
+  Metadata metadata = MetadataOf("F", {});
+  metadata.functions[0].result = "Int32";
+  metadata.functions[0].area = "Area";
+  metadata.functions[0].parameters[0].type = "*Outer";
+  metadata.records = {MetaRecordOf("Outer", "Inner"), MetaRecordOf("Inner", type_in_inner),
+                      MetaRecordOf("Idle", "Int32")};
+  metadata.enums = {{"FLAGS", "Area", "UInt32", true, {{"FLAG_A", 1}}}};
+  return metadata;
+}
+
+TEST(MetadataSource, HoldsWhatFunctionsNeedEachRecordBehindItsMembers) {
+  const std::string source = MetadataSource(MetadataOfRecords("FLAGS"), {});
+  EXPECT_THAT(source, HasSubstr("Int32  __attribute__((stdcall)) F(Outer *hwnd)"));
+  EXPECT_LT(source.find("struct Inner {"), source.find("struct Outer {"));
+  EXPECT_THAT(source, HasSubstr("enum { FLAG_A = 0x1 };"));
+  EXPECT_THAT(source, Not(HasSubstr("Idle")));
+}
+
+TEST(MetadataSource, HoldsWhatIsDecidedForTheMetadata) {
+  const Overrides overrides = {{"Type\tIdle", {Side::kMetadata, "because"}}};
+  EXPECT_THAT(MetadataSource(MetadataOfRecords("Int32"), overrides), HasSubstr("struct Idle {"));
+}
+
+TEST(MetadataSource, TellsPointersArraysAndFunctionsApart) {
+  EXPECT_THAT(MetadataSource(MetadataOfRecords("[4]*Void"), {}), HasSubstr("void *a[4];"));
+  EXPECT_THAT(MetadataSource(MetadataOfRecords("*[4]Int32"), {}), HasSubstr("Int32 (*a)[4];"));
+}
+
+TEST(UncertainRecords, HoldAnEnumerationThatMayBeOfAnySize) {
+  EXPECT_THAT(UncertainRecords(MetadataOfRecords("FLAGS")), ElementsAre("Inner", "Outer"));
+  EXPECT_THAT(UncertainRecords(MetadataOfRecords("*FLAGS")), IsEmpty());
+  EXPECT_THAT(UncertainRecords(MetadataOfRecords("Int32")), IsEmpty());
+}
+
+class OverridesFile : public ::testing::Test {
+ protected:
+  std::expected<Overrides, std::string> Read(const std::string& text) const {
+    std::ofstream(path_) << text;
+    return ReadOverrides(path_.string());
+  }
+  void TearDown() override { std::filesystem::remove(path_); }
+
+  const std::filesystem::path path_ =
+      std::filesystem::temp_directory_path() /
+      ("overrides-" + std::to_string(std::random_device()()) + ".txt");
+};
+
+TEST_F(OverridesFile, DecidesByKindAndName) {
+  const auto overrides = Read("# why\n\nConst\tA\tmetadata\tit is so\nType\tB\tneither\tno\n");
+  ASSERT_TRUE(overrides) << overrides.error();
+  EXPECT_EQ(FindOverride(*overrides, "Const", "A")->side, Side::kMetadata);
+  EXPECT_EQ(FindOverride(*overrides, "Type", "B")->side, Side::kNeither);
+  EXPECT_EQ(FindOverride(*overrides, "Type", "A"), nullptr);
+}
+
+TEST_F(OverridesFile, WantsASideAReasonAndOneLineForAName) {
+  EXPECT_FALSE(Read("Const\tA\tmetadata\t\n"));
+  EXPECT_FALSE(Read("Const\tA\tmetadata\n"));
+  EXPECT_FALSE(Read("Const\tA\tboth\tit is so\n"));
+  EXPECT_FALSE(Read("Const\tA\tmetadata\tx\nConst\tA\theaders\ty\n"));
+}
+
 TEST(DocumentedLibrary, IsAFileThatIsThereOnEveryWindows) {
-  EXPECT_EQ(DocumentedLibrary({"F", "user32", {}}), "user32");
-  EXPECT_EQ(DocumentedLibrary({"F", "api-ms-win-shcore-scaling-l1-1-1", {}}), "shcore");
-  EXPECT_EQ(DocumentedLibrary({"F", "bluetoothapis", {}}), "bthprops.cpl");
+  EXPECT_EQ(DocumentedLibrary(FactsOf("F", "user32")), "user32");
+  EXPECT_EQ(DocumentedLibrary(FactsOf("F", "api-ms-win-shcore-scaling-l1-1-1")), "shcore");
+  EXPECT_EQ(DocumentedLibrary(FactsOf("F", "bluetoothapis")), "bthprops.cpl");
 }
 
 TEST(RecordTranslation, NamesWhatTheLanguageCannotName) {

@@ -2,6 +2,9 @@
 
 #include <array>
 
+#include "header_reader.h"
+#include "metadata_source.h"
+
 namespace declarium::win32_library {
 namespace {
 
@@ -88,7 +91,12 @@ std::string HeaderOf(CXCursor cursor) {
   clang_getExpansionLocation(clang_getCursorLocation(cursor), &file, nullptr, nullptr, nullptr);
   if (file == nullptr) return "";
   const std::string path = TakeText(clang_getFileName(file));
-  return path.starts_with(kIncludeFolder) ? path.substr(kIncludeFolder.size()) : "";
+  if (path.starts_with(kIncludeFolder)) return path.substr(kIncludeFolder.size());
+  // "#line" tells where the declarations of the other sources stand.
+  CXString name{};
+  clang_getPresumedLocation(clang_getCursorLocation(cursor), &name, nullptr, nullptr);
+  const std::string presumed = TakeText(name);
+  return presumed.starts_with(kMetadataFolder) || presumed == kAdditions ? presumed : "";
 }
 
 }  // namespace declarium::win32_library

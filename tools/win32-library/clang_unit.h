@@ -47,8 +47,8 @@ class ClangUnit {
 // Calls `visit` for every direct child.
 void ForEachChild(CXCursor parent, const std::function<void(CXCursor)>& visit);
 
-// The header that the cursor stands in, relative to the include folder; empty when it stands
-// outside the folder.
+// The header that the cursor stands in, relative to the include folder, the metadata's area or the
+// additions; empty when it is none of these.
 [[nodiscard]] std::string HeaderOf(CXCursor cursor);
 
 }  // namespace declarium::win32_library

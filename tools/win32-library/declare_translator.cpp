@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "callable_functions.h"
 #include "documented_library.h"
 #include "familiar_names.h"
 #include "record_members.h"
@@ -85,6 +86,11 @@ class ParameterNames {
   std::set<std::string> names_;
 };
 
+// Whether the library is a file, not a set of entries that any file may have.
+bool IsFile(const std::string& library) {
+  return !library.empty() && !library.starts_with("api-ms-");
+}
+
 std::string DeclareLine(const std::string& name, const ImportEntry& entry,
                         const std::string& parameters, bool is_function) {
   const std::string kind = is_function ? "Function " : "Sub ";
@@ -94,12 +100,11 @@ std::string DeclareLine(const std::string& name, const ImportEntry& entry,
 
 }  // namespace
 
-DeclareTranslator::DeclareTranslator(const Headers& headers, const ImportLibraries& libraries,
-                                     const Metadata& metadata, RecordTranslator& records)
+DeclareTranslator::DeclareTranslator(const Headers& headers, const Knowledge& knowledge,
+                                     RecordTranslator& records)
     : headers_(headers),
-      libraries_(libraries),
-      metadata_(metadata),
-      rules_(headers, metadata),
+      knowledge_(knowledge),
+      rules_(headers, knowledge.metadata),
       records_(records) {
   for (const Function& function : headers.functions) function_names_.insert(function.name);
 }
@@ -114,13 +119,31 @@ std::string DeclareTranslator::NameFor(const Function& function) const {
   return ProcedureName(name);
 }
 
+// The entry in the documented library. The argument bytes are those of an import library; where
+// none knows the procedure, or is wrong about it, they are what its parameters take.
+std::optional<ImportEntry> DeclareTranslator::EntryOf(const Function& function) const {
+  const MetaFunction* facts = knowledge_.metadata.FindFunction(function.name);
+  const std::string documented = facts == nullptr ? "" : DocumentedLibrary(*facts);
+  const ImportEntry* known = knowledge_.libraries.Find(function.name, documented);
+  if (known != nullptr) {
+    ImportEntry entry = *known;
+    if (IsFile(documented) && entry.library != documented)
+      entry = {documented, function.name, entry.argument_bytes};
+    const Override* decided = FindOverride(knowledge_.overrides, "Declare", function.name);
+    if (decided != nullptr && decided->side == Side::kMetadata)
+      entry.argument_bytes = ImportEntry::kUnknown;
+    return entry;
+  }
+  if (facts == nullptr || !IsCallable(*facts) || knowledge_.libraries.IsUndecorated(function.name))
+    return std::nullopt;
+  return ImportEntry{documented, function.name, ImportEntry::kUnknown};
+}
+
 std::expected<DeclareRow, std::string> DeclareTranslator::Translate(const Function& function) {
-  const MetaFunction* facts = metadata_.FindFunction(function.name);
-  const ImportEntry* entry =
-      libraries_.Find(function.name, facts == nullptr ? "" : DocumentedLibrary(*facts));
+  const std::optional<ImportEntry> entry = EntryOf(function);
   if (!function.is_stdcall || function.is_variadic) return Failure("not a stdcall function");
-  if (entry == nullptr)
-    return Failure(libraries_.IsUndecorated(function.name)
+  if (!entry)
+    return Failure(knowledge_.libraries.IsUndecorated(function.name)
                        ? "its import library does not tell its argument bytes"
                        : "in none of the import libraries");
   const std::string name = NameFor(function);
@@ -135,7 +158,7 @@ std::expected<DeclareRow, std::string> DeclareTranslator::Translate(const Functi
     list += (list.empty() ? "" : ", ") + argument.declaration;
     bytes += argument.bytes;
   }
-  if (bytes != entry->argument_bytes)
+  if (entry->argument_bytes != ImportEntry::kUnknown && bytes != entry->argument_bytes)
     return Failure("the headers and the import library disagree on its arguments");
   const std::string closing = result->empty() ? ")" : ") As " + *result;
   DeclareRow row{name, DeclareLine(name, *entry, "(" + list + closing, !result->empty()),

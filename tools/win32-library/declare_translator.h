@@ -2,12 +2,13 @@
 #pragma once
 
 #include <expected>
+#include <optional>
 #include <set>
 #include <string>
 
 #include "header_model.h"
 #include "import_library.h"
-#include "metadata.h"
+#include "knowledge.h"
 #include "parameter_rules.h"
 #include "record_translator.h"
 #include "rows.h"
@@ -17,8 +18,7 @@ namespace declarium::win32_library {
 class DeclareTranslator {
  public:
   // All arguments must outlive the object.
-  DeclareTranslator(const Headers& headers, const ImportLibraries& libraries,
-                    const Metadata& metadata, RecordTranslator& records);
+  DeclareTranslator(const Headers& headers, const Knowledge& knowledge, RecordTranslator& records);
 
   // The row of a function, or the reason why it has none.
   [[nodiscard]] std::expected<DeclareRow, std::string> Translate(const Function& function);
@@ -31,6 +31,7 @@ class DeclareTranslator {
   using Arguments = std::expected<std::vector<Argument>, std::string>;
 
   [[nodiscard]] std::string NameFor(const Function& function) const;
+  [[nodiscard]] std::optional<ImportEntry> EntryOf(const Function& function) const;
   [[nodiscard]] Arguments ArgumentsOf(const Function& function);
   [[nodiscard]] Arguments ArgumentOf(const Function& function, std::size_t index);
   [[nodiscard]] Arguments ArgumentOf(const HeaderType& type, const std::string& name);
@@ -40,8 +41,7 @@ class DeclareTranslator {
   [[nodiscard]] Argument ReferenceToRecord(const HeaderType& target, const std::string& name);
 
   const Headers& headers_;
-  const ImportLibraries& libraries_;
-  const Metadata& metadata_;
+  const Knowledge& knowledge_;
   ParameterRules rules_;
   RecordTranslator& records_;
   std::set<std::string> function_names_;

@@ -12,10 +12,12 @@ struct Instead {
 };
 
 // bluetoothapis came with Windows 8 and xinputuap is for store programs only; the others are there
-// wherever the procedures are. The scaling procedures' documentation names Shcore.dll.
-constexpr std::array<Instead, 5> kInstead = {{
+// wherever the procedures are. The scaling procedures' documentation names Shcore.dll, and that of
+// the names of directory services NTDSAPI, which had them before dsparse was split off.
+constexpr std::array<Instead, 6> kInstead = {{
     {"bluetoothapis", "bthprops.cpl"},
     {"bthprops", "bthprops.cpl"},
+    {"dsparse", "ntdsapi"},
     {"xinputuap", "xinput1_4"},
     {"api-ms-win-shcore-scaling-l1-1-", "shcore"},
     {"winspool", "winspool.drv"},

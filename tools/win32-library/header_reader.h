@@ -3,6 +3,7 @@
 
 #include <expected>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "header_model.h"
@@ -19,6 +20,12 @@ struct HeaderUnit {
 // HEADER" are its lines, "#" begins a comment. The reason in words on failure.
 [[nodiscard]] std::expected<std::vector<HeaderUnit>, std::string> ReadHeaderUnits(
     const std::string& path);
+
+// The unit of the project's own additions: a C source whose declarations stand in the file
+// "additions". The reason in words when the file cannot be read.
+[[nodiscard]] std::expected<HeaderUnit, std::string> ReadAdditions(const std::string& path);
+
+inline constexpr std::string_view kAdditions = "additions";
 
 // Everything that the unit's headers declare outside the C run-time's own headers. Constants carry
 // the compiler's value. Fails when the headers do not compile without an error.

@@ -37,4 +37,11 @@ std::expected<std::vector<HeaderUnit>, std::string> ReadHeaderUnits(const std::s
   return units;
 }
 
+std::expected<HeaderUnit, std::string> ReadAdditions(const std::string& path) {
+  std::ifstream file(path);
+  if (!file) return std::unexpected(path + ": cannot be read");
+  return HeaderUnit{std::string(kAdditions),
+                    {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()}};
+}
+
 }  // namespace declarium::win32_library

@@ -15,6 +15,8 @@ struct ImportEntry {
   std::string library;   // as a Declare names it: lower case, without ".dll"
   std::string exported;  // the name to ask the library for; "#17" for an entry known by number
   long argument_bytes = 0;
+
+  static constexpr long kUnknown = -1;  // argument bytes that no import library tells
 };
 
 class ImportLibraries {

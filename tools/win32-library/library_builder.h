@@ -8,17 +8,16 @@
 #include "constant_translator.h"
 #include "declare_translator.h"
 #include "header_model.h"
-#include "import_library.h"
-#include "metadata.h"
+#include "knowledge.h"
 #include "rows.h"
 
 namespace declarium::win32_library {
 
-// Every row that can be made. Names are unique within a kind without regard to case. No constant
-// has the name of a procedure, since a module of VB could not hold both, nor of a record; a record
-// may have a procedure's (CHOOSECOLOR, ChooseColor), as the language looks for them in different
-// places.
-[[nodiscard]] Library BuildLibrary(const std::vector<Headers>& units,
-                                   const ImportLibraries& libraries, const Metadata& metadata);
+// Every row that can be made, from the first of the units that has it: the additions and the
+// headers, the metadata as the last. Names are unique within a kind without regard to case. No
+// constant has the name of a procedure, since a module of VB could not hold both, nor of a record;
+// a record may have a procedure's (CHOOSECOLOR, ChooseColor), as the language looks for them in
+// different places.
+[[nodiscard]] Library BuildLibrary(const std::vector<Headers>& units, const Knowledge& knowledge);
 
 }  // namespace declarium::win32_library

@@ -1,6 +1,6 @@
 // win32_library SOURCE_FOLDER IMPORT_FOLDER OUT_FOLDER: makes Win32.api, Win32.provenance.tsv and
-// Win32.report.md in OUT_FOLDER from the lists headers.txt and libraries.txt in SOURCE_FOLDER and
-// the import libraries in IMPORT_FOLDER.
+// Win32.report.md in OUT_FOLDER from the lists headers.txt, libraries.txt and overrides.txt, the
+// metadata and additions.c in SOURCE_FOLDER, and the import libraries in IMPORT_FOLDER.
 #include <cstdio>
 #include <fstream>
 #include <iostream>
@@ -10,6 +10,8 @@
 #include "library_builder.h"
 #include "library_file.h"
 #include "metadata.h"
+#include "metadata_source.h"
+#include "overrides.h"
 #include "record_aliases.h"
 
 namespace {
@@ -36,11 +38,9 @@ std::expected<ImportLibraries, std::string> ReadLibraries(const std::string& lis
   return libraries;
 }
 
-std::expected<std::vector<Headers>, std::string> ReadUnits(const std::string& list) {
-  const auto units = ReadHeaderUnits(list);
-  if (!units) return std::unexpected(units.error());
+std::expected<std::vector<Headers>, std::string> ReadUnits(const std::vector<HeaderUnit>& units) {
   std::vector<Headers> result;
-  for (const HeaderUnit& unit : *units) {
+  for (const HeaderUnit& unit : units) {
     auto headers = ReadHeaders(unit);
     if (!headers) return std::unexpected(headers.error());
     NameRecords(*headers);
@@ -55,14 +55,31 @@ bool WriteText(const std::string& path, const std::string& text) {
   return file.good();
 }
 
+// The additions, the headers' units and the metadata: what an earlier source has is its own.
+std::expected<std::vector<HeaderUnit>, std::string> UnitsOf(const std::string& source,
+                                                            const Metadata& metadata,
+                                                            const Overrides& overrides) {
+  auto additions = ReadAdditions(source + "/additions.c");
+  if (!additions) return std::unexpected(additions.error());
+  auto units = ReadHeaderUnits(source + "/headers.txt");
+  if (!units) return std::unexpected(units.error());
+  units->insert(units->begin(), std::move(*additions));
+  units->push_back({"metadata", MetadataSource(metadata, overrides)});
+  return units;
+}
+
 int Generate(const std::string& source, const std::string& imports, const std::string& out) {
   const auto libraries = ReadLibraries(source + "/libraries.txt", imports);
   if (!libraries) return Fail(libraries.error());
-  const auto units = ReadUnits(source + "/headers.txt");
-  if (!units) return Fail(units.error());
   const auto metadata = ReadMetadata(source + "/metadata");
   if (!metadata) return Fail(metadata.error());
-  const Library library = BuildLibrary(*units, *libraries, *metadata);
+  const auto overrides = ReadOverrides(source + "/overrides.txt");
+  if (!overrides) return Fail(overrides.error());
+  const auto sources = UnitsOf(source, *metadata, *overrides);
+  if (!sources) return Fail(sources.error());
+  const auto units = ReadUnits(*sources);
+  if (!units) return Fail(units.error());
+  const Library library = BuildLibrary(*units, {*libraries, *metadata, *overrides});
   const auto written = WriteLibrary(library, "Win32 API", out + "/Win32.api");
   if (!written) {
     static_cast<void>(WriteText(out + "/Win32.rejected.bas", SourceOf(library)));

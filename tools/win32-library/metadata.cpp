@@ -6,6 +6,7 @@
 #include <functional>
 #include <memory>
 #include <nlohmann/json.hpp>
+#include <set>
 
 #include "vb/name.h"
 
@@ -51,11 +52,17 @@ bool IsForThisProcessor(const Json& object) {
   return found == object.end() || std::ranges::find(*found, "X86") != found->end();
 }
 
-MetaParameter ParameterOf(const Json& entry) {
-  MetaParameter parameter{entry.at(0), {}};
+MetaValue ValueOf(const Json& entry) {
+  MetaValue value{entry.at(0), entry.at(1), {}};
   if (entry.size() > 2)
-    for (const Json& attribute : entry[2]) parameter.attributes.push_back(attribute);
-  return parameter;
+    for (const Json& attribute : entry[2]) value.attributes.push_back(attribute);
+  return value;
+}
+
+std::vector<MetaValue> ValuesOf(const Json& list) {
+  std::vector<MetaValue> values;
+  for (const Json& entry : list) values.push_back(ValueOf(entry));
+  return values;
 }
 
 MetaFunction FunctionOf(const Json& object) {
@@ -63,30 +70,96 @@ MetaFunction FunctionOf(const Json& object) {
   function.name = object.at("name");
   function.library = vb::Lower(object.at("dll").get<std::string>());
   if (function.library.ends_with(".dll")) function.library.resize(function.library.size() - 4);
-  for (const Json& entry : object.value("params", Json::array()))
-    function.parameters.push_back(ParameterOf(entry));
+  function.area = object.at("area");
+  function.result = object.at("result");
+  function.since = object.value("since", "");
+  function.last_error = object.value("last_error", false);
+  function.parameters = ValuesOf(object.value("params", Json::array()));
   return function;
+}
+
+MetaRecord RecordOf(const Json& object) {
+  MetaRecord record;
+  record.name = object.at("name");
+  record.area = object.value("area", "");
+  record.is_union = object.at("kind") == "union";
+  record.pack = object.value("pack", 0);
+  if (object.contains("members")) record.members = ValuesOf(object["members"]);
+  if (object.contains("nested"))
+    for (const Json& nested : object["nested"])
+      if (IsForThisProcessor(nested)) record.nested.push_back(RecordOf(nested));
+  return record;
+}
+
+MetaEnum EnumOf(const Json& object) {
+  MetaEnum result{
+      object.at("name"), object.at("area"), object.at("base"), object.value("flags", false), {}};
+  for (const Json& value : object.value("values", Json::array()))
+    result.values.emplace_back(value.at(0), value.at(1).get<std::int64_t>());
+  return result;
+}
+
+MetaConstant ConstantOf(const Json& object) {
+  MetaConstant constant{object.at("name"), object.at("area"), std::int64_t{0}};
+  const Json& value = object.at("value");
+  const std::string type = object.at("is");
+  if (value.is_string())
+    constant.value = value.get<std::string>();
+  else if (value.is_number_float() || type == "Single" || type == "Double")
+    constant.value = value.get<double>();
+  else if (value.is_number())
+    constant.value = value.get<std::int64_t>();
+  return constant;
+}
+
+// Appends what one file holds; the first of a name is the one.
+template <typename Item>
+Result ReadInto(const std::string& path, const std::function<Item(const Json&)>& make,
+                std::vector<Item>& items) {
+  std::set<std::string> names;
+  return ForEachObject(path, [&](const Json& object) {
+    if (IsForThisProcessor(object) && names.insert(object.at("name")).second)
+      items.push_back(make(object));
+  });
 }
 
 }  // namespace
 
-bool MetaParameter::Has(const std::string& attribute) const {
+bool MetaValue::Has(const std::string& attribute) const {
   return std::ranges::find(attributes, attribute) != attributes.end();
 }
 
 const MetaFunction* Metadata::FindFunction(std::string_view name) const {
-  const auto found = functions.find(name);
-  return found == functions.end() ? nullptr : &found->second;
+  const auto found = function_positions.find(name);
+  return found == function_positions.end() ? nullptr : &functions[found->second];
+}
+
+std::string BaseOf(const std::string& type) {
+  return type.substr(std::min(type.find_first_not_of("*[]0123456789"), type.size()));
+}
+
+bool HoldsAddresses(const std::string& type) {
+  return type.find('*') != std::string::npos;
 }
 
 std::expected<Metadata, std::string> ReadMetadata(const std::string& folder) {
   Metadata metadata;
-  const auto read = ForEachObject(folder + "/functions.jsonl.xz", [&](const Json& object) {
-    if (!IsForThisProcessor(object)) return;
-    MetaFunction function = FunctionOf(object);
-    metadata.functions.emplace(function.name, std::move(function));
-  });
-  if (!read) return std::unexpected(read.error());
+  const auto typedef_of = [](const Json& object) {
+    return MetaTypedef{object.at("name"), object.value("is", "")};
+  };
+  const auto functions =
+      ReadInto<MetaFunction>(folder + "/functions.jsonl.xz", FunctionOf, metadata.functions);
+  const auto records =
+      ReadInto<MetaRecord>(folder + "/records.jsonl.xz", RecordOf, metadata.records);
+  const auto enums = ReadInto<MetaEnum>(folder + "/enums.jsonl.xz", EnumOf, metadata.enums);
+  const auto typedefs =
+      ReadInto<MetaTypedef>(folder + "/typedefs.jsonl.xz", typedef_of, metadata.typedefs);
+  const auto constants =
+      ReadInto<MetaConstant>(folder + "/constants.jsonl.xz", ConstantOf, metadata.constants);
+  for (const Result& read : {functions, records, enums, typedefs, constants})
+    if (!read) return std::unexpected(read.error());
+  for (std::size_t i = 0; i < metadata.functions.size(); ++i)
+    metadata.function_positions.emplace(metadata.functions[i].name, i);
   return metadata;
 }
 

@@ -116,7 +116,7 @@ ParameterRules::ParameterRules(const Headers& headers, const Metadata& metadata)
   }
 }
 
-const MetaParameter* ParameterRules::FactsOf(const Function& function, std::size_t index) const {
+const MetaValue* ParameterRules::FactsOf(const Function& function, std::size_t index) const {
   const MetaFunction* facts = metadata_.FindFunction(function.name);
   if (facts == nullptr || facts->parameters.size() != function.parameters.size()) return nullptr;
   return &facts->parameters[index];
@@ -145,7 +145,7 @@ Passed ParameterRules::Of(const Function& function, std::size_t index) const {
     return Passed::kAsAnything;
   if (IsNamed(kAddresses, function, name)) return Passed::kAsAddress;
   if (!pointer) return Passed::kAsDeclared;
-  const MetaParameter* facts = FactsOf(function, index);
+  const MetaValue* facts = FactsOf(function, index);
   const HeaderType& target = *type.target;
   if (facts != nullptr && facts->Has("reserved")) return Passed::kAsAddress;
   if (type.IsNamed("RPC_CSTR")) return Passed::kAsText;
@@ -159,7 +159,7 @@ Passed ParameterRules::Of(const Function& function, std::size_t index) const {
 
 std::string ParameterRules::NameOf(const Function& function, std::size_t index) const {
   const std::string& name = function.parameters[index].name;
-  const MetaParameter* facts = name.empty() ? FactsOf(function, index) : nullptr;
+  const MetaValue* facts = name.empty() ? FactsOf(function, index) : nullptr;
   return FamiliarCase(facts != nullptr ? facts->name : name);
 }
 

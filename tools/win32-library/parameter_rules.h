@@ -38,7 +38,7 @@ class ParameterRules {
   [[nodiscard]] std::string NameOf(const Function& function, std::size_t index) const;
 
  private:
-  [[nodiscard]] const MetaParameter* FactsOf(const Function& function, std::size_t index) const;
+  [[nodiscard]] const MetaValue* FactsOf(const Function& function, std::size_t index) const;
   [[nodiscard]] bool IsHandedOn(const HeaderType& target, bool freeing) const;
 
   [[nodiscard]] bool IsRecordOrNumber(const HeaderType& target) const;

@@ -2,11 +2,15 @@
 #include <utility>
 
 #include "library_file.h"
+#include "metadata_source.h"
 
 namespace declarium::win32_library {
 namespace {
 
-std::string Counts(const std::string& kind, std::size_t kept, const LeftOut& left_out) {
+template <typename Row>
+std::string Counts(const std::string& kind, const std::vector<Row>& rows, const LeftOut& left_out) {
+  const auto single = std::ranges::count_if(
+      rows, [](const Row& row) { return row.header.starts_with(kMetadataFolder); });
   std::vector<std::pair<int, std::string>> reasons;
   int total = 0;
   for (const auto& [reason, count] : left_out) {
@@ -14,7 +18,8 @@ std::string Counts(const std::string& kind, std::size_t kept, const LeftOut& lef
     total += count;
   }
   std::ranges::sort(reasons);
-  std::string text = "\n## " + kind + "\n\n" + std::to_string(kept) + " in the library, " +
+  std::string text = "\n## " + kind + "\n\n" + std::to_string(rows.size()) + " in the library, " +
+                     std::to_string(single) + " of them from the metadata alone; " +
                      std::to_string(total) + " left out:\n\n| left out | because |\n|---:|---|\n";
   for (const auto& [count, reason] : reasons)
     text += "| " + std::to_string(-count) + " | " + reason + " |\n";
@@ -26,9 +31,9 @@ std::string Counts(const std::string& kind, std::size_t kept, const LeftOut& lef
 std::string ReportOf(const Library& library) {
   return "# The Win32 library: what is in it and what is not\n\n"
          "Written by `tools/win32-library/generate`; the rules are in `docs/win32-library.md`.\n" +
-         Counts("Declare", library.declares.size(), library.declares_left_out) +
-         Counts("Const", library.constants.size(), library.constants_left_out) +
-         Counts("Type", library.types.size(), library.types_left_out);
+         Counts("Declare", library.declares, library.declares_left_out) +
+         Counts("Const", library.constants, library.constants_left_out) +
+         Counts("Type", library.types, library.types_left_out);
 }
 
 }  // namespace declarium::win32_library

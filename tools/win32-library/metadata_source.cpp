@@ -1,0 +1,354 @@
+#include "metadata_source.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <limits>
+#include <set>
+#include <unordered_map>
+
+#include "callable_functions.h"
+#include "record_certainty.h"
+
+namespace declarium::win32_library {
+namespace {
+
+// The native types, under the names that the translation knows. WIN32 is a name of the metadata and
+// of the compiler.
+constexpr std::string_view kPrelude = R"(
+#undef WIN32
+typedef signed char SByte;
+typedef unsigned char BYTE;
+typedef BYTE Byte;
+typedef unsigned char Boolean;
+typedef short Int16;
+typedef unsigned short UInt16;
+typedef unsigned short WCHAR;
+typedef WCHAR Char;
+typedef int Int32;
+typedef unsigned int UInt32;
+typedef long long Int64;
+typedef unsigned long long UInt64;
+typedef float Single;
+typedef double Double;
+typedef long IntPtr;
+typedef unsigned long UIntPtr;
+typedef void Void;
+typedef char CHAR;
+typedef char *PSTR;
+typedef WCHAR *PWSTR;
+typedef WCHAR *BSTR;
+typedef long long LARGE_INTEGER;
+typedef unsigned long long ULARGE_INTEGER;
+
+#line 1 "metadata/Foundation"
+typedef struct _GUID { UInt32 Data1; UInt16 Data2; UInt16 Data3; BYTE Data4[8]; } GUID;
+typedef GUID Guid;
+)";
+
+bool IsKeyword(std::string_view name) {
+  static const std::set<std::string_view> words = {
+      "auto",    "break",  "case",     "char",   "const",    "continue", "default",
+      "do",      "double", "else",     "enum",   "extern",   "float",    "for",
+      "goto",    "if",     "inline",   "int",    "long",     "register", "restrict",
+      "return",  "short",  "signed",   "sizeof", "static",   "struct",   "switch",
+      "typedef", "union",  "unsigned", "void",   "volatile", "while"};
+  return words.contains(name);
+}
+
+bool IsBuiltIn(const std::string& name) {
+  static const std::set<std::string> names = {
+      "SByte",          "BYTE",    "Byte",   "Boolean", "Int16",  "UInt16", "WCHAR",
+      "Char",           "Int32",   "UInt32", "Int64",   "UInt64", "Single", "Double",
+      "IntPtr",         "UIntPtr", "Void",   "CHAR",    "PSTR",   "PWSTR",  "LARGE_INTEGER",
+      "ULARGE_INTEGER", "GUID",    "Guid",   "BSTR"};
+  return names.contains(name);
+}
+
+std::string CName(const std::string& name) {
+  return IsKeyword(name) ? "_" + name : name;
+}
+
+// What stands around the name in a declaration of the type.
+std::string Declarator(const std::string& type, const std::string& inner) {
+  if (type.starts_with('*')) return Declarator(type.substr(1), "*" + inner);
+  if (!type.starts_with('[')) return inner;
+  const std::size_t end = type.find(']') + 1;
+  const std::string held = inner.starts_with('*') ? "(" + inner + ")" : inner;
+  return Declarator(type.substr(end), held + type.substr(0, end));
+}
+
+// An untyped address is C's own: the translation takes a typedef of it for a handle.
+std::string CType(const std::string& type) {
+  const std::string base = BaseOf(type);
+  return base == "Void" ? "void" : base;
+}
+
+std::string Declaration(const std::string& type, const std::string& name) {
+  return CType(type) + " " + Declarator(type, name);
+}
+
+std::string Quoted(const std::string& text) {
+  std::string quoted = "\"";
+  for (const char c : text) {
+    if (c == '"' || c == '\\') quoted += '\\';
+    if (c == '\n')
+      quoted += "\\n";
+    else if (c == '\r')
+      quoted += "\\r";
+    else
+      quoted += c;
+  }
+  return quoted + "\"";
+}
+
+std::string RealText(double value) {
+  std::array<char, 40> text{};
+  const auto end = std::to_chars(text.data(), text.data() + text.size(), value,
+                                 std::chars_format::scientific, 16);
+  return {text.data(), end.ptr};
+}
+
+bool FitsLong(std::int64_t value) {
+  return value >= std::numeric_limits<std::int32_t>::min() &&
+         value <= std::numeric_limits<std::uint32_t>::max();
+}
+
+// Flags and large numbers are read in hexadecimal.
+std::string WholeText(std::int64_t value, bool is_flags) {
+  const auto low = static_cast<std::uint32_t>(value);
+  if (low == 0x80000000U) return "(-0x7FFFFFFF - 1)";
+  const auto number = static_cast<std::int32_t>(low);
+  const std::int64_t size = number < 0 ? -static_cast<std::int64_t>(number) : number;
+  if (!is_flags) return std::to_string(number);
+  std::array<char, 16> digits{};
+  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), size, 16);
+  return std::string(number < 0 ? "-0x" : "0x") + std::string(digits.data(), end.ptr);
+}
+
+const std::string kUncertain(kUncertainFolder.substr(kMetadataFolder.size()));
+
+class Source {
+ public:
+  Source(const Metadata& metadata, const Overrides& overrides)
+      : metadata_(metadata),
+        overrides_(overrides),
+        text_(kPrelude),
+        uncertain_(UncertainRecords(metadata)) {
+    for (const MetaRecord& record : metadata.records) records_.emplace(record.name, &record);
+    for (const MetaFunction& function : metadata.functions) NeedTypesOf(function);
+    for (const MetaRecord& record : metadata.records)
+      if (IsDecidedFor("Type", record.name)) Need(record.name);
+  }
+
+  // All records are needed, and nothing else.
+  std::string MakeRecords() {
+    for (const MetaRecord& record : metadata_.records) Need(record.name);
+    AddTypedefs();
+    for (const MetaRecord& record : metadata_.records) AddRecord(record);
+    return std::move(text_);
+  }
+
+  std::string Make() {
+    AddTypedefs();
+    for (const MetaRecord& record : metadata_.records)
+      if (needed_.contains(record.name)) AddRecord(record);
+    for (const MetaFunction& function : metadata_.functions) AddFunction(function);
+    for (const MetaEnum& item : metadata_.enums)
+      for (const auto& [name, value] : item.values)
+        if (needed_.contains(item.name) || IsDecidedFor("Const", name))
+          AddWhole(name, value, item.area, item.is_flags);
+    for (const MetaConstant& constant : metadata_.constants)
+      if (IsDecidedFor("Const", constant.name)) AddConstant(constant);
+    return std::move(text_);
+  }
+
+ private:
+  void NeedTypesOf(const MetaFunction& function) {
+    if (!IsCallable(function)) return;
+    Need(BaseOf(function.result));
+    for (const MetaValue& parameter : function.parameters) Need(BaseOf(parameter.type));
+  }
+
+  // Notes a type with all that it consists of and points to.
+  void Need(const std::string& type) {
+    if (!needed_.insert(type).second) return;
+    if (const auto record = records_.find(type); record != records_.end())
+      NeedMembersOf(*record->second);
+  }
+
+  void NeedMembersOf(const MetaRecord& record) {
+    for (const MetaValue& member : record.members) Need(BaseOf(member.type));
+    for (const MetaRecord& nested : record.nested) NeedMembersOf(nested);
+  }
+
+  bool IsDecidedFor(const std::string& kind, const std::string& name) const {
+    const Override* decided = FindOverride(overrides_, kind, name);
+    return decided != nullptr && decided->side == Side::kMetadata;
+  }
+
+  void AddTypedefs() {
+    for (const MetaEnum& item : metadata_.enums)
+      if (IsNew(item.name)) text_ += "typedef " + item.base + " " + item.name + ";\n";
+    for (const MetaTypedef& item : metadata_.typedefs) {
+      if (!IsNew(item.name)) continue;
+      if (item.is == "callback")
+        text_ += "typedef void (__stdcall *" + item.name + ")(void);\n";
+      else if (item.is == "interface")
+        text_ += "typedef void *" + item.name + ";\n";
+      else
+        text_ += "typedef " + Declaration(item.is, item.name) + ";\n";
+    }
+    for (const MetaRecord& record : metadata_.records)
+      if (needed_.contains(record.name) && IsNew(record.name)) {
+        const std::string tag = record.name == "VARIANT" ? "tagVARIANT" : record.name;
+        const std::string kind = record.is_union ? "union " : "struct ";
+        text_ += "typedef " + kind + tag + " " + record.name + ";\n";
+        opened_.insert(record.name);
+      }
+  }
+
+  bool IsNew(const std::string& name) { return !IsBuiltIn(name) && names_.insert(name).second; }
+
+  void At(const std::string& area) {
+    text_ += "\n#line 1 \"" + std::string(kMetadataFolder) + area + "\"\n";
+  }
+
+  void AddRecord(const MetaRecord& record) {
+    if (!opened_.contains(record.name) || !written_.insert(record.name).second) return;
+    if (!HoldsKnownTypes(record)) return;
+    AddHeldRecords(record);
+    bit_fields_ = 0;
+    At(uncertain_.contains(record.name) ? kUncertain + record.area : record.area);
+    BeginPacking(record);
+    text_ += record.is_union ? "union " : "struct ";
+    text_ += record.name == "VARIANT" ? "tagVARIANT" : record.name;
+    AddMembers(record);
+    text_ += ";\n";
+    EndPacking(record);
+  }
+
+  // A record stands behind those that are its members.
+  void AddHeldRecords(const MetaRecord& record) {
+    for (const MetaValue& member : record.members)
+      if (!HoldsAddresses(member.type))
+        if (const auto held = records_.find(BaseOf(member.type)); held != records_.end())
+          AddRecord(*held->second);
+    for (const MetaRecord& nested : record.nested) AddHeldRecords(nested);
+  }
+
+  // A record that holds what the metadata does not declare stays without members.
+  bool HoldsKnownTypes(const MetaRecord& record) const {
+    return std::ranges::all_of(record.members,
+                               [&](const MetaValue& member) {
+                                 const std::string base = BaseOf(member.type);
+                                 return HoldsAddresses(member.type) || IsBuiltIn(base) ||
+                                        names_.contains(base) ||
+                                        std::ranges::find(record.nested, base, &MetaRecord::name) !=
+                                            record.nested.end();
+                               }) &&
+           std::ranges::all_of(
+               record.nested, [this](const MetaRecord& nested) { return HoldsKnownTypes(nested); });
+  }
+
+  // An address of what the metadata does not declare is the address of anything.
+  std::string MemberDeclaration(const MetaValue& member) {
+    const std::string base = BaseOf(member.type);
+    std::string name = CName(member.name);
+    if (name == "_bitfield" && bit_fields_++ > 0) name += std::to_string(bit_fields_);
+    if (IsBuiltIn(base) || names_.contains(base)) return Declaration(member.type, name);
+    return "void " + Declarator(member.type, name);
+  }
+
+  void AddMembers(const MetaRecord& record) {
+    text_ += " {";
+    for (const MetaValue& member : record.members) {
+      const auto nested = std::ranges::find(record.nested, BaseOf(member.type), &MetaRecord::name);
+      if (nested == record.nested.end() || HoldsAddresses(member.type))
+        text_ += "\n  " + MemberDeclaration(member) + ";";
+      else
+        AddNestedRecord(*nested, member);
+    }
+    text_ += "\n}";
+  }
+
+  void AddNestedRecord(const MetaRecord& nested, const MetaValue& member) {
+    BeginPacking(nested);
+    text_ += nested.is_union ? "\n  union" : "\n  struct";
+    AddMembers(nested);
+    if (!member.name.starts_with("Anonymous"))
+      text_ += " " + Declarator(member.type, CName(member.name));
+    text_ += ";";
+    EndPacking(nested);
+  }
+
+  void BeginPacking(const MetaRecord& record) {
+    if (record.pack != 0) text_ += "\n#pragma pack(push, " + std::to_string(record.pack) + ")\n";
+  }
+
+  void EndPacking(const MetaRecord& record) {
+    if (record.pack != 0) text_ += "\n#pragma pack(pop)\n";
+  }
+
+  void AddFunction(const MetaFunction& function) {
+    if (!IsCallable(function) || !names_.insert(function.name).second) return;
+    std::string parameters;
+    for (const MetaValue& parameter : function.parameters) {
+      if (parameter.type.find('?') != std::string::npos) return;
+      parameters += (parameters.empty() ? "" : ", ") +
+                    Declaration(parameter.type, ParameterName(parameter.name));
+    }
+    At(function.area);
+    text_ += CType(function.result) + " " + Declarator(function.result, "") +
+             " __attribute__((stdcall)) " + function.name + "(" +
+             (parameters.empty() ? "void" : parameters) + ");\n";
+  }
+
+  // A parameter must not hide a type that the next one has.
+  std::string ParameterName(const std::string& name) const {
+    return names_.contains(name) || IsBuiltIn(name) ? "_" + name : CName(name);
+  }
+
+  void AddConstant(const MetaConstant& constant) {
+    if (const auto* whole = std::get_if<std::int64_t>(&constant.value)) {
+      AddWhole(constant.name, *whole, constant.area, *whole > 0xFFFF);
+      return;
+    }
+    if (!names_.insert(constant.name).second) return;
+    At(constant.area);
+    const auto* text = std::get_if<std::string>(&constant.value);
+    text_ += "#define " + constant.name + " " +
+             (text != nullptr ? Quoted(*text) : RealText(std::get<double>(constant.value))) + "\n";
+  }
+
+  void AddWhole(const std::string& name, std::int64_t value, const std::string& area,
+                bool is_flags) {
+    if (!FitsLong(value) || IsKeyword(name) || IsBuiltIn(name) || !names_.insert(name).second)
+      return;
+    At(area);
+    text_ += "enum { " + name + " = " + WholeText(value, is_flags) + " };\n";
+  }
+
+  const Metadata& metadata_;
+  const Overrides& overrides_;
+  std::string text_;
+  std::unordered_map<std::string, const MetaRecord*> records_;
+  std::set<std::string> uncertain_;
+  std::set<std::string> needed_;   // types
+  std::set<std::string> names_;    // of the file level
+  int bit_fields_ = 0;             // of the record at hand
+  std::set<std::string> opened_;   // records that have a typedef
+  std::set<std::string> written_;  // records that have their members
+};
+
+}  // namespace
+
+std::string RecordsSource(const Metadata& metadata) {
+  return Source(metadata, {}).MakeRecords();
+}
+
+std::string MetadataSource(const Metadata& metadata, const Overrides& overrides) {
+  return Source(metadata, overrides).Make();
+}
+
+}  // namespace declarium::win32_library
