@@ -9,6 +9,7 @@
 #include <fcntl.h>
 #include <malloc.h>
 #include <memory>
+#include <string>
 #include <unistd.h>
 #include <vector>
 
@@ -18,6 +19,7 @@
 #include "bench/process_benchmark.h"
 #include "library/file_format.h"
 #include "library/file_io.h"
+#include "library/file_saver.h"
 #include "library/library_file.h"
 #include "search/quick_find.h"
 #include "search/search_engine.h"
@@ -55,10 +57,14 @@ bool WritePlainly(const std::filesystem::path& path, std::string_view bytes, Flu
   return done;
 }
 
-void Save(benchmark::State& state, const Library& library, const BenchmarkFiles& files) {
+// As users save: what is replaced, another content each time, is kept in the history.
+void Save(benchmark::State& state, Library library, const BenchmarkFiles& files) {
   const auto path = files.Output("saved.api");
+  FileSaver saver(SystemFiles(), History(SystemFiles(), files.Output("history")));
+  int round = 0;
   for (auto _ : state) {
-    if (!SaveLibraryFile(library, path)) state.SkipWithError("cannot save");
+    library.title = u"Round " + FromUtf8(std::to_string(++round));
+    if (!SaveLibraryFile(saver, library, path)) state.SkipWithError("cannot save");
   }
 }
 

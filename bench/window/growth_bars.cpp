@@ -5,6 +5,8 @@
 #include "bench/benchmark_files.h"
 #include "bench/window/driven_declarium.h"
 #include "bench/window/measures.h"
+#include "library/file_format.h"
+#include "library/file_saver.h"
 #include "library/library_file.h"
 #include "window/driven_lists.h"
 #include "window/process_holdings.h"
@@ -26,7 +28,7 @@ std::filesystem::path PutProgram(const std::filesystem::path& folder) {
   for (const auto* title : {u"A", u"B"}) {
     library.title = title;
     const auto file = folder / "growth" / (std::u16string(title) + u".api");
-    if (const auto saved = SaveLibraryFile(library, file); !saved) {
+    if (const auto saved = WriteWholeFile(file, LibraryBytes(library)); !saved) {
       throw std::runtime_error(saved.error().Message());
     }
   }

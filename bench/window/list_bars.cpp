@@ -5,6 +5,8 @@
 #include "bench/window/bare_program.h"
 #include "bench/window/driven_declarium.h"
 #include "bench/window/measures.h"
+#include "library/file_format.h"
+#include "library/file_saver.h"
 #include "library/library_file.h"
 #include "search/quick_find.h"
 #include "text/text.h"
@@ -90,7 +92,7 @@ class Lists {
     for (const auto* title : {u"A", u"B"}) {
       library.title = title;
       const auto file = folder / "lists" / (std::u16string(title) + u".api");
-      if (const auto saved = SaveLibraryFile(library, file); !saved) {
+      if (const auto saved = WriteWholeFile(file, LibraryBytes(library)); !saved) {
         throw std::runtime_error(saved.error().Message());
       }
     }

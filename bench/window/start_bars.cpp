@@ -16,6 +16,8 @@
 #include "bench/window/bare_program.h"
 #include "bench/window/driven_declarium.h"
 #include "bench/window/measures.h"
+#include "library/file_format.h"
+#include "library/file_saver.h"
 #include "library/library_file.h"
 
 namespace declarium::bench {
@@ -55,7 +57,7 @@ std::filesystem::path ConstantsAlone(const std::filesystem::path& folder) {
     library[Kind::kConst].names.Add(mixed[Kind::kConst].names[i]);
     library[Kind::kConst].items.Add(mixed[Kind::kConst].items[i]);
   }
-  if (const auto saved = SaveLibraryFile(library, path); !saved) {
+  if (const auto saved = WriteWholeFile(path, LibraryBytes(library)); !saved) {
     throw std::runtime_error(saved.error().Message());
   }
   return path;

@@ -55,7 +55,7 @@ class ClipboardTest : public testing::Test {
  protected:
   // Every memory format on the clipboard with its bytes.
   std::map<UINT, Bytes> Contents() {
-    const OpenedClipboard clipboard(owner_.window());
+    const OpenedClipboard clipboard(owner_.Window());
     EXPECT_TRUE(static_cast<bool>(clipboard));
     std::map<UINT, Bytes> contents;
     for (UINT format = EnumClipboardFormats(0); format; format = EnumClipboardFormats(format)) {
@@ -70,19 +70,19 @@ class ClipboardTest : public testing::Test {
   }
 
   void Empty() {
-    const OpenedClipboard clipboard(owner_.window());
+    const OpenedClipboard clipboard(owner_.Window());
     ASSERT_TRUE(EmptyClipboard());
   }
 
   Boundary boundary_;
   PostedCalls owner_{boundary_};
-  WindowsFaceClipboard face_clipboard_{owner_.window()};
+  WindowsFaceClipboard face_clipboard_{owner_.Window()};
   const UINT own_format_ = RegisterClipboardFormatW(L"Declarium test format");
 };
 
 TEST_F(ClipboardTest, TextAndOwnFormatsComeBack) {
   {
-    const OpenedClipboard clipboard(owner_.window());
+    const OpenedClipboard clipboard(owner_.Window());
     ASSERT_TRUE(static_cast<bool>(clipboard));
     EmptyClipboard();
     ASSERT_TRUE(win32::PutOnClipboard(CF_UNICODETEXT, win32::MemoryWith(u"Vložiť do")));
@@ -141,7 +141,7 @@ class NoDrawingObjects {
 TEST_F(ClipboardTest, AFormatThatDoesNotGoBackLeavesTheOthers) {
   const Bytes bytes{1, 2, 3, 0, 5};
   {
-    const OpenedClipboard clipboard(owner_.window());
+    const OpenedClipboard clipboard(owner_.Window());
     ASSERT_TRUE(static_cast<bool>(clipboard));
     EmptyClipboard();
     ASSERT_TRUE(SetClipboardData(CF_BITMAP, CreateBitmap(8, 8, 1, 1, nullptr)));
@@ -168,7 +168,7 @@ TEST_F(ClipboardTest, MetafileComesBack) {
   };
   const Bytes before = bits(picture);
   {
-    const OpenedClipboard clipboard(owner_.window());
+    const OpenedClipboard clipboard(owner_.Window());
     ASSERT_TRUE(static_cast<bool>(clipboard));
     EmptyClipboard();
     ASSERT_TRUE(SetClipboardData(CF_ENHMETAFILE, picture));
@@ -177,7 +177,7 @@ TEST_F(ClipboardTest, MetafileComesBack) {
   ASSERT_TRUE(kept);
   ASSERT_TRUE(face_clipboard_.PutPicture());
   ASSERT_TRUE((*kept)->Restore());
-  const OpenedClipboard clipboard(owner_.window());
+  const OpenedClipboard clipboard(owner_.Window());
   const auto after = static_cast<HENHMETAFILE>(GetClipboardData(CF_ENHMETAFILE));
   ASSERT_NE(after, nullptr);
   EXPECT_EQ(bits(after), before);
