@@ -149,7 +149,8 @@ TEST_F(ParseProjects, ReadTheModulesWithTheProjectsConstants) {
     EXPECT_EQ(run.status, 0) << run.err;
     EXPECT_NE(run.out.find("\"size\":" + std::to_string(size)), std::string::npos) << run.out;
     // The file's own spelling where the system tells cases apart, otherwise the project's.
-    EXPECT_THAT(run.out, testing::ContainsRegex("(Sizes|SIZES).bas\""));
+    EXPECT_THAT(run.out, testing::AnyOf(testing::HasSubstr("Sizes.bas\""),
+                                        testing::HasSubstr("SIZES.bas\"")));
   }
 }
 
