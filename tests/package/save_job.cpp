@@ -2,14 +2,16 @@
 //
 //   save_job DECLARIUM.EXE NEW-TITLE
 //
-// Prints what the program answers with a message box, "saved" without one. The library is the first
-// in the program's list. The user's settings are put away meanwhile.
+// Prints what the program answers with message boxes, "saved" without one. The library is the first
+// in the program's list. The user's settings are put away meanwhile, and the history is one of its
+// own.
 #include <algorithm>
 #include <filesystem>
 #include <iostream>
 #include <string>
 #include <windows.h>
 
+#include "support/temporary_folder.h"
 #include "text/text.h"
 #include "window/driven_lists.h"
 #include "window/driven_main_window.h"
@@ -21,7 +23,14 @@ namespace {
 
 using namespace window_driver;
 
+void Answer(HWND message) {
+  std::cout << ToUtf8(MessageOf(message)) << std::endl;
+  PressInDialog(message, IDOK);
+}
+
 void RenameAndSave(const std::filesystem::path& path, std::u16string_view title) {
+  const TemporaryFolder history;
+  SetEnvironmentVariableW(L"DECLARIUM_HISTORY", history.path().c_str());
   const DrivenProgram program(path);
   const HWND window = program.Form("frmMain");
   const HWND libraries = FindControl(window, "cmbDatabase");
@@ -36,8 +45,12 @@ void RenameAndSave(const std::filesystem::path& path, std::u16string_view title)
     const auto rows = ComboRows(libraries);
     return (message = program.FindDialog()) || std::ranges::find(rows, title) != rows.end();
   });
-  std::cout << (message ? ToUtf8(MessageOf(message)) : "saved") << std::endl;
-  if (message) PressInDialog(message, IDOK);
+  if (message) {
+    Answer(message);
+    Answer(program.Dialog());  // that the changes are kept
+  } else {
+    std::cout << "saved" << std::endl;
+  }
   PostMessageW(window, WM_CLOSE, 0, 0);
   HWND question = nullptr;
   WaitFor("the end or a question",
