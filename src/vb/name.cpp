@@ -1,39 +1,12 @@
 #include "vb/name.h"
 
 #include <algorithm>
-#include <set>
+#include <span>
 
 #include "text/text.h"
 
 namespace declarium::vb {
 namespace {
-
-const std::set<std::string, std::less<>>& ReservedWords() {
-  static const std::set<std::string, std::less<>> words = {
-      "abs",       "addressof",  "alias",   "and",        "any",        "array",      "as",
-      "attribute", "boolean",    "byref",   "byte",       "byval",      "call",       "case",
-      "cbool",     "cbyte",      "ccur",    "cdate",      "cdbl",       "cdec",       "cdecl",
-      "cint",      "circle",     "clng",    "close",      "const",      "csng",       "cstr",
-      "currency",  "cvar",       "cverr",   "date",       "debug",      "decimal",    "declare",
-      "defbool",   "defbyte",    "defcur",  "defdate",    "defdbl",     "defdec",     "defint",
-      "deflng",    "defobj",     "defsng",  "defstr",     "defvar",     "dim",        "do",
-      "doevents",  "double",     "each",    "else",       "elseif",     "empty",      "end",
-      "endif",     "enum",       "eqv",     "erase",      "error",      "event",      "exit",
-      "explicit",  "false",      "fix",     "for",        "friend",     "function",   "get",
-      "global",    "gosub",      "goto",    "if",         "imp",        "implements", "in",
-      "input",     "inputb",     "int",     "integer",    "is",         "lbound",     "len",
-      "lenb",      "let",        "lib",     "like",       "line",       "lock",       "long",
-      "loop",      "lset",       "me",      "mid",        "midb",       "mod",        "new",
-      "next",      "not",        "nothing", "null",       "object",     "on",         "open",
-      "option",    "optional",   "or",      "paramarray", "preserve",   "print",      "private",
-      "property",  "pset",       "public",  "put",        "raiseevent", "redim",      "rem",
-      "resume",    "return",     "rset",    "scale",      "seek",       "select",     "set",
-      "sgn",       "shared",     "single",  "spc",        "static",     "step",       "stop",
-      "string",    "sub",        "tab",     "then",       "to",         "true",       "type",
-      "typeof",    "ubound",     "unlock",  "until",      "variant",    "wend",       "while",
-      "with",      "withevents", "write",   "xor"};
-  return words;
-}
 
 constexpr std::u16string_view kRefusedNames[] = {
     u"addressof",  u"and",        u"any",      u"as",      u"boolean", u"byref",    u"byte",
@@ -54,6 +27,25 @@ constexpr std::u16string_view kRefusedNames[] = {
     u"withevents", u"write",      u"xor"};
 static_assert(std::ranges::is_sorted(kRefusedNames));
 
+// Words of the language that programs use as names all the same.
+constexpr std::u16string_view kAllowedWords[] = {
+    u"abs",      u"alias", u"array",  u"attribute", u"cbool",   u"cbyte",    u"ccur",     u"cdate",
+    u"cdbl",     u"cdec",  u"cdecl",  u"cint",      u"circle",  u"clng",     u"csng",     u"cstr",
+    u"cvar",     u"cverr", u"date",   u"debug",     u"decimal", u"defdec",   u"doevents", u"error",
+    u"explicit", u"fix",   u"inputb", u"int",       u"lbound",  u"len",      u"lenb",     u"lib",
+    u"line",     u"me",    u"mid",    u"midb",      u"object",  u"property", u"pset",     u"scale",
+    u"sgn",      u"step",  u"ubound"};
+static_assert(std::ranges::is_sorted(kAllowedWords));
+
+bool IsOneOf(std::span<const std::u16string_view> words, std::u16string_view word) noexcept {
+  constexpr std::size_t kLongest = 10;  // "implements", "paramarray"
+  char16_t lowered[kLongest];
+  if (word.size() > kLongest) return false;
+  const auto* const end =
+      std::ranges::transform(word, lowered, [](char16_t unit) { return LowerCase(unit); }).out;
+  return std::ranges::binary_search(words, std::u16string_view(lowered, end));
+}
+
 bool IsLetter(char c) {
   return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
 }
@@ -72,25 +64,15 @@ std::string Lower(std::string_view text) {
 }
 
 bool IsReservedWord(std::string_view word) {
-  return ReservedWords().contains(Lower(word));
+  return IsReservedWord(std::u16string(word.begin(), word.end()));
 }
 
-bool IsReservedWord(std::u16string_view word) {
-  constexpr std::size_t kLongest = 10;  // "addressof" and "implements" are among the longest
-  if (word.size() > kLongest || std::ranges::any_of(word, [](char16_t c) { return c > 0x7F; }))
-    return false;
-  std::string narrow;
-  for (const char16_t c : word) narrow += static_cast<char>(c);
-  return IsReservedWord(narrow);
+bool IsReservedWord(std::u16string_view word) noexcept {
+  return IsRefusedAsName(word) || IsOneOf(kAllowedWords, word);
 }
 
 bool IsRefusedAsName(std::u16string_view word) noexcept {
-  constexpr std::size_t kLongest = 10;
-  char16_t lowered[kLongest];
-  if (word.size() > kLongest) return false;
-  const auto* const end =
-      std::ranges::transform(word, lowered, [](char16_t unit) { return LowerCase(unit); }).out;
-  return std::ranges::binary_search(kRefusedNames, std::u16string_view(lowered, end));
+  return IsOneOf(kRefusedNames, word);
 }
 
 bool IsLegalName(std::string_view name) {

@@ -8,7 +8,7 @@ namespace declarium::vb {
 
 // Whether the word belongs to the language, in any case.
 [[nodiscard]] bool IsReservedWord(std::string_view word);
-[[nodiscard]] bool IsReservedWord(std::u16string_view word);
+[[nodiscard]] bool IsReservedWord(std::u16string_view word) noexcept;
 
 // Whether the language refuses the word, in any case, as the name of a variable, parameter,
 // procedure, constant or type. These are the reserved identifiers of the language's documentation

@@ -19,6 +19,7 @@
 #include "shell/file_store.h"
 #include "shell/ui/failure_report.h"
 #include "support/temporary_folder.h"
+#include "support/whole_library.h"
 #include "toolkit/headless/toolkit.h"
 #include "toolkit/headless/user.h"
 
@@ -60,17 +61,6 @@ void operator delete[](void* memory, std::size_t) noexcept {
 
 namespace declarium {
 namespace {
-
-bool IsWhole(const Library& library) {
-  return std::ranges::all_of(library.lists, [](const KindLists& lists) {
-    return lists.names.size() == lists.items.size();
-  });
-}
-
-bool IsWholeContent(const std::string& bytes) {
-  const auto library = ParseLibrary(bytes, {});
-  return library && IsWhole(*library) && LibraryBytes(*library) == bytes;
-}
 
 bool IsWholeFile(const std::filesystem::path& path) {
   return IsWholeContent(ContentOf(path));

@@ -13,7 +13,7 @@
 #include <iterator>
 #include <random>
 
-#include "library/file_format.h"
+#include "support/whole_library.h"
 #include "window/outside_fixture.h"
 
 namespace declarium {
@@ -31,16 +31,6 @@ constexpr const wchar_t* kDialogClass = L"#32770";
 int NumberFrom(const char* variable, int otherwise) {
   const char* const text = std::getenv(variable);
   return text != nullptr ? std::atoi(text) : otherwise;
-}
-
-bool IsWhole(const std::string& bytes) {
-  const auto library = ParseLibrary(bytes, "walk.api");
-  if (!library) return false;
-  if (bytes == EmptyLibraryBytes(library->title)) return true;
-  if (LibraryBytes(*library) != bytes) return false;
-  return std::ranges::all_of(library->lists, [](const KindLists& lists) {
-    return lists.names.size() == lists.items.size();
-  });
 }
 
 class RandomWalk : public OutsideTest {
@@ -102,7 +92,7 @@ class RandomWalk : public OutsideTest {
     for (const auto& file : std::filesystem::directory_iterator(FileAt("."))) {
       if (file.path().extension() != ".api") continue;
       const std::string bytes = ContentOf(file.path());
-      EXPECT_TRUE(IsWhole(bytes)) << file.path() << ": " << testing::PrintToString(bytes);
+      EXPECT_TRUE(IsWholeContent(bytes)) << file.path() << ": " << testing::PrintToString(bytes);
     }
   }
 
