@@ -220,9 +220,10 @@ TEST_F(ImportAndAdd, TheReadingQuestionIsAskedAboutTheDecodedText) {
 }
 
 TEST_F(ImportAndAdd, ImportTellsWhatTheLibraryCannotKeep) {
-  WriteFile("m.bas", std::string("Const ONE = 1 ' \xE2\x86\x92\r\nConst TWO = 2\0\r\n"
-                                 "Const THREE = \"\xE2\x86\x92\"\r\nConst FOUR = 4\r\n",
-                                 78));
+  using std::string_literals::operator""s;
+  WriteFile("m.bas",
+            "Const ONE = 1 ' \xE2\x86\x92\r\nConst TWO = 2\0\r\n"
+            "Const THREE = \"\xE2\x86\x92\"\r\nConst FOUR = 4\r\n"s);
   OpenLibrary("empty.api");
   Script().AnswerFile(FileAt("m.bas").u16string());
   Script().AnswerMessage(Answer::kOk,
