@@ -89,7 +89,7 @@ void SaveFloor(benchmark::State& state, const std::u16string& text, const Benchm
 // One list of as many rows as the library has items, in the order of a kind's list.
 StringList AllNames(const Library& library) {
   std::vector<std::u16string_view> names;
-  for (const auto& lists : library.lists) {
+  for (const auto& lists : library.Lists()) {
     names.insert(names.end(), lists.names.begin(), lists.names.end());
   }
   std::ranges::sort(names, [](auto a, auto b) { return CompareIgnoringCase(a, b) < 0; });

@@ -208,7 +208,7 @@ std::string GenerateModule(std::size_t lines) {
 
 Library GenerateLibrary(std::size_t items) {
   Library library;
-  library.title = u"Generated library";
+  library.SetTitle(u"Generated library");
   const auto parsed = ParseDeclarations(ReadSource(GenerateDeclarations(items)));
   MergeItems(library, parsed, Existing::kReplace);
   return library;

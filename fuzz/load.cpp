@@ -20,7 +20,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const auto saved = LibraryBytes(*library);
   const auto again = ParseLibrary(saved, "library.api");
   Require(again.has_value(), "what was saved loads");
-  Require(again->title == library->title, "the title comes back");
+  Require(again->Title() == library->Title(), "the title comes back");
   for (const auto kind : kKinds) {
     const auto& names = (*library)[kind].names;
     Require((*again)[kind].names == names, "the names come back");

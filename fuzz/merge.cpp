@@ -66,7 +66,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   auto bytes = fuzz::Bytes(data, size);
   const auto first = fuzz::TakePart(bytes);
   Library library;
-  library.title = u"Title";
+  library.SetTitle(u"Title");
   MergeAndCheck(library, first, Existing::kKeep);
   MergeAndCheck(library, bytes, first.size() % 2 == 0 ? Existing::kKeep : Existing::kReplace);
 

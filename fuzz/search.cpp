@@ -60,7 +60,7 @@ std::vector<SearchHit> Run(const SearchCriteria& criteria, const Library& librar
 template <typename Test>
 void RequireHits(const SearchCriteria& criteria, const Library& library, Test test) {
   std::size_t enough = 0;
-  for (const auto& lists : library.lists) enough += lists.names.size() > 1 ? 1 : 0;
+  for (const auto& lists : library.Lists()) enough += lists.names.size() > 1 ? 1 : 0;
   if (enough == 0) return;
   const auto hits = Run(criteria, library);
   auto hit = hits.begin();

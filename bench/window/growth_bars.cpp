@@ -26,7 +26,7 @@ std::filesystem::path PutProgram(const std::filesystem::path& folder) {
   const auto program = PutProgramInto(folder / "growth");
   auto library = LoadLibraryFile(BenchmarkFiles(folder).Library(kItems)).value();
   for (const auto* title : {u"A", u"B"}) {
-    library.title = title;
+    library.SetTitle(title);
     const auto file = folder / "growth" / (std::u16string(title) + u".api");
     if (const auto saved = WriteWholeFile(file, LibraryBytes(library)); !saved) {
       throw std::runtime_error(saved.error().Message());

@@ -90,7 +90,7 @@ class Lists {
     const auto program = PutProgramInto(folder / "lists");
     auto library = LoadLibraryFile(BenchmarkFiles(folder).Library(kItems)).value();
     for (const auto* title : {u"A", u"B"}) {
-      library.title = title;
+      library.SetTitle(title);
       const auto file = folder / "lists" / (std::u16string(title) + u".api");
       if (const auto saved = WriteWholeFile(file, LibraryBytes(library)); !saved) {
         throw std::runtime_error(saved.error().Message());

@@ -52,11 +52,13 @@ std::filesystem::path ConstantsAlone(const std::filesystem::path& folder) {
   if (exists(path)) return path;
   const auto mixed = GenerateLibrary(2 * kItems);  // of which six in ten are constants
   Library library;
-  library.title = u"Constants";
+  library.SetTitle(u"Constants");
+  KindLists constants;
   for (std::size_t i = 0; i < kItems; ++i) {
-    library[Kind::kConst].names.Add(mixed[Kind::kConst].names[i]);
-    library[Kind::kConst].items.Add(mixed[Kind::kConst].items[i]);
+    constants.names.Add(mixed[Kind::kConst].names[i]);
+    constants.items.Add(mixed[Kind::kConst].items[i]);
   }
+  library.SetItems(Kind::kConst, std::move(constants));
   if (const auto saved = WriteWholeFile(path, LibraryBytes(library)); !saved) {
     throw std::runtime_error(saved.error().Message());
   }

@@ -65,7 +65,7 @@ Library OpenOrCreate(const ImportOptions& options) {
                         options.file + ": no such file; --create TITLE creates the library");
   }
   Library created;
-  created.title = CheckedTitle(*options.title);
+  created.SetTitle(CheckedTitle(*options.title));
   created.path = path;
   return created;
 }
@@ -178,14 +178,14 @@ ExitStatus RunImport(const ImportOptions& options, const Session& session) {
   StatusLine progress(session.streams);
   auto library = OpenOrCreate(options);
   ImportReport report;
-  report.before = CountItems(library.lists);
+  report.before = CountItems(library.Lists());
   auto existing = options.replace ? Existing::kReplace : Existing::kKeep;
   for (const auto& source : options.sources) {
     progress.Show("importing " + SourceName(source));
     ImportSource(source, options, existing, session, library, report);
     existing = Existing::kKeep;
   }
-  report.after = CountItems(library.lists);
+  report.after = CountItems(library.Lists());
   progress.Show("saving " + options.file);
   SaveLibrary(session, library, ForceOf(options.force));
   progress.Clear();

@@ -53,7 +53,7 @@ ExitStatus RunList(const ListOptions& options, const Session& session) {
   const auto only = KindOfWord(options.kind);
   if (session.IsJson()) {
     auto header = JsonHeader("list");
-    header["title"] = ToUtf8(library.title);
+    header["title"] = ToUtf8(library.Title());
     PrintJson(session, header);
   }
   for (const auto kind : kKinds) {
@@ -88,7 +88,7 @@ struct RenameOptions {
 
 ExitStatus RunRename(const RenameOptions& options, const Session& session) {
   auto library = LoadLibrary(options.file);
-  library.title = CheckedTitle(options.title);
+  library.SetTitle(CheckedTitle(options.title));
   SaveLibrary(session, library, ForceOf(options.force));
   if (session.IsJson()) PrintJson(session, JsonHeader("rename"));
   return ExitStatus::kDone;
@@ -114,7 +114,7 @@ ExitStatus RunDelete(const DeleteOptions& options, const Session& session) {
   const auto before = LoadLibrary(options.file);
   const auto places = PlacesFromTheEnd(before, options.names);
   auto after = before;
-  for (const auto& [kind, position] : places) RemoveItem(after, kind, position);
+  for (const auto& [kind, position] : places) after.RemoveItem(kind, position);
   SaveLibrary(session, after, ForceOf(options.force));
 
   if (session.IsJson()) PrintJson(session, JsonHeader("delete"));

@@ -93,10 +93,11 @@ void MergeItems(Library& library, const ParsedItems& parsed, Existing existing) 
     combined.Add(parsed[kind].names, parsed[kind].items);
     const auto& lists = library[kind];
     if (existing == Existing::kKeep) combined.Add(lists.names, lists.items);
-    merged[static_cast<std::size_t>(kind)] = SortAndReduce(combined);
+    merged[static_cast<std::size_t>(KindCode(kind))] = SortAndReduce(combined);
   }
-  library.lists = std::move(merged);
-  CompactText(library);
+  CompactText(merged);
+  for (const auto kind : kKinds)
+    library.SetItems(kind, std::move(merged[static_cast<std::size_t>(KindCode(kind))]));
 }
 
 }  // namespace declarium

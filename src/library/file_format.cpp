@@ -50,10 +50,8 @@ std::string_view PieceAt(std::string_view bytes, char16_t separator, std::size_t
   return piece;
 }
 
-using ThreeLists = std::array<StringList, kKindCount>;
-
-ThreeLists SplitKinds(std::u16string_view section, const std::shared_ptr<TextArena>& arena) {
-  ThreeLists lists;
+ListOfEachKind SplitKinds(std::u16string_view section, const std::shared_ptr<TextArena>& arena) {
+  ListOfEachKind lists;
   std::optional rest = section;
   for (auto& list : lists) {
     if (!rest) break;
@@ -97,8 +95,8 @@ std::size_t JoinedSize(const StringList& list) {
 
 std::size_t LibrarySize(const Library& library) {
   constexpr std::size_t kSeparators = 2 + 2 * (kKindCount - 1);
-  std::size_t size = library.title.size() + kSeparators;
-  for (const auto& [names, items] : library.lists) size += JoinedSize(names) + JoinedSize(items);
+  std::size_t size = library.Title().size() + kSeparators;
+  for (const auto& [names, items] : library.Lists()) size += JoinedSize(names) + JoinedSize(items);
   return size;
 }
 
@@ -187,15 +185,13 @@ std::string_view EntryBytes(std::string_view section, Kind kind, std::size_t pos
 
 bool TakeNames(const LibrarySections& sections, Library& library) {
   if (!sections.names) return false;
-  auto lists = SplitKinds(*sections.names, sections.text);
-  for (std::size_t k = 0; k < kKindCount; ++k) library.lists[k].names = std::move(lists[k]);
+  library.TakeNames(SplitKinds(*sections.names, sections.text));
   return true;
 }
 
 bool TakeItems(const LibrarySections& sections, Library& library) {
   if (!sections.items) return false;
-  auto lists = SplitKinds(*sections.items, sections.text);
-  for (std::size_t k = 0; k < kKindCount; ++k) library.lists[k].items = std::move(lists[k]);
+  library.TakeItems(SplitKinds(*sections.items, sections.text));
   return true;
 }
 
@@ -211,7 +207,7 @@ std::expected<Library, Error> ParseLibrary(std::string_view bytes,
   if (!TakeNames(sections, library) || !TakeItems(sections, library)) {
     return std::unexpected(MissingSection(sections.names.has_value(), path));
   }
-  library.title = sections.title;
+  library.SetTitle(sections.title);
   library.path = path;
   return library;
 }
@@ -222,7 +218,7 @@ std::string LibraryBytes(const Library& library) {
   // The size handed to the function is not used: libstdc++ 12 rounds it up for short strings.
   bytes.resize_and_overwrite(size, [&](char* out, std::size_t) {
     Encoder encoder(out);
-    encoder.Write(library.title);
+    encoder.Write(library.Title());
     WriteSection(library, &KindLists::names, encoder);
     WriteSection(library, &KindLists::items, encoder);
     return size;
@@ -232,8 +228,8 @@ std::string LibraryBytes(const Library& library) {
 
 std::optional<std::string> FindUnkeepable(const Library& library, std::string_view bytes) {
   Reloading file(bytes);
-  if (!file.Gives(library.title) || library.title.contains(kSectionSeparator)) {
-    return ToUtf8(library.title);
+  if (!file.Gives(library.Title()) || library.Title().contains(kSectionSeparator)) {
+    return ToUtf8(library.Title());
   }
   for (const auto list : {&KindLists::names, &KindLists::items}) {
     for (const auto kind : kKinds) {

@@ -3,10 +3,14 @@
 // read or written, and whether there are unsaved changes.
 #pragma once
 
+#include <algorithm>
 #include <array>
+#include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "library/file_stamp.h"
 #include "library/kind.h"
@@ -24,23 +28,66 @@ struct KindLists {
   }
 };
 
-struct Library {
-  std::array<KindLists, kKindCount> lists;
-  std::u16string title;
-  std::filesystem::path path;  // empty before the first load
-  bool dirty = false;          // differs from its file
-  // Names and items belong together. A load that fails between the two leaves lists that are never
-  // written to a file.
-  bool whole = true;
+// One list of texts for each kind.
+using ListOfEachKind = std::array<StringList, kKindCount>;
+
+// Counts changes. What is assigned is a change too, whatever the other's count.
+class ChangeCount {
+ public:
+  ChangeCount() = default;
+  ChangeCount(const ChangeCount&) = default;
+  ChangeCount& operator=(const ChangeCount& other) noexcept {
+    count_ = std::max(count_, other.count_) + 1;
+    return *this;
+  }
+  void Increase() noexcept { ++count_; }
+  [[nodiscard]] std::uint64_t Get() const noexcept { return count_; }
+
+ private:
+  std::uint64_t count_ = 0;
+};
+
+class Library {
+ public:
+  [[nodiscard]] const KindLists& operator[](Kind kind) const { return lists_[Index(kind)]; }
+  [[nodiscard]] const std::array<KindLists, kKindCount>& Lists() const noexcept { return lists_; }
+  [[nodiscard]] const std::u16string& Title() const noexcept { return title_; }
+  [[nodiscard]] bool HasItems() const noexcept {
+    return std::ranges::any_of(lists_, [](const auto& lists) { return !lists.names.empty(); });
+  }
+  // Whether names and items belong together. A load that fails between the two leaves a library
+  // that is never written to a file.
+  [[nodiscard]] bool IsWhole() const noexcept { return is_whole_; }
+  // Another number after every change of the title, the names or the items, and when another
+  // library is assigned. Who keeps something made of them compares it with the one at that time.
+  [[nodiscard]] std::uint64_t Revision() const noexcept { return revision_.Get(); }
+
+  void SetTitle(std::u16string_view title);
+
+  // There are as many items as names. Only a file may hold them otherwise; they stay so until the
+  // kind is merged with others, so that saving writes what was there.
+  void SetItems(Kind kind, KindLists lists) noexcept;
+  // Removes the item at `position`, which must be below the number of names, from both lists.
+  void RemoveItem(Kind kind, std::size_t position);
+
+  // The two steps of taking over what was read: the library is not whole between them.
+  void TakeNames(ListOfEachKind names) noexcept;
+  void TakeItems(ListOfEachKind items) noexcept;
+
+  // What the program knows about the library's file. Nothing above depends on it.
+  std::filesystem::path path;      // empty before the first load
+  bool dirty = false;              // differs from its file
   std::optional<FileStamp> stamp;  // of the file at `path`; nullopt when it is not known
 
-  [[nodiscard]] KindLists& operator[](Kind kind) { return lists[static_cast<std::size_t>(kind)]; }
-  [[nodiscard]] const KindLists& operator[](Kind kind) const {
-    return lists[static_cast<std::size_t>(kind)];
+ private:
+  [[nodiscard]] static constexpr std::size_t Index(Kind kind) noexcept {
+    return static_cast<std::size_t>(KindCode(kind));
   }
-  [[nodiscard]] bool HasItems() const noexcept {
-    return !lists[0].names.empty() || !lists[1].names.empty() || !lists[2].names.empty();
-  }
+
+  std::array<KindLists, kKindCount> lists_;
+  std::u16string title_;
+  bool is_whole_ = true;
+  ChangeCount revision_;
 };
 
 // One item as the other layers use it; the views refer into the library.
@@ -54,10 +101,6 @@ struct ItemView {
 // no items: the one at a name's position may be another's.
 [[nodiscard]] std::optional<ItemView> FindItem(const Library& library, Kind kind,
                                                std::u16string_view name);
-
-// Removes the item at `position` of `kind` from both lists. `position` must be below the number of
-// names.
-void RemoveItem(Library& library, Kind kind, std::size_t position);
 
 // The main window's caption for a title.
 [[nodiscard]] std::u16string CaptionOf(std::u16string_view title);

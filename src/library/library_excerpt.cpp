@@ -20,7 +20,7 @@ std::expected<LibraryExcerpt, Error> LibraryExcerpt::Of(FileView file,
   if (!TakeNames(names, excerpt.names_) || !sections.items) {
     return std::unexpected(MissingSection(sections.names.has_value(), path));
   }
-  excerpt.names_.title = names.title;
+  excerpt.names_.SetTitle(names.title);
   excerpt.names_.path = path;
   excerpt.items_ = *sections.items;
   excerpt.file_ = std::move(file);

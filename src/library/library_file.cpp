@@ -23,7 +23,7 @@ std::expected<Library, Error> LoadLibraryFile(const std::filesystem::path& path)
 std::expected<Saved, NotSaved> SaveLibraryFile(FileSaver& saver, const Library& library,
                                                const std::filesystem::path& path) {
   const auto refuse = [](const Error& error) { return std::unexpected(NotSaved{error, false}); };
-  if (!library.whole) {
+  if (!library.IsWhole()) {
     return refuse({ErrorKind::kCannotWrite, PathText(path), "the library was loaded only in part"});
   }
   const auto bytes = LibraryBytes(library);

@@ -19,10 +19,10 @@ StringList CopyInto(const std::shared_ptr<TextArena>& arena, const StringList& l
 
 }  // namespace
 
-TextUse TextUseOf(const Library& library) {
+TextUse TextUseOf(std::span<const KindLists> lists) {
   TextUse use{0, 0};
   std::set<const TextArena*> arenas;
-  for (const auto& [names, items] : library.lists) {
+  for (const auto& [names, items] : lists) {
     for (const auto* list : {&names, &items}) {
       for (const auto text : *list) use.used += text.size();
       for (const auto& arena : list->Arenas()) {
@@ -33,11 +33,11 @@ TextUse TextUseOf(const Library& library) {
   return use;
 }
 
-void CompactText(Library& library) {
-  const auto [used, held] = TextUseOf(library);
+void CompactText(std::span<KindLists> lists) {
+  const auto [used, held] = TextUseOf(lists);
   if (held <= 2 * used + kLeastWaste) return;
   const auto arena = std::make_shared<TextArena>();
-  for (auto& [names, items] : library.lists) {
+  for (auto& [names, items] : lists) {
     names = CopyInto(arena, names);
     items = CopyInto(arena, items);
   }

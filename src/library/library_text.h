@@ -1,7 +1,8 @@
-// The memory that a library's texts take.
+// The memory that the texts of a library's lists take.
 #pragma once
 
 #include <cstddef>
+#include <span>
 
 #include "library/library.h"
 
@@ -13,11 +14,11 @@ struct TextUse {
   std::size_t held;  // by the arenas that they lie in
 };
 
-[[nodiscard]] TextUse TextUseOf(const Library& library);
+[[nodiscard]] TextUse TextUseOf(std::span<const KindLists> lists);
 
 // Moves the texts of all lists into one new arena when the old ones hold much more than them: every
 // item added brings an arena, and those removed or replaced leave theirs behind. Views into the
-// library's lists are invalid then.
-void CompactText(Library& library);
+// lists are invalid then.
+void CompactText(std::span<KindLists> lists);
 
 }  // namespace declarium

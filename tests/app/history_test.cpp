@@ -94,7 +94,7 @@ TEST_F(WithHistory, ANoToReplacingKeepsTheLibraryOpenWhenAnotherWasToBeOpened) {
   Script().AnswerMessage(Answer::kYes);  // save
   Script().AnswerMessage(Answer::kNo);   // but not over the other's
   User().ChooseRow(Form().cmbDatabase, 1);
-  EXPECT_EQ(window_->OpenDatabase().title, u"Mine");
+  EXPECT_EQ(window_->OpenDatabase().Title(), u"Mine");
   EXPECT_TRUE(window_->OpenDatabase().dirty);
 }
 
@@ -120,7 +120,7 @@ TEST_F(WithHistory, AnOlderVersionOpensAsALibraryWithUnsavedChanges) {
   });
   User().ChooseMenu(*Form().frmMain, "mnuRestore");
   EXPECT_TRUE(shown);
-  EXPECT_EQ(window_->OpenDatabase().title, u"Win");
+  EXPECT_EQ(window_->OpenDatabase().Title(), u"Win");
   EXPECT_EQ(window_->OpenDatabase().path, FileAt("a.api"));
   EXPECT_TRUE(window_->OpenDatabase().dirty);
   EXPECT_EQ(ReadFile("a.api"), saved);
@@ -148,7 +148,7 @@ TEST_F(WithHistory, WhatCouldNotBeWrittenIsKeptToldAndOfferedAtTheNextStart) {
   Script().AnswerMessage(Answer::kYes);
   Open();
   EXPECT_THAT(Messages(), ElementsAre(BeginsWith(u"Tieto zmeny sa minule nedali zapísať.")));
-  EXPECT_EQ(window_->OpenDatabase().title, u"Unwritten");
+  EXPECT_EQ(window_->OpenDatabase().Title(), u"Unwritten");
   EXPECT_TRUE(window_->OpenDatabase().dirty);
   window_.reset();
   Open();
@@ -161,6 +161,16 @@ TEST_F(WithHistory, UnsavedChangesCanBeKeptWithoutAsking) {
   EXPECT_TRUE(window_->KeepUnsaved());
   ASSERT_EQ(Kept("a.api").size(), 1U);
   EXPECT_THAT(Kept("a.api")[0], StartsWith("unwritten Unsaved"));
+}
+
+TEST_F(WithHistory, TheSameUnsavedChangesAreKeptOnce) {
+  Rename(u"Unsaved");
+  EXPECT_TRUE(window_->KeepUnsaved());
+  EXPECT_TRUE(window_->KeepUnsaved());
+  EXPECT_EQ(Kept("a.api").size(), 1U);
+  Rename(u"Unsaved again");
+  EXPECT_TRUE(window_->KeepUnsaved());
+  EXPECT_EQ(Kept("a.api").size(), 2U);
 }
 
 TEST_F(WithHistory, ALoadThatFailedHalfWayIsWrittenToNoFile) {
@@ -179,7 +189,7 @@ TEST_F(WithHistory, ALoadThatFailedHalfWayIsWrittenToNoFile) {
   Form().cmbDatabase.Clear();
   User().ChooseMenu(*Form().frmMain, "mnuOpen");
   EXPECT_EQ(Messages().back(), u"Neplatný formát databázy.");
-  EXPECT_FALSE(window_->OpenDatabase().whole);
+  EXPECT_FALSE(window_->OpenDatabase().IsWhole());
   Script().AnswerMessage(Answer::kYes);
   Confirm(1);
   User().Close(*Form().frmMain);

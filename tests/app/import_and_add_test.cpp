@@ -207,7 +207,7 @@ TEST_F(ImportAndAdd, ImportRecognizesTheEncoding) {
   for (const auto& bytes : files) {
     WriteFile("encoded.bas", bytes);
     Import("encoded.bas", Answer::kNo);
-    EXPECT_EQ(window_->OpenDatabase()[Kind::kConst].items.At(0), u"\x0E\"\u010D\"") << bytes;
+    EXPECT_EQ(Opened()[Kind::kConst].items.At(0), u"\x0E\"\u010D\"") << bytes;
   }
 }
 
@@ -216,7 +216,7 @@ TEST_F(ImportAndAdd, TheReadingQuestionIsAskedAboutTheDecodedText) {
   OpenLibrary("empty.api");
   Import("utf8.bas", Answer::kYes);
   EXPECT_TRUE(Script().LastMessage().text.contains(u"\r\nConst \u010D\r\n"));
-  EXPECT_EQ(window_->OpenDatabase()[Kind::kConst].names.At(0), u"\u010D");
+  EXPECT_EQ(Opened()[Kind::kConst].names.At(0), u"\u010D");
 }
 
 TEST_F(ImportAndAdd, ImportTellsWhatTheLibraryCannotKeep) {

@@ -106,9 +106,9 @@ TEST_F(WithTwoLibraries, ALibraryOpenedWhileAnotherIsBeingOpenedStaysOpenAndWhol
     User().ChooseMenu(*Form().frmMain, "mnuOpen");
   });
   User().ChooseRow(Form().cmbDatabase, 1);
-  const Library& library = window_->OpenDatabase();
+  const Library& library = Opened();
   EXPECT_EQ(library.path, FileAt("a.api"));
-  EXPECT_EQ(library.title, u"Win");
+  EXPECT_EQ(library.Title(), u"Win");
   EXPECT_EQ(Form().frmMain->Caption(), u"Win - Declarium 3.0");
   EXPECT_EQ(RowsOf(Form().lstConst), (Rows{u"A", u"B", u"MAX_PATH"}));
   const auto before = ReadFile("a.api");
@@ -124,7 +124,7 @@ TEST_F(WithTwoLibraries, ALibraryOpenedWhileAFaultyOneIsRefusedStaysOpenAndWhole
   Script().AnswerMessage(Answer::kOk);
   User().ChooseMenu(*Form().frmMain, "mnuOpen");
   EXPECT_EQ(Messages(), (Rows{u"Neplatný formát databázy."}));
-  EXPECT_EQ(window_->OpenDatabase().path, FileAt("b.api"));
+  EXPECT_EQ(Opened().path, FileAt("b.api"));
   EXPECT_EQ(RowsOf(Form().lstConst), (Rows{u"C", u"D"}));
   User().ChooseMenu(*Form().frmMain, "mnuSave");
   EXPECT_EQ(ReadFile("b.api"), other);
@@ -302,7 +302,7 @@ TEST_F(WithTwoLibraries, ATitleThatNoFileCanHoldIsRefused) {
       User().ChooseMenu(*Form().frmMain, command);
       EXPECT_EQ(Messages(), (Rows{std::u16string(u"Názov databázy nemôže obsahovať znak s kódom ") +
                                   static_cast<char16_t>(u'0' + code) + u"."}));
-      EXPECT_EQ(window_->OpenDatabase().title, u"Win");
+      EXPECT_EQ(window_->OpenDatabase().Title(), u"Win");
     }
   }
   EXPECT_EQ(RowsOf(Form().cmbDatabase), (Rows{u"Win", u"Other"}));
@@ -318,7 +318,7 @@ TEST_F(WithTwoLibraries, ATitleWithACharacterOutsideTheCodePageIsRefused) {
       User().ChooseMenu(*Form().frmMain, command);
       EXPECT_EQ(Messages(),
                 (Rows{std::u16string(u"Názov databázy nemôže obsahovať ").append(name) + u"."}));
-      EXPECT_EQ(window_->OpenDatabase().title, u"Win");
+      EXPECT_EQ(Opened().Title(), u"Win");
     }
   }
 }

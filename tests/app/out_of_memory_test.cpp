@@ -91,7 +91,7 @@ class Session {
 
   [[nodiscard]] std::filesystem::path File(const char* name) const { return folder_ / name; }
   [[nodiscard]] MainForm& Form() { return window_->Controls(); }
-  [[nodiscard]] const Library& Open() const { return window_->OpenDatabase(); }
+  [[nodiscard]] const Library& Open() const { return MainWindowProbe::LibraryOf(*window_); }
   [[nodiscard]] headless::HeadlessUser& User() { return user_; }
 
   // A library that was not opened with the window is opened by its menu.

@@ -7,19 +7,17 @@ namespace {
 
 Library SomeDatabase() {
   Library library;
-  library[Kind::kConst].names = {u"A", u"B", u"LOOP", u"MAX"};
-  library[Kind::kConst].items = {
-      u"\x0E"
-      u"b + missing",
-      u"\x0E"
-      u"1",
-      u"\x0ELOOP + 1",
-      u"\x0E"
-      u"A"};
-  library[Kind::kDeclare].names = {u"GetRect"};
-  library[Kind::kDeclare].items = {u"\n\"l\" (r As INNER, s As outer)"};
-  library[Kind::kType].names = {u"Inner", u"Outer"};
-  library[Kind::kType].items = {u"\x0Cs As String * MAX", u"\x0Ci As Inner\ro As Outer"};
+  library.SetItems(Kind::kConst, {{u"A", u"B", u"LOOP", u"MAX"},
+                                  {u"\x0E"
+                                   u"b + missing",
+                                   u"\x0E"
+                                   u"1",
+                                   u"\x0ELOOP + 1",
+                                   u"\x0E"
+                                   u"A"}});
+  library.SetItems(Kind::kDeclare, {{u"GetRect"}, {u"\n\"l\" (r As INNER, s As outer)"}});
+  library.SetItems(Kind::kType, {{u"Inner", u"Outer"},
+                                 {u"\x0Cs As String * MAX", u"\x0Ci As Inner\ro As Outer"}});
   return library;
 }
 

@@ -75,8 +75,8 @@ std::u16string NumberedName(std::size_t number) {
 TEST(InsertionOrder, RecordsAndConstantsMayBeNestedDeeperThanAnyStack) {
   constexpr std::size_t kDepth = 60'000;
   Library library;
-  auto& types = library[Kind::kType];
-  auto& constants = library[Kind::kConst];
+  KindLists types;
+  KindLists constants;
   for (std::size_t i = 0; i < kDepth; ++i) {
     const auto next = i + 1 < kDepth ? NumberedName(i + 1) : std::u16string(u"Long");
     types.names.Add(NumberedName(i));
@@ -84,6 +84,8 @@ TEST(InsertionOrder, RecordsAndConstantsMayBeNestedDeeperThanAnyStack) {
     constants.names.Add(NumberedName(i));
     constants.items.Add(ConstItem(i + 1 < kDepth ? next : u"1"));
   }
+  library.SetItems(Kind::kType, std::move(types));
+  library.SetItems(Kind::kConst, std::move(constants));
   Basket basket;
   for (const auto kind : {Kind::kConst, Kind::kType}) {
     const auto first = *FindItem(library, kind, NumberedName(0));

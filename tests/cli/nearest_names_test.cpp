@@ -32,11 +32,10 @@ TEST(EditDistance, StopsAboveItsLimit) {
 class Nearest : public testing::Test {
  protected:
   Nearest() {
-    for (const auto* name : {u"GetDC", u"GetText", u"GetWindow", u"SetText", u"SetTexts"}) {
-      library_[Kind::kDeclare].names.Add(name);
-      library_[Kind::kDeclare].items.Add(u"");
-    }
-    library_[Kind::kType].names.Add(u"Rect");
+    library_.SetItems(
+        Kind::kDeclare,
+        {{u"GetDC", u"GetText", u"GetWindow", u"SetText", u"SetTexts"}, {u"", u"", u"", u"", u""}});
+    library_.SetItems(Kind::kType, {{u"Rect"}, {u""}});
   }
   [[nodiscard]] std::vector<std::u16string> Names(std::u16string_view name) const {
     std::vector<std::u16string> names;

@@ -60,7 +60,7 @@ TEST(FileFormatPage, TheExamplesSourceGivesItsBytes) {
   ASSERT_EQ(hex.size(), 2U);
 
   Library library;
-  library.title = u"Okná";
+  library.SetTitle(u"Okná");
   MergeItems(library, ParseDeclarations(ReadSource(FromUtf8(source[0]))), Existing::kKeep);
   EXPECT_EQ(LibraryBytes(library), Bytes(hex[0]));
 }
@@ -69,7 +69,7 @@ TEST(FileFormatPage, TheExamplesBytesLoadAndSaveThemselves) {
   const auto bytes = Bytes(Blocks("hex").at(0));
   const auto library = ParseLibrary(bytes, "example.api");
   ASSERT_TRUE(library);
-  EXPECT_EQ(library->title, u"Okná");
+  EXPECT_EQ(library->Title(), u"Okná");
   EXPECT_EQ((*library)[Kind::kConst].names, StringList({u"MAX_PATH", u"SW_SHOW"}));
   EXPECT_EQ(FindItem(*library, Kind::kConst, u"sw_show")->item,
             u"Long\x0E"

@@ -247,10 +247,8 @@ TEST_P(Losses, WhatIsReadComesBackFromTheFile) {
       for (const auto& character : {"\0"s, "\1"s, "\2"s, "\u2192"s, "\u010D"s, "\x03"s}) {
         const auto parsed = Read(place, character);
         Library library;
-        for (const auto kind : kKinds) {
-          library[kind].names = parsed[kind].names;
-          library[kind].items = parsed[kind].items;
-        }
+        for (const auto kind : kKinds)
+          library.SetItems(kind, {parsed[kind].names, parsed[kind].items});
         const auto loaded = ParseLibrary(LibraryBytes(library), {});
         ASSERT_TRUE(loaded);
         for (const auto kind : kKinds) {

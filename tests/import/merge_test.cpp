@@ -26,10 +26,12 @@ ParsedItems Parsed(Kind kind, const Pairs& pairs) {
 }
 
 void Put(Library& library, Kind kind, const Pairs& pairs) {
+  auto lists = library[kind];
   for (const auto& [name, item] : pairs) {
-    library[kind].names.Add(name);
-    library[kind].items.Add(item);
+    lists.names.Add(name);
+    lists.items.Add(item);
   }
+  library.SetItems(kind, std::move(lists));
 }
 
 Pairs PairsOf(const Library& library, Kind kind) {
@@ -112,8 +114,7 @@ TEST(Merge, ThePositionStandsBehindTheLastCharacter27) {
 
 TEST(Merge, AnExistingNameWithoutAnItemStringGetsAnEmptyOne) {
   Library library;
-  library[Kind::kType].names = {u"A", u"B"};
-  library[Kind::kType].items = {u"a"};
+  library.SetItems(Kind::kType, {{u"A", u"B"}, {u"a"}});
   MergeItems(library, {}, Existing::kKeep);
   EXPECT_EQ(PairsOf(library, Kind::kType), (Pairs{{u"A", u"a"}, {u"B", u""}}));
 }
@@ -131,10 +132,10 @@ TEST(Merge, TreatsTheKindsAlikeAndApart) {
 
 TEST(Merge, LeavesTitlePathAndChangedFlag) {
   Library library;
-  library.title = u"T";
+  library.SetTitle(u"T");
   library.path = "p";
   MergeItems(library, Parsed(Kind::kConst, {{u"a", u"1"}}), Existing::kKeep);
-  EXPECT_EQ(library.title, u"T");
+  EXPECT_EQ(library.Title(), u"T");
   EXPECT_EQ(library.path, "p");
   EXPECT_FALSE(library.dirty);
 }
@@ -226,7 +227,7 @@ TEST(MergeItems, ItemsAddedOneByOneTakeHardlyMoreMemoryThanTheirText) {
                Existing::kKeep);
   }
   EXPECT_EQ(library[Kind::kConst].names.size(), 100U);
-  const auto [used, held] = TextUseOf(library);
+  const auto [used, held] = TextUseOf(library.Lists());
   EXPECT_LT(held, 2 * used + 1024 * 1024) << "in units; 64 KB for each would be 64 times as much";
 }
 

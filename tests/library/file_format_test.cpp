@@ -25,20 +25,18 @@ const std::string kWin =
 
 Library WinDatabase() {
   Library library;
-  library.title = u"Win";
-  library[Kind::kConst].names = {u"A", u"B"};
-  library[Kind::kConst].items = {
-      u"\x0E"
-      u"1",
-      u"Long\x0E"
-      u"2"};
-  library[Kind::kDeclare].names = {u"Beep"};
-  library[Kind::kDeclare].items = {u"\n\"kernel32\" ()"};
+  library.SetTitle(u"Win");
+  library.SetItems(Kind::kConst, {{u"A", u"B"},
+                                  {u"\x0E"
+                                   u"1",
+                                   u"Long\x0E"
+                                   u"2"}});
+  library.SetItems(Kind::kDeclare, {{u"Beep"}, {u"\n\"kernel32\" ()"}});
   return library;
 }
 
 void ExpectSameContent(const Library& a, const Library& b) {
-  EXPECT_EQ(a.title, b.title);
+  EXPECT_EQ(a.Title(), b.Title());
   for (const auto kind : kKinds) {
     EXPECT_EQ(a[kind].names, b[kind].names);
     EXPECT_EQ(a[kind].items, b[kind].items);
@@ -59,7 +57,7 @@ TEST(FileFormat, WritesWhatItReads) {
 TEST(FileFormat, ALibraryOfAnyLengthEndsWithItsLastEntry) {
   for (std::size_t length = 0; length < 100; ++length) {
     Library library;
-    library.title = std::u16string(length, u't');
+    library.SetTitle(std::u16string(length, u't'));
     ASSERT_EQ(LibraryBytes(library), std::string(length, 't') + "\2\1\1\2\1\1");
   }
 }
@@ -67,19 +65,17 @@ TEST(FileFormat, ALibraryOfAnyLengthEndsWithItsLastEntry) {
 TEST(FileFormat, ANewLibraryIsItsTitleAndTwoSeparators) {
   EXPECT_EQ(EmptyLibraryBytes(u"T"), "T\2\2");
   const auto library = Parse("T\2\2");
-  EXPECT_EQ(library.title, u"T");
+  EXPECT_EQ(library.Title(), u"T");
   EXPECT_FALSE(library.HasItems());
   for (const auto kind : kKinds) EXPECT_TRUE(library[kind].items.empty());
 }
 
 TEST(FileFormat, AKindWithoutItemsIsNothingBetweenItsSeparators) {
   Library library;
-  library[Kind::kConst].names = {u"A"};
-  library[Kind::kConst].items = {
-      u"\x0E"
-      u"1"};
-  library[Kind::kType].names = {u"R"};
-  library[Kind::kType].items = {u"\x0C"};
+  library.SetItems(Kind::kConst, {{u"A"},
+                                  {u"\x0E"
+                                   u"1"}});
+  library.SetItems(Kind::kType, {{u"R"}, {u"\x0C"}});
   EXPECT_EQ(LibraryBytes(library),
             "\2A\1\1R\2\x0E"
             "1\1\1\x0C");
@@ -121,7 +117,7 @@ TEST(FileFormat, EmptyEntriesBesideASeparatorAreEntries) {
 
 TEST(FileFormat, OnlyByteTwoEndsTheTitle) {
   const auto bytes = "a\0b\1c\2\1\1\2\1\1"s;
-  EXPECT_EQ(Parse(bytes).title, u"a\0b\1c"s);
+  EXPECT_EQ(Parse(bytes).Title(), u"a\0b\1c"s);
   EXPECT_EQ(LibraryBytes(Parse(bytes)), bytes);
 }
 
@@ -143,7 +139,7 @@ TEST(FileFormat, NamesAreTakenThoughTheItemsAreMissing) {
   EXPECT_EQ(library[Kind::kConst].names, StringList({u"X"}));
   EXPECT_EQ(library[Kind::kDeclare].names, StringList({u"Y"}));
   EXPECT_EQ(library[Kind::kConst].items, WinDatabase()[Kind::kConst].items);
-  EXPECT_EQ(library.title, u"Win");
+  EXPECT_EQ(library.Title(), u"Win");
 }
 
 TEST(FileFormat, WithoutNamesNothingIsTaken) {

@@ -181,9 +181,8 @@ TEST(WriteWholeFile, SeveralAtOnceLeaveOneOfTheContentsWhole) {
 TEST(LibraryFile, SavesAndLoadsTheSameLibrary) {
   const TemporaryFolder folder;
   Library library;
-  library.title = u"Názov";
-  library[Kind::kDeclare].names = {u"Beep"};
-  library[Kind::kDeclare].items = {u"\n\"kernel32\" ()"};
+  library.SetTitle(u"Názov");
+  library.SetItems(Kind::kDeclare, {{u"Beep"}, {u"\n\"kernel32\" ()"}});
   const auto path = folder / "a.api";
   FileSaver saver(SystemFiles(), History(SystemFiles(), {}));
   const auto saved = SaveLibraryFile(saver, library, path);
@@ -192,7 +191,7 @@ TEST(LibraryFile, SavesAndLoadsTheSameLibrary) {
 
   const auto loaded = LoadLibraryFile(path);
   ASSERT_TRUE(loaded);
-  EXPECT_EQ(loaded->title, library.title);
+  EXPECT_EQ(loaded->Title(), library.Title());
   EXPECT_EQ(loaded->path, path);
   EXPECT_EQ(LibraryBytes(*loaded), ContentOf(path));
   EXPECT_EQ(loaded->stamp, saved->stamp);
@@ -201,7 +200,7 @@ TEST(LibraryFile, SavesAndLoadsTheSameLibrary) {
 TEST(LibraryFile, ALibraryThatIsNotWholeIsNotSaved) {
   const TemporaryFolder folder;
   Library library;
-  library.whole = false;
+  library.TakeNames({});
   FileSaver saver(SystemFiles(), History(SystemFiles(), folder / "history"));
   const auto saved = SaveLibraryFile(saver, library, folder / "a.api");
   ASSERT_FALSE(saved);
@@ -221,28 +220,28 @@ TEST(LibraryFile, WhatWouldNotLoadAgainIsRefusedAndNamed) {
                : saved.error().error.context;
   };
   Library library;
-  library[Kind::kConst].names = {u"A", u"B"};
-  library[Kind::kConst].items = {
-      u"\x0E"
-      u"1",
-      std::u16string(u"\x0E"
-                     u"2\0",
-                     3)};
+  library.SetItems(Kind::kConst, {{u"A", u"B"},
+                                  {u"\x0E"
+                                   u"1",
+                                   std::u16string(u"\x0E"
+                                                  u"2\0",
+                                                  3)}});
   EXPECT_EQ(refused(library), "Const B");
-  library[Kind::kConst].items = {u"\x0E\x01",
-                                 u"\x0E"
-                                 u"2"};
+  library.SetItems(Kind::kConst, {{u"A", u"B"},
+                                  {u"\x0E\x01",
+                                   u"\x0E"
+                                   u"2"}});
   EXPECT_EQ(refused(library), "Const A");
-  library[Kind::kConst].items = {
-      u"\x0E"
-      u"1",
-      u"\x0E\u4E2D"};
+  library.SetItems(Kind::kConst, {{u"A", u"B"},
+                                  {u"\x0E"
+                                   u"1",
+                                   u"\x0E\u4E2D"}});
   EXPECT_EQ(refused(library), "Const B");
-  library[Kind::kConst] = {};
-  library[Kind::kType].names = {u""};
+  library.SetItems(Kind::kConst, {});
+  library.SetItems(Kind::kType, {{u""}, {}});
   EXPECT_EQ(refused(library), "Type ");
-  library[Kind::kType] = {};
-  library.title = u"a\x02";
+  library.SetItems(Kind::kType, {});
+  library.SetTitle(u"a\x02");
   EXPECT_EQ(refused(library), "a\x02");
 }
 

@@ -22,7 +22,7 @@ void ExpectTheAnswersOfTheWholeLibrary(const std::string& bytes) {
     EXPECT_EQ(excerpt.error().Message(), library.error().Message());
     return;
   }
-  EXPECT_EQ(excerpt->Names().title, library->title);
+  EXPECT_EQ(excerpt->Names().Title(), library->Title());
   EXPECT_EQ(excerpt->Names().path, library->path);
   for (const auto kind : kKinds) {
     ASSERT_TRUE(excerpt->Names()[kind].names == (*library)[kind].names);

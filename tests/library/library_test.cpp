@@ -1,6 +1,8 @@
 #include "library/library.h"
 
+#include <functional>
 #include <gtest/gtest.h>
+#include <set>
 
 #include "library/item.h"
 #include "library/library_difference.h"
@@ -74,12 +76,11 @@ TEST(Item, AFurtherSeparatorEndsTheSecondField) {
 
 Library SmallDatabase() {
   Library library;
-  library[Kind::kConst].names = {u"A", u"B"};
-  library[Kind::kConst].items = {
-      u"\x0E"
-      u"1",
-      u"\x0E"
-      u"2"};
+  library.SetItems(Kind::kConst, {{u"A", u"B"},
+                                  {u"\x0E"
+                                   u"1",
+                                   u"\x0E"
+                                   u"2"}});
   return library;
 }
 
@@ -91,14 +92,14 @@ TEST(Library, StartsEmpty) {
   }
   EXPECT_FALSE(library.HasItems());
   EXPECT_TRUE(library.path.empty());
-  EXPECT_TRUE(library.title.empty());
+  EXPECT_TRUE(library.Title().empty());
   EXPECT_FALSE(library.dirty);
 }
 
 TEST(Library, HasItemsWhenAnyKindHas) {
   for (const auto kind : kKinds) {
     Library library;
-    library[kind].names.Add(u"x");
+    library.SetItems(kind, {{u"x"}, {u""}});
     EXPECT_TRUE(library.HasItems());
   }
 }
@@ -117,29 +118,56 @@ TEST(Library, FindsAnItemWithItsStoredNameAndString) {
 
 TEST(Library, ANameWithoutAnItemStringHasAnEmptyOne) {
   Library library;
-  library[Kind::kDeclare].names = {u"A", u"B"};
-  library[Kind::kDeclare].items = {u"\n\"lib\""};
+  library.SetItems(Kind::kDeclare, {{u"A", u"B"}, {u"\n\"lib\""}});
   EXPECT_EQ(FindItem(library, Kind::kDeclare, u"B")->item, u"");
 }
 
 TEST(Library, RemovingAnItemRemovesItFromBothLists) {
   auto library = SmallDatabase();
-  RemoveItem(library, Kind::kConst, 0);
+  library.RemoveItem(Kind::kConst, 0);
   EXPECT_EQ(library[Kind::kConst].names, StringList({u"B"}));
   EXPECT_EQ(library[Kind::kConst].items, StringList({u"\x0E"
                                                      u"2"}));
-  RemoveItem(library, Kind::kConst, 0);
+  library.RemoveItem(Kind::kConst, 0);
   EXPECT_EQ(library[Kind::kConst].names.UpperBound(), -1);
   EXPECT_EQ(library[Kind::kConst].items.UpperBound(), -1);
 }
 
 TEST(Library, RemovingANameWithoutAnItemStringLeavesTheItemStrings) {
   Library library;
-  library[Kind::kType].names = {u"A", u"B"};
-  library[Kind::kType].items = {u"a"};
-  RemoveItem(library, Kind::kType, 1);
+  library.SetItems(Kind::kType, {{u"A", u"B"}, {u"a"}});
+  library.RemoveItem(Kind::kType, 1);
   EXPECT_EQ(library[Kind::kType].names, StringList({u"A"}));
   EXPECT_EQ(library[Kind::kType].items, StringList({u"a"}));
+}
+
+TEST(Library, ItsRevisionTellsEveryChangeOfItsContent) {
+  Library library;
+  const std::function<void()> changes[] = {
+      [&] { library.SetTitle(u"T"); },
+      [&] { library.SetItems(Kind::kConst, {{u"A", u"B"}, {u"1", u"2"}}); },
+      [&] { library.RemoveItem(Kind::kConst, 0); },
+      [&] { library.TakeNames({}); },
+      [&] { library.TakeItems({}); },
+      [&] { library = Library(); },
+  };
+  std::set<std::uint64_t> revisions = {library.Revision()};
+  for (const auto& change : changes) {
+    change();
+    EXPECT_TRUE(revisions.insert(library.Revision()).second);
+  }
+  library.dirty = true;
+  library.path = "a.api";
+  EXPECT_TRUE(revisions.contains(library.Revision())) << "the file is no content";
+}
+
+TEST(Library, IsNotWholeBetweenItsNamesAndItsItems) {
+  Library library;
+  EXPECT_TRUE(library.IsWhole());
+  library.TakeNames({});
+  EXPECT_FALSE(library.IsWhole());
+  library.TakeItems({});
+  EXPECT_TRUE(library.IsWhole());
 }
 
 TEST(Library, TheCaptionIsTheTitleAndTheProgramsName) {
@@ -149,16 +177,12 @@ TEST(Library, TheCaptionIsTheTitleAndTheProgramsName) {
 
 TEST(DifferenceBetween, CountsByKindAndExactName) {
   Library first;
-  first[Kind::kConst].names = {u"A", u"a", u"B", u"C"};
-  first[Kind::kConst].items = {u"1", u"2", u"3", u"4"};
-  first[Kind::kType].names = {u"A"};
-  first[Kind::kType].items = {u"x"};
+  first.SetItems(Kind::kConst, {{u"A", u"a", u"B", u"C"}, {u"1", u"2", u"3", u"4"}});
+  first.SetItems(Kind::kType, {{u"A"}, {u"x"}});
   Library second;
-  second.title = u"another";
-  second[Kind::kConst].names = {u"A", u"B", u"D"};
-  second[Kind::kConst].items = {u"1", u"30", u"5"};
-  second[Kind::kDeclare].names = {u"A"};
-  second[Kind::kDeclare].items = {u"x"};
+  second.SetTitle(u"another");
+  second.SetItems(Kind::kConst, {{u"A", u"B", u"D"}, {u"1", u"30", u"5"}});
+  second.SetItems(Kind::kDeclare, {{u"A"}, {u"x"}});
   EXPECT_EQ(DifferenceBetween(first, second),
             (LibraryDifference{.added = 2, .removed = 3, .changed = 1}));
   EXPECT_EQ(DifferenceBetween(first, first), LibraryDifference{});
@@ -166,10 +190,12 @@ TEST(DifferenceBetween, CountsByKindAndExactName) {
 
 TEST(FindItem, FindsNothingInALibraryThatIsNotWhole) {
   Library library;
-  library[Kind::kConst].names = {u"A"};
+  library.SetItems(Kind::kConst, {{u"A"}, {}});
   EXPECT_TRUE(FindItem(library, Kind::kConst, u"A"));
-  library.whole = false;
+  library.TakeNames({StringList{u"A"}});
   EXPECT_FALSE(FindItem(library, Kind::kConst, u"A"));
+  library.TakeItems({StringList{u"1"}});
+  EXPECT_TRUE(FindItem(library, Kind::kConst, u"A"));
 }
 
 }  // namespace

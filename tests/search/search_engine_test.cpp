@@ -39,25 +39,24 @@ using Strings = std::vector<std::u16string>;
 
 Library SmallDatabase() {
   Library library;
-  library[Kind::kConst].names = {u"A", u"b"};
-  library[Kind::kConst].items = {
-      u"\x0E"
-      u"1",
-      u"\x0E"
-      u"2"};
-  library[Kind::kDeclare].names = {u"A"};
-  library[Kind::kDeclare].items = {u"\n\"l\" (x As Long)"};
-  library[Kind::kType].names = {u"A", u"C"};
-  library[Kind::kType].items = {u"\x0Cx As Long", u"\x0Cy As RECT"};
+  library.SetItems(Kind::kConst, {{u"A", u"b"},
+                                  {u"\x0E"
+                                   u"1",
+                                   u"\x0E"
+                                   u"2"}});
+  library.SetItems(Kind::kDeclare, {{u"A"}, {u"\n\"l\" (x As Long)"}});
+  library.SetItems(Kind::kType, {{u"A", u"C"}, {u"\x0Cx As Long", u"\x0Cy As RECT"}});
   return library;
 }
 
 Library ConstDatabase(int count) {
-  Library library;
+  KindLists constants;
   for (int i = 0; i < count; ++i) {
-    library[Kind::kConst].names.Add(u"N" + FromUtf8(std::to_string(i)));
-    library[Kind::kConst].items.Add(u"\x0E" + FromUtf8(std::to_string(i % 2)));
+    constants.names.Add(u"N" + FromUtf8(std::to_string(i)));
+    constants.items.Add(u"\x0E" + FromUtf8(std::to_string(i % 2)));
   }
+  Library library;
+  library.SetItems(Kind::kConst, std::move(constants));
   return library;
 }
 
@@ -126,8 +125,8 @@ TEST(Search, KindsWithAtMostOneItemEachAreNotEnough) {
   declares.searchConsts = declares.searchTypes = false;
   EXPECT_EQ(Search(declares, SmallDatabase(), recorder), SearchOutcome::kNotEnough);
   Library one_each;
-  one_each[Kind::kConst].names = {u"A"};
-  one_each[Kind::kType].names = {u"B"};
+  one_each.SetItems(Kind::kConst, {{u"A"}, {}});
+  one_each.SetItems(Kind::kType, {{u"B"}, {}});
   EXPECT_EQ(Search(NameIs(u"*"), one_each, recorder), SearchOutcome::kNotEnough);
   auto none = NameIs(u"*");
   none.searchConsts = none.searchDeclares = none.searchTypes = false;
@@ -137,7 +136,7 @@ TEST(Search, KindsWithAtMostOneItemEachAreNotEnough) {
 
 TEST(Search, ANameWithoutAnItemStringIsSearchedAsOneWithAnEmptyOne) {
   Library library;
-  library[Kind::kConst].names = {u"A", u"B"};
+  library.SetItems(Kind::kConst, {{u"A", u"B"}, {}});
   SearchCriteria criteria;
   criteria.valueText = u"*";
   Recorder recorder;
@@ -165,8 +164,7 @@ TEST(SearchProgress, NeverGoesBeyondTheMaximum) {
   // Two kinds with two items each: the maximum is 2, the items are 4.
   Library library;
   for (const auto kind : {Kind::kConst, Kind::kType}) {
-    library[kind].names = {u"A", u"B"};
-    library[kind].items = {u"", u""};
+    library.SetItems(kind, {{u"A", u"B"}, {u"", u""}});
   }
   Recorder recorder;
   Search(NameIs(u"nothing"), library, recorder);

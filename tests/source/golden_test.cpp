@@ -62,8 +62,10 @@ TEST(Golden, Basket) {
 TEST(Golden, Export) {
   Library library;
   for (const auto& [kind, name, item] : kItems) {
-    library[kind].names.Add(name);
-    library[kind].items.Add(item);
+    auto lists = library[kind];
+    lists.names.Add(name);
+    lists.items.Add(item);
+    library.SetItems(kind, std::move(lists));
   }
   ExpectGolden("export.golden", ExportText(library));
 }

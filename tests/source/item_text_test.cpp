@@ -74,16 +74,13 @@ TEST(ExportText, AnEmptyLibraryGivesAnEmptyText) {
 
 TEST(ExportText, PutsConstantsThenProceduresThenRecordsIntoOneText) {
   Library library;
-  library[Kind::kType].names = {u"P", u"Q"};
-  library[Kind::kType].items = {u"\x0Cx", u"\x0Cy"};
-  library[Kind::kDeclare].names = {u"S"};
-  library[Kind::kDeclare].items = {u"\n\"l\""};
-  library[Kind::kConst].names = {u"A", u"B"};
-  library[Kind::kConst].items = {
-      u"\x0E"
-      u"1",
-      u"Long\x0E"
-      u"2"};
+  library.SetItems(Kind::kType, {{u"P", u"Q"}, {u"\x0Cx", u"\x0Cy"}});
+  library.SetItems(Kind::kDeclare, {{u"S"}, {u"\n\"l\""}});
+  library.SetItems(Kind::kConst, {{u"A", u"B"},
+                                  {u"\x0E"
+                                   u"1",
+                                   u"Long\x0E"
+                                   u"2"}});
   EXPECT_EQ(ExportText(library),
             u"Const A = 1\r\nConst B As Long = 2\r\nDeclare Sub S Lib \"l\"\r\n"
             u"Type P\r\n\tx\r\nEnd Type\r\nType Q\r\n\ty\r\nEnd Type");
@@ -91,8 +88,8 @@ TEST(ExportText, PutsConstantsThenProceduresThenRecordsIntoOneText) {
 
 TEST(ExportText, ANameWithoutAnItemStringIsWrittenWithAnEmptyOne) {
   Library library;
-  library[Kind::kConst].names = {u"A"};
-  library[Kind::kType].names = {u"P"};
+  library.SetItems(Kind::kConst, {{u"A"}, {}});
+  library.SetItems(Kind::kType, {{u"P"}, {}});
   EXPECT_EQ(ExportText(library), u"Const A = \r\nType P\r\nEnd Type");
 }
 

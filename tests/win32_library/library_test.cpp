@@ -81,7 +81,7 @@ class Win32LibraryFacts : public Win32Library {
 };
 
 TEST_F(Win32Library, HoldsEnoughOfEveryKind) {
-  EXPECT_EQ(library_.title, u"Win32 API");
+  EXPECT_EQ(library_.Title(), u"Win32 API");
   EXPECT_GE(rows_.declares.size(), 5000u);
   EXPECT_GE(rows_.constants.size(), 15000u);
   EXPECT_GE(rows_.types.size(), 1000u);
@@ -105,7 +105,7 @@ TEST_F(Win32Library, ExportsAndImportsByteForByte) {
   const ParsedItems parsed = ParseDeclarations(ReadSource(std::string_view(source)));
   EXPECT_THAT(parsed.skipped, IsEmpty());
   Library again;
-  again.title = library_.title;
+  again.SetTitle(library_.Title());
   MergeItems(again, parsed, Existing::kReplace);
   EXPECT_TRUE(LibraryBytes(again) == LibraryBytes(library_));
   EXPECT_TRUE(ExportText(again) == exported);
@@ -218,22 +218,23 @@ TEST_F(Win32LibraryFacts, AnotherLibraryIsFound) {
 
 TEST(SharedItemsCheck, FindsANameThatIsNotInTheLibrary) {
   Library library;
-  library[Kind::kConst] = {{u"A"}, {u"Long\u000eB + 1"}};
+  library.SetItems(Kind::kConst, {{u"A"}, {u"Long\u000eB + 1"}});
   EXPECT_THAT(CheckSharedItems(library), ElementsAre("A refers to B"));
 }
 
 TEST(NamesCheck, FindsIllegalNamesOfItemsParametersAndMembers) {
   Library library;
-  library[Kind::kConst] = {{u"A", u"a", u"Loop"}, {u"\u000e1", u"\u000e1", u"\u000e1"}};
-  library[Kind::kDeclare] = {{u"F"}, {u"\u000a\"x\" (ByVal n As Long, ByVal N As Long)"}};
-  library[Kind::kType] = {{u"T"}, {u"\u000ca As Long\u000da As Long"}};
+  library.SetItems(Kind::kConst, {{u"A", u"a", u"Loop"}, {u"\u000e1", u"\u000e1", u"\u000e1"}});
+  library.SetItems(Kind::kDeclare, {{u"F"}, {u"\u000a\"x\" (ByVal n As Long, ByVal N As Long)"}});
+  library.SetItems(Kind::kType, {{u"T"}, {u"\u000ca As Long\u000da As Long"}});
   EXPECT_THAT(CheckNamesAndLines(library, RowsOf(library)),
               ElementsAre("a is there twice", "Loop is no name", "F: parameter N", "T: member a"));
 }
 
 TEST(LinesCheck, FindsALineThatIsTooLong) {
   Library library;
-  library[Kind::kConst] = {{u"A"}, {u"String\u000e\"" + std::u16string(1000, u'x') + u"\""}};
+  library.SetItems(Kind::kConst,
+                   {{u"A"}, {u"String\u000e\"" + std::u16string(1000, u'x') + u"\""}});
   EXPECT_THAT(CheckNamesAndLines(library, RowsOf(library)),
               ElementsAre("A has a line that is too long"));
 }

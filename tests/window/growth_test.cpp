@@ -92,8 +92,8 @@ Counts GrowthByUse(const Repeated& use, int times, const Counts& system) {
 
 std::string LibraryTitled(std::u16string_view title) {
   Library library;
-  library.title = title;
-  auto& constants = library[Kind::kConst];
+  library.SetTitle(title);
+  KindLists constants;
   for (char16_t first = u'A'; first <= u'Z'; ++first) {
     for (char16_t second = u'A'; second <= u'Z'; ++second) {
       constants.names.Add(std::u16string{u'C', first, second});
@@ -102,6 +102,7 @@ std::string LibraryTitled(std::u16string_view title) {
           u"1");
     }
   }
+  library.SetItems(Kind::kConst, std::move(constants));
   return LibraryBytes(library);
 }
 

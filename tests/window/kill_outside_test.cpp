@@ -29,8 +29,8 @@ int WantedKills() {
 // Long enough that writing it takes some time.
 std::string LongLibrary(std::u16string_view title) {
   Library library;
-  library.title = title;
-  auto& constants = library[Kind::kConst];
+  library.SetTitle(title);
+  KindLists constants;
   for (int i = 0; i < kConstants; ++i) {
     std::string number = std::to_string(i);
     number.insert(0, 6 - number.size(), '0');
@@ -40,6 +40,7 @@ std::string LongLibrary(std::u16string_view title) {
         u"Long\x0e"
         u"1");
   }
+  library.SetItems(Kind::kConst, std::move(constants));
   return LibraryBytes(library);
 }
 

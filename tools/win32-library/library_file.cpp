@@ -51,7 +51,7 @@ std::expected<void, std::string> WriteLibrary(const Library& library, const std:
   if (!parsed.skipped.empty())
     return std::unexpected("the importer skips " + EncodeCodePage(parsed.skipped[0].text));
   declarium::Library made;
-  made.title = DecodeCodePage(title);
+  made.SetTitle(DecodeCodePage(title));
   MergeItems(made, parsed, Existing::kReplace);
   // What the library exports must be what went in: the rows are sorted as the importer sorts them.
   const std::string exported = EncodeCodePage(ExportText(made)) + "\r\n";

@@ -56,7 +56,7 @@ std::optional<Kind> KindSelector::SelectedKind() const {
 std::optional<ItemView> KindSelector::SelectedItem(Kind kind) const {
   const auto row = ListOf(kind).ListIndex();
   const auto& lists = library_[kind];
-  if (row < 0 || static_cast<std::size_t>(row) >= lists.names.size() || !library_.whole) {
+  if (row < 0 || static_cast<std::size_t>(row) >= lists.names.size() || !library_.IsWhole()) {
     return std::nullopt;
   }
   const auto index = static_cast<std::size_t>(row);

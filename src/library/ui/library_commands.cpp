@@ -70,7 +70,7 @@ void LibraryCommands::EnumDatabases() {
 }
 
 void LibraryCommands::SetDatabaseTitle(std::u16string_view title) {
-  library_.title = title;
+  library_.SetTitle(title);
   controls_.frmMain.SetCaption(CaptionOf(title));
 }
 
@@ -89,7 +89,7 @@ void LibraryCommands::LoadDatabase(const std::filesystem::path& path) {
 void LibraryCommands::Open(Library library) {
   library_ = std::move(library);
   if (!ShowLists()) return;
-  SetDatabaseTitle(std::u16string(library_.title));
+  SetDatabaseTitle(std::u16string(library_.Title()));
   last_title_.clear();
   ShowInCatalogue(library_.path);
   EnableDatabaseCommands(true);
@@ -103,7 +103,6 @@ void LibraryCommands::RefuseFaulty(const LibrarySections& sections,
   const auto old_path = library_.path;
   bool is_open = true;
   if (TakeNames(sections, library_)) {
-    library_.whole = false;
     library_.path = path;
     is_open = ShowLists();
   }
@@ -130,7 +129,7 @@ void LibraryCommands::ShowInCatalogue(const std::filesystem::path& path) {
   }
   const HeldFlag suppressed(suppress_click_);
   // A file changed by others since the catalogue was read has a title that no row shows.
-  if (!controls_.cmbDatabase.SetText(library_.title)) {
+  if (!controls_.cmbDatabase.SetText(library_.Title())) {
     controls_.cmbDatabase.SetListIndex(static_cast<int>(*row));
   }
 }
@@ -152,7 +151,7 @@ void LibraryCommands::LoadDatabaseByName(std::u16string_view title) {
 bool LibraryCommands::AskSaveChanges() {
   if (!library_.dirty) return true;
   const auto answer =
-      toolkit_.ShowMessage({Quoted(texts::kAskSaveBefore, library_.title, texts::kAskSaveBehind),
+      toolkit_.ShowMessage({Quoted(texts::kAskSaveBefore, library_.Title(), texts::kAskSaveBehind),
                             MessageButtons::kYesNoCancel, MessageIcon::kExclamation});
   if (answer == Answer::kYes) {
     mnuSave_Click();
@@ -222,7 +221,7 @@ void LibraryCommands::mnuOpen_Click() {
 
 // Whether the file may be replaced: nobody else has changed it, or the user wants it.
 bool LibraryCommands::MayReplace() {
-  if (!library_.whole || !library_.stamp || !HasChangedSince(*library_.stamp, library_.path)) {
+  if (!library_.IsWhole() || !library_.stamp || !HasChangedSince(*library_.stamp, library_.path)) {
     return true;
   }
   return toolkit_.ShowMessage({std::u16string(texts::kAskReplaceChanged), MessageButtons::kYesNo,
@@ -230,6 +229,7 @@ bool LibraryCommands::MayReplace() {
 }
 
 void LibraryCommands::WriteLibrary(const std::filesystem::path& path) {
+  kept_revision_.reset();
   const auto saved = SaveLibraryFile(saver_, library_, path);
   if (!TellSaved(toolkit_, saved)) return;
   library_.stamp = saved->stamp;
@@ -300,14 +300,17 @@ void LibraryCommands::OfferUnwritten() {
 }
 
 bool LibraryCommands::KeepUnsaved() {
-  if (!library_.dirty || !library_.whole || library_.path.empty() || !saver_.Kept().IsOn()) {
+  if (!library_.dirty || !library_.IsWhole() || library_.path.empty() || !saver_.Kept().IsOn()) {
     return false;
   }
-  return saver_.Kept().KeepBytes(library_.path, LibraryBytes(library_)).has_value();
+  if (kept_revision_ == library_.Revision()) return true;
+  if (!saver_.Kept().KeepBytes(library_.path, LibraryBytes(library_))) return false;
+  kept_revision_ = library_.Revision();
+  return true;
 }
 
 void LibraryCommands::mnuRename_Click() {
-  const auto title = AskTitle(texts::kAskNewTitle, library_.title);
+  const auto title = AskTitle(texts::kAskNewTitle, library_.Title());
   library_.dirty = true;  // a cancelled rename counts as a change too
   if (!title.empty()) SetDatabaseTitle(title);
 }
@@ -323,7 +326,7 @@ void LibraryCommands::mnuDeleteDbItem_Click() {
        MessageIcon::kExclamation, DefaultButton::kSecond});
   if (answer != Answer::kYes) return;
   if (const auto position = FindItemIndex(name, library_[*kind].names); position >= 0) {
-    RemoveItem(library_, *kind, static_cast<std::size_t>(position));
+    library_.RemoveItem(*kind, static_cast<std::size_t>(position));
   }
   library_.dirty = true;
   selector_.Refill();

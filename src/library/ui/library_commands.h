@@ -1,7 +1,9 @@
 // The catalogue combo box and the commands of the library menu.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -73,8 +75,9 @@ class LibraryCommands {
   // before unsaved changes are lost.
   void OpenVersion(const std::filesystem::path& path, std::string_view bytes);
 
-  // Keeps unsaved changes in the history, for a moment at which nobody can be asked. To be told at
-  // the next start.
+  // Keeps unsaved changes in the history, for a moment at which nobody can be asked; the same ones
+  // once, so that a failure that comes again and again does not push out the versions before it. To
+  // be told at the next start. Whether there are any and they are kept.
   bool KeepUnsaved();
 
   void cmbDatabase_Click();
@@ -111,6 +114,7 @@ class LibraryCommands {
   int last_row_ = -1;          // its row, to go back to when a switch is cancelled
   int loads_ = 0;
   bool suppress_click_ = false;
+  std::optional<std::uint64_t> kept_revision_;  // of the library, when it was kept unsaved
   bool save_refused_ = false;  // the user chose to keep what somebody else has written
 };
 

@@ -18,7 +18,7 @@ void ExportCommand::mnuExport_Click() {
   const auto file = toolkit_.ChooseFileToSave({.filter = std::u16string(texts::kModuleFilter)});
   if (!file) return;
   const HourglassPointer hourglass(toolkit_);
-  if (!library_.whole) return TellNotWhole(toolkit_);
+  if (!library_.IsWhole()) return TellNotWhole(toolkit_);
   WriteFileOrTell(toolkit_, saver_, PathOfName(*file), EncodeCodePage(ExportText(library_)));
 }
 

@@ -33,8 +33,10 @@ inline constexpr FormDefinition kMainForm = {
 
 inline void AddItem(Library& library, Kind kind, std::u16string_view name,
                     std::u16string_view item) {
-  library[kind].names.Add(name);
-  library[kind].items.Add(item);
+  auto lists = library[kind];
+  lists.names.Add(name);
+  lists.items.Add(item);
+  library.SetItems(kind, std::move(lists));
 }
 
 inline std::u16string ConstItem(std::u16string_view type, std::u16string_view value) {
@@ -164,14 +166,17 @@ class SearchDialogTest : public ::testing::Test {
 
 // Constants V0, V1 ... in the order of their names.
 inline Library LargeLibrary(int count) {
-  Library library;
+  KindLists constants;
   for (int i = 0; i < count; ++i) {
     std::u16string name = u"V0000000";
     for (int rest = i, digit = 7; rest > 0; rest /= 10, --digit) {
       name[static_cast<std::size_t>(digit)] = static_cast<char16_t>(u'0' + rest % 10);
     }
-    AddItem(library, Kind::kConst, name, ConstItem(u"Long", u"1"));
+    constants.names.Add(name);
+    constants.items.Add(ConstItem(u"Long", u"1"));
   }
+  Library library;
+  library.SetItems(Kind::kConst, std::move(constants));
   return library;
 }
 

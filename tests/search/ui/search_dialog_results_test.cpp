@@ -88,7 +88,7 @@ TEST_F(SearchResults, EscapeInTheListCloses) {
 }
 
 TEST_F(SearchResults, ClickingAnItemThatWasDeletedShowsNothing) {
-  RemoveItem(library_, Kind::kConst, 1);
+  library_.RemoveItem(Kind::kConst, 1);
   user_.ClickEntry(LV1(), 1);
   EXPECT_THAT(shown_, IsEmpty());
   user_.ClickEntry(LV1(), 5);

@@ -7,7 +7,7 @@ namespace {
 
 Library LibraryOf(std::u16string_view name) {
   Library library;
-  library[Kind::kType].names.Add(name);
+  library.SetItems(Kind::kType, {{name}, {u""}});
   return library;
 }
 
