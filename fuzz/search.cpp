@@ -8,6 +8,7 @@
 #include "library/item.h"
 #include "search/quick_find.h"
 #include "search/search_engine.h"
+#include "tests/support/full_text.h"
 #include "text/text.h"
 #include "vb/like.h"
 

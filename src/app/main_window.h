@@ -74,9 +74,10 @@ class MainWindow {
   void CodeModuleChanged() { basket_view_.SetCEI(); }
 
   [[nodiscard]] MainForm& Controls() noexcept { return form_; }
-  [[nodiscard]] const Library& OpenDatabase() const noexcept { return library_; }
 
  private:
+  friend class MainWindowProbe;  // of the tests
+
   void Form_Load();
   void Form_Resize();
   void Form_QueryUnload(QueryUnload& query);

@@ -73,8 +73,4 @@ class SearchReceiver {
 SearchOutcome Search(const SearchCriteria& criteria, const Library& library,
                      SearchReceiver& receiver);
 
-// A text as the full-text criterion sees it: lower case, trimmed, a blank at both ends, and blanks
-// for ".", ",", "(", ")" and "'". Line breaks stay.
-[[nodiscard]] std::u16string NormalizeFullText(std::u16string_view text);
-
 }  // namespace declarium

@@ -76,6 +76,8 @@ constexpr auto kFullTextUnit = [] {
   return is_blank;
 }();
 
+// A text as the full-text criterion sees it: lower case, trimmed, a blank at both ends, and blanks
+// for ".", ",", "(", ")" and "'". Line breaks stay.
 void NormalizeFullTextInto(std::u16string_view text, std::u16string& out) {
   text = Trim(text);
   out.resize(text.size() + 2);
@@ -87,12 +89,6 @@ void NormalizeFullTextInto(std::u16string_view text, std::u16string& out) {
 }
 
 }  // namespace
-
-std::u16string NormalizeFullText(std::u16string_view text) {
-  std::u16string normalized;
-  NormalizeFullTextInto(text, normalized);
-  return normalized;
-}
 
 SearchMatcher::SearchMatcher(const SearchCriteria& criteria)
     : name_(MakePattern(criteria.nameText, criteria.nameWhole)),

@@ -50,7 +50,7 @@ TEST_P(FirstLibrary, GivesTheTextThatThePageShows) {
   User().ClickToolbar(Form().Toolbar1, "copy");
   EXPECT_EQ(toolkit().ClipboardText(), blocks[1]);
   User().PressKey(Form().txtInput, 'S', {.control = true});
-  EXPECT_FALSE(window_->OpenDatabase().dirty);
+  EXPECT_FALSE(Opened().dirty);
 }
 
 INSTANTIATE_TEST_SUITE_P(Guide, FirstLibrary, testing::Values("sk", "en"));

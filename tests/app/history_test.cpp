@@ -77,7 +77,7 @@ TEST_F(WithHistory, ALibraryThatSomebodyElseChangedIsReplacedOnlyAfterAYes) {
   Save();
   EXPECT_THAT(Messages(), ElementsAre(kAskReplace));
   EXPECT_EQ(ReadFile("a.api"), theirs);
-  EXPECT_TRUE(window_->OpenDatabase().dirty);
+  EXPECT_TRUE(Opened().dirty);
   Script().AnswerMessage(Answer::kYes);
   Save();
   EXPECT_THAT(Kept("a.api"), ElementsAre("replaced " + theirs));
@@ -94,8 +94,8 @@ TEST_F(WithHistory, ANoToReplacingKeepsTheLibraryOpenWhenAnotherWasToBeOpened) {
   Script().AnswerMessage(Answer::kYes);  // save
   Script().AnswerMessage(Answer::kNo);   // but not over the other's
   User().ChooseRow(Form().cmbDatabase, 1);
-  EXPECT_EQ(window_->OpenDatabase().Title(), u"Mine");
-  EXPECT_TRUE(window_->OpenDatabase().dirty);
+  EXPECT_EQ(Opened().Title(), u"Mine");
+  EXPECT_TRUE(Opened().dirty);
 }
 
 TEST_F(WithHistory, ItsOwnSaveIsNotTakenForSomebodyElses) {
@@ -120,9 +120,9 @@ TEST_F(WithHistory, AnOlderVersionOpensAsALibraryWithUnsavedChanges) {
   });
   User().ChooseMenu(*Form().frmMain, "mnuRestore");
   EXPECT_TRUE(shown);
-  EXPECT_EQ(window_->OpenDatabase().Title(), u"Win");
-  EXPECT_EQ(window_->OpenDatabase().path, FileAt("a.api"));
-  EXPECT_TRUE(window_->OpenDatabase().dirty);
+  EXPECT_EQ(Opened().Title(), u"Win");
+  EXPECT_EQ(Opened().path, FileAt("a.api"));
+  EXPECT_TRUE(Opened().dirty);
   EXPECT_EQ(ReadFile("a.api"), saved);
   Save();
   EXPECT_EQ(ReadFile("a.api"), before_);
@@ -148,8 +148,8 @@ TEST_F(WithHistory, WhatCouldNotBeWrittenIsKeptToldAndOfferedAtTheNextStart) {
   Script().AnswerMessage(Answer::kYes);
   Open();
   EXPECT_THAT(Messages(), ElementsAre(BeginsWith(u"Tieto zmeny sa minule nedali zapísať.")));
-  EXPECT_EQ(window_->OpenDatabase().Title(), u"Unwritten");
-  EXPECT_TRUE(window_->OpenDatabase().dirty);
+  EXPECT_EQ(Opened().Title(), u"Unwritten");
+  EXPECT_TRUE(Opened().dirty);
   window_.reset();
   Open();
   EXPECT_TRUE(Messages().empty()) << "told once";
@@ -189,7 +189,7 @@ TEST_F(WithHistory, ALoadThatFailedHalfWayIsWrittenToNoFile) {
   Form().cmbDatabase.Clear();
   User().ChooseMenu(*Form().frmMain, "mnuOpen");
   EXPECT_EQ(Messages().back(), u"Neplatný formát databázy.");
-  EXPECT_FALSE(window_->OpenDatabase().IsWhole());
+  EXPECT_FALSE(Opened().IsWhole());
   Script().AnswerMessage(Answer::kYes);
   Confirm(1);
   User().Close(*Form().frmMain);

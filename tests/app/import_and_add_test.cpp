@@ -46,7 +46,7 @@ TEST_F(ImportAndAdd, ImportIntoAnEmptyLibraryAsksNothing) {
   Import("m.bas");
   EXPECT_TRUE(Messages().empty());
   EXPECT_EQ(RowsOf(Form().lstConst), (Rows{u"A", u"NEW_ONE"}));
-  EXPECT_TRUE(window_->OpenDatabase().dirty);
+  EXPECT_TRUE(Opened().dirty);
   EXPECT_EQ(toolkit_->Pointer(), MousePointer::kDefault);
 }
 
@@ -55,21 +55,21 @@ TEST_F(ImportAndAdd, YesKeepsTheOldItems) {
   EXPECT_EQ(Script().LastMessage(), (Message{u"Ponechať pôvodné položky?", MessageButtons::kYesNo,
                                              MessageIcon::kExclamation}));
   EXPECT_EQ(RowsOf(Form().lstConst), (Rows{u"A", u"B", u"MAX_PATH", u"NEW_ONE"}));
-  EXPECT_EQ(window_->OpenDatabase()[Kind::kType].names.size(), 2U);
+  EXPECT_EQ(Opened()[Kind::kType].names.size(), 2U);
 }
 
 TEST_F(ImportAndAdd, NoLeavesTheImportedItemsAlone) {
   Import("m.bas", Answer::kNo);
   EXPECT_EQ(RowsOf(Form().lstConst), (Rows{u"A", u"NEW_ONE"}));
-  EXPECT_TRUE(window_->OpenDatabase()[Kind::kType].names.empty());
+  EXPECT_TRUE(Opened()[Kind::kType].names.empty());
 }
 
 TEST_F(ImportAndAdd, NoWithAFileWithoutDeclarationsEmptiesTheLibrary) {
   WriteFile("none.txt", "");
   Import("none.txt", Answer::kNo);
-  EXPECT_FALSE(window_->OpenDatabase().HasItems());
+  EXPECT_FALSE(Opened().HasItems());
   EXPECT_EQ(Form().lstConst.RowCount(), 0);
-  EXPECT_TRUE(window_->OpenDatabase().dirty);
+  EXPECT_TRUE(Opened().dirty);
 }
 
 TEST_F(ImportAndAdd, AFileThatCannotBeReadIsReportedBeforeTheQuestion) {
@@ -84,7 +84,7 @@ TEST_F(ImportAndAdd, AFileThatCannotBeReadIsReportedBeforeTheQuestion) {
 TEST_F(ImportAndAdd, CancelledDialogChangesNothing) {
   Script().AnswerFile(std::nullopt);
   User().ChooseMenu(*Form().frmMain, "mnuImport");
-  EXPECT_FALSE(window_->OpenDatabase().dirty);
+  EXPECT_FALSE(Opened().dirty);
   const auto& asked = std::get<headless::OpenQuestion>(Script().AskedSoFar().back());
   EXPECT_EQ(asked.dialog.filter, u"Visual Basic Code Module|*.bas|Text files|*.txt");
 }
@@ -93,8 +93,8 @@ TEST_F(ImportAndAdd, AddKeepsTheExistingItemsAndAsksNothing) {
   Add(u"Const Z = 1\r\nDeclare Sub S Lib \"l\" ()\r\n", "Command1");
   EXPECT_TRUE(Messages().empty());
   EXPECT_EQ(RowsOf(Form().lstConst), (Rows{u"A", u"B", u"MAX_PATH", u"Z"}));
-  EXPECT_EQ(window_->OpenDatabase()[Kind::kDeclare].names.size(), 4U);
-  EXPECT_TRUE(window_->OpenDatabase().dirty);
+  EXPECT_EQ(Opened()[Kind::kDeclare].names.size(), 4U);
+  EXPECT_TRUE(Opened().dirty);
 }
 
 class UnevenSource : public ImportAndAdd {
@@ -126,20 +126,20 @@ TEST_F(UnevenSource, IsAskedAboutOnceWithThreeExamples) {
 TEST_F(UnevenSource, YesTakesItAsVisualBasicReadsIt) {
   ImportAnswering(Answer::kYes);
   EXPECT_EQ(RowsOf(Form().lstConst), (Rows{u"X", u"Y", u"Z"}));
-  EXPECT_EQ(window_->OpenDatabase()[Kind::kType].items[0], u"\u000Ca As Long");
-  EXPECT_TRUE(window_->OpenDatabase().dirty);
+  EXPECT_EQ(Opened()[Kind::kType].items[0], u"\u000Ca As Long");
+  EXPECT_TRUE(Opened().dirty);
 }
 
 TEST_F(UnevenSource, NoTakesItLiterally) {
   ImportAnswering(Answer::kNo);
   EXPECT_EQ(RowsOf(Form().lstConst), (Rows{u"Y"}));
-  EXPECT_TRUE(window_->OpenDatabase()[Kind::kType].items[0].contains(u"End Type"));
+  EXPECT_TRUE(Opened()[Kind::kType].items[0].contains(u"End Type"));
 }
 
 TEST_F(UnevenSource, CancelChangesNothing) {
   ImportAnswering(Answer::kCancel);
-  EXPECT_FALSE(window_->OpenDatabase().HasItems());
-  EXPECT_FALSE(window_->OpenDatabase().dirty);
+  EXPECT_FALSE(Opened().HasItems());
+  EXPECT_FALSE(Opened().dirty);
   EXPECT_EQ(toolkit_->Pointer(), MousePointer::kDefault);
 }
 
@@ -151,14 +151,14 @@ TEST_F(UnevenSource, InTheAddDialogIsAskedAboutToo) {
   });
   User().ChooseMenu(*Form().frmMain, "mnuAdd");
   EXPECT_EQ(Messages().size(), 1U);
-  EXPECT_EQ(window_->OpenDatabase()[Kind::kConst].items[0], u"\u000E1");
+  EXPECT_EQ(Opened()[Kind::kConst].items[0], u"\u000E1");
 }
 
 TEST_F(ImportAndAdd, AddOfAnEmptyTextAndCancelChangeNothing) {
   Add(u"", "Command1");
   Add(u"Const Z = 1", "Command2");
   EXPECT_EQ(RowsOf(Form().lstConst), (Rows{u"A", u"B", u"MAX_PATH"}));
-  EXPECT_FALSE(window_->OpenDatabase().dirty);
+  EXPECT_FALSE(Opened().dirty);
 }
 
 // Showing what was added handles pending events: here the dialog's end and another opening of it.
@@ -178,7 +178,7 @@ TEST_F(ImportAndAdd, ADialogOpenedWhileAnotherAddsIsAnother) {
 TEST_F(ImportAndAdd, AddOfTextWithoutDeclarationsStillCountsAsAChange) {
   Add(u"nothing here", "Command1");
   EXPECT_EQ(RowsOf(Form().lstConst), (Rows{u"A", u"B", u"MAX_PATH"}));
-  EXPECT_TRUE(window_->OpenDatabase().dirty);
+  EXPECT_TRUE(Opened().dirty);
 }
 
 TEST_F(ImportAndAdd, AddDialogStartsEmptyEachTimeWithItsTexts) {

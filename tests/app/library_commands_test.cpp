@@ -17,13 +17,13 @@ TEST_F(DatabaseCommandsTest, StartSelectsTheRememberedRowOnlyWhenItHasTheRemembe
   WriteSetting(*store_, setting::kLastDatabaseIndex, 1);
   WriteSetting(*store_, setting::kLastDatabaseName, u"Second");
   Open();
-  EXPECT_EQ(window_->OpenDatabase().path, FileAt("b.api"));
+  EXPECT_EQ(Opened().path, FileAt("b.api"));
 
   WriteSetting(*store_, setting::kLastDatabaseIndex, 0);
   WriteSetting(*store_, setting::kLastDatabaseName, u"first");
   window_.reset();
   Open();
-  EXPECT_TRUE(window_->OpenDatabase().path.empty()) << "the row has another title";
+  EXPECT_TRUE(Opened().path.empty()) << "the row has another title";
   EXPECT_EQ(RowsOf(Form().cmbDatabase), (Rows{u"First", u"Second"}));
   EXPECT_EQ(Form().cmbDatabase.ListIndex(), -1);
 }
@@ -32,7 +32,7 @@ TEST_F(DatabaseCommandsTest, StartSelectsTheFirstRowWhenNoneWasSelectedAtTheLast
   WriteWinLibrary("a.api", u"First");
   WriteSetting(*store_, setting::kLastDatabaseIndex, -1);
   Open();
-  EXPECT_EQ(window_->OpenDatabase().path, FileAt("a.api"));
+  EXPECT_EQ(Opened().path, FileAt("a.api"));
 }
 
 TEST_F(DatabaseCommandsTest, CommandLineFileIsOpenedInsteadOfTheRememberedRow) {
@@ -75,7 +75,7 @@ class WithTwoLibraries : public WindowTest {
   void MakeDirty() {
     Script().AnswerText(u"");
     User().ChooseMenu(*Form().frmMain, "mnuRename");
-    ASSERT_TRUE(window_->OpenDatabase().dirty);
+    ASSERT_TRUE(Opened().dirty);
   }
   // Whether the pointer has been the hourglass since this was last asked, and is none now.
   bool HourglassCameAndWent() {
@@ -152,7 +152,7 @@ TEST_F(WithTwoLibraries, CancelKeepsTheComboBoxOnThePreviousRow) {
   EXPECT_EQ(Messages(), (Rows{std::u16string(kAskSaveWin)}));
   EXPECT_EQ(Form().cmbDatabase.ListIndex(), 0);
   EXPECT_EQ(Form().frmMain->Caption(), u"Win - Declarium 3.0");
-  EXPECT_TRUE(window_->OpenDatabase().dirty);
+  EXPECT_TRUE(Opened().dirty);
 }
 
 TEST_F(WithTwoLibraries, SaveQuestionHasYesNoCancelAndTheExclamationIcon) {
@@ -168,7 +168,7 @@ TEST_F(WithTwoLibraries, NoLeavesTheChangedFlagSoTheNextSwitchAsksAboutTheNewLib
   MakeDirty();
   Script().AnswerMessage(Answer::kNo);
   User().ChooseRow(Form().cmbDatabase, 1);
-  EXPECT_TRUE(window_->OpenDatabase().dirty);
+  EXPECT_TRUE(Opened().dirty);
   Script().AnswerMessage(Answer::kNo);
   User().ChooseRow(Form().cmbDatabase, 0);
   EXPECT_EQ(Messages(),
@@ -181,7 +181,7 @@ TEST_F(WithTwoLibraries, YesSavesBeforeSwitching) {
   User().ChooseMenu(*Form().frmMain, "mnuDeleteDbItem");
   Script().AnswerMessage(Answer::kYes);
   User().ChooseRow(Form().cmbDatabase, 1);
-  EXPECT_FALSE(window_->OpenDatabase().dirty);
+  EXPECT_FALSE(Opened().dirty);
   User().ChooseRow(Form().cmbDatabase, 0);
   EXPECT_EQ(RowsOf(Form().lstConst), (Rows{u"B", u"MAX_PATH"}));
 }
@@ -207,7 +207,7 @@ TEST_F(WithTwoLibraries, SavingARenamedLibraryShowsItsTitleAndLoadsItAgainFromIt
   User().ChooseMenu(*Form().frmMain, "mnuRename");
   User().PressKey('S', {.control = true});
   EXPECT_EQ(RowsOf(Form().cmbDatabase), (Rows{u"Renamed", u"Other"}));
-  EXPECT_FALSE(window_->OpenDatabase().dirty);
+  EXPECT_FALSE(Opened().dirty);
   EXPECT_TRUE(ReadFile("a.api").starts_with("Renamed\x02"));
   EXPECT_EQ(RowsOf(Form().lstConst), (Rows{u"A", u"B", u"MAX_PATH"}));
   EXPECT_EQ(Form().lstConst.ListIndex(), -1) << "the list was filled again";
@@ -228,7 +228,7 @@ TEST_F(WithTwoLibraries, AFailedSaveIsShownAndStillClearsTheChangedFlag) {
   User().ChooseMenu(*Form().frmMain, "mnuSave");
   EXPECT_EQ(Script().LastMessage(),
             (Message{u"Chyba pri zápise do súboru.", MessageButtons::kOk, MessageIcon::kCritical}));
-  EXPECT_FALSE(window_->OpenDatabase().dirty);
+  EXPECT_FALSE(Opened().dirty);
 }
 
 TEST_F(WithTwoLibraries, SaveAsOffersTheLibrarysFileAndSwitchesToTheNewOne) {
@@ -239,8 +239,8 @@ TEST_F(WithTwoLibraries, SaveAsOffersTheLibrarysFileAndSwitchesToTheNewOne) {
   EXPECT_EQ(asked.dialog.file_name, FileAt("a.api").u16string());
   EXPECT_EQ(asked.dialog.filter, u"Api Database|*.api");
   EXPECT_TRUE(HourglassCameAndWent());
-  EXPECT_EQ(window_->OpenDatabase().path, FileAt("c.api"));
-  EXPECT_FALSE(window_->OpenDatabase().dirty);
+  EXPECT_EQ(Opened().path, FileAt("c.api"));
+  EXPECT_FALSE(Opened().dirty);
   EXPECT_EQ(RowsOf(Form().cmbDatabase), (Rows{u"Win", u"Other", u"Win"}));
 }
 
@@ -251,8 +251,8 @@ TEST_F(WithTwoLibraries, AFailedSaveAsIsShownAndStillSwitchesToTheNewFile) {
   Script().AnswerMessage(Answer::kOk);
   User().ChooseMenu(*Form().frmMain, "mnuSaveAs");
   EXPECT_EQ(Messages(), (Rows{u"Chyba pri zápise do súboru."}));
-  EXPECT_FALSE(window_->OpenDatabase().dirty);
-  EXPECT_EQ(window_->OpenDatabase().path, missing);
+  EXPECT_FALSE(Opened().dirty);
+  EXPECT_EQ(Opened().path, missing);
 }
 
 TEST_F(WithTwoLibraries, AfterASaveAsTheRestoredRowCanDenoteAnotherLibraryWhichIsLoaded) {
@@ -273,8 +273,8 @@ TEST_F(WithTwoLibraries, CancelledSaveAsChangesNothing) {
   MakeDirty();
   Script().AnswerFile(std::nullopt);
   User().ChooseMenu(*Form().frmMain, "mnuSaveAs");
-  EXPECT_TRUE(window_->OpenDatabase().dirty);
-  EXPECT_EQ(window_->OpenDatabase().path, FileAt("a.api"));
+  EXPECT_TRUE(Opened().dirty);
+  EXPECT_EQ(Opened().path, FileAt("a.api"));
 }
 
 TEST_F(WithTwoLibraries, NewAsksForTheTitleThenForTheFileAndOpensTheEmptyLibrary) {
@@ -302,7 +302,7 @@ TEST_F(WithTwoLibraries, ATitleThatNoFileCanHoldIsRefused) {
       User().ChooseMenu(*Form().frmMain, command);
       EXPECT_EQ(Messages(), (Rows{std::u16string(u"Názov databázy nemôže obsahovať znak s kódom ") +
                                   static_cast<char16_t>(u'0' + code) + u"."}));
-      EXPECT_EQ(window_->OpenDatabase().Title(), u"Win");
+      EXPECT_EQ(Opened().Title(), u"Win");
     }
   }
   EXPECT_EQ(RowsOf(Form().cmbDatabase), (Rows{u"Win", u"Other"}));
@@ -340,7 +340,7 @@ TEST_F(WithTwoLibraries, NewAndOpenStopWhenTheSaveQuestionIsCancelled) {
     User().ChooseMenu(*Form().frmMain, command);
     EXPECT_EQ(Messages(), (Rows{std::u16string(kAskSaveWin)})) << command;
   }
-  EXPECT_TRUE(window_->OpenDatabase().dirty);
+  EXPECT_TRUE(Opened().dirty);
 }
 
 TEST_F(WithTwoLibraries, ANewLibraryThatCannotBeWrittenIsReportedAndNotOpened) {
@@ -383,7 +383,7 @@ TEST_F(WithTwoLibraries, TwoFilesWithOneTitleShowTwoRowsAndEitherLoadsTheFirst) 
   ASSERT_EQ(RowsOf(Form().cmbDatabase), (Rows{u"Win", u"Other", u"Win"}));
   User().ChooseRow(Form().cmbDatabase, 1);
   User().ChooseRow(Form().cmbDatabase, 2);
-  EXPECT_EQ(window_->OpenDatabase().path, FileAt("a.api"));
+  EXPECT_EQ(Opened().path, FileAt("a.api"));
 }
 
 TEST_F(WithTwoLibraries, DeleteAsksWithNoAsTheDefaultAndNoKeepsTheItem) {
@@ -394,7 +394,7 @@ TEST_F(WithTwoLibraries, DeleteAsksWithNoAsTheDefaultAndNoKeepsTheItem) {
             (Message{u"Naozaj chcete natrvalo odtrániť položku 'B' z databázy?",
                      MessageButtons::kYesNo, MessageIcon::kExclamation, DefaultButton::kSecond}));
   EXPECT_EQ(Form().lstConst.RowCount(), 3);
-  EXPECT_FALSE(window_->OpenDatabase().dirty);
+  EXPECT_FALSE(Opened().dirty);
 }
 
 TEST_F(WithTwoLibraries, DeleteRemovesTheItemAndRefillsTheList) {
@@ -402,8 +402,8 @@ TEST_F(WithTwoLibraries, DeleteRemovesTheItemAndRefillsTheList) {
   Script().AnswerMessage(Answer::kYes);
   User().ChooseMenu(*Form().frmMain, "mnuDeleteDbItem");
   EXPECT_EQ(RowsOf(Form().lstConst), (Rows{u"A", u"MAX_PATH"}));
-  EXPECT_EQ(window_->OpenDatabase()[Kind::kConst].items.size(), 2U);
-  EXPECT_TRUE(window_->OpenDatabase().dirty);
+  EXPECT_EQ(Opened()[Kind::kConst].items.size(), 2U);
+  EXPECT_TRUE(Opened().dirty);
 }
 
 TEST_F(WithTwoLibraries, DeletingTheLastItemsLeavesTheKindEmpty) {
@@ -414,14 +414,14 @@ TEST_F(WithTwoLibraries, DeletingTheLastItemsLeavesTheKindEmpty) {
     User().ChooseMenu(*Form().frmMain, "mnuDeleteDbItem");
   }
   EXPECT_EQ(Form().lstType.RowCount(), 0);
-  EXPECT_TRUE(window_->OpenDatabase()[Kind::kType].names.empty());
+  EXPECT_TRUE(Opened()[Kind::kType].names.empty());
 }
 
 TEST_F(WithTwoLibraries, DeletingWithNothingSelectedAsksNothing) {
   User().PressKey(Form().lstConst, key::kDelete, {.control = true});
   Form().mnuDeleteDbItem.on_click.Raise();
   EXPECT_TRUE(Messages().empty());
-  EXPECT_FALSE(window_->OpenDatabase().dirty);
+  EXPECT_FALSE(Opened().dirty);
 }
 
 TEST_F(WithTwoLibraries, ControlDeleteInATextBoxDeletesAWordAndNoItem) {
@@ -464,7 +464,7 @@ TEST_F(WithTwoLibraries, AFaultyFileLeavesItsNamesButTheOldTitleAndPath) {
   User().ChooseMenu(*Form().frmMain, "mnuOpen");
   EXPECT_EQ(Messages(), (Rows{u"Neplatný formát databázy."}));
   EXPECT_EQ(Form().frmMain->Caption(), u"Win - Declarium 3.0");
-  EXPECT_EQ(window_->OpenDatabase().path, FileAt("a.api"));
+  EXPECT_EQ(Opened().path, FileAt("a.api"));
   EXPECT_EQ(RowsOf(Form().lstConst), (Rows{u"X"}));
   for (const MenuItem* entry : {&Form().mnuSave, &Form().mnuSaveAs, &Form().mnuImport,
                                 &Form().mnuExport, &Form().mnuAdd, &Form().mnuRename}) {

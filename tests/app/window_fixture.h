@@ -16,6 +16,14 @@
 
 namespace declarium {
 
+// Looks at what a window has and shows to nobody.
+class MainWindowProbe {
+ public:
+  [[nodiscard]] static const Library& LibraryOf(const MainWindow& window) {
+    return window.library_;
+  }
+};
+
 // The rows of a list, or the entries of a list view as "icon name".
 std::vector<std::u16string> RowsOf(const RowList& list);
 std::vector<std::u16string> EntriesOf(const ListView& list);
@@ -49,6 +57,7 @@ class WindowTest : public testing::Test {
   void Reopen();
 
   [[nodiscard]] MainForm& Form() { return window_->Controls(); }
+  [[nodiscard]] const Library& Opened() const { return MainWindowProbe::LibraryOf(*window_); }
   [[nodiscard]] Toolkit& toolkit() { return *toolkit_; }
   [[nodiscard]] headless::DialogScript& Script() { return toolkit_->Script(); }
   [[nodiscard]] headless::HeadlessUser& User() { return user_; }
