@@ -63,7 +63,7 @@ void Save(benchmark::State& state, Library library, const BenchmarkFiles& files)
   FileSaver saver(SystemFiles(), History(SystemFiles(), files.Output("history")));
   int round = 0;
   for (auto _ : state) {
-    library.title = u"Round " + FromUtf8(std::to_string(++round));
+    library.SetTitle(u"Round " + FromUtf8(std::to_string(++round)));
     if (!SaveLibraryFile(saver, library, path)) state.SkipWithError("cannot save");
   }
 }

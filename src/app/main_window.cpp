@@ -16,7 +16,7 @@ KindSelectorControls ForSelector(MainForm& f) {
           f.txtInput,    f.RTB,      f.txtFind,    f.lstFind};
 }
 
-DatabaseControls ForDatabase(MainForm& f) {
+LibraryControls ForLibraries(MainForm& f) {
   return {*f.frmMain, f.cmbDatabase,     f.Toolbar1,  f.mnuDatabase, f.mnuNew,    f.mnuOpen,
           f.mnuSave,  f.mnuSaveAs,       f.mnuRename, f.mnuRestore,  f.mnuImport, f.mnuExport,
           f.mnuAdd,   f.mnuDeleteDbItem, f.lstFind,   f.lstShare};
@@ -39,7 +39,7 @@ MainWindow::MainWindow(Toolkit& toolkit, SettingsStore& store, MainWindowOptions
       selector_(toolkit, library_, ForSelector(form_)),
       code_display_(form_.RTB, colors_),
       item_display_(code_display_, form_.lstShare),
-      commands_(toolkit, saver_, library_, selector_, ForDatabase(form_), options_.folder),
+      commands_(toolkit, saver_, library_, selector_, ForLibraries(form_), options_.folder),
       import_command_(toolkit, library_, selector_, form_.mnuImport),
       add_dialog_(toolkit, library_, selector_),
       export_command_(toolkit, saver_, library_, form_.mnuExport),

@@ -16,7 +16,7 @@ std::u16string LoweredName(const std::filesystem::path& path) {
 }
 
 template <class Predicate>
-std::optional<std::size_t> FindFirst(const DatabaseList& catalogue, Predicate predicate) {
+std::optional<std::size_t> FindFirst(const Catalogue& catalogue, Predicate predicate) {
   const auto found = std::ranges::find_if(catalogue, predicate);
   if (found == catalogue.end()) return std::nullopt;
   return static_cast<std::size_t>(found - catalogue.begin());
@@ -24,7 +24,7 @@ std::optional<std::size_t> FindFirst(const DatabaseList& catalogue, Predicate pr
 
 }  // namespace
 
-DatabaseList EnumDatabases(const std::filesystem::path& folder) {
+Catalogue EnumDatabases(const std::filesystem::path& folder) {
   std::vector<std::filesystem::path> files;
   for (auto& path : ListFolder(folder)) {
     if (LoweredName(path.filename()).ends_with(u".api") && StatusOf(path)) {
@@ -34,22 +34,21 @@ DatabaseList EnumDatabases(const std::filesystem::path& folder) {
   std::ranges::sort(files, {}, [](const auto& path) {
     return std::pair(LoweredName(path.filename()), path.native());
   });
-  DatabaseList catalogue;
-  for (const auto& path : files) catalogue.push_back({ReadDatabaseTitle(path), path});
+  Catalogue catalogue;
+  for (const auto& path : files) catalogue.push_back({ReadLibraryTitle(path), path});
   return catalogue;
 }
 
-std::optional<std::size_t> FindTitle(const DatabaseList& catalogue, std::u16string_view title) {
+std::optional<std::size_t> FindTitle(const Catalogue& catalogue, std::u16string_view title) {
   return FindFirst(catalogue, [&](const auto& entry) { return entry.title == title; });
 }
 
-std::optional<std::size_t> FindPath(const DatabaseList& catalogue,
-                                    const std::filesystem::path& path) {
+std::optional<std::size_t> FindPath(const Catalogue& catalogue, const std::filesystem::path& path) {
   return FindFirst(catalogue,
                    [&](const auto& entry) { return entry.path.native() == path.native(); });
 }
 
-std::optional<std::size_t> StartupRow(const DatabaseList& catalogue, int remembered_row,
+std::optional<std::size_t> StartupRow(const Catalogue& catalogue, int remembered_row,
                                       std::u16string_view remembered_title) {
   if (catalogue.empty()) return std::nullopt;
   if (remembered_row == -1) return 0;

@@ -33,7 +33,7 @@ std::expected<Saved, NotSaved> SaveLibraryFile(FileSaver& saver, const Library& 
   return saver.Save(path, bytes);
 }
 
-std::u16string ReadDatabaseTitle(const std::filesystem::path& path) {
+std::u16string ReadLibraryTitle(const std::filesystem::path& path) {
   const auto bytes = ReadFileUntil(path, static_cast<char>(kSectionSeparator), kLongestTitle);
   return bytes ? DecodeCodePage(*bytes) : std::u16string();
 }

@@ -24,6 +24,6 @@ namespace declarium {
 
 // The title of a library file, without reading the rest; empty when the file cannot be read or
 // holds no byte 2 in its first 64 KB.
-[[nodiscard]] std::u16string ReadDatabaseTitle(const std::filesystem::path& path);
+[[nodiscard]] std::u16string ReadLibraryTitle(const std::filesystem::path& path);
 
 }  // namespace declarium

@@ -27,7 +27,7 @@ inline constexpr std::u16string_view kLeftOver =
 inline constexpr std::u16string_view kAskOpenUnwritten =
     u"Tieto zmeny sa minule nedali zapísať. Otvoriť ich?";
 inline constexpr std::u16string_view kInvalidFormat = u"Neplatný formát databázy.";
-inline constexpr std::u16string_view kDatabaseFilter = u"Api Database|*.api";
+inline constexpr std::u16string_view kLibraryFilter = u"Api Database|*.api";
 inline constexpr std::u16string_view kModuleFilter =
     u"Visual Basic Code Module|*.bas|Text files|*.txt";
 inline constexpr std::u16string_view kSourceFilter =
@@ -104,7 +104,7 @@ inline constexpr std::u16string_view kTipSettings = u"Nastavenia...";
 
 // Names and tooltips of the main window's other controls
 inline constexpr std::u16string_view kNameToolbar = u"Panel nástrojov";
-inline constexpr std::u16string_view kNameDatabase = u"Databáza";
+inline constexpr std::u16string_view kNameLibrary = u"Databáza";
 inline constexpr std::u16string_view kNameSelector = u"Druh položiek";
 inline constexpr std::u16string_view kNameRange = u"Rozsah platnosti";
 inline constexpr std::u16string_view kNameInput = u"Začiatok názvu";

@@ -5,7 +5,7 @@
 namespace declarium {
 namespace {
 
-Library SomeDatabase() {
+Library SomeLibrary() {
   Library library;
   library.SetItems(Kind::kConst, {{u"A", u"B", u"LOOP", u"MAX"},
                                   {u"\x0E"
@@ -36,7 +36,7 @@ std::u16string Followed(const Library& library, Kind kind, std::u16string_view n
 }
 
 TEST(FollowSharedItems, GoesLevelByLevelThroughTheLibrary) {
-  EXPECT_EQ(Followed(SomeDatabase(), Kind::kDeclare, u"GetRect"),
+  EXPECT_EQ(Followed(SomeLibrary(), Kind::kDeclare, u"GetRect"),
             u"Type Inner 1 GetRect\n"
             u"Type Outer 1 GetRect\n"
             u"Const MAX 2 Inner\n"
@@ -46,16 +46,16 @@ TEST(FollowSharedItems, GoesLevelByLevelThroughTheLibrary) {
 }
 
 TEST(FollowSharedItems, AnItemThatRefersToItselfIsNotListed) {
-  EXPECT_EQ(Followed(SomeDatabase(), Kind::kConst, u"loop"), u"");
-  EXPECT_TRUE(Followed(SomeDatabase(), Kind::kType, u"Outer").starts_with(u"Type Inner 1 Outer\n"));
+  EXPECT_EQ(Followed(SomeLibrary(), Kind::kConst, u"loop"), u"");
+  EXPECT_TRUE(Followed(SomeLibrary(), Kind::kType, u"Outer").starts_with(u"Type Inner 1 Outer\n"));
 }
 
 TEST(FollowSharedItems, AnItemWithoutReferencesHasNone) {
-  EXPECT_EQ(Followed(SomeDatabase(), Kind::kConst, u"B"), u"");
+  EXPECT_EQ(Followed(SomeLibrary(), Kind::kConst, u"B"), u"");
 }
 
 TEST(FollowSharedItems, GivesTheLibrarysItem) {
-  const auto library = SomeDatabase();
+  const auto library = SomeLibrary();
   const auto references = FollowSharedItems(library, *FindItem(library, Kind::kType, u"Inner"));
   ASSERT_FALSE(references.empty());
   ASSERT_TRUE(references[0].found);

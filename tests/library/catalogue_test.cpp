@@ -9,7 +9,7 @@
 namespace declarium {
 namespace {
 
-std::vector<std::u16string> Titles(const DatabaseList& catalogue) {
+std::vector<std::u16string> Titles(const Catalogue& catalogue) {
   std::vector<std::u16string> titles;
   for (const auto& entry : catalogue) titles.push_back(entry.title);
   return titles;
@@ -69,7 +69,7 @@ TEST(Catalogue, AFolderThatCannotBeListedHasNone) {
   EXPECT_TRUE(EnumDatabases(folder.path()).empty());
 }
 
-DatabaseList SomeCatalogue() {
+Catalogue SomeCatalogue() {
   return {{u"Win", "/p/a.api"}, {u"Gdi", "/p/b.api"}, {u"Win", "/p/c.api"}};
 }
 

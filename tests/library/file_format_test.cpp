@@ -23,7 +23,7 @@ const std::string kWin =
     "1\0Long\x0E"
     "2\1\n\"kernel32\" ()\1"s;
 
-Library WinDatabase() {
+Library WinLibrary() {
   Library library;
   library.SetTitle(u"Win");
   library.SetItems(Kind::kConst, {{u"A", u"B"},
@@ -45,13 +45,13 @@ void ExpectSameContent(const Library& a, const Library& b) {
 
 TEST(FileFormat, ReadsSectionsKindsAndEntries) {
   const auto library = Parse(kWin);
-  ExpectSameContent(library, WinDatabase());
+  ExpectSameContent(library, WinLibrary());
   EXPECT_EQ(library.path, "some.api");
   EXPECT_FALSE(library.dirty);
 }
 
 TEST(FileFormat, WritesWhatItReads) {
-  EXPECT_EQ(LibraryBytes(WinDatabase()), kWin);
+  EXPECT_EQ(LibraryBytes(WinLibrary()), kWin);
 }
 
 TEST(FileFormat, ALibraryOfAnyLengthEndsWithItsLastEntry) {
@@ -132,22 +132,22 @@ TEST(FileFormat, BytesWithoutTwoSectionsAreNoLibrary) {
 }
 
 TEST(FileFormat, NamesAreTakenThoughTheItemsAreMissing) {
-  auto library = WinDatabase();
+  auto library = WinLibrary();
   const auto sections = CutIntoSections("T\2X\1Y");
   EXPECT_TRUE(TakeNames(sections, library));
   EXPECT_FALSE(TakeItems(sections, library));
   EXPECT_EQ(library[Kind::kConst].names, StringList({u"X"}));
   EXPECT_EQ(library[Kind::kDeclare].names, StringList({u"Y"}));
-  EXPECT_EQ(library[Kind::kConst].items, WinDatabase()[Kind::kConst].items);
+  EXPECT_EQ(library[Kind::kConst].items, WinLibrary()[Kind::kConst].items);
   EXPECT_EQ(library.Title(), u"Win");
 }
 
 TEST(FileFormat, WithoutNamesNothingIsTaken) {
-  auto library = WinDatabase();
+  auto library = WinLibrary();
   const auto sections = CutIntoSections("T");
   EXPECT_FALSE(TakeNames(sections, library));
   EXPECT_FALSE(TakeItems(sections, library));
-  ExpectSameContent(library, WinDatabase());
+  ExpectSameContent(library, WinLibrary());
 }
 
 TEST(FileFormat, AllOtherBytesLoadAndSaveThemselves) {

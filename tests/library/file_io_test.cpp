@@ -85,26 +85,26 @@ TEST(ReadFileUntil, AFileWithoutTheEndByteGivesNothing) {
   EXPECT_FALSE(ReadFileUntil(folder / "missing", '\2', 1000));
 }
 
-TEST(ReadDatabaseTitle, IsWhatStandsBeforeTheFirstByteTwo) {
+TEST(ReadLibraryTitle, IsWhatStandsBeforeTheFirstByteTwo) {
   const TemporaryFolder folder;
-  EXPECT_EQ(ReadDatabaseTitle(folder.Put("a", "N\xE1zov\2rest")), u"Názov");
-  EXPECT_EQ(ReadDatabaseTitle(folder.Put("b", std::string("a\0b\1c\2", 6))),
+  EXPECT_EQ(ReadLibraryTitle(folder.Put("a", "N\xE1zov\2rest")), u"Názov");
+  EXPECT_EQ(ReadLibraryTitle(folder.Put("b", std::string("a\0b\1c\2", 6))),
             std::u16string_view(u"a\0b\1c", 5));
 }
 
-TEST(ReadDatabaseTitle, IsEmptyWithoutByteTwoOrWithoutAFile) {
+TEST(ReadLibraryTitle, IsEmptyWithoutByteTwoOrWithoutAFile) {
   const TemporaryFolder folder;
-  EXPECT_EQ(ReadDatabaseTitle(folder.Put("a", "no separator")), u"");
-  EXPECT_EQ(ReadDatabaseTitle(folder / "missing"), u"");
-  EXPECT_EQ(ReadDatabaseTitle(folder.path()), u"");
+  EXPECT_EQ(ReadLibraryTitle(folder.Put("a", "no separator")), u"");
+  EXPECT_EQ(ReadLibraryTitle(folder / "missing"), u"");
+  EXPECT_EQ(ReadLibraryTitle(folder.path()), u"");
 }
 
-TEST(ReadDatabaseTitle, LooksAtNoMoreThan64KB) {
+TEST(ReadLibraryTitle, LooksAtNoMoreThan64KB) {
   const TemporaryFolder folder;
   constexpr std::size_t kLimit = 64 * 1024;
   const std::string title(kLimit - 1, 'x');
-  EXPECT_EQ(ReadDatabaseTitle(folder.Put("a", title + "\2")).size(), kLimit - 1);
-  EXPECT_EQ(ReadDatabaseTitle(folder.Put("b", title + "x\2")), u"");
+  EXPECT_EQ(ReadLibraryTitle(folder.Put("a", title + "\2")).size(), kLimit - 1);
+  EXPECT_EQ(ReadLibraryTitle(folder.Put("b", title + "x\2")), u"");
 }
 
 TEST(WriteWholeFile, CreatesTheFileAndLeavesNothingBesideIt) {

@@ -74,7 +74,7 @@ TEST(Item, AFurtherSeparatorEndsTheSecondField) {
             u"b");
 }
 
-Library SmallDatabase() {
+Library SmallLibrary() {
   Library library;
   library.SetItems(Kind::kConst, {{u"A", u"B"},
                                   {u"\x0E"
@@ -105,7 +105,7 @@ TEST(Library, HasItemsWhenAnyKindHas) {
 }
 
 TEST(Library, FindsAnItemWithItsStoredNameAndString) {
-  const auto library = SmallDatabase();
+  const auto library = SmallLibrary();
   const auto found = FindItem(library, Kind::kConst, u"b");
   ASSERT_TRUE(found);
   EXPECT_EQ(found->kind, Kind::kConst);
@@ -123,7 +123,7 @@ TEST(Library, ANameWithoutAnItemStringHasAnEmptyOne) {
 }
 
 TEST(Library, RemovingAnItemRemovesItFromBothLists) {
-  auto library = SmallDatabase();
+  auto library = SmallLibrary();
   library.RemoveItem(Kind::kConst, 0);
   EXPECT_EQ(library[Kind::kConst].names, StringList({u"B"}));
   EXPECT_EQ(library[Kind::kConst].items, StringList({u"\x0E"

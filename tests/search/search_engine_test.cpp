@@ -37,7 +37,7 @@ class Recorder : public SearchReceiver {
 using Numbers = std::vector<std::int32_t>;
 using Strings = std::vector<std::u16string>;
 
-Library SmallDatabase() {
+Library SmallLibrary() {
   Library library;
   library.SetItems(Kind::kConst, {{u"A", u"b"},
                                   {u"\x0E"
@@ -49,7 +49,7 @@ Library SmallDatabase() {
   return library;
 }
 
-Library ConstDatabase(int count) {
+Library ConstLibrary(int count) {
   KindLists constants;
   for (int i = 0; i < count; ++i) {
     constants.names.Add(u"N" + FromUtf8(std::to_string(i)));
@@ -69,7 +69,7 @@ SearchCriteria NameIs(std::u16string text) {
 
 TEST(Search, GoesThroughConstsDeclaresAndTypesInListOrder) {
   Recorder recorder;
-  EXPECT_EQ(Search(NameIs(u"*"), SmallDatabase(), recorder), SearchOutcome::kDone);
+  EXPECT_EQ(Search(NameIs(u"*"), SmallLibrary(), recorder), SearchOutcome::kDone);
   EXPECT_EQ(recorder.hits, (Strings{u"A/1", u"b/1", u"A/2", u"A/3", u"C/3"}));
   EXPECT_EQ(recorder.begins, (Numbers{2}));
   EXPECT_EQ(recorder.ends, 1);
@@ -80,12 +80,12 @@ TEST(Search, LooksAtTheCheckedKindsOnly) {
   criteria.searchConsts = false;
   criteria.searchDeclares = false;
   Recorder types;
-  EXPECT_EQ(Search(criteria, SmallDatabase(), types), SearchOutcome::kDone);
+  EXPECT_EQ(Search(criteria, SmallLibrary(), types), SearchOutcome::kDone);
   EXPECT_EQ(types.hits, (Strings{u"A/3", u"C/3"}));
   criteria.searchTypes = false;
   criteria.searchConsts = true;
   Recorder consts;
-  EXPECT_EQ(Search(criteria, SmallDatabase(), consts), SearchOutcome::kDone);
+  EXPECT_EQ(Search(criteria, SmallLibrary(), consts), SearchOutcome::kDone);
   EXPECT_EQ(consts.hits, (Strings{u"A/1", u"b/1"}));
 }
 
@@ -95,7 +95,7 @@ TEST(Search, ListsAnItemOnceThoughSeveralCriteriaHit) {
   criteria.argText = u"x";
   criteria.fullText = u"long";
   Recorder recorder;
-  EXPECT_EQ(Search(criteria, SmallDatabase(), recorder), SearchOutcome::kDone);
+  EXPECT_EQ(Search(criteria, SmallLibrary(), recorder), SearchOutcome::kDone);
   EXPECT_EQ(recorder.hits, (Strings{u"A/2", u"A/3"}));
 }
 
@@ -109,7 +109,7 @@ void ExpectUntouched(const Recorder& recorder) {
 
 TEST(Search, WithoutCriteriaNothingIsSearched) {
   Recorder recorder;
-  EXPECT_EQ(Search({}, SmallDatabase(), recorder), SearchOutcome::kNoCriteria);
+  EXPECT_EQ(Search({}, SmallLibrary(), recorder), SearchOutcome::kNoCriteria);
   ExpectUntouched(recorder);
 }
 
@@ -123,14 +123,14 @@ TEST(Search, KindsWithAtMostOneItemEachAreNotEnough) {
   EXPECT_EQ(Search(NameIs(u"*"), Library(), recorder), SearchOutcome::kNotEnough);
   auto declares = NameIs(u"*");
   declares.searchConsts = declares.searchTypes = false;
-  EXPECT_EQ(Search(declares, SmallDatabase(), recorder), SearchOutcome::kNotEnough);
+  EXPECT_EQ(Search(declares, SmallLibrary(), recorder), SearchOutcome::kNotEnough);
   Library one_each;
   one_each.SetItems(Kind::kConst, {{u"A"}, {}});
   one_each.SetItems(Kind::kType, {{u"B"}, {}});
   EXPECT_EQ(Search(NameIs(u"*"), one_each, recorder), SearchOutcome::kNotEnough);
   auto none = NameIs(u"*");
   none.searchConsts = none.searchDeclares = none.searchTypes = false;
-  EXPECT_EQ(Search(none, SmallDatabase(), recorder), SearchOutcome::kNotEnough);
+  EXPECT_EQ(Search(none, SmallLibrary(), recorder), SearchOutcome::kNotEnough);
   ExpectUntouched(recorder);
 }
 
@@ -146,14 +146,14 @@ TEST(Search, ANameWithoutAnItemStringIsSearchedAsOneWithAnEmptyOne) {
 
 TEST(SearchProgress, IsWrittenForEveryItemOfASmallSearch) {
   Recorder recorder;
-  Search(NameIs(u"nothing"), ConstDatabase(5), recorder);
+  Search(NameIs(u"nothing"), ConstLibrary(5), recorder);
   EXPECT_EQ(recorder.begins, (Numbers{4}));
   EXPECT_EQ(recorder.positions, (Numbers{0, 1, 2, 3, 4, 4}));
 }
 
 TEST(SearchProgress, IsWrittenAboutTwoHundredTimesInALargeSearch) {
   Recorder recorder;
-  Search(NameIs(u"nothing"), ConstDatabase(1001), recorder);
+  Search(NameIs(u"nothing"), ConstLibrary(1001), recorder);
   Numbers expected;
   for (int position = 0; position <= 1000; position += 5) expected.push_back(position);
   expected.push_back(1000);
@@ -174,11 +174,11 @@ TEST(SearchProgress, NeverGoesBeyondTheMaximum) {
 
 TEST(SearchCount, IsShownWhenItChangedAndMoreThanFiftyMillisecondsPassed) {
   Recorder slow(51);
-  Search(NameIs(u"*"), ConstDatabase(4), slow);
+  Search(NameIs(u"*"), ConstLibrary(4), slow);
   EXPECT_EQ(slow.counts, (Numbers{0, 1, 2, 3, 4}));
 
   Recorder at_the_limit(50, 0);
-  Search(NameIs(u"*"), ConstDatabase(4), at_the_limit);
+  Search(NameIs(u"*"), ConstLibrary(4), at_the_limit);
   EXPECT_EQ(at_the_limit.counts.front(), 0);
   EXPECT_EQ(at_the_limit.counts.back(), 4);
   EXPECT_EQ(at_the_limit.counts, (Numbers{0, 2, 4})) << "50 are not more than 50";
@@ -186,16 +186,16 @@ TEST(SearchCount, IsShownWhenItChangedAndMoreThanFiftyMillisecondsPassed) {
 
 TEST(SearchCount, OfAFastSearchIsShownAtTheStartAndAtTheEnd) {
   Recorder fast(0);
-  Search(NameIs(u"*"), ConstDatabase(100), fast);
+  Search(NameIs(u"*"), ConstLibrary(100), fast);
   EXPECT_EQ(fast.counts, (Numbers{0, 100}));
   Recorder without_hits(0);
-  Search(NameIs(u"nothing"), ConstDatabase(100), without_hits);
+  Search(NameIs(u"nothing"), ConstLibrary(100), without_hits);
   EXPECT_EQ(without_hits.counts, (Numbers{0}));
 }
 
 TEST(SearchCount, LivesThroughAClockThatWrapsAround) {
   Recorder recorder(60, 0xFFFFFFFFU - 100);
-  Search(NameIs(u"*"), ConstDatabase(4), recorder);
+  Search(NameIs(u"*"), ConstLibrary(4), recorder);
   EXPECT_EQ(recorder.counts, (Numbers{0, 1, 2, 3, 4}));
 }
 

@@ -9,7 +9,7 @@
 namespace declarium {
 
 [[nodiscard]] inline bool IsWhole(const Library& library) {
-  return std::ranges::all_of(library.lists, [](const KindLists& lists) {
+  return std::ranges::all_of(library.Lists(), [](const KindLists& lists) {
     return lists.names.size() == lists.items.size();
   });
 }
@@ -18,7 +18,7 @@ namespace declarium {
 [[nodiscard]] inline bool IsWholeContent(std::string_view bytes) {
   const auto library = ParseLibrary(bytes, {});
   if (!library) return false;
-  return bytes == EmptyLibraryBytes(library->title) ||
+  return bytes == EmptyLibraryBytes(library->Title()) ||
          (IsWhole(*library) && LibraryBytes(*library) == bytes);
 }
 

@@ -19,7 +19,7 @@ namespace declarium {
 namespace {
 
 FileDialog LibraryDialog() {
-  return {.filter = std::u16string(texts::kDatabaseFilter), .default_extension = u"api"};
+  return {.filter = std::u16string(texts::kLibraryFilter), .default_extension = u"api"};
 }
 
 std::u16string Quoted(std::u16string_view before, std::u16string_view name,
@@ -41,7 +41,7 @@ std::filesystem::path FileToRestore(const std::filesystem::path& path) {
 }  // namespace
 
 LibraryCommands::LibraryCommands(Toolkit& toolkit, FileSaver& saver, Library& library,
-                                 KindSelector& selector, const DatabaseControls& controls,
+                                 KindSelector& selector, const LibraryControls& controls,
                                  std::filesystem::path folder)
     : toolkit_(toolkit),
       saver_(saver),
@@ -92,7 +92,7 @@ void LibraryCommands::Open(Library library) {
   SetDatabaseTitle(std::u16string(library_.Title()));
   last_title_.clear();
   ShowInCatalogue(library_.path);
-  EnableDatabaseCommands(true);
+  EnableLibraryCommands(true);
   controls_.lstFind.Clear();
   controls_.lstShare.Clear();
 }
@@ -110,7 +110,7 @@ void LibraryCommands::RefuseFaulty(const LibrarySections& sections,
       {std::u16string(texts::kInvalidFormat), MessageButtons::kOk, MessageIcon::kCritical});
   if (!is_open) return;
   last_title_.clear();
-  EnableDatabaseCommands(false);
+  EnableLibraryCommands(false);
   library_.path = old_path;
   if (controls_.cmbDatabase.RowCount() > 0) controls_.cmbDatabase.SetListIndex(0);
 }
@@ -134,7 +134,7 @@ void LibraryCommands::ShowInCatalogue(const std::filesystem::path& path) {
   }
 }
 
-void LibraryCommands::EnableDatabaseCommands(bool enabled) {
+void LibraryCommands::EnableLibraryCommands(bool enabled) {
   controls_.Toolbar1.SetButtonEnabled("save", enabled);
   for (MenuItem* entry : {&controls_.mnuSave, &controls_.mnuSaveAs, &controls_.mnuImport,
                           &controls_.mnuExport, &controls_.mnuAdd, &controls_.mnuRename}) {

@@ -19,7 +19,7 @@
 
 namespace declarium {
 
-struct DatabaseControls {
+struct LibraryControls {
   Form& frmMain;
   ComboBox& cmbDatabase;
   Toolbar& Toolbar1;
@@ -43,7 +43,7 @@ class LibraryCommands {
   // `folder` is the program's folder, whose libraries make the catalogue. Everything given by
   // reference must outlive the commands.
   LibraryCommands(Toolkit& toolkit, FileSaver& saver, Library& library, KindSelector& selector,
-                  const DatabaseControls& controls, std::filesystem::path folder);
+                  const LibraryControls& controls, std::filesystem::path folder);
 
   // Looks after what killed savers left in the folder, and tells the user; then reads the catalogue
   // anew; the combo box keeps its row number, which loads the row's library
@@ -101,15 +101,15 @@ class LibraryCommands {
   // The title typed; empty when cancelled, and after a message when no file could hold it.
   [[nodiscard]] std::u16string AskTitle(std::u16string_view prompt, std::u16string_view initial);
   void ShowInCatalogue(const std::filesystem::path& path);
-  void EnableDatabaseCommands(bool enabled);
+  void EnableLibraryCommands(bool enabled);
 
   Toolkit& toolkit_;
   FileSaver& saver_;
   Library& library_;
   KindSelector& selector_;
-  DatabaseControls controls_;
+  LibraryControls controls_;
   std::filesystem::path folder_;
-  DatabaseList catalogue_;
+  Catalogue catalogue_;
   std::u16string last_title_;  // the title last switched to; empty after every load
   int last_row_ = -1;          // its row, to go back to when a switch is cancelled
   int loads_ = 0;
