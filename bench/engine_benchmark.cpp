@@ -1,7 +1,7 @@
 // Measures the engine on generated libraries, each figure beside its floor in the same run.
 //   engine_benchmark FOLDER TOOL LARGEST [--benchmark_... options]
 // FOLDER keeps the generated files, TOOL is the command-line tool; no library has more items than
-// LARGEST.
+// LARGEST. With a million of them source of ten million lines is read too.
 #include <algorithm>
 #include <benchmark/benchmark.h>
 #include <cstdio>
@@ -25,9 +25,13 @@
 #include "search/search_engine.h"
 #include "text/code_page.h"
 #include "text/text.h"
+#include "vb/module.h"
 
 namespace declarium::bench {
 namespace {
+
+constexpr std::size_t kLargestItems = 1'000'000;
+constexpr std::size_t kLargestLines = 10'000'000;
 
 enum class Flush { kNo, kYes };
 
@@ -36,7 +40,7 @@ Library Loaded(const std::filesystem::path& path) {
 }
 
 void Load(benchmark::State& state, const std::filesystem::path& path) {
-  for (auto _ : state) benchmark::DoNotOptimize(LoadLibraryFile(path)->lists[0].names.size());
+  for (auto _ : state) benchmark::DoNotOptimize(LoadLibraryFile(path)->Lists()[0].names.size());
 }
 
 // What no loader can do without: the bytes, and their text in one buffer that nothing clears first.
@@ -152,6 +156,12 @@ void SearchAll(benchmark::State& state, const Library& library, const SearchCrit
   state.counters["hits"] = static_cast<double>(receiver.hits);
 }
 
+// The text is decoded for each run: ten million lines are not to be kept beside the others.
+void ReadSource(benchmark::State& state, const std::filesystem::path& path) {
+  const auto text = DecodeCodePage(*ReadWholeFile(path));
+  for (auto _ : state) benchmark::DoNotOptimize(vb::ReadModule(text).lines);
+}
+
 template <typename Measure>
 void Register(const char* name, std::size_t size, Measure measure) {
   const auto full_name = std::string(name) + "/" + std::to_string(size);
@@ -187,6 +197,10 @@ void RegisterEngineBenchmarks(const BenchmarkFiles& files, std::size_t size) {
   Register("search_name", size, [=](auto& state) { SearchAll(state, *library, name_anywhere); });
 }
 
+void RegisterReading(const BenchmarkFiles& files, std::size_t lines) {
+  Register("read", lines, [path = files.Module(lines)](auto& state) { ReadSource(state, path); });
+}
+
 }  // namespace
 }  // namespace declarium::bench
 
@@ -205,10 +219,15 @@ int main(int argc, char** argv) {
   // otherwise a round would find the pages of the round before.
   mallopt(M_MMAP_THRESHOLD, 128 * 1024);
   benchmark::Initialize(&argc, argv + 3);
-  for (const std::size_t size : {1'000, 10'000, 100'000, 1'000'000}) {
+  for (const std::size_t size :
+       {std::size_t{1'000}, std::size_t{10'000}, kProcessItems, kLargestItems}) {
     if (size > largest) break;
     RegisterEngineBenchmarks(files, size);
-    if (size >= kProcessItems) RegisterProcessBenchmarks(files, tool, size);
+    if (size >= kProcessItems) {
+      RegisterProcessBenchmarks(files, tool, size);
+      RegisterReading(files, size);
+    }
   }
+  if (largest >= kLargestItems) RegisterReading(files, kLargestLines);
   benchmark::RunSpecifiedBenchmarks();
 }
