@@ -162,8 +162,8 @@ class Win32Backend : public Backend {
   void Resize(Form& form, Size outer) override {
     const auto& native = dynamic_cast<Win32Form&>(form);
     AwaitQuiet();
-    SetWindowPos(native.Window(), nullptr, 0, 0, ToDots(outer.width, native.Dpi()),
-                 ToDots(outer.height, native.Dpi()), SWP_NOMOVE | SWP_NOZORDER);
+    SetWindowPos(native.Window(), nullptr, 0, 0, ToPhysical(outer.width, native.Dpi()),
+                 ToPhysical(outer.height, native.Dpi()), SWP_NOMOVE | SWP_NOZORDER);
     toolkit_.ProcessPendingEvents();
   }
 
@@ -233,7 +233,7 @@ class Win32Backend : public Backend {
     const HWND window = WindowOf(box);
     const int dpi = Screens().WindowDpi(window);
     const HDC device = GetDC(window);
-    const COLORREF color = GetPixel(device, ToDots(at.x, dpi), ToDots(at.y, dpi));
+    const COLORREF color = GetPixel(device, ToPhysical(at.x, dpi), ToPhysical(at.y, dpi));
     ReleaseDC(window, device);
     return color;
   }
@@ -262,7 +262,7 @@ class Win32Backend : public Backend {
   void Send(Control& control, UINT message, WPARAM keys, Point at) {
     const HWND window = WindowOf(control);
     const int dpi = Screens().WindowDpi(window);
-    PostMessageW(window, message, keys, MAKELPARAM(ToDots(at.x, dpi), ToDots(at.y, dpi)));
+    PostMessageW(window, message, keys, MAKELPARAM(ToPhysical(at.x, dpi), ToPhysical(at.y, dpi)));
     toolkit_.ProcessPendingEvents();
   }
 

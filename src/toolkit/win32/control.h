@@ -28,19 +28,19 @@ class Win32Control : public Base, public Widget {
   [[nodiscard]] bool Visible() const override { return visible_; }
   void SetVisible(bool visible) override {
     visible_ = visible;
-    if (!visible) TheForm().PassFocusFrom(*this);
+    if (!visible) TheForm().Focus().PassFrom(*this);
     ShowWindow(Handle(), visible ? SW_SHOWNA : SW_HIDE);
   }
 
   [[nodiscard]] bool Enabled() const override { return enabled_; }
   void SetEnabled(bool enabled) override {
     enabled_ = enabled;
-    if (!enabled) TheForm().PassFocusFrom(*this);
+    if (!enabled) TheForm().Focus().PassFrom(*this);
     EnableWindow(Handle(), enabled);
   }
 
-  void SetFocus() override { TheForm().MoveFocus(*this); }
-  [[nodiscard]] bool HasFocus() const override { return TheForm().HasFocus(*this); }
+  void SetFocus() override { TheForm().Focus().MoveTo(*this); }
+  [[nodiscard]] bool HasFocus() const override { return TheForm().Focus().IsAt(*this); }
 
   void BringToFront() override {
     SetWindowPos(Handle(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
@@ -55,7 +55,7 @@ class Win32Control : public Base, public Widget {
   [[nodiscard]] std::u16string ToolTip() const override { return tool_tip_; }
   void SetToolTip(std::u16string_view text) override {
     tool_tip_ = text;
-    TheForm().SetToolTipOf(Handle(), tool_tip_);
+    TheForm().Tips().Set(Handle(), tool_tip_);
   }
 
  private:

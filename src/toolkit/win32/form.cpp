@@ -4,18 +4,13 @@
 #include <stdexcept>
 #include <utility>
 
-#include "toolkit/captioned.h"
 #include "toolkit/win32/captioned.h"
+#include "toolkit/win32/controls.h"
 #include "toolkit/win32/dpi.h"
-#include "toolkit/win32/list_view.h"
-#include "toolkit/win32/picture_box.h"
-#include "toolkit/win32/progress_bar.h"
-#include "toolkit/win32/rows.h"
 #include "toolkit/win32/scale.h"
-#include "toolkit/win32/text.h"
 #include "toolkit/win32/timer.h"
-#include "toolkit/win32/toolbar.h"
 #include "toolkit/win32/toolkit.h"
+#include "toolkit/win32/window_place.h"
 #include "win32/system.h"
 #include "win32/wide.h"
 
@@ -52,9 +47,10 @@ Win32Form::Win32Form(Win32Toolkit& toolkit, const FormDefinition& definition)
       border_(definition.border),
       start_(definition.start),
       minimum_size_(definition.minimum_size),
-      help_topic_(definition.help_topic),
       dpi_(Screens().SystemDpi()),
-      fonts_(dpi_) {
+      fonts_(dpi_),
+      focus_(*this),
+      keys_(*this, definition.help_topic) {
   CreateNativeWindow(definition);
   Build(definition);
   toolkit_.Register(*this);
@@ -76,7 +72,7 @@ void Win32Form::CreateNativeWindow(const FormDefinition& definition) {
   const BorderBits bits = BitsOf(definition.border);
   const std::u16string caption(definition.caption);
   menus_ = std::make_unique<MenuSet>(definition, components_);
-  const Size outer = OuterDots(definition.size);
+  const Size outer = OuterPhysical(definition.size);
   window_.Reset(CreateWindowExW(bits.extended, WindowClass(), Wide(caption), bits.style,
                                 CW_USEDEFAULT, CW_USEDEFAULT, outer.width, outer.height, nullptr,
                                 menus_->ReleaseBar(), GetModuleHandleW(nullptr), nullptr));
@@ -88,13 +84,13 @@ void Win32Form::CreateNativeWindow(const FormDefinition& definition) {
   if (dpi == dpi_) return;
   // The system has put the window on a screen that is not like the main one.
   ChangeResolution(dpi);
-  const Size fitting = OuterDots(definition.size);
-  SetOuterSize(fitting.width, fitting.height);
+  const Size fitting = OuterPhysical(definition.size);
+  SetOuterSize(Window(), fitting.width, fitting.height);
 }
 
-Size Win32Form::OuterDots(Size inner) const {
+Size Win32Form::OuterPhysical(Size inner) const {
   const BorderBits bits = BitsOf(border_);
-  RECT outer = ToDots(Rect{0, 0, inner.width, inner.height}, dpi_);
+  RECT outer = ToPhysical(Rect{0, 0, inner.width, inner.height}, dpi_);
   Screens().AddBorders(outer, bits.style, bits.extended, menus_->HasBar(), dpi_);
   return {static_cast<int>(outer.right - outer.left), static_cast<int>(outer.bottom - outer.top)};
 }
@@ -115,58 +111,23 @@ void Win32Form::SetIcons() {
   const UniqueIcon old_small =
       std::exchange(small_icon_, DrawIconPicture(Icon::kApplication, SmallIconSize(dpi_)));
   const UniqueIcon old_large =
-      std::exchange(large_icon_, DrawIconPicture(Icon::kApplication, ToDots(32, dpi_)));
+      std::exchange(large_icon_, DrawIconPicture(Icon::kApplication, ToPhysical(32, dpi_)));
   SendMessageW(Window(), WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(small_icon_.Get()));
   SendMessageW(Window(), WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(large_icon_.Get()));
 }
 
 void Win32Form::Build(const FormDefinition& definition) {
   for (const ControlDefinition& control : definition.controls) {
-    std::unique_ptr<Component> component = Make(control);
-    if (auto* made = dynamic_cast<Control*>(component.get())) tabs_.Append(control, *made);
+    std::unique_ptr<Component> component = MakeControl(*this, control, timers_.size() + 1);
+    if (auto* made = dynamic_cast<Control*>(component.get())) focus_.Tabs().Append(control, *made);
     if (auto* widget = dynamic_cast<Widget*>(component.get())) widgets_.push_back(widget);
+    if (auto* timer = dynamic_cast<Win32Timer*>(component.get())) timers_.push_back(timer);
     components_.push_back(std::move(component));
   }
   // Behind the controls that stand in it, wherever the table lists it.
   for (const auto& component : components_) {
     if (auto* frame = dynamic_cast<Win32Frame*>(component.get())) frame->SendToBack();
   }
-}
-
-std::unique_ptr<Component> Win32Form::Make(const ControlDefinition& definition) {
-  switch (definition.kind) {
-    case ControlKind::kLabel:
-      return std::make_unique<Win32Label>(*this, definition);
-    case ControlKind::kFrame:
-      return std::make_unique<Win32Frame>(*this, definition);
-    case ControlKind::kCommandButton:
-      return std::make_unique<Win32CommandButton>(*this, definition);
-    case ControlKind::kCheckBox:
-      return std::make_unique<Win32CheckBox>(*this, definition);
-    case ControlKind::kListBox:
-      return std::make_unique<Win32ListBox>(*this, definition);
-    case ControlKind::kComboBox:
-      return std::make_unique<Win32ComboBox>(*this, definition);
-    case ControlKind::kTextBox:
-    case ControlKind::kMultiLineTextBox:
-      return std::make_unique<Win32TextBox>(*this, definition);
-    case ControlKind::kRichText:
-      return std::make_unique<Win32RichText>(*this, definition);
-    case ControlKind::kListView:
-      return std::make_unique<Win32ListView>(*this, definition);
-    case ControlKind::kToolbar:
-      return std::make_unique<Win32Toolbar>(*this, definition);
-    case ControlKind::kPictureBox:
-      return std::make_unique<Win32PictureBox>(*this, definition);
-    case ControlKind::kProgressBar:
-      return std::make_unique<Win32ProgressBar>(*this, definition);
-    case ControlKind::kTimer: {
-      auto timer = std::make_unique<Win32Timer>(*this, definition, timers_.size() + 1);
-      timers_.push_back(timer.get());
-      return timer;
-    }
-  }
-  throw std::logic_error("unknown kind of control " + std::string(definition.name));
 }
 
 Component& Win32Form::Find(std::string_view name) const {
@@ -206,7 +167,9 @@ void Win32Form::Show(ShowMode mode, Form* owner) {
   visible_ = true;
   if (!shown_before_) {
     shown_before_ = true;
-    if (!placed_) ChoosePlace(before);
+    if (!placed_) {
+      ChoosePlace(Window(), start_, before && before->Visible() ? before->Window() : nullptr);
+    }
     last_inner_ = {-1, -1};
     RaiseResizeIfChanged();
   }
@@ -214,7 +177,7 @@ void Win32Form::Show(ShowMode mode, Form* owner) {
   if (!visible_) return;
   SetForegroundWindow(Window());
   toolkit_.FormActivated(*this);
-  TakeFocus();
+  focus_.Take();
   if (!modal) return;
   modal_ = &*modal;
   toolkit_.RunUntil([this] { return !visible_; });
@@ -223,9 +186,9 @@ void Win32Form::Show(ShowMode mode, Form* owner) {
 
 void Win32Form::Hide() {
   if (!visible_) return;
-  kept_command_ = NativeShowCommand();
+  kept_command_ = ShowCommandOf(Window());
   visible_ = false;
-  if (focus_ == toolkit_.FocusedControl()) toolkit_.ForgetFocus();
+  focus_.Forget();
   toolkit_.FormHidden(*this);
   // The release that a pressed control waits for would not arrive any more.
   if (IsChild(Window(), GetCapture())) ReleaseCapture();
@@ -241,7 +204,7 @@ void Win32Form::Close() {
   // A menu or a drag of this window would go on without it, and the program with them.
   if (visible_) SendMessageW(Window(), WM_CANCELMODE, 0, 0);
   Hide();
-  if (focus_ == toolkit_.FocusedControl()) toolkit_.ForgetFocus();
+  focus_.Forget();
   // Drivers must not find the windows of a form that is gone for the user.
   const HANDLE name = RemovePropW(Window(), L"Name");
   if (name) GlobalDeleteAtom(static_cast<ATOM>(reinterpret_cast<UINT_PTR>(name)));
@@ -275,108 +238,98 @@ void Win32Form::UpdateNativeEnabled() {
   EnableWindow(Window(), enabled_ && blocked_ == 0);
 }
 
-void Win32Form::MoveFocus(Control& control) {
-  if (!CanTakeFocus(control)) return;
-  focus_ = &control;
-  if (toolkit_.ActiveForm() != this) {
-    SetForegroundWindow(Window());
-    toolkit_.FormActivated(*this);
+int Win32Form::ScaleWidth() const {
+  return ToPixelsInside(InnerSize(Window()).width, dpi_);
+}
+
+int Win32Form::ScaleHeight() const {
+  return ToPixelsInside(InnerSize(Window()).height, dpi_);
+}
+
+int Win32Form::OuterWidth() const {
+  const RECT area = WindowRect(Window());
+  return ToPixels(area.right - area.left, dpi_);
+}
+
+int Win32Form::OuterHeight() const {
+  const RECT area = WindowRect(Window());
+  return ToPixels(area.bottom - area.top, dpi_);
+}
+
+void Win32Form::SetOuterWidth(int width) {
+  const RECT area = WindowRect(Window());
+  SetOuterSize(Window(), ToPhysical(width, dpi_), area.bottom - area.top);
+}
+
+void Win32Form::SetOuterHeight(int height) {
+  const RECT area = WindowRect(Window());
+  SetOuterSize(Window(), area.right - area.left, ToPhysical(height, dpi_));
+}
+
+void Win32Form::RaiseResizeIfChanged() {
+  const Size inner = InnerSize(Window());
+  if (inner == last_inner_) return;
+  last_inner_ = inner;
+  on_resize.Raise();
+}
+
+int Win32Form::CommandForShow() const {
+  // A window that was minimized before it was hidden is so still.
+  if (IsIconic(Window())) return SW_RESTORE;
+  if (visible_) return SW_SHOW;
+  return kept_command_ == ShowCommand::kHide ? SW_SHOWNORMAL : static_cast<int>(kept_command_);
+}
+
+Placement Win32Form::GetPlacement() const {
+  const RECT area = NormalPlace(Window());
+  return {.left = area.left,
+          .top = area.top,
+          .right = area.right,
+          .bottom = area.bottom,
+          .show = visible_ ? ShowCommandOf(Window()) : kept_command_};
+}
+
+void Win32Form::SetPlacement(const Placement& placement) {
+  placed_ = true;
+  kept_command_ = placement.show;
+  SetNormalPlace(Window(), placement, visible_ ? static_cast<UINT>(placement.show) : SW_HIDE);
+}
+
+void Win32Form::SetShowCommand(ShowCommand command) {
+  if (state_ == State::kUnloaded) return;
+  if (command == ShowCommand::kHide) {
+    Hide();
+  } else if (visible_) {
+    ShowWindow(Window(), static_cast<int>(command));
+  } else {
+    kept_command_ = command;
   }
-  TakeFocus();
 }
 
-bool Win32Form::CanTakeFocus(const Control& control) const {
-  return visible_ && enabled_ && control.Visible() && control.Enabled();
+void Win32Form::SetTopmost() {
+  win32::SetTopmost(Window());
 }
 
-void Win32Form::PassFocusFrom(const Control& control) {
-  if (focus_ != &control) return;
-  focus_ = tabs_.Next(&control);
-  if (toolkit_.FocusedControl() == &control) TakeFocus();
+void Win32Form::BringToTop() {
+  win32::BringToTop(Window());
 }
 
-bool Win32Form::HasFocus(const Control& control) const {
-  return visible_ && toolkit_.FocusedControl() == &control;
+void Win32Form::LockUpdate() {
+  if (locks_++ == 0) LockWindowUpdate(Window());
 }
 
-void Win32Form::FocusArrived(Control& control) {
-  focus_ = &control;
-  toolkit_.ControlFocused(&control);
+void Win32Form::UnlockUpdate() {
+  if (--locks_ == 0) LockWindowUpdate(nullptr);
 }
 
-void Win32Form::TakeFocus() {
-  if (!focus_) focus_ = tabs_.Next(nullptr);
-  Control* wanted = focus_;
-  if (auto* widget = dynamic_cast<Widget*>(wanted)) ::SetFocus(widget->Handle());
-  // The system gives no focus to a program that is not in the foreground; for the form's own
-  // bookkeeping the control has it all the same, and the system follows on activation.
-  if (focus_ == wanted) toolkit_.ControlFocused(wanted);
-}
-
-void Win32Form::MakeTips() {
-  tips_.Reset(CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP, 0,
-                              0, 0, 0, Window(), nullptr, GetModuleHandleW(nullptr), nullptr));
-}
-
-// The window of the tooltips hears every message of each control that has one, which would hold up
-// the form's first appearance.
-void Win32Form::PointerArrived() {
-  if (std::exchange(pointer_arrived_, true)) return;
-  for (const Widget* widget : widgets_) {
-    SetToolTipOf(widget->Handle(), widget->TheControl().ToolTip());
-  }
-}
-
-void Win32Form::SetToolTipOf(HWND control, const std::u16string& text) {
-  if (!pointer_arrived_) return;
-  if (!tips_) {
-    // A form without tooltips owns no window for them: owned windows keep a form from becoming
-    // topmost on some systems.
-    if (text.empty()) return;
-    MakeTips();
-  }
-  std::u16string shown = text;
-  TTTOOLINFOW info{};
-  info.cbSize = sizeof info;
-  info.uFlags = TTF_SUBCLASS | TTF_IDISHWND;
-  info.hwnd = Window();
-  info.uId = reinterpret_cast<UINT_PTR>(control);
-  SendMessageW(tips_.Get(), TTM_DELTOOLW, 0, reinterpret_cast<LPARAM>(&info));
-  info.lpszText = WideBuffer(shown);
-  if (!text.empty()) SendMessageW(tips_.Get(), TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&info));
-}
-
-POINT Win32Form::PopupPlace() const {
+Point Win32Form::CursorPosition() const {
   POINT at{};
   GetCursorPos(&at);
-  const auto* widget = dynamic_cast<const Widget*>(popup_at_);
-  if (!widget) return at;
-  RECT area{};
-  GetWindowRect(widget->Handle(), &area);
-  const int inset = ToDots(16, dpi_);
-  return {area.left + inset, area.top + inset};
-}
-
-void Win32Form::ContextMenuAskedFor(Control& control) {
-  popup_at_ = &control;
-  try {
-    control.on_context_menu.Raise();
-  } catch (...) {
-    popup_at_ = nullptr;
-    throw;
-  }
-  popup_at_ = nullptr;
+  return {ToPixels(at.x, dpi_), ToPixels(at.y, dpi_)};
 }
 
 void Win32Form::ShowPopupMenu(MenuItem& menu) {
-  auto& item = dynamic_cast<Win32MenuItem&>(menu);
-  if (!item.Opens()) return;
-  const POINT at = PopupPlace();
-  in_popup_ = true;
-  const BOOL chosen = TrackPopupMenuEx(item.Opens(), TPM_RETURNCMD | TPM_RIGHTBUTTON, at.x, at.y,
-                                       Window(), nullptr);
-  in_popup_ = false;
-  if (Win32MenuItem* entry = menus_->WithId(static_cast<UINT>(chosen))) entry->on_click.Raise();
+  popup_.Show(*this, dynamic_cast<Win32MenuItem&>(menu));
 }
 
 }  // namespace declarium::win32

@@ -10,10 +10,13 @@
 
 #include "toolkit/form.h"
 #include "toolkit/form_definition.h"
-#include "toolkit/tab_order.h"
 #include "toolkit/win32/fonts.h"
+#include "toolkit/win32/form_focus.h"
+#include "toolkit/win32/form_keys.h"
 #include "toolkit/win32/icons.h"
 #include "toolkit/win32/menu.h"
+#include "toolkit/win32/popup_menu.h"
+#include "toolkit/win32/tool_tips.h"
 #include "win32/system.h"
 #include "win32/unique_handle.h"
 
@@ -65,23 +68,14 @@ class Win32Form : public Form {
   [[nodiscard]] HIMAGELIST SmallPictures() const;
   [[nodiscard]] Win32Toolkit& TheToolkit() const { return toolkit_; }
   [[nodiscard]] const MenuSet& Menus() const { return *menus_; }
-  // Handles a keyboard message of this form's windows that is not for the focused control alone:
-  // shortcuts, tab, default and cancel buttons, access keys. False when it is.
-  bool TranslateKey(MSG& message);
   // The widget whose window this is, nullptr when it is none of this form's.
   [[nodiscard]] Widget* WidgetOf(HWND window) const;
-  void MoveFocus(Control& control);
-  void PassFocusFrom(const Control& control);
-  [[nodiscard]] bool HasFocus(const Control& control) const;
-  // The native focus came to the control.
-  void FocusArrived(Control& control);
-  // Gives the native focus to the control that had it last, or to the first tab stop.
-  void TakeFocus();
-  void SetToolTipOf(HWND control, const std::u16string& text);
-  // The pointer is over the form, so that a tooltip may be wanted from now on.
-  void PointerArrived();
-  // The keyboard asked for the control's popup menu.
-  void ContextMenuAskedFor(Control& control);
+  [[nodiscard]] const std::vector<Widget*>& Widgets() const { return widgets_; }
+  [[nodiscard]] FormFocus& Focus() { return focus_; }
+  [[nodiscard]] const FormFocus& Focus() const { return focus_; }
+  [[nodiscard]] FormKeys& Keys() { return keys_; }
+  [[nodiscard]] ToolTips& Tips() { return tips_; }
+  [[nodiscard]] PopupMenu& Popup() { return popup_; }
   // False while a modal form or dialog is open in front of this one. Input that is sent to its
   // windows all the same, by another program, is dropped then.
   [[nodiscard]] bool TakesInput() const { return IsWindowEnabled(Window()) != FALSE; }
@@ -110,28 +104,13 @@ class Win32Form : public Form {
   [[nodiscard]] std::optional<LRESULT> Answer(UINT message, WPARAM wparam, LPARAM lparam);
   void BringDialogForward() const;
   void Build(const FormDefinition& definition);
-  void MakeTips();
-  [[nodiscard]] std::unique_ptr<Component> Make(const ControlDefinition& definition);
   void SetIcons();
-  void ChoosePlace(const Form* owner);
   // The whole window around an inner area: pixels at 96 dpi to physical pixels.
-  [[nodiscard]] Size OuterDots(Size inner) const;
-  void SetOuterSize(int width, int height);
+  [[nodiscard]] Size OuterPhysical(Size inner) const;
   void RaiseResizeIfChanged();
-  // How the window is shown now.
-  [[nodiscard]] ShowCommand NativeShowCommand() const;
   // The command for ShowWindow with which Show shows the window.
   [[nodiscard]] int CommandForShow() const;
-  [[nodiscard]] bool CanTakeFocus(const Control& control) const;
-  bool PressShortcut(int key);
-  [[nodiscard]] bool PressToolbarShortcut(const Shortcut& shortcut) const;
-  bool PressHelpKey(int key);
-  bool PressTab();
-  bool PressButtonKey(int key);
-  void ClickFromKeyboard(Control& button);
   void UpdateNativeEnabled();
-  // Where a popup menu opens, in physical pixels of the screen.
-  [[nodiscard]] POINT PopupPlace() const;
 
   std::optional<LRESULT> OnCommand(WPARAM, LPARAM);
   std::optional<LRESULT> OnNotify(WPARAM, LPARAM);
@@ -153,33 +132,30 @@ class Win32Form : public Form {
   BorderStyle border_;
   StartPosition start_;
   Size minimum_size_;  // of the inner area
-  std::string_view help_topic_;
   int dpi_;
   Fonts fonts_;
   mutable UniqueImageList pictures_;
   UniqueIcon small_icon_;
   UniqueIcon large_icon_;
   UniqueWindow window_;
-  UniqueWindow tips_;
+  ToolTips tips_;
+  PopupMenu popup_;
   std::vector<std::unique_ptr<Component>> components_;
   std::vector<Widget*> widgets_;  // the components that have windows
   std::unique_ptr<MenuSet> menus_;
-  TabOrder tabs_;
+  FormFocus focus_;
+  FormKeys keys_;
   std::vector<Win32Timer*> timers_;
   State state_ = State::kCreated;
   bool visible_ = false;
   bool shown_before_ = false;
   bool placed_ = false;  // a place was set, so the first Show does not choose one
   bool enabled_ = true;
-  bool in_popup_ = false;
-  bool pointer_arrived_ = false;
-  const Control* popup_at_ = nullptr;  // where the keyboard asked for a popup menu
   int blocked_ = 0;
   int locks_ = 0;
   ModalScope* modal_ = nullptr;  // while this form is shown modally
   Size last_inner_;              // in physical pixels, when on_resize was raised last
   ShowCommand kept_command_ = ShowCommand::kNormal;  // of a hidden form, for its next Show
-  Control* focus_ = nullptr;
 };
 
 }  // namespace declarium::win32

@@ -1,4 +1,5 @@
-// The keys of a form that are not for the focused control alone.
+#include "toolkit/win32/form_keys.h"
+
 #include <algorithm>
 
 #include "toolkit/captioned.h"
@@ -18,9 +19,9 @@ bool IsHeld(int key) {
 
 }  // namespace
 
-bool Win32Form::TranslateKey(MSG& message) {
-  if (!visible_ || !TakesInput() || message.message < WM_KEYFIRST || message.message > WM_KEYLAST)
-    return false;
+bool FormKeys::Translate(MSG& message) {
+  if (!form_.Visible() || !form_.TakesInput()) return false;
+  if (message.message < WM_KEYFIRST || message.message > WM_KEYLAST) return false;
   if (message.message == WM_KEYDOWN || message.message == WM_SYSKEYDOWN) {
     const int key = static_cast<int>(message.wParam);
     if (PressShortcut(key) || PressHelpKey(key)) return true;
@@ -33,12 +34,13 @@ bool Win32Form::TranslateKey(MSG& message) {
   const bool dialog_char = message.wParam == VK_RETURN || message.wParam == VK_ESCAPE;
   if (plain_key || (message.message == WM_CHAR && dialog_char)) return false;
   // Access keys, with the Alt key or, on buttons, without it.
-  return IsDialogMessageW(Window(), &message) != FALSE;
+  return IsDialogMessageW(form_.Window(), &message) != FALSE;
 }
 
-bool Win32Form::PressShortcut(int key) {
-  if (dynamic_cast<TextBox*>(focus_) && TextBox::Edits(key, HeldModifiers())) return false;
-  Win32MenuItem* item = menus_->WithShortcut(key, HeldModifiers());
+bool FormKeys::PressShortcut(int key) {
+  if (dynamic_cast<TextBox*>(form_.Focus().Current()) && TextBox::Edits(key, HeldModifiers()))
+    return false;
+  Win32MenuItem* item = form_.Menus().WithShortcut(key, HeldModifiers());
   if (!item) return PressToolbarShortcut({key, HeldModifiers()});
   for (Win32MenuItem* above = item->Parent(); above; above = above->Parent()) {
     if (!above->Enabled()) return true;
@@ -48,21 +50,23 @@ bool Win32Form::PressShortcut(int key) {
   return true;
 }
 
-bool Win32Form::PressToolbarShortcut(const Shortcut& shortcut) const {
-  return std::ranges::any_of(components_, [&](const auto& component) {
-    const auto* toolbar = dynamic_cast<const Win32Toolbar*>(component.get());
+bool FormKeys::PressToolbarShortcut(const Shortcut& shortcut) const {
+  return std::ranges::any_of(form_.Widgets(), [&](const Widget* widget) {
+    const auto* toolbar = dynamic_cast<const Win32Toolbar*>(widget);
     return toolbar && toolbar->PressShortcut(shortcut);
   });
 }
 
-bool Win32Form::PressHelpKey(int key) {
+bool FormKeys::PressHelpKey(int key) {
   if (key != VK_F1 || HeldModifiers() != Modifiers()) return false;
-  toolkit_.on_help.Raise(help_topic_);
+  form_.TheToolkit().on_help.Raise(help_topic_);
   return true;
 }
 
-bool Win32Form::PressTab() {
-  Control* next = IsHeld(VK_SHIFT) ? tabs_.Previous(focus_) : tabs_.Next(focus_);
+bool FormKeys::PressTab() {
+  const auto& focus = form_.Focus();
+  Control* next = IsHeld(VK_SHIFT) ? focus.Tabs().Previous(focus.Current())
+                                   : focus.Tabs().Next(focus.Current());
   if (!next) return true;
   next->SetFocus();
   // As in dialogs: the text of a box that was reached by the tab key is selected.
@@ -71,21 +75,23 @@ bool Win32Form::PressTab() {
   return true;
 }
 
-bool Win32Form::PressButtonKey(int key) {
+bool FormKeys::PressButtonKey(int key) {
+  const TabOrder& tabs = form_.Focus().Tabs();
+  Control* focused = form_.Focus().Current();
   Control* button = nullptr;
   if (key == VK_ESCAPE) {
-    button = tabs_.WithRole(ButtonRole::kCancel);
+    button = tabs.WithRole(ButtonRole::kCancel);
   } else {
-    button = dynamic_cast<CommandButton*>(focus_);
-    const bool takes_enter = focus_ && tabs_.TakesEnter(*focus_);
-    if (!button && !takes_enter) button = tabs_.WithRole(ButtonRole::kDefault);
+    button = dynamic_cast<CommandButton*>(focused);
+    const bool takes_enter = focused && tabs.TakesEnter(*focused);
+    if (!button && !takes_enter) button = tabs.WithRole(ButtonRole::kDefault);
   }
   if (!button) return false;
-  ClickFromKeyboard(*button);
+  Click(*button);
   return true;
 }
 
-void Win32Form::ClickFromKeyboard(Control& button) {
+void FormKeys::Click(Control& button) {
   if (!button.Visible() || !button.Enabled()) return;
   button.SetFocus();
   dynamic_cast<CommandButton&>(button).on_click.Raise();

@@ -44,7 +44,7 @@ const wchar_t* Win32Form::WindowClass() {
     native.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     // Of the class rather than of each window, which would have to notify the window manager.
     const int dpi = Screens().SystemDpi();
-    static const UniqueIcon large = DrawIconPicture(Icon::kApplication, ToDots(32, dpi));
+    static const UniqueIcon large = DrawIconPicture(Icon::kApplication, ToPhysical(32, dpi));
     static const UniqueIcon small = DrawIconPicture(Icon::kApplication, SmallIconSize(dpi));
     native.hIcon = large.Get();
     native.hIconSm = small.Get();
@@ -102,7 +102,7 @@ std::optional<LRESULT> Win32Form::OnSize(WPARAM wparam, LPARAM) {
 
 std::optional<LRESULT> Win32Form::OnGetMinMaxInfo(WPARAM, LPARAM lparam) {
   if (minimum_size_ == Size{}) return std::nullopt;
-  const Size outer = OuterDots(minimum_size_);
+  const Size outer = OuterPhysical(minimum_size_);
   reinterpret_cast<MINMAXINFO*>(lparam)->ptMinTrackSize = {outer.width, outer.height};
   return 0;
 }
@@ -110,12 +110,12 @@ std::optional<LRESULT> Win32Form::OnGetMinMaxInfo(WPARAM, LPARAM lparam) {
 std::optional<LRESULT> Win32Form::OnActivate(WPARAM wparam, LPARAM) {
   if (LOWORD(wparam) == WA_INACTIVE || HIWORD(wparam) != 0 || !visible_) return 0;
   toolkit_.FormActivated(*this);
-  if (visible_) TakeFocus();
+  if (visible_) focus_.Take();
   return 0;
 }
 
 std::optional<LRESULT> Win32Form::OnSetFocus(WPARAM, LPARAM) {
-  if (visible_) TakeFocus();
+  if (visible_) focus_.Take();
   return 0;
 }
 
@@ -151,7 +151,7 @@ std::optional<LRESULT> Win32Form::OnTimer(WPARAM wparam, LPARAM) {
 }
 
 std::optional<LRESULT> Win32Form::OnInitMenuPopup(WPARAM wparam, LPARAM lparam) {
-  if (in_popup_ || HIWORD(lparam) != 0) return 0;
+  if (popup_.IsOpen() || HIWORD(lparam) != 0) return 0;
   if (Win32MenuItem* item = menus_->Opening(reinterpret_cast<HMENU>(wparam))) {
     item->on_click.Raise();
   }

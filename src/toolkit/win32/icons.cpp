@@ -248,10 +248,10 @@ UniqueBitmap DrawBitmap(Icon icon, int size, Look look) {
   if (!bitmap) return bitmap;
   const std::vector<Shape> shapes = Fit(ShapesOf(icon), size);
   const float step = 16.0F / static_cast<float>(size);
-  auto* dots = static_cast<std::uint32_t*>(bits);
+  auto* pixels = static_cast<std::uint32_t*>(bits);
   for (int y = 0; y < size; ++y) {
     for (int x = 0; x < size; ++x) {
-      *dots++ =
+      *pixels++ =
           Sample(shapes, static_cast<float>(x) * step, static_cast<float>(y) * step, step, look);
     }
   }

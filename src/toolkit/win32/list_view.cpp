@@ -27,7 +27,7 @@ Win32ListView::Win32ListView(Win32Form& form, const ControlDefinition& definitio
   column_width_ = definition.bounds.width - 20;
   LVCOLUMNW column{};
   column.mask = LVCF_WIDTH;
-  column.cx = ToDots(column_width_, Dpi());
+  column.cx = ToPhysical(column_width_, Dpi());
   Send(LVM_INSERTCOLUMNW, 0, reinterpret_cast<LPARAM>(&column));
   Send(LVM_SETEXTENDEDLISTVIEWSTYLE, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER,
        LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER);
@@ -126,7 +126,7 @@ void Win32ListView::EnsureVisible(int position) {
 int Win32ListView::HitTest(Point at) const {
   Synchronize();
   LVHITTESTINFO info{};
-  info.pt = {ToDots(at.x, Dpi()), ToDots(at.y, Dpi())};
+  info.pt = {ToPhysical(at.x, Dpi()), ToPhysical(at.y, Dpi())};
   const int item = static_cast<int>(Send(LVM_HITTEST, 0, reinterpret_cast<LPARAM>(&info)));
   return item < 0 || (info.flags & LVHT_ONITEM) == 0 ? -1 : item + 1;
 }
@@ -138,7 +138,7 @@ void Win32ListView::SetColumnWidth(int width) {
 }
 
 void Win32ListView::ShowColumnWidth() {
-  Send(LVM_SETCOLUMNWIDTH, 0, ToDots(column_width_, Dpi()));
+  Send(LVM_SETCOLUMNWIDTH, 0, ToPhysical(column_width_, Dpi()));
 }
 
 void Win32ListView::Refresh() {
@@ -224,36 +224,36 @@ std::optional<LRESULT> Win32ListView::OnMessage(UINT message, WPARAM wparam, LPA
   return Win32Control::OnMessage(message, wparam, lparam);
 }
 
-void Win32ListView::Press(MouseButton button, WPARAM keys, LPARAM dots) {
+void Win32ListView::Press(MouseButton button, WPARAM keys, LPARAM place) {
   SetFocus();
-  const MouseEvent event = MouseEventOf(button, keys, dots);
+  const MouseEvent event = MouseEventOf(button, keys, place);
   const int position = HitTest(event.at);
   if (position > 0) {
     Select(position);
     on_item_click.Raise(position);
   }
   pressed_ = button == MouseButton::kLeft ? position : -1;
-  pressed_at_ = {GET_X_LPARAM(dots), GET_Y_LPARAM(dots)};
+  pressed_at_ = {GET_X_LPARAM(place), GET_Y_LPARAM(place)};
   on_mouse_down.Raise(event);
   // From here on, since a quick hand has left the list before the first notification of a move.
   if (pressed_ > 0 && drag_target_) SetCapture(Handle());
 }
 
-void Win32ListView::FollowDrag(LPARAM dots) {
+void Win32ListView::FollowDrag(LPARAM place) {
   if (pressed_ < 1 || !drag_target_ || dragging_ || GetKeyState(VK_LBUTTON) >= 0) return;
-  const bool moved = std::abs(GET_X_LPARAM(dots) - pressed_at_.x) > GetSystemMetrics(SM_CXDRAG) ||
-                     std::abs(GET_Y_LPARAM(dots) - pressed_at_.y) > GetSystemMetrics(SM_CYDRAG);
+  const bool moved = std::abs(GET_X_LPARAM(place) - pressed_at_.x) > GetSystemMetrics(SM_CXDRAG) ||
+                     std::abs(GET_Y_LPARAM(place) - pressed_at_.y) > GetSystemMetrics(SM_CYDRAG);
   if (!moved) return;
   dragging_ = true;
   SetCursor(LoadCursorW(nullptr, IDC_HAND));
 }
 
-void Win32ListView::EndDrag(LPARAM dots) {
+void Win32ListView::EndDrag(LPARAM place) {
   const int position = std::exchange(pressed_, -1);
   const bool was_dragging = std::exchange(dragging_, false);
   if (GetCapture() == Handle()) ReleaseCapture();
   if (!was_dragging) return;
-  POINT at{GET_X_LPARAM(dots), GET_Y_LPARAM(dots)};
+  POINT at{GET_X_LPARAM(place), GET_Y_LPARAM(place)};
   ClientToScreen(Handle(), &at);
   const HWND under = WindowFromPoint(at);
   const Widget* widget = TheForm().WidgetOf(under);

@@ -33,9 +33,9 @@ class Win32ListView : public Win32Control<ListView> {
 
  private:
   std::optional<LRESULT> OnMessage(UINT message, WPARAM wparam, LPARAM lparam) override;
-  void Press(MouseButton button, WPARAM keys, LPARAM dots);
-  void FollowDrag(LPARAM dots);
-  void EndDrag(LPARAM dots);
+  void Press(MouseButton button, WPARAM keys, LPARAM place);
+  void FollowDrag(LPARAM place);
+  void EndDrag(LPARAM place);
   void GiveText(NMLVDISPINFOW& info) const;
   [[nodiscard]] LRESULT FindBeginning(const NMLVFINDITEMW& wanted) const;
   void ItemChanged(const NMLISTVIEW& change);

@@ -54,14 +54,14 @@ class Selection {
 }  // namespace
 
 void DeviceCanvas::Fill(const Rect& area, Color color) {
-  const RECT dots = ToDots(area, dpi_);
+  const RECT physical = ToPhysical(area, dpi_);
   const UniqueBrush brush(CreateSolidBrush(ToColorRef(color)));
-  FillRect(device_, &dots, brush.Get());
+  FillRect(device_, &physical, brush.Get());
 }
 
 void DeviceCanvas::Invert(const Rect& area) {
-  const RECT dots = ToDots(area, dpi_);
-  InvertRect(device_, &dots);
+  const RECT physical = ToPhysical(area, dpi_);
+  InvertRect(device_, &physical);
 }
 
 void DeviceCanvas::WriteText(const Rect& area, std::u16string_view text, FontRole font, Color color,
@@ -71,7 +71,7 @@ void DeviceCanvas::WriteText(const Rect& area, std::u16string_view text, FontRol
   SetBkMode(device_, TRANSPARENT);
   SetTextColor(device_, ToColorRef(color));
   const UINT flags = DT_NOPREFIX | (alignment == Alignment::kCentre ? DT_CENTER : DT_LEFT);
-  const RECT whole = ToDots(area, dpi_);
+  const RECT whole = ToPhysical(area, dpi_);
   RECT needed = whole;
   DrawTextW(device_, Wide(terminated), -1, &needed, flags | DT_CALCRECT);
   RECT place = whole;
@@ -80,12 +80,12 @@ void DeviceCanvas::WriteText(const Rect& area, std::u16string_view text, FontRol
 }
 
 void DeviceCanvas::DrawPicture(const Rect& area, Icon icon) {
-  const RECT dots = ToDots(area, dpi_);
-  const LONG size = std::min(dots.right - dots.left, dots.bottom - dots.top);
+  const RECT physical = ToPhysical(area, dpi_);
+  const LONG size = std::min(physical.right - physical.left, physical.bottom - physical.top);
   const UniqueIcon picture = DrawIconPicture(icon, size);
-  DrawIconEx(device_, dots.left + (dots.right - dots.left - size) / 2,
-             dots.top + (dots.bottom - dots.top - size) / 2, picture.Get(), size, size, 0, nullptr,
-             DI_NORMAL);
+  DrawIconEx(device_, physical.left + (physical.right - physical.left - size) / 2,
+             physical.top + (physical.bottom - physical.top - size) / 2, picture.Get(), size, size,
+             0, nullptr, DI_NORMAL);
 }
 
 Win32PictureBox::Win32PictureBox(Win32Form& form, const ControlDefinition& definition)

@@ -70,7 +70,7 @@ void Win32ComboBox::OnResolutionChanged() {
 }
 
 void Win32ComboBox::FitHeight() {
-  const int height = ToDots(PlacedAt().height, Dpi()) - kComboBorders;
+  const int height = ToPhysical(PlacedAt().height, Dpi()) - kComboBorders;
   Send(CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), height);
 }
 

@@ -7,21 +7,21 @@
 
 namespace declarium::win32 {
 
-[[nodiscard]] inline int ToDots(int pixels, int dpi) {
+[[nodiscard]] inline int ToPhysical(int pixels, int dpi) {
   return MulDiv(pixels, dpi, 96);
 }
-[[nodiscard]] inline int ToPixels(int dots, int dpi) {
-  return MulDiv(dots, 96, dpi);
+[[nodiscard]] inline int ToPixels(int physical, int dpi) {
+  return MulDiv(physical, 96, dpi);
 }
 // Rounded down, so that what is placed within the result is within the physical pixels too.
-[[nodiscard]] inline int ToPixelsInside(int dots, int dpi) {
-  return dots * 96 / dpi;
+[[nodiscard]] inline int ToPixelsInside(int physical, int dpi) {
+  return physical * 96 / dpi;
 }
 
 // Neighbouring rectangles stay neighbours: edges are scaled, not sizes.
-[[nodiscard]] inline RECT ToDots(const Rect& r, int dpi) {
-  return {ToDots(r.left, dpi), ToDots(r.top, dpi), ToDots(r.left + r.width, dpi),
-          ToDots(r.top + r.height, dpi)};
+[[nodiscard]] inline RECT ToPhysical(const Rect& r, int dpi) {
+  return {ToPhysical(r.left, dpi), ToPhysical(r.top, dpi), ToPhysical(r.left + r.width, dpi),
+          ToPhysical(r.top + r.height, dpi)};
 }
 
 [[nodiscard]] inline COLORREF ToColorRef(Color color) {

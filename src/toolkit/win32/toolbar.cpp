@@ -23,7 +23,7 @@ void Win32Toolbar::LoadPictures() {
   Send(TB_SETBITMAPSIZE, 0, MAKELPARAM(size, size));
   Send(TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(TheForm().SmallPictures()));
   Send(TB_SETDISABLEDIMAGELIST, 0, reinterpret_cast<LPARAM>(disabled.Get()));
-  const int side = ToDots(24, Dpi());
+  const int side = ToPhysical(24, Dpi());
   Send(TB_SETBUTTONSIZE, 0, MAKELPARAM(side, side));
   disabled_ = std::move(disabled);
 }

@@ -47,7 +47,7 @@ void Win32Toolkit::Unregister(Win32Form& form) {
 bool Win32Toolkit::Translate(MSG& message) const {
   const HWND root = GetAncestor(message.hwnd, GA_ROOT);
   const auto form = std::ranges::find(forms_, root, &Win32Form::Window);
-  return form != forms_.end() && root && (*form)->TranslateKey(message);
+  return form != forms_.end() && root && (*form)->Keys().Translate(message);
 }
 
 void Win32Toolkit::Dispatch(MSG& message) {

@@ -54,7 +54,7 @@ Widget::Widget(Win32Form& form, Control& control, const ControlDefinition& defin
   const DWORD style = WS_CHILD | native.style | (definition.visible ? WS_VISIBLE : 0) |
                       (definition.enabled ? 0 : WS_DISABLED) |
                       (IsTabStop(definition) ? WS_TABSTOP : 0);
-  const RECT place = ToDots(bounds_, Dpi());
+  const RECT place = ToPhysical(bounds_, Dpi());
   window_.Reset(CreateWindowExW(native.extended_style, native.name, Wide(caption), style,
                                 place.left, place.top, place.right - place.left,
                                 place.bottom - place.top, form.Window(), nullptr,
@@ -104,7 +104,7 @@ void Widget::Place(const Rect& bounds) {
 }
 
 void Widget::PutInPlace() {
-  const RECT place = ToDots(bounds_, Dpi());
+  const RECT place = ToPhysical(bounds_, Dpi());
   SetWindowPos(Handle(), nullptr, place.left, place.top, place.right - place.left,
                place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE);
 }
@@ -114,13 +114,13 @@ void Widget::OnResolutionChanged() {
   PutInPlace();
 }
 
-Point Widget::ToPoint(LPARAM dots) const {
-  return {ToPixels(GET_X_LPARAM(dots), Dpi()), ToPixels(GET_Y_LPARAM(dots), Dpi())};
+Point Widget::ToPoint(LPARAM place) const {
+  return {ToPixels(GET_X_LPARAM(place), Dpi()), ToPixels(GET_Y_LPARAM(place), Dpi())};
 }
 
-MouseEvent Widget::MouseEventOf(MouseButton button, WPARAM keys, LPARAM dots) const {
+MouseEvent Widget::MouseEventOf(MouseButton button, WPARAM keys, LPARAM place) const {
   return {.button = button,
-          .at = ToPoint(dots),
+          .at = ToPoint(place),
           .modifiers = {.shift = (keys & MK_SHIFT) != 0,
                         .control = (keys & MK_CONTROL) != 0,
                         .alt = GetKeyState(VK_MENU) < 0}};
@@ -167,7 +167,7 @@ std::optional<LRESULT> Widget::OnMessage(UINT message, WPARAM wparam, LPARAM lpa
 
 std::optional<LRESULT> Widget::OnSetFocus(WPARAM wparam, LPARAM lparam) {
   const LRESULT result = PassOn(WM_SETFOCUS, wparam, lparam);
-  form_.FocusArrived(*control_);
+  form_.Focus().ArrivedAt(*control_);
   return result;
 }
 
@@ -203,7 +203,7 @@ std::optional<LRESULT> Widget::OnContextMenu(WPARAM, LPARAM lparam) {
 
 std::optional<LRESULT> Widget::AskForContextMenu() {
   if (!control_->on_context_menu.HasHandler()) return std::nullopt;
-  form_.ContextMenuAskedFor(*control_);
+  form_.Popup().AskedForAt(*control_);
   return 0;
 }
 
@@ -217,7 +217,7 @@ std::optional<LRESULT> Widget::OnChar(WPARAM wparam, LPARAM lparam) {
 }
 
 std::optional<LRESULT> Widget::OnSetCursor(WPARAM, LPARAM lparam) {
-  form_.PointerArrived();
+  form_.Tips().PointerArrived(form_.Window(), form_.Widgets());
   if (LOWORD(lparam) != HTCLIENT) return std::nullopt;
   if (!form_.TheToolkit().ShowPointer(control_->Pointer())) return std::nullopt;
   return TRUE;
@@ -225,8 +225,8 @@ std::optional<LRESULT> Widget::OnSetCursor(WPARAM, LPARAM lparam) {
 
 // Whether the keys of the event are held is asked for only when somebody listens.
 void Widget::RaiseMouse(const Event<const MouseEvent&>& event, MouseButton button, WPARAM keys,
-                        LPARAM dots) const {
-  if (event.HasHandler()) event.Raise(MouseEventOf(button, keys, dots));
+                        LPARAM place) const {
+  if (event.HasHandler()) event.Raise(MouseEventOf(button, keys, place));
 }
 
 std::optional<LRESULT> Widget::OnMouseMove(WPARAM wparam, LPARAM lparam) {

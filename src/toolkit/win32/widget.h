@@ -56,8 +56,8 @@ class Widget {
   // Bounds in pixels at 96 dpi.
   void Place(const Rect& bounds);
   [[nodiscard]] const Rect& PlacedAt() const { return bounds_; }
-  [[nodiscard]] Point ToPoint(LPARAM dots) const;
-  [[nodiscard]] MouseEvent MouseEventOf(MouseButton button, WPARAM keys, LPARAM dots) const;
+  [[nodiscard]] Point ToPoint(LPARAM place) const;
+  [[nodiscard]] MouseEvent MouseEventOf(MouseButton button, WPARAM keys, LPARAM place) const;
 
   // Whether the message is something that the user does.
   [[nodiscard]] virtual bool IsInput(UINT message) const;
@@ -92,7 +92,7 @@ class Widget {
 
   std::optional<LRESULT> AskForContextMenu();
   void RaiseMouse(const Event<const MouseEvent&>& event, MouseButton button, WPARAM keys,
-                  LPARAM dots) const;
+                  LPARAM place) const;
   void ApplyFont(BOOL repaint);
   void PutInPlace();
 
