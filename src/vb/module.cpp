@@ -86,6 +86,12 @@ bool MattersInProcedure(std::u16string_view first_word) {
   }
 }
 
+bool StandsBeforeVariable(const Token& token) {
+  constexpr std::u16string_view kWords[] = {u"withevents", u"optional", u"byval", u"byref",
+                                            u"paramarray"};
+  return std::ranges::any_of(kWords, [&](auto each) { return token.IsWord(each); });
+}
+
 class ModuleReader {
  public:
   ModuleReader(std::u16string_view text, ModuleKind kind) : text_(text), reader_(text) {
@@ -193,12 +199,12 @@ class ModuleReader {
     if (IsRefusedAsName(name)) Refuse({place, "a name that is no reserved word", name});
   }
 
-  // The names of variables behind Dim and its like.
+  // The names of variables behind Dim and its like, or of a procedure's parameters.
   void CheckVariables(std::size_t behind_words) {
     std::size_t open = 0;
     bool is_name_next = true;
     for (const auto& token : std::span(Tokens()).subspan(behind_words)) {
-      if (is_name_next && token.IsWord(u"withevents")) continue;
+      if (is_name_next && StandsBeforeVariable(token)) continue;
       if (std::exchange(is_name_next, false)) CheckName(token.text, token.place);
       if (token.IsOperator(u'(')) ++open;
       if (token.IsOperator(u')') && open > 0) --open;
@@ -409,9 +415,11 @@ class ModuleReader {
     module_.declarations.push_back(*std::move(declaration));
   }
 
+  // The name of a procedure may be any: programs call methods as Close or Print are called.
   void Begin(Procedure::Kind kind, const Prefix& prefix) {
     const bool is_property = kind != Procedure::Kind::kSub && kind != Procedure::Kind::kFunction;
-    const auto& name = TokenAt(Tokens(), prefix.words + (is_property ? 2 : 1));
+    const auto name_at = prefix.words + (is_property ? 2 : 1);
+    const auto& name = TokenAt(Tokens(), name_at);
     if (name.kind != TokenKind::kName) return;
     const auto& place = Tokens().front().place;
     if (procedure_) {
@@ -422,6 +430,11 @@ class ModuleReader {
     module_.procedures.push_back(
         {kind, prefix.scope.value_or(Scope::kPublic), name.text, place, place.line});
     procedure_ = true;
+    const bool has_character = TokenAt(Tokens(), name_at + 1).kind == TokenKind::kTypeCharacter;
+    const auto bracket_at = name_at + (has_character ? 2 : 1);
+    const auto& first = TokenAt(Tokens(), bracket_at + 1);
+    if (TokenAt(Tokens(), bracket_at).IsOperator(u'(') && !first.IsOperator(u')'))
+      CheckVariables(bracket_at + 1);
   }
 
   void EndProcedure() {

@@ -349,6 +349,12 @@ TEST(ReservedWords, AreRefusedAsNamesOnlyWhereTheLanguageDoes) {
       {u"Public Event Changed(ByVal x As Long)\nPrivate Static Sub S()\nEnd Sub", u""},
       {u"Dim Date As Date, Len As Long, LongPtr As Long, Name, Object, Text, Error, Base", u""},
       {u"Sub S()\nx.Next = y!End\nCall F(Type:=1, Next:=2)\nEnd Sub", u""},
+      {u"Sub Close(ByVal Next As Long, Optional ByRef x() As Date = #1/1/2000#, ParamArray To())\n"
+       u"End Sub",
+       u"Next To"},
+      {u"Function F$(Loop, [Do], Date)\nEnd Function\nProperty Let P(Set As Long)\nEnd Property",
+       u"Loop Set"},
+      {u"Sub S()\nEnd Sub\nFunction F() As Long\nEnd Function", u""},
       {u"Attribute Next.VB_UserMemId = 0\nOption Private Module\nDefLng A-Z", u""},
   };
   for (const auto& [text, refused] : cases) {
