@@ -5,8 +5,8 @@
 
 #include "app/window_fixture.h"
 #include "library/file_format.h"
-#include "library/history.h"
 #include "support/faulty_files.h"
+#include "support/kept_versions.h"
 #include "support/temporary_folder.h"
 
 namespace declarium {
@@ -52,10 +52,7 @@ class Session : public WindowTest {
     return std::filesystem::exists(FileAt(file)) ? ReadFile(file) : std::string();
   }
   [[nodiscard]] bool IsKept(const char* file, const std::string& content) const {
-    const History history(SystemFiles(), folder_ / "history");
-    const auto versions = history.Versions(FileAt(file));
-    return std::ranges::any_of(
-        versions, [&](const Version& version) { return history.Read(version) == content; });
+    return declarium::IsKept(folder_ / "history", FileAt(file), content);
   }
 
   FaultyFiles files_;

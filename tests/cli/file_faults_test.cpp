@@ -6,8 +6,8 @@
 
 #include "cli/library_fixture.h"
 
-#include "library/history.h"
 #include "support/faulty_files.h"
+#include "support/kept_versions.h"
 
 namespace declarium::cli {
 namespace {
@@ -55,10 +55,7 @@ class FileFaults : public testing::TestWithParam<std::size_t> {
     }
     [[nodiscard]] std::string Content(const Job& job) const { return Bytes(job.target); }
     [[nodiscard]] bool IsKept(const Job& job, const std::string& content) const {
-      const declarium::History history(SystemFiles(), History());
-      const auto versions = history.Versions(Path(job.target));
-      return std::ranges::any_of(
-          versions, [&](const Version& version) { return history.Read(version) == content; });
+      return declarium::IsKept(History(), Path(job.target), content);
     }
   };
 

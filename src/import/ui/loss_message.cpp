@@ -9,17 +9,14 @@
 #include "library/ui/character_name.h"
 #include "text/text.h"
 #include "text/user_texts.h"
+#include "vb/number.h"
 
 namespace declarium {
 namespace {
 
-std::u16string Number(std::size_t number) {
-  return FromUtf8(std::to_string(number));
-}
-
 std::u16string CountLine(std::u16string_view caption, std::size_t count) {
   if (count == 0) return {};
-  return std::u16string(caption) + Number(count) + u"\r\n";
+  return std::u16string(caption) + NumberText(count) + u"\r\n";
 }
 
 // A line for each of the first characters.
@@ -28,9 +25,9 @@ std::u16string Places(std::span<const LostCharacter> characters) {
   std::u16string text;
   for (const auto& [line, column, character] :
        characters.first(std::min(kMostPlaces, characters.size()))) {
-    text.append(kCrLf).append(texts::kLossLine).append(Number(line));
+    text.append(kCrLf).append(texts::kLossLine).append(NumberText(line));
     text.append(texts::kLossColumn)
-        .append(Number(column))
+        .append(NumberText(column))
         .append(u": ")
         .append(CharacterName(character));
   }

@@ -3,13 +3,14 @@
 #include "text/character.h"
 #include "text/text.h"
 #include "text/user_texts.h"
+#include "vb/number.h"
 
 namespace declarium {
 
 std::u16string CharacterName(std::u16string_view character) {
   const auto number = CharacterAt(character, 0);
   std::u16string name(texts::kCharacter);
-  if (number < U' ') return name.append(texts::kWithCode) + FromUtf8(std::to_string(number));
+  if (number < U' ') return name.append(texts::kWithCode) + NumberText(number);
   return name.append(character).append(u" (") + FromUtf8(CodePointText(character)) + u")";
 }
 

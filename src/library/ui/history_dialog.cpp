@@ -14,6 +14,7 @@
 #include "text/user_texts.h"
 #include "toolkit/captioned.h"
 #include "toolkit/row_list.h"
+#include "vb/number.h"
 
 namespace declarium {
 namespace {
@@ -41,10 +42,6 @@ constexpr FormDefinition kDefinition = {.name = "frmHistory",
                                         .size = {500, 290},
                                         .help_topic = "files",
                                         .controls = kControls};
-
-std::u16string NumberText(std::uint64_t number) {
-  return FromUtf8(std::to_string(number));
-}
 
 // The user's own time of "20261122T031500Z".
 std::u16string TimeText(const std::string& written) {

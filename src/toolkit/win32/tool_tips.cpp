@@ -17,9 +17,8 @@ void ToolTips::Set(HWND control, const std::u16string& text) {
     // A form without tooltips owns no window for them: owned windows keep a form from becoming
     // topmost on some systems.
     if (text.empty()) return;
-    window_.Reset(CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
-                                  WS_POPUP | TTS_ALWAYSTIP, 0, 0, 0, 0, form_, nullptr,
-                                  GetModuleHandleW(nullptr), nullptr));
+    window_.Reset(CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP,
+                                  0, 0, 0, 0, form_, nullptr, GetModuleHandleW(nullptr), nullptr));
   }
   std::u16string shown = text;
   TTTOOLINFOW info{};

@@ -75,8 +75,7 @@ void ChoosePlace(HWND window, StartPosition start, HWND owner) {
   place = {std::clamp(place.x, work.left, std::max(work.left, work.right - width)),
            std::clamp(place.y, work.top, std::max(work.top, work.bottom - height))};
   if (place.x == own.left && place.y == own.top) return;
-  SetWindowPos(window, nullptr, place.x, place.y, 0, 0,
-               SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+  SetWindowPos(window, nullptr, place.x, place.y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 ShowCommand ShowCommandOf(HWND window) {

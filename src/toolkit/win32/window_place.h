@@ -1,5 +1,5 @@
-// Where a window stands, how large it is and how it is shown. All numbers are physical pixels of the
-// screen.
+// Where a window stands, how large it is and how it is shown. All numbers are physical pixels of
+// the screen.
 #pragma once
 
 #include "toolkit/form.h"
