@@ -7,6 +7,8 @@
 #include <unistd.h>
 
 #include "bench/generated_library.h"
+#include "library/library_file.h"
+#include "text/text.h"
 
 namespace declarium::bench {
 namespace {
@@ -56,6 +58,15 @@ void RegisterProcessBenchmarks(const BenchmarkFiles& files, const std::filesyste
   RegisterCommand("rg" + suffix, {"rg", "-ic", kSoughtWord, files.Export(size)});
   RegisterCommand("search_process" + suffix,
                   {tool, "search", files.Library(size), "--text", kSoughtWord});
+  // A procedure in the middle of the library and of its export.
+  const auto library_names = LoadLibraryFile(files.Library(size)).value()[Kind::kDeclare].names;
+  const auto name = ToUtf8(library_names[library_names.size() / 2]);
+  RegisterCommand("rg_first" + suffix, {"rg", "-m1", "-F", name, files.Export(size)});
+  RegisterCommand("show" + suffix, {tool, "show", files.Library(size), name});
+  RegisterCommand("complete" + suffix,
+                  {tool, "complete", files.Library(size), "getw", "--kind", "declare"});
+  RegisterCommand("find" + suffix,
+                  {tool, "find", files.Library(size), "*window*", "--kind", "declare"});
   const auto source = files.Module(size);
   RegisterCommand("ctags" + suffix, {"ctags", "--languages=Basic", "-f", "/dev/null", source});
   // Into a library that does not exist yet, so that every round does the same.
