@@ -16,6 +16,7 @@
 #include "text/code_page.h"
 #include "text/encoding.h"
 #include "text/text.h"
+#include "vb/layout.h"
 
 namespace declarium::cli {
 namespace {
@@ -40,7 +41,7 @@ Basket CollectItems(const BasketOptions& options, const Session& session) {
     for (const auto& reference : FollowSharedItems(library, item)) {
       if (const auto& found = reference.found) {
         basket.Add(found->kind, found->name, found->item);
-      } else {
+      } else if (!vb::BuiltInExtent(reference.name, vb::Target::kVb6)) {
         session.Say("not in the library: " + QualifiedName(reference.kind, reference.name) +
                     ", used by " + OneLine(reference.via));
       }
