@@ -8,6 +8,7 @@
 #include <stdexcept>
 
 #include "coff_object.h"
+#include "hand_kept.h"
 #include "metadata_source.h"
 
 namespace declarium::win32_library_test {
@@ -113,6 +114,13 @@ const win32_library::Overrides& TheOverrides() {
   return *overrides;
 }
 
+const std::vector<win32_library::DeclareRow>& TheHandKept() {
+  static const auto rows =
+      win32_library::ReadHandKept(DECLARIUM_SOURCE_DIR "/tools/win32-library/hand_kept.bas");
+  if (!rows) throw std::runtime_error(rows.error());
+  return *rows;
+}
+
 UnitMap ReadUnitMap(const Toolchain& toolchain) {
   auto units =
       win32_library::ReadHeaderUnits(DECLARIUM_SOURCE_DIR "/tools/win32-library/headers.txt");
@@ -142,6 +150,7 @@ std::map<std::string, std::size_t> ReadProvenance(const UnitMap& units) {
       result[line.substr(0, tab)] = units.units.size() - 1;
       continue;
     }
+    if (header == win32_library::kHandKept) continue;
     const auto unit = units.unit_of_header.find(header);
     if (unit == units.unit_of_header.end())
       throw std::runtime_error("a header that no unit includes: " + line);

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "hand_kept.h"
 #include "header_reader.h"
 #include "metadata.h"
 #include "overrides.h"
@@ -64,8 +65,11 @@ struct UnitMap {
 };
 [[nodiscard]] UnitMap ReadUnitMap(const Toolchain& toolchain);
 
-// The unit of each row, by kind and name, from the provenance file. Throws when a row's header is
-// in no unit.
+// The procedures of the hand-kept list. Throws when it cannot be read.
+[[nodiscard]] const std::vector<win32_library::DeclareRow>& TheHandKept();
+
+// The unit of each row, by kind and name, from the provenance file; none for those of the hand-kept
+// list. Throws when a row's header is in no unit.
 [[nodiscard]] std::map<std::string, std::size_t> ReadProvenance(const UnitMap& units);
 
 }  // namespace declarium::win32_library_test

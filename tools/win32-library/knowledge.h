@@ -4,6 +4,7 @@
 #include "import_library.h"
 #include "metadata.h"
 #include "overrides.h"
+#include "rows.h"
 
 namespace declarium::win32_library {
 
@@ -11,6 +12,7 @@ struct Knowledge {
   const ImportLibraries& libraries;
   const Metadata& metadata;
   const Overrides& overrides;
+  const std::vector<DeclareRow>& hand_kept;
 };
 
 }  // namespace declarium::win32_library

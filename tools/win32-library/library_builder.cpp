@@ -44,7 +44,8 @@ class Pass {
       TranslateUnit(unit);
     }
     AddAliases();
-    AddFamiliar();
+    AddRows(FamiliarRows(knowledge_.libraries));
+    AddRows(knowledge_.hand_kept);
   }
 
   Library library;
@@ -189,10 +190,10 @@ class Pass {
       ++library.declares_left_out[row.error()];
   }
 
-  void AddFamiliar() {
-    for (DeclareRow& row : FamiliarRows(knowledge_.libraries))
-      if (declare_names_.insert(vb::Lower(row.name)).second)
-        library.declares.push_back(std::move(row));
+  // Those whose names nothing else has.
+  void AddRows(const std::vector<DeclareRow>& rows) {
+    for (const DeclareRow& row : rows)
+      if (declare_names_.insert(vb::Lower(row.name)).second) library.declares.push_back(row);
   }
 
   const Knowledge& knowledge_;

@@ -1,11 +1,13 @@
 // win32_library SOURCE_FOLDER IMPORT_FOLDER OUT_FOLDER: makes Win32.api, Win32.provenance.tsv and
 // Win32.report.md in OUT_FOLDER from the lists headers.txt, libraries.txt and overrides.txt, the
-// metadata and additions.c in SOURCE_FOLDER, and the import libraries in IMPORT_FOLDER.
+// metadata, additions.c and hand_kept.bas in SOURCE_FOLDER, and the import libraries in
+// IMPORT_FOLDER.
 #include <cstdio>
 #include <fstream>
 #include <iostream>
 #include <sstream>
 
+#include "hand_kept.h"
 #include "header_reader.h"
 #include "library_builder.h"
 #include "library_file.h"
@@ -75,11 +77,13 @@ int Generate(const std::string& source, const std::string& imports, const std::s
   if (!metadata) return Fail(metadata.error());
   const auto overrides = ReadOverrides(source + "/overrides.txt");
   if (!overrides) return Fail(overrides.error());
+  const auto hand_kept = ReadHandKept(source + "/hand_kept.bas");
+  if (!hand_kept) return Fail(hand_kept.error());
   const auto sources = UnitsOf(source, *metadata, *overrides);
   if (!sources) return Fail(sources.error());
   const auto units = ReadUnits(*sources);
   if (!units) return Fail(units.error());
-  const Library library = BuildLibrary(*units, {*libraries, *metadata, *overrides});
+  const Library library = BuildLibrary(*units, {*libraries, *metadata, *overrides, *hand_kept});
   const auto written = WriteLibrary(library, "Win32 API", out + "/Win32.api");
   if (!written) {
     static_cast<void>(WriteText(out + "/Win32.rejected.bas", SourceOf(library)));
