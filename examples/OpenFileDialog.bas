@@ -9,7 +9,7 @@ Private Const OFN_EXPLORER As Long = &H80000
 Private Const OFN_FILEMUSTEXIST As Long = &H1000
 Private Const OFN_HIDEREADONLY As Long = &H4
 Private Const OFN_PATHMUSTEXIST As Long = &H800
-Private Declare Function GetOpenFileName Lib "comdlg32" Alias "GetOpenFileNameA" (param0 As OPENFILENAME) As Long
+Private Declare Function GetOpenFileName Lib "comdlg32" Alias "GetOpenFileNameA" (lpOpenfilename As OPENFILENAME) As Long
 
 Private Type OPENFILENAME
 	lStructSize As Long

@@ -13,6 +13,7 @@
 #include "familiar_names.h"
 #include "metadata_source.h"
 #include "overrides.h"
+#include "parameter_names.h"
 #include "parameter_rules.h"
 #include "record_aliases.h"
 #include "record_certainty.h"
@@ -336,6 +337,39 @@ TEST(ParameterRules, AParameterWithoutANameHasTheMetadatasInFamiliarLetters) {
   EXPECT_EQ(ParameterRules(headers, metadata).NameOf(FunctionOf("F", Whole(4)), 0), "hWnd");
   EXPECT_EQ(FamiliarCase("left"), "Left");
   EXPECT_EQ(FamiliarCase("lpRect"), "lpRect");
+}
+
+TEST(ParameterNames, SayTheTypeWhereNothingElseNamesTheParameter) {
+  Headers headers;
+  Record log_font;
+  log_font.typedefs = {"LOGFONTA"};
+  Record graphics;
+  graphics.tag = "GpGraphics";
+  headers.records = {log_font, graphics};
+  const auto named = [](HeaderType type, const char* name) {
+    type.names = {name};
+    return type;
+  };
+  const struct {
+    HeaderType type;
+    const char* name;
+  } cases[] = {{named(Whole(4), "HWND"), "hWnd"},
+               {named(Whole(4), "HIMC"), "hImc"},
+               {named(Whole(4), "HRESULT"), "hresult"},
+               {AddressOf(RecordType(0, 60)), "lpLogfont"},
+               {AddressOf(RecordType(1, 4)), "lpGraphics"},
+               {AddressOf(AddressOf(RecordType(1, 4))), "lpGraphics"},
+               {AddressOf(named(Whole(2), "WCHAR")), "lpsz"},
+               {AddressOf(named(Whole(4), "HDC")), "lpHDc"},
+               {AddressOf(named(Whole(4), "DWORD")), ""},
+               {named(Whole(4), "GpFillMode"), "fillMode"},
+               {named(Whole(4), "COLORREF"), "colorref"},
+               {named(Whole(4), "DWORD"), ""},
+               {Whole(4), ""}};
+  for (const auto& [type, name] : cases) EXPECT_EQ(NameByType(type, headers), name) << name;
+  EXPECT_TRUE(IsPlaceholder("param12"));
+  EXPECT_FALSE(IsPlaceholder("params"));
+  EXPECT_FALSE(IsPlaceholder("param"));
 }
 
 TEST(CallableFunctions, AreThoseThatClearTheStackIn32BitWindows) {

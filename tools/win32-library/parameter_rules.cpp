@@ -5,6 +5,7 @@
 #include <map>
 #include <span>
 
+#include "parameter_names.h"
 #include "record_names.h"
 #include "vb/name.h"
 
@@ -158,9 +159,14 @@ Passed ParameterRules::Of(const Function& function, std::size_t index) const {
 }
 
 std::string ParameterRules::NameOf(const Function& function, std::size_t index) const {
-  const std::string& name = function.parameters[index].name;
+  std::string name = function.parameters[index].name;
   const MetaValue* facts = name.empty() ? FactsOf(function, index) : nullptr;
-  return FamiliarCase(facts != nullptr ? facts->name : name);
+  if (facts != nullptr) name = facts->name;
+  if (name.empty() || IsPlaceholder(name)) {
+    const std::string by_type = NameByType(function.parameters[index].type, headers_);
+    if (!by_type.empty()) name = by_type;
+  }
+  return FamiliarCase(name);
 }
 
 }  // namespace declarium::win32_library

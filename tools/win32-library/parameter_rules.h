@@ -33,8 +33,9 @@ class ParameterRules {
   //   a record or number that the metadata calls optional          anything
   [[nodiscard]] Passed Of(const Function& function, std::size_t index) const;
 
-  // The header's name, or the metadata's where the header has none, in the letters that VB's own
-  // objects have: the language gives all equal names of a project the same letters. May be empty.
+  // The header's name, the metadata's where the header has none, or what the type says where
+  // neither has; in the letters that VB's own objects have: the language gives all equal names of a
+  // project the same letters. May be empty.
   [[nodiscard]] std::string NameOf(const Function& function, std::size_t index) const;
 
  private:
