@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "basket/create_select.h"
+#include "basket/insertion_text.h"
 #include "basket/recorded_items.h"
 #include "text/text.h"
 

@@ -9,8 +9,8 @@
 
 #include "basket/basket.h"
 #include "basket/closure.h"
-#include "basket/create_select.h"
 #include "basket/insertion_order.h"
+#include "basket/insertion_text.h"
 #include "library/file_io.h"
 #include "source/module_text.h"
 #include "text/code_page.h"

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "basket/closure.h"
-#include "basket/create_select.h"
+#include "basket/insertion_text.h"
 #include "text/text.h"
 
 namespace declarium {

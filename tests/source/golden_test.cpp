@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <gtest/gtest.h>
 
-#include "basket/create_select.h"
+#include "basket/insertion_text.h"
 #include "basket/recorded_items.h"
 #include "library/item.h"
 #include "library/library.h"

@@ -9,8 +9,8 @@
 #include "gtest/gtest.h"
 
 #include "basket/basket.h"
-#include "basket/create_select.h"
 #include "basket/insertion_order.h"
+#include "basket/insertion_text.h"
 #include "import/merge.h"
 #include "import/parser.h"
 #include "library/library_file.h"

@@ -12,12 +12,12 @@ namespace {
 
 // Types of all sorts of values.
 constexpr std::array<std::string_view, 44> kPlainTypes = {
-    "ATOM",     "BOOL",     "BOOLEAN", "BYTE",     "CHAR",   "DOUBLE",    "DWORD",    "DWORD32",
-    "FLOAT",    "GLdouble", "GLenum",  "GLfloat",  "GLint",  "GLsizei",   "GLuint",   "HANDLE",
-    "INT",      "INT32",    "INT64",   "LONG",     "LPARAM", "LRESULT",   "OLECHAR",  "PVOID",
-    "REAL",     "SHORT",    "SIZE_T",  "UCHAR",    "UINT",   "UINT32",    "ULONG",    "ULONGLONG",
-    "USHORT",   "VOID",     "WCHAR",   "WORD",     "WPARAM", "LONG_PTR",  "UINT_PTR", "ULONG_PTR",
-    "INT_PTR",  "LPVOID",   "DWORDLONG", "DWORD_PTR"};
+    "ATOM",    "BOOL",     "BOOLEAN",   "BYTE",     "CHAR",   "DOUBLE",   "DWORD",    "DWORD32",
+    "FLOAT",   "GLdouble", "GLenum",    "GLfloat",  "GLint",  "GLsizei",  "GLuint",   "HANDLE",
+    "INT",     "INT32",    "INT64",     "LONG",     "LPARAM", "LRESULT",  "OLECHAR",  "PVOID",
+    "REAL",    "SHORT",    "SIZE_T",    "UCHAR",    "UINT",   "UINT32",   "ULONG",    "ULONGLONG",
+    "USHORT",  "VOID",     "WCHAR",     "WORD",     "WPARAM", "LONG_PTR", "UINT_PTR", "ULONG_PTR",
+    "INT_PTR", "LPVOID",   "DWORDLONG", "DWORD_PTR"};
 
 bool IsUpper(char c) {
   return c >= 'A' && c <= 'Z';

@@ -1,6 +1,6 @@
 #include "shell/ui/main_form.h"
 
-#include "basket/create_select.h"
+#include "basket/insertion_text.h"
 #include "library/kind.h"
 #include "text/user_texts.h"
 

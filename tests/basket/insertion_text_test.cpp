@@ -1,4 +1,4 @@
-#include "basket/create_select.h"
+#include "basket/insertion_text.h"
 
 #include <gtest/gtest.h>
 
