@@ -14,6 +14,7 @@ constexpr std::string_view kRecordRemark = "'record: ";
 constexpr std::string_view kHeaderRemark = "'header: ";
 constexpr std::string_view kSizeRemark = "'size: ";
 constexpr std::string_view kOverlaidRemark = "'also here: ";
+constexpr std::string_view kFormRemark = "'instead of: ";
 
 TypeRow TypeRowOf(const std::string& name, std::u16string_view item) {
   TypeRow row{name, name, 0, {}};
@@ -24,7 +25,7 @@ TypeRow TypeRowOf(const std::string& name, std::u16string_view item) {
       row.header_name = line.substr(kRecordRemark.size());
     } else if (line.starts_with(kSizeRemark)) {
       row.stated_size = std::stol(line.substr(kSizeRemark.size()));
-    } else if (line.starts_with(kOverlaidRemark)) {
+    } else if (line.starts_with(kOverlaidRemark) || line.starts_with(kFormRemark)) {
       continue;
     } else if (line.starts_with(kHeaderRemark)) {
       remark = line.substr(kHeaderRemark.size());

@@ -302,6 +302,58 @@ Passed PassedTo(const std::string& procedure, const HeaderType& type,
   return ParameterRules(headers, metadata).Of(FunctionOf(procedure, type), 0);
 }
 
+// A record with a union of a number and two records, which a procedure takes.
+Headers WithForms() {
+  Headers headers;
+  headers.records = {
+      RecordOf("R", 12, {FieldAt("kind", Whole(4), 0), FieldAt("", RecordType(1, 8), 4)}),
+      UnionOf(8, {FieldAt("large", RecordType(2, 8), 0), FieldAt("small", RecordType(3, 4), 0),
+                  FieldAt("number", Whole(4), 0)}),
+      RecordOf("LARGE", 8, {FieldAt("a", Whole(4), 0), FieldAt("b", Whole(4), 4)}),
+      RecordOf("SMALL", 4, {FieldAt("c", Whole(4), 0)})};
+  headers.functions = {FunctionOf("Take", AddressOf(RecordType(0, 12)))};
+  return headers;
+}
+
+std::vector<TypeRow> FormsOfFirst(const Headers& headers) {
+  RecordTranslator translator(headers, [](const std::string&) { return std::nullopt; });
+  return translator.FormsOf(0);
+}
+
+TEST(RecordForms, AreOneForEachOtherNamedRecordOfAUnion) {
+  const auto forms = FormsOfFirst(WithForms());
+  ASSERT_EQ(forms.size(), 1);
+  EXPECT_EQ(forms[0].name, "R_SMALL");
+  EXPECT_THAT(forms[0].members, ElementsAre("'record: R", "'instead of: R", "kind As Long",
+                                            "'also here: large, number.", "small As SMALL",
+                                            "'header: nothing, filler", "filler(3) As Byte"));
+}
+
+TEST(RecordForms, AreOfRecordsThatAProcedureTakes) {
+  Headers headers = WithForms();
+  headers.functions.clear();
+  EXPECT_THAT(FormsOfFirst(headers), IsEmpty());
+}
+
+TEST(RecordForms, AreNamedWithoutTheTagsPrefix) {
+  Headers headers = WithForms();
+  headers.records[0].typedefs = {"INPUT"};
+  headers.records[0].tag = "tagINPUT";
+  const auto forms = FormsOfFirst(headers);
+  ASSERT_EQ(forms.size(), 1);
+  EXPECT_EQ(forms[0].name, "INPUT_SMALL");
+}
+
+TEST(RecordForms, LeaveTheRecordItselfAsItIs) {
+  const Headers headers = WithForms();
+  RecordTranslator translator(headers, [](const std::string&) { return std::nullopt; });
+  const auto before = translator.Translate(0).value().members;
+  static_cast<void>(translator.FormsOf(0));
+  EXPECT_EQ(translator.Translate(0).value().members, before);
+  EXPECT_THAT(before, ElementsAre("kind As Long", "'header: union of large, small, number",
+                                  "large As LARGE"));
+}
+
 TEST(ParameterRules, AReservedAddressIsANumber) {
   EXPECT_EQ(PassedTo("F", AddressOf(Whole(4)), {"in", "reserved"}), Passed::kAsAddress);
   EXPECT_EQ(PassedTo("F", Whole(4), {"in", "reserved"}), Passed::kAsDeclared);

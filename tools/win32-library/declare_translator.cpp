@@ -62,6 +62,13 @@ std::expected<std::string, std::string> ResultType(const HeaderType& type) {
   return Failure("its result is a record");
 }
 
+// Whether a procedure cannot write to what it gets: a value, or the address of what is constant.
+bool IsInput(const HeaderType& type) {
+  if (type.kind == TypeKind::kPointer || type.kind == TypeKind::kArray)
+    return type.target->is_const;
+  return true;
+}
+
 std::string ByValue(const std::string& name, const std::string& type) {
   return "ByVal " + name + " As " + type;
 }
@@ -154,15 +161,17 @@ std::expected<DeclareRow, std::string> DeclareTranslator::Translate(const Functi
   if (!arguments) return Failure(arguments.error());
   long bytes = 0;
   std::string list;
+  std::vector<RowValue> values;
   for (const Argument& argument : *arguments) {
     list += (list.empty() ? "" : ", ") + argument.declaration;
     bytes += argument.bytes;
+    values.push_back(argument.value);
   }
   if (entry->argument_bytes != ImportEntry::kUnknown && bytes != entry->argument_bytes)
     return Failure("the headers and the import library disagree on its arguments");
   const std::string closing = result->empty() ? ")" : ") As " + *result;
   DeclareRow row{name, DeclareLine(name, *entry, "(" + list + closing, !result->empty()),
-                 function.header};
+                 function.header, function.name, std::move(values)};
   if (row.line.size() > kLongestLine) return Failure("longer than a line of VB");
   return row;
 }
@@ -177,7 +186,12 @@ DeclareTranslator::Arguments DeclareTranslator::ArgumentsOf(const Function& func
       const std::size_t begin = argument.declaration.starts_with("ByVal ") ? 6 : 0;
       const std::size_t end = argument.declaration.find(" As ");
       const std::string wanted = argument.declaration.substr(begin, end - begin);
-      argument.declaration.replace(begin, end - begin, names.Unique(wanted));
+      argument.value.name = names.Unique(wanted);
+      argument.declaration.replace(begin, end - begin, argument.value.name);
+      argument.value.parameter = static_cast<int>(i);
+      const HeaderType& type = function.parameters[i].type;
+      if (argument.value.c_type.empty()) argument.value.c_type = type.text;
+      argument.value.is_input = IsInput(type);
       all.push_back(std::move(argument));
     }
   }
@@ -222,7 +236,8 @@ DeclareTranslator::Arguments DeclareTranslator::RecordByValue(const HeaderType& 
                         (IsScalar(piece.type) || piece.type.kind == TypeKind::kPointer);
     if (!scalar) return Failure("a record passed by value");
     const std::string type_name = piece.type.kind == TypeKind::kReal ? "Single" : "Long";
-    arguments.push_back({ByValue(name + piece.name, type_name)});
+    arguments.push_back({.declaration = ByValue(name + piece.name, type_name),
+                         .value = {.c_type = piece.type.text}});
   }
   return arguments;
 }
@@ -256,6 +271,7 @@ DeclareTranslator::Argument DeclareTranslator::ReferenceToRecord(const HeaderTyp
   if (record.tag == "tagVARIANT") return {name + " As Variant"};
   if (!record.is_complete || IsInterface(record) || IsHandle(record))
     return {ByValue(name, "Long")};
+  if (!records_.FormsOf(target.record).empty()) return {name + " As Any"};
   const std::string type = records_.NameOf(target.record);
   return {name + " As " + (type.empty() ? "Any" : type)};
 }

@@ -27,6 +27,7 @@ class DeclareTranslator {
   struct Argument {
     std::string declaration;
     long bytes = 4;
+    RowValue value = {};
   };
   using Arguments = std::expected<std::vector<Argument>, std::string>;
 

@@ -15,6 +15,7 @@ struct HeaderType {
   long size = 0;           // bytes; 0 where a type has none
   bool is_signed = false;  // kInteger
   bool is_const = false;
+  std::string text;  // as the source spells it, "const RECT *"
   // The typedef names passed on the way to the type itself, outermost first: LPCSTR, then none.
   std::vector<std::string> names;
   std::shared_ptr<const HeaderType> target;  // kPointer, kArray

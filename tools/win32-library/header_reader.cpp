@@ -47,6 +47,18 @@ CXType StripSugar(CXType type, HeaderType& result) {
   }
 }
 
+// The type as C writes it. A record without a name is only its kind: libclang adds its place. The
+// headers have a name of their own for BOOL, which Objective-C has too.
+std::string SpellingOf(CXType type) {
+  constexpr std::string_view kOwnBool = "WINBOOL";
+  std::string text = TakeText(clang_getTypeSpelling(type));
+  if (const std::size_t own = text.find(kOwnBool); own != std::string::npos)
+    text.replace(own, kOwnBool.size(), "BOOL");
+  const std::size_t place = text.find(" at /");
+  if (place == std::string::npos) return text;
+  return text.find("union") < place ? "union" : "struct";
+}
+
 // What tells one record from all others. The nameless records of one record share their symbol's
 // name, so their place in the file belongs to it.
 std::string RecordKey(CXCursor declaration) {
@@ -89,6 +101,7 @@ class Reader {
  private:
   HeaderType ReadType(CXType type) {
     HeaderType result;
+    result.text = SpellingOf(type);
     type = StripSugar(type, result);
     const long long size = clang_Type_getSizeOf(type);
     result.size = size > 0 ? static_cast<long>(size) : 0;

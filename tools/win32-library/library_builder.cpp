@@ -62,7 +62,11 @@ class Pass {
                              [this](const std::string& name) { return constants_.ValueOf(name); });
     const std::set<int> repeated = ClaimNames(unit, records);
     for (int index = 0; index < static_cast<int>(unit.records.size()); ++index)
-      if (!repeated.contains(index)) TakeRecord(unit.records[index], records.Translate(index));
+      if (!repeated.contains(index)) {
+        TakeRecord(unit.records[index], records.Translate(index));
+        for (TypeRow& form : records.FormsOf(index))
+          aliases_.push_back({std::move(form), unit.records[index].size});
+      }
     DeclareTranslator declares(unit, knowledge_, records);
     for (const Function& function : unit.functions)
       if (!IsDecidedAgainst(knowledge_.overrides, "Declare", function.name, function.header) &&

@@ -1,12 +1,13 @@
-// win32_library SOURCE_FOLDER IMPORT_FOLDER OUT_FOLDER: makes Win32.api, Win32.provenance.tsv and
-// Win32.report.md in OUT_FOLDER from the lists headers.txt, libraries.txt and overrides.txt, the
-// metadata, additions.c and hand_kept.bas in SOURCE_FOLDER, and the import libraries in
-// IMPORT_FOLDER.
+// win32_library SOURCE_FOLDER IMPORT_FOLDER OUT_FOLDER: makes Win32.api, Win32.facts,
+// Win32.provenance.tsv and Win32.report.md in OUT_FOLDER from the lists headers.txt, libraries.txt,
+// overrides.txt and prefixes.txt, the metadata, additions.c and hand_kept.bas in SOURCE_FOLDER, and
+// the import libraries in IMPORT_FOLDER.
 #include <cstdio>
 #include <fstream>
 #include <iostream>
 #include <sstream>
 
+#include "facts_text.h"
 #include "hand_kept.h"
 #include "header_reader.h"
 #include "library_builder.h"
@@ -79,6 +80,8 @@ int Generate(const std::string& source, const std::string& imports, const std::s
   if (!overrides) return Fail(overrides.error());
   const auto hand_kept = ReadHandKept(source + "/hand_kept.bas");
   if (!hand_kept) return Fail(hand_kept.error());
+  const auto prefixes = ReadPrefixes(source + "/prefixes.txt");
+  if (!prefixes) return Fail(prefixes.error());
   const auto sources = UnitsOf(source, *metadata, *overrides);
   if (!sources) return Fail(sources.error());
   const auto units = ReadUnits(*sources);
@@ -89,7 +92,8 @@ int Generate(const std::string& source, const std::string& imports, const std::s
     static_cast<void>(WriteText(out + "/Win32.rejected.bas", SourceOf(library)));
     return Fail(written.error());
   }
-  if (!WriteText(out + "/Win32.provenance.tsv", ProvenanceOf(library)) ||
+  if (!WriteText(out + "/Win32.facts", FactsOf(library, *metadata, *prefixes)) ||
+      !WriteText(out + "/Win32.provenance.tsv", ProvenanceOf(library)) ||
       !WriteText(out + "/Win32.report.md", ReportOf(library)))
     return Fail("cannot write into " + out);
   std::cout << library.declares.size() << " Declares, " << library.constants.size() << " Consts, "

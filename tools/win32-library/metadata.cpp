@@ -145,7 +145,7 @@ bool HoldsAddresses(const std::string& type) {
 std::expected<Metadata, std::string> ReadMetadata(const std::string& folder) {
   Metadata metadata;
   const auto typedef_of = [](const Json& object) {
-    return MetaTypedef{object.at("name"), object.value("is", "")};
+    return MetaTypedef{object.at("name"), object.value("is", ""), object.value("free", "")};
   };
   const auto functions =
       ReadInto<MetaFunction>(folder + "/functions.jsonl.xz", FunctionOf, metadata.functions);

@@ -49,7 +49,8 @@ struct MetaEnum {
 
 struct MetaTypedef {
   std::string name;
-  std::string is;  // a native type, "callback" or "interface"
+  std::string is;    // a native type, "callback" or "interface"
+  std::string free;  // the function that closes such a handle, empty when none is known
 };
 
 struct MetaConstant {

@@ -7,7 +7,9 @@ namespace {
 
 class Opener {
  public:
-  Opener(const Headers& headers, std::vector<Piece>& pieces) : headers_(headers), pieces_(pieces) {}
+  // `wanted` is the path of an alternative that goes before the largest.
+  Opener(const Headers& headers, std::string wanted)
+      : headers_(headers), wanted_(std::move(wanted)) {}
 
   void Open(const Record& record, const std::string& path, long offset_bits) {
     if (record.is_union) {
@@ -16,6 +18,9 @@ class Opener {
     }
     for (const Field& field : record.fields) AddField(field, path, offset_bits + field.offset_bits);
   }
+
+  std::vector<Piece> pieces;
+  std::vector<Alternative> alternatives;
 
  private:
   void AddField(const Field& field, const std::string& path, long offset_bits) {
@@ -36,14 +41,14 @@ class Opener {
         return;
       }
     }
-    pieces_.push_back({Piece::Kind::kField,
-                       field.name,
-                       {own_path},
-                       offset_bits / 8,
-                       field.type.size,
-                       field.type,
-                       field.count_constant,
-                       {}});
+    pieces.push_back({Piece::Kind::kField,
+                      field.name,
+                      {own_path},
+                      offset_bits / 8,
+                      field.type.size,
+                      field.type,
+                      field.count_constant,
+                      {}});
   }
 
   void AddUnion(const Record& record, const std::string& path, const std::string& name,
@@ -52,28 +57,41 @@ class Opener {
     AddAlternatives(record, path, paths);
     const Field* chosen = LargestAlternative(record);
     if (chosen == nullptr) return;
+    for (const Field& field : record.fields) {
+      if (field.name.empty() || field.type.kind != TypeKind::kRecord || IsNameless(field)) continue;
+      if (path + field.name == wanted_) return AddWanted(field, offset, paths);
+      if (&field != chosen && !IsWideInteger(field.type))
+        alternatives.push_back({path + field.name, field.type.record});
+    }
     if (chosen->name.empty() || IsNameless(*chosen)) {
       OpenAlternative(*chosen, path, offset, paths);
       return;
     }
-    pieces_.push_back({Piece::Kind::kUnion,
-                       name.empty() ? chosen->name : name,
-                       std::move(paths),
-                       offset,
-                       chosen->type.size,
-                       chosen->type,
-                       chosen->count_constant,
-                       {}});
+    pieces.push_back({Piece::Kind::kUnion,
+                      name.empty() ? chosen->name : name,
+                      std::move(paths),
+                      offset,
+                      chosen->type.size,
+                      chosen->type,
+                      chosen->count_constant,
+                      {}});
+  }
+
+  void AddWanted(const Field& field, long offset, const std::vector<std::string>& others) {
+    pieces.push_back(
+        {Piece::Kind::kField, field.name, {wanted_}, offset, field.type.size, field.type, "", {}});
+    for (const std::string& other : others)
+      if (other != wanted_) pieces.back().overlaid.push_back(other);
   }
 
   void OpenAlternative(const Field& field, const std::string& path, long offset,
-                       const std::vector<std::string>& alternatives) {
-    const std::size_t first = pieces_.size();
+                       const std::vector<std::string>& others) {
+    const std::size_t first = pieces.size();
     const std::string own_path = field.name.empty() ? path : path + field.name + ".";
     Open(headers_.records[field.type.record], own_path, offset * 8);
-    if (first == pieces_.size()) return;
-    std::vector<std::string>& overlaid = pieces_[first].overlaid;
-    for (const std::string& other : alternatives)
+    if (first == pieces.size()) return;
+    std::vector<std::string>& overlaid = pieces[first].overlaid;
+    for (const std::string& other : others)
       if (!IsWithin(other, first, own_path)) overlaid.push_back(other);
   }
 
@@ -81,8 +99,8 @@ class Opener {
   [[nodiscard]] bool IsWithin(const std::string& path, std::size_t first,
                               const std::string& opened) const {
     if (path + "." == opened) return true;
-    for (std::size_t i = first; i < pieces_.size(); ++i)
-      for (const std::string& known : pieces_[i].paths)
+    for (std::size_t i = first; i < pieces.size(); ++i)
+      for (const std::string& known : pieces[i].paths)
         if (known == path) return true;
     return false;
   }
@@ -125,22 +143,29 @@ class Opener {
   void AddBits(const Field& field, const std::string& path, long offset_bits) {
     const long size = field.type.size;
     const long offset = offset_bits / (8 * size) * size;
-    if (pieces_.empty() || pieces_.back().kind != Piece::Kind::kBits ||
-        pieces_.back().offset != offset || pieces_.back().size != size)
-      pieces_.push_back({Piece::Kind::kBits, "fBitFields", {}, offset, size, field.type, "", {}});
-    pieces_.back().paths.push_back(path + field.name);
+    if (pieces.empty() || pieces.back().kind != Piece::Kind::kBits ||
+        pieces.back().offset != offset || pieces.back().size != size)
+      pieces.push_back({Piece::Kind::kBits, "fBitFields", {}, offset, size, field.type, "", {}});
+    pieces.back().paths.push_back(path + field.name);
   }
 
   const Headers& headers_;
-  std::vector<Piece>& pieces_;
+  const std::string wanted_;
 };
 
 }  // namespace
 
-std::vector<Piece> PiecesOf(const Headers& headers, const Record& record) {
-  std::vector<Piece> pieces;
-  Opener(headers, pieces).Open(record, "", 0);
-  return pieces;
+std::vector<Piece> PiecesOf(const Headers& headers, const Record& record,
+                            const std::string& alternative) {
+  Opener opener(headers, alternative);
+  opener.Open(record, "", 0);
+  return std::move(opener.pieces);
+}
+
+std::vector<Alternative> AlternativesOf(const Headers& headers, const Record& record) {
+  Opener opener(headers, "");
+  opener.Open(record, "", 0);
+  return std::move(opener.alternatives);
 }
 
 }  // namespace declarium::win32_library

@@ -24,7 +24,18 @@ struct Piece {
 };
 
 // The pieces in order of their places. Records without a name of their own are opened: their fields
-// stand among the pieces.
-[[nodiscard]] std::vector<Piece> PiecesOf(const Headers& headers, const Record& record);
+// stand among the pieces. `alternative` is the path of one that its union is to have the form of,
+// instead of the largest.
+[[nodiscard]] std::vector<Piece> PiecesOf(const Headers& headers, const Record& record,
+                                          const std::string& alternative = "");
+
+// An alternative of a union that is a record with a name, but not the one whose form the union has.
+struct Alternative {
+  std::string path;
+  int record = -1;  // index into Headers::records
+};
+
+// The alternatives of all unions in the record.
+[[nodiscard]] std::vector<Alternative> AlternativesOf(const Headers& headers, const Record& record);
 
 }  // namespace declarium::win32_library

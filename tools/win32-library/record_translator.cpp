@@ -32,6 +32,24 @@ std::string Bounds(long count) {
   return "(" + std::to_string(count - 1) + ")";
 }
 
+// What the names of a record's forms begin with: INPUT of tagINPUT, a name that the language keeps
+// to itself.
+std::string FormName(const Record& record) {
+  const std::string name = RecordName(record);
+  return name.starts_with("tag") ? name.substr(3) : name;
+}
+
+// The records that procedures take by address.
+std::set<int> TakenRecords(const Headers& headers) {
+  std::set<int> taken;
+  for (const Function& function : headers.functions)
+    for (const Parameter& parameter : function.parameters)
+      if (parameter.type.kind == TypeKind::kPointer &&
+          parameter.type.target->kind == TypeKind::kRecord)
+        taken.insert(parameter.type.target->record);
+  return taken;
+}
+
 std::string Joined(const std::vector<std::string>& paths) {
   std::string text;
   for (const std::string& path : paths) text += (text.empty() ? "" : ", ") + path;
@@ -63,8 +81,9 @@ struct RecordTranslator::Draft {
     return name;
   }
 
-  void Add(const std::string& name, const Form& form) {
-    row.members.push_back(name + form.bounds + " As " + form.type);
+  void Add(RowValue value, const Form& form) {
+    row.members.push_back(value.name + form.bounds + " As " + form.type);
+    row.values.push_back(std::move(value));
     size += form.size;
     alignment = std::max(alignment, form.extent.alignment);
   }
@@ -72,7 +91,7 @@ struct RecordTranslator::Draft {
   void Fill(long bytes) {
     if (bytes == 0) return;
     row.members.push_back("'header: nothing, filler");
-    Add(UniqueName("filler"), {Bounds(bytes), "Byte", {1, 1}, bytes, ""});
+    Add({.name = UniqueName("filler")}, {Bounds(bytes), "Byte", {1, 1}, bytes, ""});
   }
 };
 
@@ -80,6 +99,7 @@ RecordTranslator::RecordTranslator(const Headers& headers, ConstantLookup consta
     : headers_(headers),
       constants_(std::move(constants)),
       text_records_(TextRecords(headers)),
+      taken_(TakenRecords(headers)),
       rows_(headers.records.size()),
       extents_(headers.records.size()) {}
 
@@ -103,6 +123,24 @@ std::string RecordTranslator::NameOf(int index) {
   return row ? row->name : std::string();
 }
 
+std::vector<TypeRow> RecordTranslator::FormsOf(int index) {
+  const Record& record = headers_.records[index];
+  if (!taken_.contains(index) || record.is_union || record.tag == "tagVARIANT" || !Translate(index))
+    return {};
+  const vb::Extent extent = extents_[index];
+  std::vector<TypeRow> forms;
+  for (const Alternative& alternative : AlternativesOf(headers_, record)) {
+    const std::string other = NameOf(alternative.record);
+    if (other.empty()) continue;
+    TypeRow form{FormName(record) + "_" + other, {}, record.header, Translate(index)->c_names, {}};
+    form.members = {"'record: " + HeaderName(record), "'instead of: " + RecordName(record)};
+    if (WriteAll(index, PiecesOf(headers_, record, alternative.path), form))
+      forms.push_back(std::move(form));
+  }
+  extents_[index] = extent;
+  return forms;
+}
+
 std::expected<TypeRow, std::string> RecordTranslator::Make(int index) {
   const Record& record = headers_.records[index];
   if (record.header.empty()) return std::unexpected("not declared by a Windows header");
@@ -110,7 +148,8 @@ std::expected<TypeRow, std::string> RecordTranslator::Make(int index) {
   if (record.is_ambiguous) return std::unexpected("a member on which compilers disagree");
   if (IsInterface(record)) return std::unexpected("a COM interface or its table of functions");
   if (IsHandle(record)) return std::unexpected("it only gives a handle its type");
-  TypeRow row{RecordName(record), {}, record.header};
+  TypeRow row{RecordName(record), {}, record.header, record.typedefs, {}};
+  if (!record.tag.empty()) row.c_names.push_back(record.tag);
   if (row.name.empty()) return std::unexpected("no legal name");
   if (record.size == 0) return std::unexpected("it has no size");
   if (record.size > kLargestRecord) return std::unexpected("larger than a VB record can be");
@@ -135,7 +174,7 @@ bool RecordTranslator::WriteAll(int index, const std::vector<Piece>& pieces, Typ
     draft.size = piece.offset;
     const std::string name = draft.UniqueName(piece.name);
     Remark(piece, name, form, row);
-    draft.Add(name, form);
+    draft.Add({.name = name, .c_name = piece.name, .c_type = piece.type.text}, form);
   }
   return Close(index, begin, draft);
 }

@@ -27,6 +27,11 @@ class RecordTranslator {
   // The row of a record, or the reason why it has none.
   [[nodiscard]] const std::expected<TypeRow, std::string>& Translate(int index);
 
+  // The same record once more for each named record among the alternatives of its unions: with that
+  // one in place of the largest. Only of records that a procedure takes by address, that have a
+  // row, and that the language has no type for.
+  [[nodiscard]] std::vector<TypeRow> FormsOf(int index);
+
   // Takes a record out: another of its name is in the library already.
   void LeaveOut(int index, const std::string& reason);
 
@@ -49,6 +54,7 @@ class RecordTranslator {
   const Headers& headers_;
   ConstantLookup constants_;
   std::set<int> text_records_;
+  std::set<int> taken_;  // by address, by a procedure
   std::vector<std::optional<std::expected<TypeRow, std::string>>> rows_;
   std::vector<vb::Extent> extents_;
   std::set<int> in_progress_;

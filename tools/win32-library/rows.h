@@ -14,16 +14,29 @@ struct ConstRow {
   std::string header;
 };
 
+// A parameter or member, as C declares it.
+struct RowValue {
+  std::string name = {};    // in the row
+  std::string c_name = {};  // of the member; empty for filler
+  std::string c_type = {};  // empty for filler
+  int parameter = -1;       // 0-based, of the C function: a record by value becomes several
+  bool is_input = false;    // of a parameter: by its C type the procedure cannot write to it
+};
+
 struct DeclareRow {
   std::string name;
   std::string line;  // the whole declaration
   std::string header;
+  std::string function = {};              // the name in C; empty when that declares none
+  std::vector<RowValue> parameters = {};  // of that function
 };
 
 struct TypeRow {
   std::string name;
   std::vector<std::string> members;  // without indentation; comment lines begin with an apostrophe
   std::string header;
+  std::vector<std::string> c_names;  // typedefs and tag
+  std::vector<RowValue> values;      // the members that are no comments
 };
 
 // How many candidates of one kind were left out, by reason.
