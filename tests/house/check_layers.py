@@ -13,7 +13,7 @@ ROWS = [
     ["app", "cli"],
     ["host", "shell"],
     ["search", "basket"],
-    ["needs"],
+    ["needs", "facts"],
     ["source", "import"],
     ["library"],
     ["toolkit"],
