@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "facts/facts_file.h"
 #include "library/library.h"
 
 namespace declarium {
@@ -23,5 +24,12 @@ struct Reference {
 // views refer into `library`.
 [[nodiscard]] std::vector<Reference> FollowSharedItems(const Library& library,
                                                        const ItemView& start);
+
+// The same with the constants that by `facts` belong to the parameters and members of `start` and
+// of what it refers to, as far as the library has them: they stand behind the shared items of the
+// same item.
+[[nodiscard]] std::vector<Reference> FollowSharedItems(const Library& library,
+                                                       const ItemView& start,
+                                                       const FactsFile& facts);
 
 }  // namespace declarium

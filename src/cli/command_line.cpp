@@ -8,6 +8,7 @@
 
 #include "cli/basket_commands.h"
 #include "cli/command_set.h"
+#include "cli/facts_command.h"
 #include "cli/find_commands.h"
 #include "cli/history_commands.h"
 #include "cli/import_command.h"
@@ -62,6 +63,7 @@ void Define(CLI::App& app, Session& session) {
   AddImportCommand(set);
   AddParseCommand(set);
   AddItemCommands(set);
+  AddFactsCommand(set);
   AddFindCommands(set);
   AddBasketCommands(set);
   AddHistoryCommands(set);

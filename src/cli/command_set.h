@@ -54,6 +54,13 @@ inline void DefineNames(CLI::App& command, std::vector<std::string>& names) {
       ->type_name("");
 }
 
+// NAME, just one.
+inline void DefineName(CLI::App& command, std::string& name) {
+  command.add_option("NAME", name, "Item name; \"type:RECT\" names the kind")
+      ->required()
+      ->type_name("");
+}
+
 // What --force of a command means that saves a library.
 inline constexpr const char* kForceSave =
     "Save though somebody else has changed the file meanwhile";

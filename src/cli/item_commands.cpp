@@ -4,6 +4,7 @@
 #include <ostream>
 
 #include "cli/colored_text.h"
+#include "cli/facts_command.h"
 #include "cli/library_files.h"
 #include "cli/names.h"
 #include "cli/output.h"
@@ -47,6 +48,7 @@ struct SharedOptions {
   std::string file;
   std::string name;
   bool closure = false;
+  bool constants = false;
 };
 
 void PrintShared(const Session& session, Kind kind, std::u16string_view name, bool found) {
@@ -71,18 +73,27 @@ void PrintReference(const Session& session, const Reference& reference) {
                       << (reference.found ? "" : "\tnot in the library") << '\n';
 }
 
+std::vector<Reference> References(const SharedOptions& options, const Library& library,
+                                  const ItemView& item) {
+  if (!options.constants) return FollowSharedItems(library, item);
+  return FollowSharedItems(library, item, OpenFacts(library.path));
+}
+
 ExitStatus RunShared(const SharedOptions& options, const Session& session) {
+  if (options.constants && !options.closure) {
+    throw CommandFailed(ExitStatus::kWrongUse, "--constants: only with --closure");
+  }
   const auto library = LoadLibrary(options.file);
   const auto item = ResolveNames(library, {&options.name, 1}).front();
+  const auto references =
+      options.closure ? References(options, library, item) : std::vector<Reference>();
   if (session.IsJson()) {
     auto header = JsonHeader("shared");
     header.update(JsonItem(item.kind, item.name));
     PrintJson(session, header);
   }
   if (options.closure) {
-    for (const auto& reference : FollowSharedItems(library, item)) {
-      PrintReference(session, reference);
-    }
+    for (const auto& reference : references) PrintReference(session, reference);
     return ExitStatus::kDone;
   }
   for (const auto& [name, icon] : CreateShared(item.kind, item.item)) {
@@ -110,10 +121,11 @@ void AddItemCommands(const CommandSet& set) {
        "declarium-cli shared Win32.api WINDOWPLACEMENT --closure"},
       [](CLI::App& command, SharedOptions& options) {
         DefineFile(command, options.file);
-        command.add_option("NAME", options.name, "Item name; \"type:RECT\" names the kind")
-            ->required()
-            ->type_name("");
+        DefineName(command, options.name);
         command.add_flag("--closure", options.closure, "Follow the references through the library");
+        command.add_flag("--constants", options.constants,
+                         "With --closure: also the constants of parameters and members, by the "
+                         "facts beside the library");
       },
       RunShared);
 }

@@ -28,6 +28,7 @@ std::vector<std::vector<std::string>> CommandsOn(const std::string& file) {
   return {{"list", file},
           {"show", file, "A"},
           {"shared", file, "A"},
+          {"facts", file, "A"},
           {"find", file, "A", "--kind", "const"},
           {"complete", file, "A", "--kind", "const"},
           {"search", file, "--name", "A"},

@@ -12,8 +12,8 @@ namespace {
 
 const std::filesystem::path kSourceFolder = DECLARIUM_SOURCE_DIR;
 const std::vector<std::string> kCommands = {
-    "new",  "list",     "export", "rename", "delete", "databases", "import",  "show",   "shared",
-    "find", "complete", "search", "basket", "insert", "parse",     "history", "restore"};
+    "new",   "list", "export",   "rename", "delete", "databases", "import", "show",    "shared",
+    "facts", "find", "complete", "search", "basket", "insert",    "parse",  "history", "restore"};
 
 TEST(CommandLine, HelpListsEveryCommandAndShowsAnExample) {
   const auto run = RunCli({"--help"});

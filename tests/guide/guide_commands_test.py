@@ -3,7 +3,8 @@
 usage: guide_commands_test.py PROJECT-FOLDER DECLARIUM-CLI [--update]
 
 Every fenced block "console" of a language's pages is done, page by page in the guide's order, in one
-folder that begins with copies of examples/*.bas and of the bundled library. A line "> COMMAND" is
+folder that begins with copies of examples/*.bas and of the bundled library with its
+facts. A line "> COMMAND" is
 done, the lines behind it are its output and messages; a line "..." stands for any number of lines.
 A block "console fails" may end with an exit status other than 0, and must. --update writes the real
 output into the pages, where a command's has no "...".
@@ -28,7 +29,8 @@ class Folder:
         self.program = program
         self.path = path
         self.surroundings = {**os.environ, "DECLARIUM_HISTORY": str(path / ".history")}
-        for source in [*(project / "examples").glob("*.bas"), project / "data" / "Win32.api"]:
+        for source in [*(project / "examples").glob("*.bas"), *(project / "data").glob("Win32*.api"),
+                       *(project / "data").glob("Win32*.facts")]:
             shutil.copy(source, path)
 
     def do(self, command):

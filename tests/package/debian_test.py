@@ -72,6 +72,10 @@ class Installed(unittest.TestCase):
         self.assertIn("Declare Function GetWindowRect",
                       self.run_tool("show", library, "GetWindowRect"))
 
+    def test_brings_what_is_known_of_the_declarations(self):
+        library = "/usr/share/declarium-cli/Win32.api"
+        self.assertIn("SWP_NOSIZE", self.run_tool("facts", library, "SetWindowPos"))
+
     def test_has_a_manual_page_with_every_command(self):
         page = gzip.decompress(
             (ROOT / "usr/share/man/man1/declarium-cli.1.gz").read_bytes()).decode()

@@ -31,6 +31,11 @@ class ReadOnlyFolder(unittest.TestCase):
                         "declare")
         self.assertEqual((done.returncode, done.stdout), (0, b"declare:GetWindowRect\n"))
 
+    def test_the_command_line_reads_the_facts_beside_the_library(self):
+        done = self.cli("facts", windows_path(folder / "Win32.api"), "SetWindowPos")
+        self.assertEqual(done.returncode, 0)
+        self.assertIn(b"SWP_NOSIZE", done.stdout)
+
     def test_the_command_line_says_that_it_cannot_write(self):
         library = folder / "Win32.api"
         before = library.read_bytes()

@@ -8,7 +8,7 @@ _declarium_cli_options() {
     list) echo "$common --kind" ;;
     import) echo "$common --replace --create --reading --encoding --force" ;;
     parse) echo "$common --modules --uses --target" ;;
-    shared) echo "$common --closure" ;;
+    shared) echo "$common --closure --constants" ;;
     find | complete) echo "$common --kind" ;;
     search)
       echo "$common --kinds --name --name-whole --type --type-whole --const --const-whole" \
@@ -17,7 +17,7 @@ _declarium_cli_options() {
     restore) echo "$common --output -o --force" ;;
     basket) echo "$common --scope --closure --output -o --force" ;;
     insert) echo "$common --scope --closure --encoding --force" ;;
-    databases | show | history) echo "$common" ;;
+    databases | show | facts | history) echo "$common" ;;
     *) echo "$common --version" ;;
   esac
 }
@@ -38,8 +38,8 @@ _declarium_cli_values() {
 }
 
 _declarium_cli() {
-  local commands='new list export rename delete databases import parse show shared find complete
-    search basket insert history restore'
+  local commands='new list export rename delete databases import parse show shared facts find
+    complete search basket insert history restore'
   local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
   local command='' word values
   COMPREPLY=()

@@ -15,7 +15,8 @@ Register-ArgumentCompleter -Native -CommandName 'declarium-cli', 'declarium-cli.
         'import'    = '--replace', '--create', '--reading', '--encoding', '--force'
         'parse'     = '--modules', '--uses', '--target'
         'show'      = @()
-        'shared'    = '--closure'
+        'shared'    = '--closure', '--constants'
+        'facts'     = @()
         'find'      = '--kind'
         'complete'  = '--kind'
         'search'    = '--kinds', '--name', '--name-whole', '--type', '--type-whole', '--const',
