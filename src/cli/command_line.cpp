@@ -12,10 +12,11 @@
 #include "cli/find_commands.h"
 #include "cli/history_commands.h"
 #include "cli/import_command.h"
-#include "cli/item_commands.h"
 #include "cli/library_commands.h"
 #include "cli/parse_command.h"
 #include "cli/session.h"
+#include "cli/shared_command.h"
+#include "cli/show_command.h"
 
 namespace declarium::cli {
 namespace {
@@ -62,7 +63,8 @@ void Define(CLI::App& app, Session& session) {
   AddLibraryCommands(set);
   AddImportCommand(set);
   AddParseCommand(set);
-  AddItemCommands(set);
+  AddShowCommand(set);
+  AddSharedCommand(set);
   AddFactsCommand(set);
   AddFindCommands(set);
   AddBasketCommands(set);

@@ -1,10 +1,10 @@
-// The commands on single items: show and shared.
+// What an item needs: the command shared.
 #pragma once
 
 #include "cli/command_set.h"
 
 namespace declarium::cli {
 
-void AddItemCommands(const CommandSet& set);
+void AddSharedCommand(const CommandSet& set);
 
 }  // namespace declarium::cli

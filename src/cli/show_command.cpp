@@ -1,0 +1,56 @@
+#include "cli/show_command.h"
+
+#include <nlohmann/json.hpp>
+#include <ostream>
+
+#include "cli/colored_text.h"
+#include "cli/library_files.h"
+#include "cli/names.h"
+#include "cli/output.h"
+
+#include "source/item_text.h"
+#include "text/text.h"
+
+namespace declarium::cli {
+namespace {
+
+struct ShowOptions {
+  std::string file;
+  std::vector<std::string> names;
+};
+
+void ShowItem(const ItemView& item, const Session& session) {
+  const auto code = ItemText(item.kind, item.name, item.item);
+  if (!session.IsJson()) {
+    session.streams.out << (session.UsesColor() ? ColoredLines(code) : Lines(code)) << '\n';
+    return;
+  }
+  auto object = JsonItem(item.kind, item.name);
+  object["code"] = ToUtf8(code);
+  object["runs"] = RunsArray(code);
+  PrintJson(session, object);
+}
+
+ExitStatus RunShow(const ShowOptions& options, const Session& session) {
+  const auto excerpt = OpenExcerpt(options.file);
+  const auto items = ResolveNames(excerpt, options.names);
+  if (session.IsJson()) PrintJson(session, JsonHeader("show"));
+  for (const auto& item : items) ShowItem(item, session);
+  return ExitStatus::kDone;
+}
+
+}  // namespace
+
+void AddShowCommand(const CommandSet& set) {
+  AddCommand<ShowOptions>(
+      set,
+      {"show", "Show the source text of items",
+       "declarium-cli show Win32.api SetWindowPos type:RECT"},
+      [](CLI::App& command, ShowOptions& options) {
+        DefineFile(command, options.file);
+        DefineNames(command, options.names);
+      },
+      RunShow);
+}
+
+}  // namespace declarium::cli
