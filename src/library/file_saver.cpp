@@ -75,7 +75,7 @@ std::expected<Saved, NotSaved> FileSaver::WriteInPlace(const fs::path& path,
 void FileSaver::Prune(const fs::path& path) noexcept {
   try {
     history_.Prune(path);
-  } catch (const std::exception&) {
+  } catch (...) {
     // The next save prunes what is left now.
   }
 }

@@ -186,6 +186,10 @@ std::u16string FoldBlanks(std::u16string_view text) {
   return result;
 }
 
+std::u16string CountText(std::uint64_t count) {
+  return FromUtf8(std::to_string(count));
+}
+
 std::u16string FromUtf8(std::string_view bytes) {
   std::u16string text;
   text.reserve(bytes.size());

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <compare>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -53,6 +54,9 @@ void LowerCaseInto(std::u16string_view text, std::u16string& out);
 [[nodiscard]] constexpr bool IsDigit(char16_t unit) noexcept {
   return unit >= u'0' && unit <= u'9';
 }
+
+// The count in decimal digits.
+[[nodiscard]] std::u16string CountText(std::uint64_t count);
 
 // UTF-8 at the edges. Ill-formed input, and a lone surrogate on the way out, becomes U+FFFD.
 [[nodiscard]] std::u16string FromUtf8(std::string_view bytes);

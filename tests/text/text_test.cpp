@@ -37,6 +37,11 @@ TEST(LowerCaseInto, ReplacesWhatTheTextHeld) {
   EXPECT_EQ(out, u"abc");
 }
 
+TEST(CountText, IsTheCountInDigits) {
+  EXPECT_EQ(CountText(0), u"0");
+  EXPECT_EQ(CountText(18446744073709551615u), u"18446744073709551615");
+}
+
 TEST(Comparing, IgnoringCaseIsComparingTheLowerCaseForms) {
   const auto texts = AllTexts(u"aAb_Č\u010D", 3);
   for (const auto& a : texts) {

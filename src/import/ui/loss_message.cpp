@@ -9,14 +9,13 @@
 #include "library/ui/character_name.h"
 #include "text/text.h"
 #include "text/user_texts.h"
-#include "vb/number.h"
 
 namespace declarium {
 namespace {
 
 std::u16string CountLine(std::u16string_view caption, std::size_t count) {
   if (count == 0) return {};
-  return std::u16string(caption) + NumberText(count) + u"\r\n";
+  return std::u16string(caption) + CountText(count) + u"\r\n";
 }
 
 // A line for each of the first characters.
@@ -25,9 +24,9 @@ std::u16string Places(std::span<const LostCharacter> characters) {
   std::u16string text;
   for (const auto& [line, column, character] :
        characters.first(std::min(kMostPlaces, characters.size()))) {
-    text.append(kCrLf).append(texts::kLossLine).append(NumberText(line));
+    text.append(kCrLf).append(texts::kLossLine).append(CountText(line));
     text.append(texts::kLossColumn)
-        .append(NumberText(column))
+        .append(CountText(column))
         .append(u": ")
         .append(CharacterName(character));
   }

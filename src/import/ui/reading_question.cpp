@@ -6,7 +6,6 @@
 
 #include "text/text.h"
 #include "text/user_texts.h"
-#include "vb/number.h"
 
 namespace declarium {
 
@@ -14,7 +13,7 @@ std::u16string ReadingQuestion(const SourceReading& reading) {
   constexpr std::size_t kExamples = 3;
   const auto& all = reading.differences;
   std::u16string text(texts::kAskReadingBefore);
-  text += NumberText(all.size());
+  text += CountText(all.size());
   text += u"\r\n\r\n";
   for (const auto& each : std::span(all).first(std::min(kExamples, all.size())))
     text.append(KindName(each.kind)).append(u" ").append(each.name).append(u"\r\n");

@@ -14,7 +14,6 @@
 #include "text/user_texts.h"
 #include "toolkit/captioned.h"
 #include "toolkit/row_list.h"
-#include "vb/number.h"
 
 namespace declarium {
 namespace {
@@ -76,13 +75,13 @@ std::u16string DifferenceText(const Library& library, std::string_view bytes) {
   if (!version) return std::u16string(texts::kHistoryNoLibrary);
   const auto difference = DifferenceBetween(library, *version);
   if (difference == LibraryDifference{}) return std::u16string(texts::kHistoryEqual);
-  return std::u16string(texts::kHistoryAdded) + NumberText(difference.added) +
-         std::u16string(texts::kHistoryRemoved) + NumberText(difference.removed) +
-         std::u16string(texts::kHistoryChanged) + NumberText(difference.changed);
+  return std::u16string(texts::kHistoryAdded) + CountText(difference.added) +
+         std::u16string(texts::kHistoryRemoved) + CountText(difference.removed) +
+         std::u16string(texts::kHistoryChanged) + CountText(difference.changed);
 }
 
 std::u16string RowText(const Version& version, std::string_view bytes, const Library& library) {
-  return TimeText(version.written) + u"   " + NumberText(version.bytes) +
+  return TimeText(version.written) + u"   " + CountText(version.bytes) +
          std::u16string(texts::kHistoryBytes) + u"   " +
          std::u16string(ReasonText(version.reason)) + u"   " + DifferenceText(library, bytes);
 }
