@@ -24,6 +24,11 @@ namespace declarium {
 // The whole content of a file, which others may have open. A folder is an error.
 [[nodiscard]] std::expected<std::string, Error> ReadWholeFile(const std::filesystem::path& path);
 
+// Whether both files hold the same bytes; false where one cannot be read. They are read piece by
+// piece up to the first difference.
+[[nodiscard]] bool HaveSameContent(const std::filesystem::path& first,
+                                   const std::filesystem::path& second);
+
 // Bytes to be read, and what keeps them where they are.
 struct FileView {
   std::string_view bytes;

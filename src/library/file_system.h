@@ -36,6 +36,9 @@ class FileSystem {
       const std::filesystem::path& path) = 0;
   // The status of an ordinary file; nullopt when there is none of this name.
   [[nodiscard]] virtual std::optional<FileStatus> Status(const std::filesystem::path& path) = 0;
+  // As the function of this name in file_io.h.
+  [[nodiscard]] virtual bool HaveSameContent(const std::filesystem::path& first,
+                                             const std::filesystem::path& second) = 0;
   // The file that `path` means: a symbolic link's target, also one that does not exist yet.
   [[nodiscard]] virtual std::filesystem::path Target(const std::filesystem::path& path) = 0;
   // How `path` can be written. A folder and a write-protected file are errors: replacing would get

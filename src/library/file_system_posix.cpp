@@ -60,6 +60,10 @@ class PosixFiles : public FileSystem {
 
   std::optional<FileStatus> Status(const fs::path& path) override { return StatusOf(path); }
 
+  bool HaveSameContent(const fs::path& first, const fs::path& second) override {
+    return declarium::HaveSameContent(first, second);
+  }
+
   fs::path Target(const fs::path& path) override {
     std::error_code failed;
     if (auto target = fs::canonical(path, failed); !failed) return target;

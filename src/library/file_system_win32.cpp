@@ -135,6 +135,10 @@ class Win32Files : public FileSystem {
 
   std::optional<FileStatus> Status(const fs::path& path) override { return StatusOf(path); }
 
+  bool HaveSameContent(const fs::path& first, const fs::path& second) override {
+    return declarium::HaveSameContent(first, second);
+  }
+
   fs::path Target(const fs::path& path) override {
     return IsSymbolicLink(path) ? FinalPath(path) : path;
   }

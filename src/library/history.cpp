@@ -167,12 +167,9 @@ std::expected<std::string, Error> History::Read(const Version& version) const {
 // Only versions of the same size are read.
 const Version* History::FindEqual(const std::vector<Version>& versions, const fs::path& path,
                                   std::uint64_t size) const {
-  std::optional<std::string> bytes;
   for (const auto& version : versions) {
     if (version.bytes != size || version.reason != VersionReason::kReplaced) continue;
-    if (!bytes) bytes = files_.Read(path).value_or(std::string());
-    const auto kept = files_.Read(version.file);
-    if (kept && *kept == *bytes && kept->size() == size) return &version;
+    if (files_.HaveSameContent(path, version.file)) return &version;
   }
   return nullptr;
 }

@@ -62,6 +62,29 @@ TEST(ReadWholeFile, AFolderIsAnError) {
   EXPECT_FALSE(ReadFileUntil(folder.path(), '\2', 100));
 }
 
+TEST(HaveSameContent, ComparesEveryByteAndTheLength) {
+  const TemporaryFolder folder;
+  for (const std::size_t length : {0, 1, 65'535, 65'536, 65'537, 200'000}) {
+    const std::string bytes(length, 'x');
+    const auto path = folder.Put("a", bytes);
+    EXPECT_TRUE(HaveSameContent(path, folder.Put("b", bytes))) << length;
+    EXPECT_FALSE(HaveSameContent(path, folder.Put("longer", bytes + "x"))) << length;
+    EXPECT_FALSE(HaveSameContent(folder / "longer", path)) << length;
+    if (length == 0) continue;
+    for (const std::size_t at : {std::size_t{0}, length / 2, length - 1}) {
+      std::string other = bytes;
+      other[at] = 'y';
+      EXPECT_FALSE(HaveSameContent(path, folder.Put("c", other))) << length << " at " << at;
+    }
+  }
+}
+
+TEST(HaveSameContent, IsFalseForWhatCannotBeRead) {
+  const TemporaryFolder folder;
+  EXPECT_FALSE(HaveSameContent(folder / "missing", folder / "missing"));
+  EXPECT_FALSE(HaveSameContent(folder.path(), folder.path()));
+}
+
 TEST(ReadFileUntil, StopsAtTheFirstEndByte) {
   const TemporaryFolder folder;
   EXPECT_EQ(ReadFileUntil(folder.Put("a", "title\2rest\2"), '\2', 1000), "title");

@@ -38,6 +38,10 @@ class FaultyFiles : public FileSystem {
   std::optional<FileStatus> Status(const std::filesystem::path& path) override {
     return real_.Status(path);
   }
+  bool HaveSameContent(const std::filesystem::path& first,
+                       const std::filesystem::path& second) override {
+    return !Fails("HaveSameContent") && real_.HaveSameContent(first, second);
+  }
   std::filesystem::path Target(const std::filesystem::path& path) override {
     return real_.Target(path);
   }
