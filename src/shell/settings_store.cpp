@@ -73,7 +73,7 @@ bool SettingsStore::SetValue(std::u16string_view key, std::u16string_view name, 
 SettingValue SettingsStore::GetValue(std::u16string_view key, std::u16string_view name,
                                      SettingValue default_value) const {
   const auto stored = Read(key, name);
-  return stored ? Decode(*stored) : default_value;
+  return stored ? Decode(*stored) : std::move(default_value);
 }
 
 }  // namespace declarium
