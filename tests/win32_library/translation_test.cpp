@@ -11,6 +11,7 @@
 #include "declare_translator.h"
 #include "documented_library.h"
 #include "familiar_names.h"
+#include "hand_kept.h"
 #include "metadata_source.h"
 #include "overrides.h"
 #include "parameter_names.h"
@@ -20,6 +21,7 @@
 #include "record_names.h"
 #include "record_translator.h"
 #include "string_macro.h"
+#include "support/temporary_folder.h"
 
 namespace declarium::win32_library {
 namespace {
@@ -389,6 +391,22 @@ TEST(ParameterRules, AParameterWithoutANameHasTheMetadatasInFamiliarLetters) {
   EXPECT_EQ(ParameterRules(headers, metadata).NameOf(FunctionOf("F", Whole(4)), 0), "hWnd");
   EXPECT_EQ(FamiliarCase("left"), "Left");
   EXPECT_EQ(FamiliarCase("lpRect"), "lpRect");
+}
+
+TEST(HandKept, AreDeclaresAloneAndAFaultIsToldWithItsLine) {
+  const TemporaryFolder folder;
+  const auto read = [&folder](const std::string& text) {
+    return ReadHandKept(folder.Put("list.bas", text).string());
+  };
+  const auto rows = read("' source\nDeclare Sub S Lib \"l\" (ByVal x As Long)\n");
+  ASSERT_TRUE(rows);
+  ASSERT_EQ(rows->size(), 1u);
+  EXPECT_EQ(rows->front().name, "S");
+  EXPECT_EQ(rows->front().line, "Declare Sub S Lib \"l\" (ByVal x As Long)");
+  EXPECT_EQ(rows->front().header, kHandKept);
+  EXPECT_THAT(read("'\nDeclare Sub S (x)\n").error(), HasSubstr("list.bas:2: expected Lib"));
+  EXPECT_THAT(read("Const A = 1\n").error(), HasSubstr("list.bas:1: expected a Declare"));
+  EXPECT_THAT(ReadHandKept("no such file").error(), HasSubstr("cannot be read"));
 }
 
 TEST(ParameterNames, SayTheTypeWhereNothingElseNamesTheParameter) {
