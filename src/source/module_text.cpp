@@ -155,8 +155,10 @@ std::expected<ChangedModule, char16_t> InsertIntoModule(std::string_view bytes,
   const auto added_bytes = EncodeText(added, encoding);
   if (!added_bytes) return std::unexpected(added[added_bytes.error()]);
   const auto unit_size = IsUtf16(encoding) ? std::size_t{2} : std::size_t{1};
+  // Half a character at the end of UTF-16 stays at the end: behind it nothing could be read.
+  const auto units = (bytes.size() - MarkLength(encoding)) / unit_size;
   const auto position =
-      is_behind_a_line ? MarkLength(encoding) + unit_size * place.next() : bytes.size();
+      MarkLength(encoding) + unit_size * (is_behind_a_line ? place.next() : units);
   module.bytes = std::string(bytes.substr(0, position)) + *added_bytes;
   module.bytes += bytes.substr(position);
   return module;

@@ -102,6 +102,13 @@ TEST(InsertIntoModule, KeepsTheMarkTheEncodingAndTheLineEnds) {
   }
 }
 
+TEST(InsertIntoModule, LeavesHalfACharacterOfUtf16AtTheEnd) {
+  const std::string mark = "\xFF\xFE";
+  const auto module = InsertIntoModule(mark + "a" + '\0' + "b", u"<>");
+  ASSERT_TRUE(module);
+  EXPECT_EQ(module->bytes, mark + *EncodeText(u"a\r\n<>", module->encoding) + "b");
+}
+
 TEST(InsertIntoModule, TellsWhichCharacterTheModuleCannotKeep) {
   const auto module = InsertIntoModule("Option Explicit\r\n", u"ab\u010D", {.code_page = 1252});
   ASSERT_FALSE(module);
