@@ -194,10 +194,8 @@ Function ${un}DeleteListed
   Delete "$INSTDIR\installed-files.txt"
 FunctionEnd
 
-; Deletes the libraries that are still as they were installed, except the one whose name is on the
-; stack.
+; Deletes the libraries that are still as they were installed, each with its facts.
 Function ${un}DeleteUnchangedLibraries
-  Exch $R0
   StrCpy $0 0
   ${Do}
     EnumRegValue $1 HKCU "${LIBRARIES}" $0
@@ -205,19 +203,18 @@ Function ${un}DeleteUnchangedLibraries
       ${ExitDo}
     ${EndIf}
     IntOp $0 $0 + 1
-    ${If} $1 != $R0
-      ReadRegStr $2 HKCU "${LIBRARIES}" $1
-      Push "$INSTDIR\$1"
-      Call ${un}HashOf
-      Pop $3
-      ${If} $2 == $3
-        Delete "$INSTDIR\$1"
-        DeleteRegValue HKCU "${LIBRARIES}" $1
-        IntOp $0 $0 - 1
-      ${EndIf}
+    ReadRegStr $2 HKCU "${LIBRARIES}" $1
+    Push "$INSTDIR\$1"
+    Call ${un}HashOf
+    Pop $3
+    ${If} $2 == $3
+      Delete "$INSTDIR\$1"
+      DeleteRegValue HKCU "${LIBRARIES}" $1
+      IntOp $0 $0 - 1
+      StrCpy $1 $1 -4  ; without ".api"
+      Delete "$INSTDIR\$1.facts"
     ${EndIf}
   ${Loop}
-  Pop $R0
 FunctionEnd
 
 ; The program that the IDE starts, "" when none is registered for the user.
@@ -231,52 +228,70 @@ FunctionEnd
 
 ; ---- installing ----
 
-Var Library  ; the file that the new library goes to
+Var Library  ; a library's name, without ".api"
+Var Hash     ; of the new one
+Var Place    ; the name that the new one goes to, "" when it is not written
 
-; The library comes as Win32.api unless the user changed that one.
-Function InstallLibrary
-  StrCpy $Library "Win32.api"
-  ReadRegStr $1 HKCU "${LIBRARIES}" "Win32.api"
-  Push "$INSTDIR\Win32.api"
+; A library goes where the one before it was unless the user changed that one.
+Function ChoosePlace
+  StrCpy $Place $Library
+  StrCpy $R8 "$Library.api"
+  ReadRegStr $1 HKCU "${LIBRARIES}" $R8
+  Push "$INSTDIR\$R8"
   Call HashOf
   Pop $2
   ${If} $2 == ""
   ${OrIf} $2 == $1
-  ${OrIf} $2 == "${LIBRARY_HASH}"
-    SetOutPath $INSTDIR
-    File "${SOURCE}/Win32.api"
-    WriteRegStr HKCU "${LIBRARIES}" "Win32.api" "${LIBRARY_HASH}"
-  ${ElseIf} $1 == "${LIBRARY_HASH}"
+  ${OrIf} $2 == $Hash
+    Return
+  ${EndIf}
+  ${If} $1 == $Hash
+    StrCpy $Place ""
     Push "$(KeptSame)"
     Call Say
-  ${Else}
-    Call InstallLibraryBeside
+    Return
   ${EndIf}
+  Call ChoosePlaceBeside
 FunctionEnd
 
-; Under a title of its own, so that the program's list tells the two apart.
-Function InstallLibraryBeside
-  StrCpy $Library "Win32-${VERSION}.api"
-  StrCpy $R9 $Library
-  ReadRegStr $1 HKCU "${LIBRARIES}" $Library
-  Push "$INSTDIR\$Library"
+Function ChoosePlaceBeside
+  StrCpy $Place "$Library-${VERSION}"
+  StrCpy $R9 "$Place.api"
+  ReadRegStr $1 HKCU "${LIBRARIES}" $R9
+  Push "$INSTDIR\$R9"
   Call HashOf
   Pop $2
   ${If} $2 != ""
   ${AndIf} $2 != $1
+    StrCpy $Place ""
     Push "$(KeptBoth)"
     Call Say
-    Return
   ${EndIf}
-  File "/oname=$INSTDIR\$Library" "${SOURCE}/Win32.api"
-  nsExec::Exec '"$INSTDIR\declarium-cli.exe" rename "$INSTDIR\$Library" "Win32 API ${VERSION}"'
-  Pop $0
-  Push "$INSTDIR\$Library"
-  Call HashOf
-  Pop $2
-  WriteRegStr HKCU "${LIBRARIES}" $Library $2
-  Push "$(KeptBeside)"
-  Call Say
+FunctionEnd
+
+; A library beside the user's has a title of its own, so that the program's list tells the two apart.
+!macro InstallLibrary name title hash
+  StrCpy $Library "${name}"
+  StrCpy $Hash "${hash}"
+  Call ChoosePlace
+  ${If} $Place != ""
+    File "/oname=$INSTDIR\$Place.api" "${SOURCE}/${name}.api"
+    ${If} $Place != $Library
+      File "/oname=$INSTDIR\$Place.facts" "${SOURCE}/${name}.facts"
+      nsExec::Exec '"$INSTDIR\declarium-cli.exe" rename "$INSTDIR\$Place.api" "${title} ${VERSION}"'
+      Pop $0
+      Push "$INSTDIR\$Place.api"
+      Call HashOf
+      Pop $Hash
+      Push "$(KeptBeside)"
+      Call Say
+    ${EndIf}
+    WriteRegStr HKCU "${LIBRARIES}" "$Place.api" $Hash
+  ${EndIf}
+!macroend
+
+Function InstallLibraries
+  !include "${LIBRARY_LIST}"
 FunctionEnd
 
 Section "!$(NameProgram)" SectionProgram
@@ -284,12 +299,11 @@ Section "!$(NameProgram)" SectionProgram
   AddSize ${LIBRARY_KILOBYTES}
   Call RequireClosed
   Call DeleteListed
-  SetOutPath $INSTDIR
-  File /r /x Win32.api "${SOURCE}/*"
-  File "/oname=installed-files.txt" "${LIST}"
-  Call InstallLibrary
-  Push $Library
   Call DeleteUnchangedLibraries
+  SetOutPath $INSTDIR
+  File /r /x *.api "${SOURCE}/*"
+  File "/oname=installed-files.txt" "${LIST}"
+  Call InstallLibraries
   WriteUninstaller "$INSTDIR\Uninstall.exe"
   WriteRegStr HKCU "${UNINSTALL}" "DisplayName" "Declarium"
   WriteRegStr HKCU "${UNINSTALL}" "DisplayVersion" "${VERSION}"
@@ -410,7 +424,6 @@ Section "un.$(NameProgram)" UnSectionProgram
     !insertmacro Stays "$(OtherCopy)"
   ${EndIf}
   Delete "$SMPROGRAMS\Declarium.lnk"
-  Push ""
   Call un.DeleteUnchangedLibraries
   Call un.DeleteListed
   Delete "$INSTDIR\Uninstall.exe"

@@ -1,4 +1,5 @@
-; What the installer says, in both languages. $R9 (a file) and $0 (a status) are set by who shows it.
+; What the installer says, in both languages. $R8 and $R9 (files) and $0 (a status) are set by who
+; shows it.
 !macro Text name english slovak
   LangString ${name} ${LANG_ENGLISH} "${english}"
   LangString ${name} ${LANG_SLOVAK} "${slovak}"
@@ -10,8 +11,8 @@
 !insertmacro Text NameSettings "Delete my settings, too" "Zmazať aj moje nastavenia"
 
 !insertmacro Text AboutProgram \
-  "The program, the command line, the library Win32.api and the guide." \
-  "Program, príkazový riadok, databáza Win32.api a príručka."
+  "The program, the command line, the libraries of Windows declarations and the guide." \
+  "Program, príkazový riadok, databázy deklarácií Windows a príručka."
 !insertmacro Text AboutMenu "Starts the window." "Spúšťa okno programu."
 !insertmacro Text AboutIde \
   "Lists Declarium in the Add-In Manager, for you alone; no administrator is needed." \
@@ -30,14 +31,14 @@
   "The IDE uses another copy of Declarium, whose registration stays: $R9" \
   "Prostredie používa inú kópiu programu Declarium, jej registrácia zostáva: $R9"
 !insertmacro Text KeptSame \
-  "You changed Win32.api: it stays as it is. This version brings no newer one." \
-  "Databázu Win32.api ste zmenili: zostáva, ako je. Táto verzia neprináša novšiu."
+  "You changed $R8: it stays as it is. This version brings no newer one." \
+  "Databázu $R8 ste zmenili: zostáva, ako je. Táto verzia neprináša novšiu."
 !insertmacro Text KeptBeside \
-  "You changed Win32.api: it stays as it is. The new one is beside it: $R9" \
-  "Databázu Win32.api ste zmenili: zostáva, ako je. Nová je vedľa nej: $R9"
+  "You changed $R8: it stays as it is. The new one is beside it: $R9" \
+  "Databázu $R8 ste zmenili: zostáva, ako je. Nová je vedľa nej: $R9"
 !insertmacro Text KeptBoth \
-  "You changed Win32.api and $R9: both stay as they are, the new library was not written." \
-  "Databázy Win32.api a $R9 ste zmenili: obe zostávajú, ako sú, nová databáza sa nezapísala."
+  "You changed $R8 and $R9: both stay as they are, the new library was not written." \
+  "Databázy $R8 a $R9 ste zmenili: obe zostávajú, ako sú, nová databáza sa nezapísala."
 !insertmacro Text Installed "Declarium ${VERSION} is installed: $INSTDIR" \
   "Declarium ${VERSION} je nainštalovaný: $INSTDIR"
 !insertmacro Text Removed "Declarium is removed." "Declarium je odinštalovaný."

@@ -72,6 +72,13 @@ class Installed(unittest.TestCase):
         self.assertIn("Declare Function GetWindowRect",
                       self.run_tool("show", library, "GetWindowRect"))
 
+    def test_brings_the_libraries_by_area_with_their_facts(self):
+        shipped = {path.name for path in (ROOT / "usr/share/declarium-cli").iterdir()}
+        kept = {path.name for path in (PROJECT / "data").iterdir()
+                if path.suffix in (".api", ".facts")}
+        self.assertIn("Win32_Network.api", kept)
+        self.assertEqual(shipped, kept)
+
     def test_brings_what_is_known_of_the_declarations(self):
         library = "/usr/share/declarium-cli/Win32.api"
         self.assertIn("SWP_NOSIZE", self.run_tool("facts", library, "SetWindowPos"))

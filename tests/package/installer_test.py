@@ -4,7 +4,7 @@ import shutil
 import unittest
 import zipfile
 
-from products import DIST, VERSION, newer_installer, file_in_zip
+from products import DIST, VERSION, newer_installer
 from wine_session import PROJECT, Profile, Session, windows_path
 
 SETUP = DIST / f"declarium-{VERSION}-win32-setup.exe"
@@ -174,24 +174,27 @@ class Upgrade(Installer):
     @classmethod
     def setUpClass(cls):
         cls.setup, cls.new_library = newer_installer(NEWER)
-        cls.old_library = file_in_zip("Win32.api")
+
+    def libraries_and_facts(self, profile):
+        return {name for name in files_below(folder_of(profile))
+                if name.endswith((".api", ".facts"))}
 
     def upgrade(self, profile):
         return self.run_to_end(profile, windows_path(self.setup), "/S")
 
-    def change_library(self, profile):
-        library = folder_of(profile) / "Win32.api"
+    def change_library(self, profile, name="Win32"):
+        library = folder_of(profile) / f"{name}.api"
+        before = library.read_bytes()
         self.run_to_end(profile, FOLDER + r"\declarium-cli.exe", "rename",
-                        FOLDER + r"\Win32.api", "Mine")
-        self.assertNotEqual(library.read_bytes(), self.old_library)
+                        f"{FOLDER}\\{name}.api", "Mine")
+        self.assertNotEqual(library.read_bytes(), before)
         return library.read_bytes()
 
     def test_replaces_the_library_that_nobody_changed(self):
         profile = self.profile(installed)
         self.upgrade(profile)
         self.assertEqual((folder_of(profile) / "Win32.api").read_bytes(), self.new_library)
-        self.assertEqual(list(folder_of(profile).glob("*.api")),
-                         [folder_of(profile) / "Win32.api"])
+        self.assertEqual(self.libraries_and_facts(profile), self.libraries_and_facts(installed))
         profile.settle()
         self.assertEqual(profile.registry()[UNINSTALL]["DisplayVersion"], NEWER)
 
@@ -209,6 +212,32 @@ class Upgrade(Installer):
         title, _, rest = (folder_of(profile) / beside).read_bytes().partition(b"\x02")
         self.assertEqual(title.decode("cp1250"), f"Win32 API {NEWER}")
         self.assertEqual(rest, self.new_library.partition(b"\x02")[2])
+        self.assertEqual(self.libraries_and_facts(profile),
+                         self.libraries_and_facts(installed)
+                         | {"own.api", beside, f"Win32-{NEWER}.facts"})
+        self.assertIn("SWP_NOSIZE", self.run_to_end(profile, FOLDER + r"\declarium-cli.exe", "facts",
+                                                    f"{FOLDER}\\{beside}", "SetWindowPos"))
+
+    def test_keeps_each_library_that_the_user_changed_for_itself(self):
+        profile = self.profile(installed)
+        folder = folder_of(profile)
+        mine = self.change_library(profile, "Win32_Network")
+        said = self.upgrade(profile)
+        self.assertIn("You changed Win32_Network.api: it stays as it is. This version brings no newer "
+                      "one.", said)
+        self.assertNotIn("You changed Win32.api", said)
+        self.assertEqual((folder / "Win32_Network.api").read_bytes(), mine)
+        self.assertEqual((folder / "Win32.api").read_bytes(), self.new_library)
+        self.assertEqual(self.libraries_and_facts(profile), self.libraries_and_facts(installed))
+
+    def test_takes_the_copy_beside_and_its_facts_away_with_the_next_version(self):
+        profile = self.profile(installed)
+        mine = self.change_library(profile)
+        self.upgrade(profile)
+        self.run_to_end(profile, windows_path(SETUP), "/S")
+        left = {name for name in self.libraries_and_facts(profile) if NEWER in name}
+        self.assertEqual(left, set())
+        self.assertEqual((folder_of(profile) / "Win32.api").read_bytes(), mine)
 
     def test_brings_no_second_library_when_it_has_no_newer_one(self):
         profile = self.profile(installed)
@@ -216,7 +245,7 @@ class Upgrade(Installer):
         said = self.run_to_end(profile, windows_path(SETUP), "/S")
         self.assertIn("This version brings no newer one.", said)
         self.assertEqual((folder_of(profile) / "Win32.api").read_bytes(), mine)
-        self.assertEqual(len(list(folder_of(profile).glob("*.api"))), 1)
+        self.assertEqual(self.libraries_and_facts(profile), self.libraries_and_facts(installed))
 
     def test_deletes_the_files_that_the_old_version_alone_has(self):
         profile = self.profile(installed)

@@ -36,6 +36,11 @@ class ReadOnlyFolder(unittest.TestCase):
         self.assertEqual(done.returncode, 0)
         self.assertIn(b"SWP_NOSIZE", done.stdout)
 
+    def test_each_library_has_its_facts_beside_it(self):
+        libraries = {path.stem for path in folder.glob("*.api")}
+        self.assertEqual(libraries, {path.stem for path in (PROJECT / "data").glob("*.api")})
+        self.assertEqual(libraries, {path.stem for path in folder.glob("*.facts")})
+
     def test_the_command_line_says_that_it_cannot_write(self):
         library = folder / "Win32.api"
         before = library.read_bytes()

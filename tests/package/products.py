@@ -20,11 +20,6 @@ VERSION = product()["version"]
 ZIP = DIST / f"declarium-{VERSION}-win32.zip"
 
 
-def file_in_zip(name):
-    with zipfile.ZipFile(ZIP) as archive:
-        return archive.read(f"declarium-{VERSION}-win32/{name}")
-
-
 def unpack(folder):
     """The portable folder, below `folder`."""
     with zipfile.ZipFile(ZIP) as archive:

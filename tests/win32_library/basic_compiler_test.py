@@ -1,7 +1,7 @@
-"""What the library inserts compiles: LibreOffice's Basic, in VBA mode, takes every row with what it
+"""What the libraries insert compiles: LibreOffice's Basic, in VBA mode, takes every row with what it
 needs, in modules of 500 rows, and 2 000 rows of a random choice with what they need, each alone.
 
-usage: basic_compiler_test.py DECLARIUM-CLI LIBRARY
+usage: basic_compiler_test.py DECLARIUM-CLI LIBRARY...
 """
 import json
 import random
@@ -48,39 +48,41 @@ def with_other_words(text):
 
 
 class Check:
-    def __init__(self, compiler, library):
+    def __init__(self, compiler):
         self.compiler = compiler
-        self.library = library
         self.explained = 0
         self.refused = []
 
-    def look_at(self, rows):
-        text = self.library.text(rows)
+    def look_at(self, library, rows):
+        text = library.text(rows)
         if self.compiler.accepts(text):
             return
         if self.compiler.accepts(with_other_words(text)):
             self.explained += 1
         elif len(rows) == 1:
-            self.refused.append(rows[0])
+            self.refused.append(f"{library.path} {rows[0]}")
         else:
             piece = -(-len(rows) // PIECES)
             for first in range(0, len(rows), piece):
-                self.look_at(rows[first:first + piece])
+                self.look_at(library, rows[first:first + piece])
 
 
 def main():
-    library = Library(*sys.argv[1:])
+    program, *paths = sys.argv[1:]
+    libraries = [Library(program, path) for path in paths]
+    rows = [(library, row) for library in libraries for row in library.rows]
     with BasicCompiler() as compiler:
         if compiler.accepts("Private Const A As Long = = 1"):
             sys.exit("The compiler takes what is no Basic.")
-        check = Check(compiler, library)
-        for first in range(0, len(library.rows), ROWS_OF_A_MODULE):
-            check.look_at(library.rows[first:first + ROWS_OF_A_MODULE])
-        for row in random.Random(SEED).sample(library.rows, CLOSURES):
-            check.look_at([row])
+        check = Check(compiler)
+        for library in libraries:
+            for first in range(0, len(library.rows), ROWS_OF_A_MODULE):
+                check.look_at(library, library.rows[first:first + ROWS_OF_A_MODULE])
+        for library, row in random.Random(SEED).sample(rows, CLOSURES):
+            check.look_at(library, [row])
     for row in check.refused:
         print(f"refused: {row}")
-    print(f"{len(library.rows)} rows and {CLOSURES} closures, {check.explained} modules compiled "
+    print(f"{len(rows)} rows and {CLOSURES} closures, {check.explained} modules compiled "
           "with other names only")
     return 1 if check.refused else 0
 

@@ -1,10 +1,10 @@
-// The examples of docs/win32-library.md are rows of the library.
+// The examples of docs/win32-library.md are rows of the libraries.
 #include "gtest/gtest.h"
 
+#include "bundled.h"
 #include "import/merge.h"
 #include "import/parser.h"
 #include "library/file_io.h"
-#include "library/library_file.h"
 #include "source/item_text.h"
 #include "text/code_page.h"
 #include "text/text.h"
@@ -29,7 +29,7 @@ std::u16string Examples() {
 }
 
 TEST(LibraryPage, ShowsRowsAsTheyAreInTheLibrary) {
-  const Library library = LoadLibraryFile(DECLARIUM_SOURCE_DIR "/data/Win32.api").value();
+  const Library library = AllLibraries();
   Library examples;
   MergeItems(examples, ParseDeclarations(ReadSource(Examples())), Existing::kReplace);
   std::size_t count = 0;

@@ -119,7 +119,8 @@ struct Sample {
     metadata.functions.push_back(function);
   }
   [[nodiscard]] std::string Facts(const Prefixes& prefixes = {}) const {
-    return FactsOf(library, metadata, prefixes);
+    ConstantSets sets(library.constants, metadata);
+    return FactsOf(library, metadata, sets, prefixes);
   }
 };
 
@@ -193,6 +194,23 @@ TEST(Facts, OfAMemberGoByItsNameInCAlsoWithinAUnion) {
   EXPECT_THAT(sample.Facts(),
               HasSubstr("t\trec\tsome.h\ta||DWORD\tb_||DWORD|FLAGS\tc||KIND|KIND\tfiller\n"));
   EXPECT_THAT(sample.Facts({{"REC a", {"AB_"}}}), HasSubstr("\ta||DWORD|AB_*\t"));
+}
+
+TEST(Facts, HaveOfASetOnlyWhatTheLibraryHas) {
+  Sample sample;
+  sample.library.constants = {Constant("AB_ONE")};
+  sample.library.types = {{"REC",
+                           {"a As Long", "b As Long"},
+                           "some.h",
+                           {},
+                           {{"a", "a", "FLAGS"}, {"b", "b", "OTHERS"}}}};
+  sample.metadata.enums = {EnumOf("FLAGS", {"AB_ONE", "AB_TWO"}), EnumOf("OTHERS", {"CD_ONE"})};
+  ConstantSets sets({Constant("AB_ONE"), Constant("AB_TWO"), Constant("CD_ONE")}, sample.metadata);
+  EXPECT_EQ(FactsOf(sample.library, sample.metadata, sets, {}),
+            "Declarium facts 1\n"
+            "c\tab_one\tsome.h\n"
+            "s\tFLAGS\tf\tAB_ONE\n"
+            "t\trec\tsome.h\ta||FLAGS|FLAGS\tb||OTHERS\n");
 }
 
 TEST(Facts, HaveNoSetThatNothingUses) {

@@ -4,6 +4,7 @@
 #include <cctype>
 #include <set>
 #include <unordered_map>
+#include <unordered_set>
 
 #include "text/text.h"
 #include "vb/module.h"
@@ -55,11 +56,10 @@ std::string DirectionOf(const RowValue& value, const MetaValue* facts) {
 
 class Writer {
  public:
-  Writer(const Library& library, const Metadata& metadata, const Prefixes& prefixes)
-      : library_(library),
-        metadata_(metadata),
-        prefixes_(prefixes),
-        sets_(library.constants, metadata) {
+  Writer(const Library& library, const Metadata& metadata, ConstantSets& sets,
+         const Prefixes& prefixes)
+      : library_(library), metadata_(metadata), prefixes_(prefixes), sets_(sets) {
+    for (const ConstRow& row : library.constants) constants_.insert(row.name);
     for (const MetaRecord& record : metadata.records) records_.emplace(record.name, &record);
     for (const MetaTypedef& item : metadata.typedefs)
       if (!item.free.empty()) closing_.emplace(item.name, item.free);
@@ -77,6 +77,20 @@ class Writer {
     std::string text = std::string(kFirstLine) + "\n";
     for (const std::string& line : lines_) text += line + "\n";
     return text;
+  }
+
+  std::set<std::string> Belonging() {
+    for (const DeclareRow& row : library_.declares) AddDeclare(row);
+    for (const TypeRow& row : library_.types) AddType(row);
+    std::set<std::string> names;
+    for (const std::string& name : used_sets_) {
+      const ConstantSet& set = *sets_.Find(name);
+      const bool is_list = set.constants.empty();
+      if (is_list && !Present(set.by_prefix).empty()) continue;
+      const std::vector<std::string>& constants = is_list ? set.by_prefix : set.constants;
+      names.insert(constants.begin(), constants.end());
+    }
+    return names;
   }
 
  private:
@@ -193,19 +207,28 @@ class Writer {
         set = sets_.WithPrefixes(listed->second);
     if (set == nullptr) return "";
     used_sets_.insert(set->name);
-    return set->name;
+    const bool is_empty = Present(set->constants).empty() && Present(set->by_prefix).empty();
+    return is_empty ? "" : set->name;
   }
 
   void AddSet(const ConstantSet& set) {
-    lines_.push_back(
-        Joined({"s", set.name, set.is_flags ? "f" : "", Words(set.constants), Words(set.by_prefix)},
-               '\t'));
+    if (Present(set.constants).empty() && Present(set.by_prefix).empty()) return;
+    lines_.push_back(Joined({"s", set.name, set.is_flags ? "f" : "", Words(Present(set.constants)),
+                             Words(Present(set.by_prefix))},
+                            '\t'));
+  }
+
+  // Those of the names that the library has.
+  std::vector<std::string> Present(std::vector<std::string> names) const {
+    std::erase_if(names, [this](const std::string& name) { return !constants_.contains(name); });
+    return names;
   }
 
   const Library& library_;
   const Metadata& metadata_;
   const Prefixes& prefixes_;
-  ConstantSets sets_;
+  ConstantSets& sets_;
+  std::unordered_set<std::string> constants_;  // of the library
   std::unordered_map<std::string, const MetaRecord*> records_;
   std::unordered_map<std::string, std::string> closing_;      // function, by the handle's type
   std::unordered_map<std::string, std::string> by_function_;  // row's name, by the name in C
@@ -215,8 +238,14 @@ class Writer {
 
 }  // namespace
 
-std::string FactsOf(const Library& library, const Metadata& metadata, const Prefixes& prefixes) {
-  return Writer(library, metadata, prefixes).Text();
+std::string FactsOf(const Library& library, const Metadata& metadata, ConstantSets& sets,
+                    const Prefixes& prefixes) {
+  return Writer(library, metadata, sets, prefixes).Text();
+}
+
+std::set<std::string> BelongingConstants(const Library& library, const Metadata& metadata,
+                                         ConstantSets& sets, const Prefixes& prefixes) {
+  return Writer(library, metadata, sets, prefixes).Belonging();
 }
 
 }  // namespace declarium::win32_library

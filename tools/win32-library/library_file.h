@@ -5,7 +5,9 @@
 #include <expected>
 #include <filesystem>
 #include <string>
+#include <vector>
 
+#include "library_split.h"
 #include "rows.h"
 
 namespace declarium::win32_library {
@@ -22,7 +24,8 @@ namespace declarium::win32_library {
 // One line for each row: kind, name and header with tabs between.
 [[nodiscard]] std::string ProvenanceOf(const Library& library);
 
-// How many rows of each kind there are, and how many candidates were left out why.
-[[nodiscard]] std::string ReportOf(const Library& library);
+// How many rows of each kind there are, in all and in each library, and how many candidates were
+// left out why.
+[[nodiscard]] std::string ReportOf(const Library& library, const std::vector<LibraryPart>& parts);
 
 }  // namespace declarium::win32_library

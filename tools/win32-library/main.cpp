@@ -1,7 +1,7 @@
-// win32_library SOURCE_FOLDER IMPORT_FOLDER OUT_FOLDER: makes Win32.api, Win32.facts,
-// Win32.provenance.tsv and Win32.report.md in OUT_FOLDER from the lists headers.txt, libraries.txt,
-// overrides.txt and prefixes.txt, the metadata, additions.c and hand_kept.bas in SOURCE_FOLDER, and
-// the import libraries in IMPORT_FOLDER.
+// win32_library SOURCE_FOLDER IMPORT_FOLDER OUT_FOLDER: makes the libraries of areas.txt, each with
+// its facts file, Win32.provenance.tsv and Win32.report.md in OUT_FOLDER from the lists
+// headers.txt, libraries.txt, overrides.txt, prefixes.txt and areas.txt, the metadata, additions.c
+// and hand_kept.bas in SOURCE_FOLDER, and the import libraries in IMPORT_FOLDER.
 #include <cstdio>
 #include <fstream>
 #include <iostream>
@@ -12,6 +12,7 @@
 #include "header_reader.h"
 #include "library_builder.h"
 #include "library_file.h"
+#include "library_split.h"
 #include "metadata.h"
 #include "metadata_source.h"
 #include "overrides.h"
@@ -82,22 +83,29 @@ int Generate(const std::string& source, const std::string& imports, const std::s
   if (!hand_kept) return Fail(hand_kept.error());
   const auto prefixes = ReadPrefixes(source + "/prefixes.txt");
   if (!prefixes) return Fail(prefixes.error());
+  const auto areas = ReadAreas(source + "/areas.txt");
+  if (!areas) return Fail(areas.error());
   const auto sources = UnitsOf(source, *metadata, *overrides);
   if (!sources) return Fail(sources.error());
   const auto units = ReadUnits(*sources);
   if (!units) return Fail(units.error());
   const Library library = BuildLibrary(*units, {*libraries, *metadata, *overrides, *hand_kept});
-  const auto written = WriteLibrary(library, "Win32 API", out + "/Win32.api");
-  if (!written) {
-    static_cast<void>(WriteText(out + "/Win32.rejected.bas", SourceOf(library)));
-    return Fail(written.error());
+  ConstantSets sets(library.constants, *metadata);
+  const auto parts = SplitLibrary(library, *areas, *metadata, sets, *prefixes);
+  for (const LibraryPart& part : parts) {
+    const std::string path = out + "/" + part.file;
+    if (const auto written = WriteLibrary(part.library, part.title, path + ".api"); !written) {
+      static_cast<void>(WriteText(path + ".rejected.bas", SourceOf(part.library)));
+      return Fail(part.file + ": " + written.error());
+    }
+    if (!WriteText(path + ".facts", FactsOf(part.library, *metadata, sets, *prefixes)))
+      return Fail("cannot write " + path + ".facts");
   }
-  if (!WriteText(out + "/Win32.facts", FactsOf(library, *metadata, *prefixes)) ||
-      !WriteText(out + "/Win32.provenance.tsv", ProvenanceOf(library)) ||
-      !WriteText(out + "/Win32.report.md", ReportOf(library)))
+  const std::string report = ReportOf(library, parts);
+  if (!WriteText(out + "/Win32.provenance.tsv", ProvenanceOf(library)) ||
+      !WriteText(out + "/Win32.report.md", report))
     return Fail("cannot write into " + out);
-  std::cout << library.declares.size() << " Declares, " << library.constants.size() << " Consts, "
-            << library.types.size() << " Types\n";
+  std::cout << report;
   return 0;
 }
 

@@ -18,7 +18,7 @@ std::string Counts(const std::string& kind, const std::vector<Row>& rows, const 
     total += count;
   }
   std::ranges::sort(reasons);
-  std::string text = "\n## " + kind + "\n\n" + std::to_string(rows.size()) + " in the library, " +
+  std::string text = "\n## " + kind + "\n\n" + std::to_string(rows.size()) + " in the libraries, " +
                      std::to_string(single) + " of them from the metadata alone; " +
                      std::to_string(total) + " left out:\n\n| left out | because |\n|---:|---|\n";
   for (const auto& [count, reason] : reasons)
@@ -26,12 +26,22 @@ std::string Counts(const std::string& kind, const std::vector<Row>& rows, const 
   return text;
 }
 
+// A row may be in several libraries.
+std::string LibraryTable(const std::vector<LibraryPart>& parts) {
+  std::string text = "\n| library | Declare | Const | Type |\n|---|---:|---:|---:|\n";
+  for (const LibraryPart& part : parts)
+    text += "| `" + part.file + ".api` | " + std::to_string(part.library.declares.size()) + " | " +
+            std::to_string(part.library.constants.size()) + " | " +
+            std::to_string(part.library.types.size()) + " |\n";
+  return text;
+}
+
 }  // namespace
 
-std::string ReportOf(const Library& library) {
-  return "# The Win32 library: what is in it and what is not\n\n"
+std::string ReportOf(const Library& library, const std::vector<LibraryPart>& parts) {
+  return "# The Win32 libraries: what is in them and what is not\n\n"
          "Written by `tools/win32-library/generate`; the rules are in `docs/win32-library.md`.\n" +
-         Counts("Declare", library.declares, library.declares_left_out) +
+         LibraryTable(parts) + Counts("Declare", library.declares, library.declares_left_out) +
          Counts("Const", library.constants, library.constants_left_out) +
          Counts("Type", library.types, library.types_left_out);
 }
