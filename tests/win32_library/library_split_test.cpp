@@ -47,6 +47,7 @@ TEST(ListOfAreas, RefusesWhatIsNotOfItsForm) {
 template <typename Row>
 std::vector<std::string> Names(const std::vector<Row>& rows) {
   std::vector<std::string> names;
+  names.reserve(rows.size());
   for (const Row& row : rows) names.push_back(row.name);
   return names;
 }

@@ -196,6 +196,12 @@ TEST_F(Win32Library, HoldsTheHandKeptRowsWhichNoOtherSourceHas) {
   }
 }
 
+// GDI+ has a PathData, which is another record.
+TEST_F(Win32Library, ARecordIsNotTheOneWhoseNameDiffersInCase) {
+  const auto item = FindItem(library_, Kind::kDeclare, u"PATHOBJ_bEnum").value();
+  EXPECT_THAT(ToUtf8(ItemText(Kind::kDeclare, item.name, item.item)), HasSubstr("ppd As Any"));
+}
+
 // The overrides for the headers are the disagreements, no less and no more.
 Mismatches CheckDecisions(const std::string& kind, const Disagreements& found) {
   Mismatches mismatches;

@@ -117,7 +117,8 @@ class Pass {
 
   // Whether the record is the one that an earlier unit has under the name.
   bool IsSame(const Claim& first, const Record& record, const std::string& name) const {
-    if (IsFromMetadata(record.header)) return made_types_.contains(vb::Lower(name));
+    if (IsFromMetadata(record.header))
+      return first.name == name && made_types_.contains(vb::Lower(name));
     return first.header == record.header && first.name == name && first.size == record.size;
   }
 

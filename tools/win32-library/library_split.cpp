@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "facts_text.h"
+#include "vb/name.h"
 
 namespace declarium::win32_library {
 namespace {
@@ -24,21 +25,21 @@ std::vector<std::string> WordsOf(const std::string& text) {
   return words;
 }
 
-// All rows, found by name.
+// All rows, found by name without regard to case.
 class RowNames {
  public:
   explicit RowNames(const Library& library) {
-    for (const ConstRow& row : library.constants) constants_.emplace(row.name, &row);
-    for (const TypeRow& row : library.types) types_.emplace(row.name, &row);
+    for (const ConstRow& row : library.constants) constants_.emplace(vb::Lower(row.name), &row);
+    for (const TypeRow& row : library.types) types_.emplace(vb::Lower(row.name), &row);
   }
 
   // nullptr when there is none.
   [[nodiscard]] const ConstRow* Constant(const std::string& name) const {
-    const auto found = constants_.find(name);
+    const auto found = constants_.find(vb::Lower(name));
     return found == constants_.end() ? nullptr : found->second;
   }
   [[nodiscard]] const TypeRow* Type(const std::string& name) const {
-    const auto found = types_.find(name);
+    const auto found = types_.find(vb::Lower(name));
     return found == types_.end() ? nullptr : found->second;
   }
 
