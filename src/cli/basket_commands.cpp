@@ -6,6 +6,7 @@
 #include "cli/library_files.h"
 #include "cli/names.h"
 #include "cli/output.h"
+#include "cli/target_option.h"
 
 #include "basket/basket.h"
 #include "basket/closure.h"
@@ -13,6 +14,7 @@
 #include "basket/insertion_text.h"
 #include "library/file_io.h"
 #include "source/module_text.h"
+#include "target/rewrite.h"
 #include "text/code_page.h"
 #include "text/encoding.h"
 #include "text/text.h"
@@ -29,6 +31,7 @@ struct BasketOptions {
   bool closure = false;
   bool force = false;
   std::string encoding;  // of insert
+  OutputTarget language = OutputTarget::kVb6;
 };
 
 // What the basket holds after adding the names in their order, each followed by what it needs.
@@ -53,8 +56,10 @@ Basket CollectItems(const BasketOptions& options, const Session& session) {
 // What was collected by following references must compile as it stands, so in its text items stand
 // behind those that they use.
 std::u16string TextOf(const Basket& basket, const BasketOptions& options) {
-  return CreateSelect(options.closure ? InsertionOrder(basket) : basket.Entries(), basket.Record(),
-                      options.scope == "Public" ? kPublic : kPrivate);
+  const auto text = CreateSelect(options.closure ? InsertionOrder(basket) : basket.Entries(),
+                                 basket.Record(), options.scope == "Public" ? kPublic : kPrivate);
+  const KnowledgeOf64 knowledge(FactsBeside({PathOf(options.file)}));
+  return RewriteDeclarations(text, vb::ModuleKind::kStandard, options.language, knowledge).text;
 }
 
 void PrintEntries(const Basket& basket, const Session& session) {
@@ -122,6 +127,7 @@ void DefineBasket(CLI::App& command, BasketOptions& options) {
                   "Scope word in front of each declaration; Private when left out")
       ->transform(OneOf({"Private", "Public"}))
       ->type_name("Private|Public");
+  DefineTarget(command, options.language);
   command.add_flag("--closure", options.closure,
                    "Also add what the items need, and what that needs");
 }

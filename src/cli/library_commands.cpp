@@ -7,11 +7,13 @@
 #include "cli/library_files.h"
 #include "cli/names.h"
 #include "cli/output.h"
+#include "cli/target_option.h"
 
 #include "library/catalogue.h"
 #include "library/file_format.h"
 #include "library/file_io.h"
 #include "source/item_text.h"
+#include "target/rewrite.h"
 #include "text/text.h"
 
 namespace declarium::cli {
@@ -70,12 +72,18 @@ struct ExportOptions {
   std::string file;
   std::string out;
   bool force = false;
+  OutputTarget target = OutputTarget::kVb6;
 };
 
 ExitStatus RunExport(const ExportOptions& options, const Session& session) {
   const auto library = LoadLibrary(options.file);
   CheckReplaceable(options.out, ForceOf(options.force));
-  WriteSource(session, ExportText(library), options.out);
+  const KnowledgeOf64 knowledge(FactsBeside({PathOf(options.file)}));
+  WriteSource(
+      session,
+      RewriteDeclarations(ExportText(library), vb::ModuleKind::kStandard, options.target, knowledge)
+          .text,
+      options.out);
   if (session.IsJson()) PrintJson(session, JsonHeader("export"));
   return ExitStatus::kDone;
 }
@@ -189,6 +197,7 @@ void AddExport(const CommandSet& set) {
                         "The file to write; one that an export wrote is replaced")
             ->required()
             ->type_name("");
+        DefineTarget(command, options.target);
         DefineForce(command, options.force, "Replace any other file too");
       },
       RunExport);

@@ -7,8 +7,10 @@
 #include "cli/library_files.h"
 #include "cli/names.h"
 #include "cli/output.h"
+#include "cli/target_option.h"
 
 #include "source/item_text.h"
+#include "target/rewrite.h"
 #include "text/text.h"
 
 namespace declarium::cli {
@@ -17,10 +19,14 @@ namespace {
 struct ShowOptions {
   std::string file;
   std::vector<std::string> names;
+  OutputTarget target = OutputTarget::kVb6;
 };
 
-void ShowItem(const ItemView& item, const Session& session) {
-  const auto code = ItemText(item.kind, item.name, item.item);
+void ShowItem(const ItemView& item, OutputTarget target, const KnowledgeOf64& knowledge,
+              const Session& session) {
+  const auto rewriting = RewriteDeclarations(ItemText(item.kind, item.name, item.item),
+                                             vb::ModuleKind::kStandard, target, knowledge);
+  const auto& code = rewriting.text;
   if (!session.IsJson()) {
     session.streams.out << (session.UsesColor() ? ColoredLines(code) : Lines(code)) << '\n';
     return;
@@ -28,6 +34,11 @@ void ShowItem(const ItemView& item, const Session& session) {
   auto object = JsonItem(item.kind, item.name);
   object["code"] = ToUtf8(code);
   object["runs"] = RunsArray(code);
+  for (const auto& change : rewriting.changes) {
+    if (change.missing.empty()) continue;
+    object["missing"] = true;
+    object["reason"] = change.missing;
+  }
   PrintJson(session, object);
 }
 
@@ -35,7 +46,8 @@ ExitStatus RunShow(const ShowOptions& options, const Session& session) {
   const auto excerpt = OpenExcerpt(options.file);
   const auto items = ResolveNames(excerpt, options.names);
   if (session.IsJson()) PrintJson(session, JsonHeader("show"));
-  for (const auto& item : items) ShowItem(item, session);
+  const KnowledgeOf64 knowledge(FactsBeside({PathOf(options.file)}));
+  for (const auto& item : items) ShowItem(item, options.target, knowledge, session);
   return ExitStatus::kDone;
 }
 
@@ -49,6 +61,7 @@ void AddShowCommand(const CommandSet& set) {
       [](CLI::App& command, ShowOptions& options) {
         DefineFile(command, options.file);
         DefineNames(command, options.names);
+        DefineTarget(command, options.target);
       },
       RunShow);
 }

@@ -57,6 +57,12 @@ std::optional<RowFacts> FactsFile::Find(Kind kind, std::u16string_view name) con
   return ReadRowFacts(line);
 }
 
+std::optional<Form64> FactsFile::FindForm64(Kind kind, std::u16string_view name) const {
+  const auto line = LineOf(kind == Kind::kDeclare ? "D" : "T", ToUtf8(LowerCase(name)));
+  if (line.empty()) return std::nullopt;
+  return ReadForm64(line);
+}
+
 ConstantSetFacts FactsFile::FindSet(std::string_view name) const {
   return ReadConstantSetFacts(LineOf("s", name));
 }

@@ -27,6 +27,9 @@ class FactsFile {
   // The facts of a row, by its name without regard to case. The views live as long as the file.
   [[nodiscard]] std::optional<RowFacts> Find(Kind kind, std::u16string_view name) const;
 
+  // What a Declare or Type is in 64 bits; nothing where only the types of its facts differ.
+  [[nodiscard]] std::optional<Form64> FindForm64(Kind kind, std::u16string_view name) const;
+
   // The set of constants of this name; an empty one when there is none.
   [[nodiscard]] ConstantSetFacts FindSet(std::string_view name) const;
 

@@ -44,6 +44,7 @@ ValueFacts ReadValue(std::string_view text) {
   value.is_reserved = direction.contains('r');
   value.c_type = fields.Next();
   value.set = fields.Next();
+  value.type64 = fields.Next();
   return value;
 }
 
@@ -59,6 +60,7 @@ void ReadProcedure(Fields& fields, RowFacts& facts) {
     const auto how = related.Next();
     facts.related.push_back({how, related.Next()});
   }
+  facts.result = ReadValue(fields.Next());
 }
 
 }  // namespace
@@ -72,6 +74,15 @@ RowFacts ReadRowFacts(std::string_view line) {
   if (kind == "d") ReadProcedure(fields, facts);
   while (fields.HasMore()) facts.values.push_back(ReadValue(fields.Next()));
   return facts;
+}
+
+Form64 ReadForm64(std::string_view line) {
+  Fields fields(line, '\t');
+  fields.Next();
+  fields.Next();
+  const auto text = fields.Next();
+  if (text.starts_with('!')) return {.text = {}, .reason = text.substr(1)};
+  return {.text = text, .reason = {}};
 }
 
 ConstantSetFacts ReadConstantSetFacts(std::string_view line) {

@@ -7,11 +7,14 @@
 
 namespace declarium {
 
-// A parameter or member.
+// A parameter, result or member.
 struct ValueFacts {
   std::string_view name;
   std::string_view c_type;
   std::string_view set;  // the name of the set of constants that belong to it
+  // The type in 64 bits, where it is another one than in the row; "*" behind it, or alone, for a
+  // parameter whose row passes an address.
+  std::string_view type64;
   bool is_in = false;
   bool is_out = false;  // neither: not known
   bool is_optional = false;
@@ -31,7 +34,14 @@ struct RowFacts {
   std::string_view since_source;  // who says so
   bool sets_last_error = false;
   std::vector<RelatedRow> related;
+  ValueFacts result;               // of a Declare; without a C type where none is known
   std::vector<ValueFacts> values;  // in order
+};
+
+// What a row is in 64 bits where more than types differ, or is not at all.
+struct Form64 {
+  std::string_view text;    // of a Declare, or the members of a Type with "|" between
+  std::string_view reason;  // why there is none; empty when there is one
 };
 
 // The constants that belong to a parameter or member.
@@ -43,6 +53,8 @@ struct ConstantSetFacts {
 
 // `line` is a Declare's, a Type's or a Const's, without its end.
 [[nodiscard]] RowFacts ReadRowFacts(std::string_view line);
+// `line` is that of a form in 64 bits.
+[[nodiscard]] Form64 ReadForm64(std::string_view line);
 // `line` is a set's.
 [[nodiscard]] ConstantSetFacts ReadConstantSetFacts(std::string_view line);
 

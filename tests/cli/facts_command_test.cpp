@@ -12,7 +12,7 @@ class FactsCommand : public CliTest {
                 "Declarium facts 1\n"
                 "c\tlimit\tsample.h\n"
                 "d\tgetouter\tsample.h\tuser32\t\t5.1.2600 metadata\te\tclose=ResetAll\t"
-                "hWnd|i?|HWND|LIMITS\tlpOuter|io|OUTER *\n"
+                "||BOOL\thWnd|i?|HWND|LIMITS|LongPtr\tlpOuter|io|OUTER *||*\n"
                 "s\tLIMITS\tf\tHEX_TEN MISSING\tLIMIT\n"
                 "t\touter\tsample.h\tInner||RECT\tUnknown||DWORD|LIMITS\n");
   }
@@ -26,7 +26,7 @@ TEST_F(FactsCommand, ShowsWhatIsKnownOfAProcedure) {
             "since\t5.1.2600 (metadata)\n"
             "last error\tyes\n"
             "close\tResetAll\n"
-            "parameter\thWnd: HWND, in, optional\n"
+            "parameter\thWnd: HWND, in, in 64 bits LongPtr, optional\n"
             "  flags\tHEX_TEN MISSING\n"
             "  by prefix\tLIMIT\n"
             "parameter\tlpOuter: OUTER *, inout\n");
@@ -44,16 +44,16 @@ TEST_F(FactsCommand, ShowsMembersAndConstants) {
 }
 
 TEST_F(FactsCommand, TellsTheSameInJson) {
-  EXPECT_EQ(
-      RunCli({"--json", "facts", library_, "GetOuter"}).out,
-      "{\"declarium\":1,\"command\":\"facts\",\"kind\":\"declare\",\"name\":\"GetOuter\","
-      "\"dll\":\"user32\",\"header\":\"sample.h\",\"since\":\"5.1.2600\","
-      "\"since_source\":\"metadata\",\"last_error\":true,"
-      "\"related\":{\"close\":[\"ResetAll\"]}}\n"
-      "{\"name\":\"hWnd\",\"c_type\":\"HWND\",\"direction\":\"in\",\"constants\":[\"HEX_TEN\","
-      "\"MISSING\"],\"by_prefix\":[\"LIMIT\"],\"flags\":true,\"optional\":true}\n"
-      "{\"name\":\"lpOuter\",\"c_type\":\"OUTER *\",\"direction\":\"inout\","
-      "\"constants\":[]}\n");
+  EXPECT_EQ(RunCli({"--json", "facts", library_, "GetOuter"}).out,
+            "{\"declarium\":1,\"command\":\"facts\",\"kind\":\"declare\",\"name\":\"GetOuter\","
+            "\"dll\":\"user32\",\"header\":\"sample.h\",\"since\":\"5.1.2600\","
+            "\"since_source\":\"metadata\",\"last_error\":true,"
+            "\"related\":{\"close\":[\"ResetAll\"]}}\n"
+            "{\"name\":\"hWnd\",\"c_type\":\"HWND\",\"direction\":\"in\",\"type64\":\"LongPtr\","
+            "\"constants\":[\"HEX_TEN\",\"MISSING\"],\"by_prefix\":[\"LIMIT\"],\"flags\":true,"
+            "\"optional\":true}\n"
+            "{\"name\":\"lpOuter\",\"c_type\":\"OUTER *\",\"direction\":\"inout\","
+            "\"type64\":\"Outer\",\"constants\":[]}\n");
 }
 
 TEST_F(FactsCommand, ARowOfWhichNothingIsKnownIsNotFound) {

@@ -17,10 +17,14 @@ using ::testing::IsEmpty;
 
 constexpr std::string_view kFacts =
     "Declarium facts 1\n"
+    "D\tgetinner\tDeclare PtrSafe Sub GetInner Lib \"user32\" (ByVal Point As LongLong)\n"
+    "D\tgetold\t!it exists in 32 bits only\n"
+    "T\tpacked\ta As LongPtr|b(3) As Byte\n"
     "c\tmax_path\tminwindef.h\n"
     "c\tplain\n"
     "d\tgetouter\tsample.h\tuser32\tGetOuterA\t5.1.2600 metadata\te\twide=GetOuterW "
-    "close=CloseOuter\thWnd|i?|HWND\tnFlags|i|UINT|OUTER_FLAGS\tlpOuter|o|OUTER *\tnZero|ir|DWORD\n"
+    "close=CloseOuter\t||HANDLE||LongPtr\thWnd|i?|HWND||LongPtr\tnFlags|i|UINT|OUTER_"
+    "FLAGS\tlpOuter|o|OUTER *||*\tnZero|ir|DWORD\n"
     "d\tresetall\tsample.h\tuser32\n"
     "s\tOUTER_FLAGS\tf\tOF_ONE OF_TWO\tOF_OTHER\n"
     "t\trect\twindef.h\tLeft||LONG\tstyle||DWORD|OUTER_FLAGS\n";
@@ -56,6 +60,27 @@ TEST(FactsFile, TellsHowParametersArePassed) {
   EXPECT_TRUE(values[2].is_out && !values[2].is_in);
   EXPECT_EQ(values[2].c_type, "OUTER *");
   EXPECT_TRUE(values[3].is_reserved);
+}
+
+TEST(FactsFile, TellsWhatTypesAreIn64Bits) {
+  const auto file = Facts(kFacts);
+  const auto facts = file.Find(Kind::kDeclare, u"GetOuter");
+  EXPECT_EQ(facts->result.c_type, "HANDLE");
+  EXPECT_EQ(facts->result.type64, "LongPtr");
+  EXPECT_EQ(facts->values[0].type64, "LongPtr");
+  EXPECT_EQ(facts->values[1].type64, "");
+  EXPECT_EQ(facts->values[2].type64, "*");
+}
+
+TEST(FactsFile, TellsFormsOf64BitsThatAreOthers) {
+  const auto file = Facts(kFacts);
+  EXPECT_EQ(file.FindForm64(Kind::kDeclare, u"GetInner")->text,
+            "Declare PtrSafe Sub GetInner Lib \"user32\" (ByVal Point As LongLong)");
+  EXPECT_EQ(file.FindForm64(Kind::kDeclare, u"GetOld")->reason, "it exists in 32 bits only");
+  EXPECT_EQ(file.FindForm64(Kind::kDeclare, u"GetOld")->text, "");
+  EXPECT_EQ(file.FindForm64(Kind::kType, u"Packed")->text, "a As LongPtr|b(3) As Byte");
+  EXPECT_FALSE(file.FindForm64(Kind::kType, u"GetOld"));
+  EXPECT_FALSE(file.FindForm64(Kind::kDeclare, u"GetOuter"));
 }
 
 TEST(FactsFile, TellsMembersAndTheirConstants) {

@@ -12,7 +12,7 @@ import sys
 ROWS = [
     ["app", "cli"],
     ["host", "shell"],
-    ["search", "basket"],
+    ["search", "basket", "target"],
     ["needs", "facts"],
     ["source", "import"],
     ["library"],

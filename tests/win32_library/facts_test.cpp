@@ -202,6 +202,8 @@ TEST_P(BundledFacts, TheLinesAreInOrder) {
   std::ifstream file(DECLARIUM_SOURCE_DIR "/data/" + GetParam() + ".facts");
   ASSERT_TRUE(file);
   std::string before;
+  std::getline(file, before);
+  before.clear();
   for (std::string line; std::getline(file, line); before = line) EXPECT_LT(before, line);
 }
 

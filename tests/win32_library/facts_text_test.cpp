@@ -132,13 +132,15 @@ TEST(Facts, OfAProcedureComeFromBothSources) {
               "Declare Function Open Lib \"x\" Alias \"OpenA\" (ByVal n As Long, r As Any) As Long",
               "some.h",
               "OpenA",
-              {{"n", "", "UINT", 0, true}, {"r", "", "REC *", 1, false}}},
+              {{"n", "", "UINT", 0, true}, {"r", "", "REC *", 1, false, "*"}},
+              {.c_type = "HANDLE", .type64 = "LongPtr"}},
              FunctionOf("OpenA", "HANDLE",
                         {{"n", "FLAGS", {"in"}}, {"r", "*REC", {"in", "out", "optional"}}}));
   EXPECT_EQ(sample.Facts(),
             "Declarium facts 1\n"
             "c\tab_one\tsome.h\n"
-            "d\topen\tsome.h\tx\tOpenA\t5.1.2600 metadata\te\t\tn|i|UINT|FLAGS\tr|io?|REC *\n"
+            "d\topen\tsome.h\tx\tOpenA\t5.1.2600 metadata\te\t\t||HANDLE||LongPtr\t"
+            "n|i|UINT|FLAGS\tr|io?|REC *||*\n"
             "s\tFLAGS\tf\tAB_ONE\n");
 }
 
@@ -147,7 +149,22 @@ TEST(Facts, OfAProcedureThatCDoesNotDeclareAreThoseOfItsRow) {
   sample.library.declares = {
       {"CopyMemory", "Declare Sub CopyMemory Lib \"k\" Alias \"M\" (a As Any, ByVal n As Long)",
        "h.h"}};
-  EXPECT_EQ(sample.Facts(), "Declarium facts 1\nd\tcopymemory\th.h\tk\tM\t\t\t\ta\tn\n");
+  EXPECT_EQ(sample.Facts(), "Declarium facts 1\nd\tcopymemory\th.h\tk\tM\t\t\t\t\ta\tn\n");
+}
+
+TEST(Facts, HaveALineForAFormOf64BitsThatIsAnother) {
+  Sample sample;
+  sample.library.declares = {{.name = "P",
+                              .line = "Declare Sub P Lib \"x\" ()",
+                              .header = "h.h",
+                              .form64 = "Declare PtrSafe Sub P Lib \"x\" (ByVal a As LongLong)"}};
+  sample.library.types = {{"R", {"a As Long"}, "h.h", {}, {}, "!it cannot be"}};
+  EXPECT_EQ(sample.Facts(),
+            "Declarium facts 1\n"
+            "D\tp\tDeclare PtrSafe Sub P Lib \"x\" (ByVal a As LongLong)\n"
+            "T\tr\t!it cannot be\n"
+            "d\tp\th.h\tx\n"
+            "t\tr\th.h\n");
 }
 
 DeclareRow Plain(const std::string& name) {

@@ -26,9 +26,11 @@ std::string TakeText(CXString text) {
   return result;
 }
 
-ClangUnit::ClangUnit(const std::string& source, MacroRecord macros)
+ClangUnit::ClangUnit(const std::string& source, MacroRecord macros, Platform platform)
     : index_(clang_createIndex(0, 0)) {
-  const std::array arguments = {"--target=i686-w64-windows-gnu",
+  // The headers of both platforms are the same files.
+  const std::array arguments = {platform == Platform::kX86 ? "--target=i686-w64-windows-gnu"
+                                                           : "--target=x86_64-w64-windows-gnu",
                                 "-std=gnu17",
                                 "-w",
                                 "-ferror-limit=0",

@@ -1,4 +1,4 @@
-// One source text parsed by libclang for 32-bit Windows, and the small conversions that every user
+// One source text parsed by libclang for Windows, and the small conversions that every user
 // of it needs.
 #pragma once
 
@@ -22,7 +22,7 @@ enum class MacroRecord { kDropped, kKept };
 class ClangUnit {
  public:
   // Parses `source`. The index and the tree live as long as the object.
-  ClangUnit(const std::string& source, MacroRecord macros);
+  ClangUnit(const std::string& source, MacroRecord macros, Platform platform = Platform::kX86);
 
   // The messages of errors, at most ten; empty when there was none.
   [[nodiscard]] std::vector<std::string> Errors() const;

@@ -10,6 +10,7 @@ constexpr std::size_t kObjectHeader = 20;
 constexpr std::size_t kSectionHeader = 40;
 constexpr std::size_t kSymbolEntry = 18;
 constexpr std::uint32_t kMachineI386 = 0x14C;
+constexpr std::uint32_t kMachineAmd64 = 0x8664;
 
 std::uint32_t Number(std::string_view bytes, std::size_t offset, std::size_t size) {
   std::uint32_t value = 0;
@@ -41,7 +42,9 @@ std::string_view CoffObject::Content(std::string_view section) const {
 }
 
 std::optional<CoffObject> ReadObject(std::string_view bytes) {
-  if (bytes.size() < kObjectHeader || Number(bytes, 0, 2) != kMachineI386) return std::nullopt;
+  if (bytes.size() < kObjectHeader) return std::nullopt;
+  const std::uint32_t machine = Number(bytes, 0, 2);
+  if (machine != kMachineI386 && machine != kMachineAmd64) return std::nullopt;
   CoffObject object;
   const std::size_t section_count = Number(bytes, 2, 2);
   const std::size_t symbols = Number(bytes, 8, 4);

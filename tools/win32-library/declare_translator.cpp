@@ -34,32 +34,8 @@ bool IsPlainAddress(const HeaderType& type) {
   return type.names.empty() || std::ranges::find(kPlain, type.names.front()) != kPlain.end();
 }
 
-std::string ScalarType(const HeaderType& type) {
-  const bool real = type.kind == TypeKind::kReal;
-  switch (type.size) {
-    case 1:
-      return "Byte";
-    case 2:
-      return "Integer";
-    case 4:
-      return real ? "Single" : "Long";
-    default:
-      return real ? "Double" : "Currency";
-  }
-}
-
 bool IsScalar(const HeaderType& type) {
   return type.kind == TypeKind::kInteger || (type.kind == TypeKind::kReal && type.size <= 8);
-}
-
-// The type of a function's result; empty for none. Records of 4 and 8 bytes come back in registers.
-std::expected<std::string, std::string> ResultType(const HeaderType& type) {
-  if (type.kind == TypeKind::kVoid) return "";
-  if (type.kind == TypeKind::kPointer) return "Long";
-  if (IsScalar(type)) return ScalarType(type);
-  if (type.kind == TypeKind::kRecord && type.size == 4) return "Long";
-  if (type.kind == TypeKind::kRecord && type.size == 8) return "Currency";
-  return Failure("its result is a record");
 }
 
 // Whether a procedure cannot write to what it gets: a value, or the address of what is constant.
@@ -99,8 +75,10 @@ bool IsFile(const std::string& library) {
 }
 
 std::string DeclareLine(const std::string& name, const ImportEntry& entry,
-                        const std::string& parameters, bool is_function) {
-  const std::string kind = is_function ? "Function " : "Sub ";
+                        const std::string& parameters, bool is_function,
+                        Platform platform = Platform::kX86) {
+  const std::string safe = platform == Platform::kX86 ? "" : "PtrSafe ";
+  const std::string kind = safe + (is_function ? "Function " : "Sub ");
   const std::string alias = entry.exported == name ? "" : " Alias \"" + entry.exported + "\"";
   return "Declare " + kind + name + " Lib \"" + entry.library + "\"" + alias + " " + parameters;
 }
@@ -114,6 +92,36 @@ DeclareTranslator::DeclareTranslator(const Headers& headers, const Knowledge& kn
       rules_(headers, knowledge.metadata),
       records_(records) {
   for (const Function& function : headers.functions) function_names_.insert(function.name);
+}
+
+std::string DeclareTranslator::AddressType() const {
+  return IsX86() ? "Long" : "LongPtr";
+}
+
+std::string DeclareTranslator::ScalarType(const HeaderType& type) const {
+  const bool real = type.kind == TypeKind::kReal;
+  switch (type.size) {
+    case 1:
+      return "Byte";
+    case 2:
+      return "Integer";
+    case 4:
+      return real ? "Single" : "Long";
+    default:
+      if (real) return "Double";
+      return IsX86() ? "Currency" : "LongLong";
+  }
+}
+
+// The type of a function's result; empty for none. Records of 4 and 8 bytes come back in registers.
+std::expected<std::string, std::string> DeclareTranslator::ResultType(
+    const HeaderType& type) const {
+  if (type.kind == TypeKind::kVoid) return "";
+  if (type.kind == TypeKind::kPointer) return AddressType();
+  if (IsScalar(type)) return ScalarType(type);
+  if (type.kind == TypeKind::kRecord && type.size == 4) return "Long";
+  if (type.kind == TypeKind::kRecord && type.size == 8) return IsX86() ? "Currency" : "LongLong";
+  return Failure("its result is a record");
 }
 
 std::string DeclareTranslator::NameFor(const Function& function) const {
@@ -141,14 +149,15 @@ std::optional<ImportEntry> DeclareTranslator::EntryOf(const Function& function) 
       entry.argument_bytes = ImportEntry::kUnknown;
     return entry;
   }
-  if (facts == nullptr || !IsCallable(*facts) || knowledge_.libraries.IsUndecorated(function.name))
-    return std::nullopt;
+  if (facts == nullptr || !IsCallable(*facts)) return std::nullopt;
+  if (IsX86() && knowledge_.libraries.IsUndecorated(function.name)) return std::nullopt;
   return ImportEntry{documented, function.name, ImportEntry::kUnknown};
 }
 
 std::expected<DeclareRow, std::string> DeclareTranslator::Translate(const Function& function) {
   const std::optional<ImportEntry> entry = EntryOf(function);
-  if (!function.is_stdcall || function.is_variadic) return Failure("not a stdcall function");
+  if ((IsX86() && !function.is_stdcall) || function.is_variadic)
+    return Failure("not a stdcall function");
   if (!entry)
     return Failure(knowledge_.libraries.IsUndecorated(function.name)
                        ? "its import library does not tell its argument bytes"
@@ -167,11 +176,16 @@ std::expected<DeclareRow, std::string> DeclareTranslator::Translate(const Functi
     bytes += argument.bytes;
     values.push_back(argument.value);
   }
-  if (entry->argument_bytes != ImportEntry::kUnknown && bytes != entry->argument_bytes)
+  if (IsX86() && entry->argument_bytes != ImportEntry::kUnknown && bytes != entry->argument_bytes)
     return Failure("the headers and the import library disagree on its arguments");
   const std::string closing = result->empty() ? ")" : ") As " + *result;
-  DeclareRow row{name, DeclareLine(name, *entry, "(" + list + closing, !result->empty()),
-                 function.header, function.name, std::move(values)};
+  DeclareRow row{
+      name,
+      DeclareLine(name, *entry, "(" + list + closing, !result->empty(), knowledge_.platform),
+      function.header,
+      function.name,
+      std::move(values),
+      {.c_type = function.result.text}};
   if (row.line.size() > kLongestLine) return Failure("longer than a line of VB");
   return row;
 }
@@ -202,8 +216,11 @@ DeclareTranslator::Arguments DeclareTranslator::ArgumentOf(const Function& funct
                                                            std::size_t index) {
   const std::string name = rules_.NameOf(function, index);
   switch (rules_.Of(function, index)) {
-    case Passed::kAsAddress:
-      return std::vector<Argument>{{ByValue(name, "Long")}};
+    case Passed::kAsAddress: {
+      const HeaderType& type = function.parameters[index].type;
+      const bool is_number = type.kind == TypeKind::kInteger && type.size <= 4;
+      return std::vector<Argument>{{ByValue(name, is_number ? "Long" : AddressType())}};
+    }
     case Passed::kAsText:
       return std::vector<Argument>{{ByValue(name, "String")}};
     case Passed::kAsAnything:
@@ -218,18 +235,28 @@ DeclareTranslator::Arguments DeclareTranslator::ArgumentOf(const HeaderType& typ
                                                            const std::string& name) {
   if (IsScalar(type))
     return std::vector<Argument>{{ByValue(name, ScalarType(type)), type.size == 8 ? 8L : 4L}};
-  if (IsWideInteger(type)) return std::vector<Argument>{{ByValue(name, "Currency"), 8}};
+  if (IsWideInteger(type)) {
+    return std::vector<Argument>{{ByValue(name, IsX86() ? "Currency" : "LongLong"), 8}};
+  }
   if (type.kind == TypeKind::kPointer) return std::vector<Argument>{PointerOf(type, name)};
   if (type.kind == TypeKind::kArray) return std::vector<Argument>{ReferenceTo(*type.target, name)};
-  if (type.kind == TypeKind::kFunction) return std::vector<Argument>{{ByValue(name, "Long")}};
+  if (type.kind == TypeKind::kFunction)
+    return std::vector<Argument>{{ByValue(name, AddressType())}};
   if (type.kind == TypeKind::kRecord) return RecordByValue(type, name);
   return Failure("a parameter of a type that VB does not have");
 }
 
-// A record by value is its members one after the other, which VB can pass where each is a Long.
+// A record by value is its members one after the other, which VB can pass where each is a Long. In
+// 64 bits it is one value where a register holds it, and otherwise the address of a copy.
 DeclareTranslator::Arguments DeclareTranslator::RecordByValue(const HeaderType& type,
-                                                              const std::string& name) const {
+                                                              const std::string& name) {
   if (type.size == 4) return std::vector<Argument>{{ByValue(name, "Long")}};
+  if (!IsX86()) {
+    if (type.size == 8) return std::vector<Argument>{{ByValue(name, "LongLong")}};
+    if (type.size < 8 && (type.size & (type.size - 1)) == 0)
+      return Failure("a small record passed by value");
+    return std::vector<Argument>{ReferenceToRecord(type, name)};
+  }
   std::vector<Argument> arguments;
   for (const Piece& piece : PiecesOf(headers_, headers_.records[type.record])) {
     const bool scalar = piece.kind == Piece::Kind::kField && piece.size == 4 &&
@@ -246,9 +273,10 @@ DeclareTranslator::Argument DeclareTranslator::PointerOf(const HeaderType& type,
                                                          const std::string& name) {
   const HeaderType& target = *type.target;
   if (target.kind == TypeKind::kVoid)
-    return {IsPlainAddress(type) ? name + " As Any" : ByValue(name, "Long")};
+    return {IsPlainAddress(type) ? name + " As Any" : ByValue(name, AddressType())};
   if (IsText(target) || target.IsNamed("SQLCHAR")) return {ByValue(name, "String")};
-  if (IsWideText(target) || target.kind == TypeKind::kFunction) return {ByValue(name, "Long")};
+  if (IsWideText(target) || target.kind == TypeKind::kFunction)
+    return {ByValue(name, AddressType())};
   return ReferenceTo(target, name);
 }
 
@@ -256,9 +284,9 @@ DeclareTranslator::Argument DeclareTranslator::ReferenceTo(const HeaderType& tar
                                                            const std::string& name) {
   if (IsWideInteger(target)) return {name + " As Currency"};
   if (target.kind == TypeKind::kArray) return ReferenceTo(*target.target, name);
-  if (target.kind == TypeKind::kPointer) return {name + " As Long"};
+  if (target.kind == TypeKind::kPointer) return {name + " As " + AddressType()};
   if (target.kind == TypeKind::kRecord) return ReferenceToRecord(target, name);
-  if (IsWideText(target)) return {ByValue(name, "Long")};
+  if (IsWideText(target)) return {ByValue(name, AddressType())};
   // Bytes are how the headers speak of data of any form: registry values, keys, pixels.
   if (target.IsNamed("BYTE")) return {name + " As Any"};
   if (IsScalar(target)) return {name + " As " + ScalarType(target)};
@@ -270,20 +298,22 @@ DeclareTranslator::Argument DeclareTranslator::ReferenceToRecord(const HeaderTyp
   const Record& record = headers_.records[target.record];
   if (record.tag == "tagVARIANT") return {name + " As Variant"};
   if (!record.is_complete || IsInterface(record) || IsHandle(record))
-    return {ByValue(name, "Long")};
+    return {ByValue(name, AddressType())};
   if (!records_.FormsOf(target.record).empty()) return {name + " As Any"};
   const std::string type = records_.NameOf(target.record);
   return {name + " As " + (type.empty() ? "Any" : type)};
 }
 
-std::vector<DeclareRow> FamiliarRows(const ImportLibraries& libraries) {
+std::vector<DeclareRow> FamiliarRows(const ImportLibraries& libraries, Platform platform) {
   std::vector<DeclareRow> rows;
   for (const FamiliarDeclare& familiar : FamiliarDeclares()) {
     const ImportEntry* entry = libraries.Find(familiar.entry);
     if (entry == nullptr) continue;
+    const auto parameters =
+        platform == Platform::kX86 ? familiar.parameters : familiar.parameters64;
     rows.push_back({std::string(familiar.name),
-                    DeclareLine(std::string(familiar.name), *entry,
-                                std::string(familiar.parameters), familiar.is_function),
+                    DeclareLine(std::string(familiar.name), *entry, std::string(parameters),
+                                familiar.is_function, platform),
                     std::string(familiar.header)});
   }
   return rows;

@@ -106,10 +106,17 @@ class Writer {
                                        ToUtf8(external.alias),
                                        facts == nullptr ? "" : SinceOf(*facts),
                                        facts != nullptr && facts->last_error ? "e" : "",
-                                       Words(RelatedTo(row, facts))};
+                                       Words(RelatedTo(row, facts)),
+                                       ValueField(row.result, "", "")};
     for (const vb::Parameter& parameter : external.parameters)
       fields.push_back(ParameterField(row, facts, ToUtf8(parameter.name)));
     lines_.push_back(Joined(std::move(fields), '\t'));
+    if (!row.form64.empty()) lines_.push_back(Joined({"D", vb::Lower(row.name), row.form64}, '\t'));
+  }
+
+  static std::string ValueField(const RowValue& value, const std::string& direction,
+                                const std::string& set) {
+    return Joined({value.name, direction, value.c_type, set, value.type64}, '|');
   }
 
   // What C and the metadata say of a parameter of the row; its name alone where C declares none.
@@ -119,7 +126,7 @@ class Writer {
     if (found == row.parameters.end()) return name;
     const MetaValue* known = ParameterFacts(facts, *found);
     const std::string set = SetOf(PlainName(row.function) + " " + name, known, found->c_type);
-    return Joined({name, DirectionOf(*found, known), found->c_type, set}, '|');
+    return ValueField(*found, DirectionOf(*found, known), set);
   }
 
   // A record by value is several values of the row, and one parameter of the metadata's.
@@ -178,9 +185,10 @@ class Writer {
       const MetaValue* known =
           record == nullptr || value.c_name.empty() ? nullptr : MemberOf(*record, value.c_name);
       const std::string set = SetOf(row.name + " " + value.name, known, value.c_type);
-      fields.push_back(Joined({value.name, "", value.c_type, set}, '|'));
+      fields.push_back(ValueField(value, "", set));
     }
     lines_.push_back(Joined(std::move(fields), '\t'));
+    if (!row.form64.empty()) lines_.push_back(Joined({"T", vb::Lower(row.name), row.form64}, '\t'));
   }
 
   const MetaRecord* RecordOf(const TypeRow& row) const {

@@ -10,13 +10,14 @@ namespace {
 
 constexpr std::array<FamiliarDeclare, 4> kFamiliar = {{
     {"CopyMemory", "RtlMoveMemory", "(Destination As Any, Source As Any, ByVal Length As Long)",
-     "winbase.h", false},
+     "(Destination As Any, Source As Any, ByVal Length As LongPtr)", "winbase.h", false},
     {"MoveMemory", "RtlMoveMemory", "(Destination As Any, Source As Any, ByVal Length As Long)",
-     "winbase.h", false},
+     "(Destination As Any, Source As Any, ByVal Length As LongPtr)", "winbase.h", false},
     {"FillMemory", "RtlFillMemory",
-     "(Destination As Any, ByVal Length As Long, ByVal Fill As Byte)", "winbase.h", false},
-    {"ZeroMemory", "RtlZeroMemory", "(Destination As Any, ByVal Length As Long)", "winbase.h",
-     false},
+     "(Destination As Any, ByVal Length As Long, ByVal Fill As Byte)",
+     "(Destination As Any, ByVal Length As LongPtr, ByVal Fill As Byte)", "winbase.h", false},
+    {"ZeroMemory", "RtlZeroMemory", "(Destination As Any, ByVal Length As Long)",
+     "(Destination As Any, ByVal Length As LongPtr)", "winbase.h", false},
 }};
 
 // The procedures, statements and methods that every VB module can call by these names.

@@ -12,7 +12,8 @@ struct FamiliarDeclare {
   std::string_view name;
   std::string_view entry;       // in the import library
   std::string_view parameters;  // with the closing "As ..." of a function
-  std::string_view header;      // where the headers speak of it
+  std::string_view parameters64;
+  std::string_view header;  // where the headers speak of it
   bool is_function;
 };
 

@@ -8,6 +8,9 @@
 
 namespace declarium::win32_library {
 
+// The two forms of Windows that rows are made for.
+enum class Platform { kX86, kX64 };
+
 enum class TypeKind { kVoid, kInteger, kReal, kPointer, kRecord, kArray, kFunction, kOther };
 
 struct HeaderType {

@@ -315,15 +315,15 @@ void KeepLastDefinitions(std::vector<Constant>& constants) {
 
 }  // namespace
 
-std::expected<Headers, std::string> ReadHeaders(const HeaderUnit& source) {
-  const ClangUnit unit(source.source, MacroRecord::kKept);
+std::expected<Headers, std::string> ReadHeaders(const HeaderUnit& source, Platform platform) {
+  const ClangUnit unit(source.source, MacroRecord::kKept, platform);
   if (const auto errors = unit.Errors(); !errors.empty())
     return std::unexpected(source.name + ": " + errors.front());
   Headers headers;
   Reader reader(unit, headers);
   unit.ForEachTopLevel([&](CXCursor cursor) { reader.Read(cursor); });
   KeepLastDefinitions(headers.constants);
-  EvaluateConstants(source.source, headers.constants);
+  if (platform == Platform::kX86) EvaluateConstants(source.source, headers.constants);
   return headers;
 }
 

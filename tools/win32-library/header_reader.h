@@ -1,4 +1,4 @@
-// Reads the mingw-w64 headers through the compiler, for 32-bit Windows and the ANSI entries.
+// Reads the mingw-w64 headers through the compiler, for the ANSI entries.
 #pragma once
 
 #include <expected>
@@ -28,7 +28,9 @@ struct HeaderUnit {
 inline constexpr std::string_view kAdditions = "additions";
 
 // Everything that the unit's headers declare outside the C run-time's own headers. Constants carry
-// the compiler's value. Fails when the headers do not compile without an error.
-[[nodiscard]] std::expected<Headers, std::string> ReadHeaders(const HeaderUnit& unit);
+// the compiler's value, in 64 bits none: they are the same. Fails when the headers do not compile
+// without an error.
+[[nodiscard]] std::expected<Headers, std::string> ReadHeaders(const HeaderUnit& unit,
+                                                              Platform platform);
 
 }  // namespace declarium::win32_library

@@ -1,6 +1,7 @@
 // What is known of procedures, constants and records beside their declarations.
 #pragma once
 
+#include "header_model.h"
 #include "import_library.h"
 #include "metadata.h"
 #include "overrides.h"
@@ -13,6 +14,7 @@ struct Knowledge {
   const Metadata& metadata;
   const Overrides& overrides;
   const std::vector<DeclareRow>& hand_kept;
+  Platform platform = Platform::kX86;
 };
 
 }  // namespace declarium::win32_library

@@ -44,7 +44,7 @@ class Pass {
       TranslateUnit(unit);
     }
     AddAliases();
-    AddRows(FamiliarRows(knowledge_.libraries));
+    AddRows(FamiliarRows(knowledge_.libraries, knowledge_.platform));
     AddRows(knowledge_.hand_kept);
   }
 
@@ -58,8 +58,9 @@ class Pass {
   };
 
   void TranslateUnit(const Headers& unit) {
-    RecordTranslator records(unit,
-                             [this](const std::string& name) { return constants_.ValueOf(name); });
+    RecordTranslator records(
+        unit, [this](const std::string& name) { return constants_.ValueOf(name); },
+        knowledge_.platform);
     const std::set<int> repeated = ClaimNames(unit, records);
     for (int index = 0; index < static_cast<int>(unit.records.size()); ++index)
       if (!repeated.contains(index)) {
@@ -235,7 +236,8 @@ void SortByName(std::vector<Row>& rows) {
 
 }  // namespace
 
-Library BuildLibrary(const std::vector<Headers>& units, const Knowledge& knowledge) {
+Library BuildLibrary(const std::vector<Headers>& units, const Knowledge& knowledge,
+                     const Sources64& sources64) {
   ConstantTranslator constants;
   for (const Headers& unit : units) constants.Add(DecidedConstants(unit, knowledge.overrides));
   // The first pass collects the names of procedures and records, the second knows the constants
@@ -245,6 +247,8 @@ Library BuildLibrary(const std::vector<Headers>& units, const Knowledge& knowled
     constants.LeaveOut(name, kTakenByProcedure);
   for (const std::string& name : NamesOf(first.types)) constants.LeaveOut(name, kTakenByRecord);
   Library library = Pass(units, knowledge, constants).library;
+  AddForms64(library, Pass(sources64.units, sources64.knowledge, constants).library,
+             sources64.exports, sources64.knowledge.metadata, sources64.successors);
   library.constants = constants.Rows(library.constants_left_out);
   SortByName(library.declares);
   SortByName(library.types);

@@ -1,8 +1,10 @@
-// win32_library SOURCE_FOLDER IMPORT_FOLDER OUT_FOLDER: makes the libraries of areas.txt, each with
-// its facts file, Win32.provenance.tsv and Win32.report.md in OUT_FOLDER from the lists
-// headers.txt, libraries.txt, overrides.txt, prefixes.txt and areas.txt, the metadata, additions.c
-// and hand_kept.bas in SOURCE_FOLDER, and the import libraries in IMPORT_FOLDER.
+// win32_library SOURCE_FOLDER IMPORT_FOLDER IMPORT_FOLDER_64 OUT_FOLDER: makes the libraries of
+// areas.txt, the facts beside them, Win32.provenance.tsv and Win32.report.md in OUT_FOLDER from the
+// lists headers.txt, libraries.txt, overrides.txt and prefixes.txt, the metadata, additions.c and
+// hand_kept.bas in SOURCE_FOLDER, and the import libraries in IMPORT_FOLDER; the 64-bit forms from
+// hand_kept64.bas, successors64.txt and the import libraries in IMPORT_FOLDER_64.
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <sstream>
@@ -27,25 +29,31 @@ int Fail(const std::string& reason) {
   return 1;
 }
 
-std::expected<ImportLibraries, std::string> ReadLibraries(const std::string& list,
-                                                          const std::string& folder) {
+// Reads those of the listed import libraries that the folder has to have, or may have: some are for
+// 32 bits only.
+template <class Libraries>
+std::expected<Libraries, std::string> ReadLibraries(const std::string& list,
+                                                    const std::string& folder, bool must_exist) {
   std::ifstream file(list);
   if (!file) return std::unexpected(list + ": cannot be read");
-  ImportLibraries libraries;
+  Libraries libraries;
   for (std::string line; std::getline(file, line);) {
     if (line.starts_with('#')) continue;
     std::istringstream names(line);
-    for (std::string name; names >> name;)
-      if (const auto added = libraries.Add(folder + "/lib" + name + ".a"); !added)
-        return std::unexpected(added.error());
+    for (std::string name; names >> name;) {
+      const std::string path = folder + "/lib" + name + ".a";
+      if (!must_exist && !std::filesystem::exists(path)) continue;
+      if (const auto added = libraries.Add(path); !added) return std::unexpected(added.error());
+    }
   }
   return libraries;
 }
 
-std::expected<std::vector<Headers>, std::string> ReadUnits(const std::vector<HeaderUnit>& units) {
+std::expected<std::vector<Headers>, std::string> ReadUnits(const std::vector<HeaderUnit>& units,
+                                                           Platform platform) {
   std::vector<Headers> result;
   for (const HeaderUnit& unit : units) {
-    auto headers = ReadHeaders(unit);
+    auto headers = ReadHeaders(unit, platform);
     if (!headers) return std::unexpected(headers.error());
     NameRecords(*headers);
     result.push_back(std::move(*headers));
@@ -59,37 +67,58 @@ bool WriteText(const std::string& path, const std::string& text) {
   return file.good();
 }
 
-// The additions, the headers' units and the metadata: what an earlier source has is its own.
-std::expected<std::vector<HeaderUnit>, std::string> UnitsOf(const std::string& source,
-                                                            const Metadata& metadata,
-                                                            const Overrides& overrides) {
+// What the additions, the headers' units and the metadata declare: what an earlier source has is
+// its own.
+std::expected<std::vector<Headers>, std::string> UnitsOf(const std::string& source,
+                                                         const Metadata& metadata,
+                                                         const Overrides& overrides,
+                                                         Platform platform) {
   auto additions = ReadAdditions(source + "/additions.c");
   if (!additions) return std::unexpected(additions.error());
   auto units = ReadHeaderUnits(source + "/headers.txt");
   if (!units) return std::unexpected(units.error());
   units->insert(units->begin(), std::move(*additions));
   units->push_back({"metadata", MetadataSource(metadata, overrides)});
-  return units;
+  return ReadUnits(*units, platform);
 }
 
-int Generate(const std::string& source, const std::string& imports, const std::string& out) {
-  const auto libraries = ReadLibraries(source + "/libraries.txt", imports);
+struct Folders {
+  std::string source;
+  std::string imports;
+  std::string imports64;
+  std::string out;
+};
+
+int Generate(const Folders& folders) {
+  const auto& [source, imports, imports64, out] = folders;
+  const std::string list = source + "/libraries.txt";
+  const auto libraries = ReadLibraries<ImportLibraries>(list, imports, true);
   if (!libraries) return Fail(libraries.error());
+  const auto exports64 = ReadLibraries<Exports64>(list, imports64, false);
+  if (!exports64) return Fail(exports64.error());
   const auto metadata = ReadMetadata(source + "/metadata");
   if (!metadata) return Fail(metadata.error());
+  const auto metadata64 = ReadMetadata(source + "/metadata", Platform::kX64);
+  if (!metadata64) return Fail(metadata64.error());
   const auto overrides = ReadOverrides(source + "/overrides.txt");
   if (!overrides) return Fail(overrides.error());
   const auto hand_kept = ReadHandKept(source + "/hand_kept.bas");
   if (!hand_kept) return Fail(hand_kept.error());
+  const auto hand_kept64 = ReadHandKept(source + "/hand_kept64.bas");
+  if (!hand_kept64) return Fail(hand_kept64.error());
+  const auto successors = ReadSuccessors(source + "/successors64.txt");
+  if (!successors) return Fail(successors.error());
   const auto prefixes = ReadPrefixes(source + "/prefixes.txt");
   if (!prefixes) return Fail(prefixes.error());
   const auto areas = ReadAreas(source + "/areas.txt");
   if (!areas) return Fail(areas.error());
-  const auto sources = UnitsOf(source, *metadata, *overrides);
-  if (!sources) return Fail(sources.error());
-  const auto units = ReadUnits(*sources);
+  const auto units = UnitsOf(source, *metadata, *overrides, Platform::kX86);
   if (!units) return Fail(units.error());
-  const Library library = BuildLibrary(*units, {*libraries, *metadata, *overrides, *hand_kept});
+  const auto units64 = UnitsOf(source, *metadata64, *overrides, Platform::kX64);
+  if (!units64) return Fail(units64.error());
+  const Knowledge knowledge64{*libraries, *metadata64, *overrides, *hand_kept64, Platform::kX64};
+  const Library library = BuildLibrary(*units, {*libraries, *metadata, *overrides, *hand_kept},
+                                       {*units64, knowledge64, *exports64, *successors});
   ConstantSets sets(library.constants, *metadata);
   const auto parts = SplitLibrary(library, *areas, *metadata, sets, *prefixes);
   for (const LibraryPart& part : parts) {
@@ -112,6 +141,7 @@ int Generate(const std::string& source, const std::string& imports, const std::s
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc != 4) return Fail("usage: win32_library SOURCE_FOLDER IMPORT_FOLDER OUT_FOLDER");
-  return Generate(argv[1], argv[2], argv[3]);
+  if (argc != 5)
+    return Fail("usage: win32_library SOURCE_FOLDER IMPORT_FOLDER IMPORT_FOLDER_64 OUT_FOLDER");
+  return Generate({argv[1], argv[2], argv[3], argv[4]});
 }

@@ -47,9 +47,10 @@ Result ForEachObject(const std::string& path, const std::function<void(const Jso
   return {};
 }
 
-bool IsForThisProcessor(const Json& object) {
+bool IsFor(Platform platform, const Json& object) {
   const auto found = object.find("arch");
-  return found == object.end() || std::ranges::find(*found, "X86") != found->end();
+  return found == object.end() ||
+         std::ranges::find(*found, platform == Platform::kX86 ? "X86" : "X64") != found->end();
 }
 
 MetaValue ValueOf(const Json& entry) {
@@ -78,7 +79,7 @@ MetaFunction FunctionOf(const Json& object) {
   return function;
 }
 
-MetaRecord RecordOf(const Json& object) {
+MetaRecord RecordOf(const Json& object, Platform platform) {
   MetaRecord record;
   record.name = object.at("name");
   record.area = object.value("area", "");
@@ -87,7 +88,7 @@ MetaRecord RecordOf(const Json& object) {
   if (object.contains("members")) record.members = ValuesOf(object["members"]);
   if (object.contains("nested"))
     for (const Json& nested : object["nested"])
-      if (IsForThisProcessor(nested)) record.nested.push_back(RecordOf(nested));
+      if (IsFor(platform, nested)) record.nested.push_back(RecordOf(nested, platform));
   return record;
 }
 
@@ -114,11 +115,11 @@ MetaConstant ConstantOf(const Json& object) {
 
 // Appends what one file holds; the first of a name is the one.
 template <typename Item>
-Result ReadInto(const std::string& path, const std::function<Item(const Json&)>& make,
-                std::vector<Item>& items) {
+Result ReadInto(const std::string& path, Platform platform,
+                const std::function<Item(const Json&)>& make, std::vector<Item>& items) {
   std::set<std::string> names;
   return ForEachObject(path, [&](const Json& object) {
-    if (IsForThisProcessor(object) && names.insert(object.at("name")).second)
+    if (IsFor(platform, object) && names.insert(object.at("name")).second)
       items.push_back(make(object));
   });
 }
@@ -142,20 +143,22 @@ bool HoldsAddresses(const std::string& type) {
   return type.find('*') != std::string::npos;
 }
 
-std::expected<Metadata, std::string> ReadMetadata(const std::string& folder) {
+std::expected<Metadata, std::string> ReadMetadata(const std::string& folder, Platform platform) {
   Metadata metadata;
+  const auto record_of = [platform](const Json& object) { return RecordOf(object, platform); };
   const auto typedef_of = [](const Json& object) {
     return MetaTypedef{object.at("name"), object.value("is", ""), object.value("free", "")};
   };
-  const auto functions =
-      ReadInto<MetaFunction>(folder + "/functions.jsonl.xz", FunctionOf, metadata.functions);
+  const auto functions = ReadInto<MetaFunction>(folder + "/functions.jsonl.xz", platform,
+                                                FunctionOf, metadata.functions);
   const auto records =
-      ReadInto<MetaRecord>(folder + "/records.jsonl.xz", RecordOf, metadata.records);
-  const auto enums = ReadInto<MetaEnum>(folder + "/enums.jsonl.xz", EnumOf, metadata.enums);
+      ReadInto<MetaRecord>(folder + "/records.jsonl.xz", platform, record_of, metadata.records);
+  const auto enums =
+      ReadInto<MetaEnum>(folder + "/enums.jsonl.xz", platform, EnumOf, metadata.enums);
   const auto typedefs =
-      ReadInto<MetaTypedef>(folder + "/typedefs.jsonl.xz", typedef_of, metadata.typedefs);
-  const auto constants =
-      ReadInto<MetaConstant>(folder + "/constants.jsonl.xz", ConstantOf, metadata.constants);
+      ReadInto<MetaTypedef>(folder + "/typedefs.jsonl.xz", platform, typedef_of, metadata.typedefs);
+  const auto constants = ReadInto<MetaConstant>(folder + "/constants.jsonl.xz", platform,
+                                                ConstantOf, metadata.constants);
   for (const Result& read : {functions, records, enums, typedefs, constants})
     if (!read) return std::unexpected(read.error());
   for (std::size_t i = 0; i < metadata.functions.size(); ++i)

@@ -8,6 +8,8 @@
 #include <variant>
 #include <vector>
 
+#include "header_model.h"
+
 namespace declarium::win32_library {
 
 // A parameter or member. The type is a name with "*" in front for each pointer and "[n]" for
@@ -59,7 +61,7 @@ struct MetaConstant {
   std::variant<std::int64_t, double, std::string> value;
 };
 
-// What there is on 32-bit Windows, in the order of the files.
+// What there is on one form of Windows, in the order of the files.
 struct Metadata {
   std::vector<MetaFunction> functions;
   std::vector<MetaRecord> records;
@@ -81,6 +83,7 @@ struct Metadata {
 [[nodiscard]] bool HoldsAddresses(const std::string& type);
 
 // Reads the compressed files of the folder with xz. The reason in words on failure.
-[[nodiscard]] std::expected<Metadata, std::string> ReadMetadata(const std::string& folder);
+[[nodiscard]] std::expected<Metadata, std::string> ReadMetadata(const std::string& folder,
+                                                                Platform platform = Platform::kX86);
 
 }  // namespace declarium::win32_library

@@ -95,9 +95,12 @@ struct RecordTranslator::Draft {
   }
 };
 
-RecordTranslator::RecordTranslator(const Headers& headers, ConstantLookup constants)
+RecordTranslator::RecordTranslator(const Headers& headers, ConstantLookup constants,
+                                   Platform platform)
     : headers_(headers),
       constants_(std::move(constants)),
+      address_(platform == Platform::kX86 ? vb::Extent{4, 4} : vb::Extent{8, 8}),
+      address_type_(platform == Platform::kX86 ? "Long" : "LongPtr"),
       text_records_(TextRecords(headers)),
       taken_(TakenRecords(headers)),
       rows_(headers.records.size()),
@@ -214,7 +217,8 @@ RecordTranslator::Form RecordTranslator::FittingForm(int index, const Piece& pie
   Form form = NaturalForm(index, piece);
   if (piece.offset % form.extent.alignment == 0 && form.size == piece.size) return form;
   std::string remark = form.remark.empty() ? form.type : form.remark;
-  if (remark == "String") remark = "Long";  // in pieces the language knows it as an address only
+  if (remark == "String")
+    remark = address_type_;  // in pieces the language knows it as an address only
   if (piece.offset % 2 == 0 && piece.size % 2 == 0)
     return {Bounds(piece.size / 2), "Integer", {2, 2}, piece.size, remark};
   return {Bounds(piece.size), "Byte", {1, 1}, piece.size, remark};
@@ -227,17 +231,18 @@ RecordTranslator::Form RecordTranslator::NaturalForm(int index, const Piece& pie
 
 RecordTranslator::Form RecordTranslator::FormOf(int index, const HeaderType& type,
                                                 const Piece& piece) {
-  if (IsWideInteger(type)) return {"", "Currency", {8, 4}, 8, ""};
+  const vb::Extent wide{8, address_.alignment};
+  if (IsWideInteger(type)) return {"", "Currency", wide, 8, ""};
   if (type.kind == TypeKind::kInteger || type.kind == TypeKind::kReal) {
     const bool real = type.kind == TypeKind::kReal;
     if (type.size == 1) return {"", "Byte", {1, 1}, 1, ""};
     if (type.size == 2) return {"", "Integer", {2, 2}, 2, ""};
     if (type.size == 4) return {"", real ? "Single" : "Long", {4, 4}, 4, ""};
-    return {"", real ? "Double" : "Currency", {8, 4}, 8, ""};
+    return {"", real ? "Double" : "Currency", wide, 8, ""};
   }
   if (type.kind == TypeKind::kPointer) {
     const bool text = IsCharacter(*type.target) && text_records_.contains(index);
-    return {"", text ? "String" : "Long", {4, 4}, 4, ""};
+    return {"", text ? "String" : address_type_, address_, address_.size, ""};
   }
   if (type.kind == TypeKind::kRecord) {
     const std::string name = NameOf(type.record);

@@ -22,7 +22,8 @@ using ConstantLookup = std::function<std::optional<long>(const std::string& name
 class RecordTranslator {
  public:
   // All arguments must outlive the object.
-  RecordTranslator(const Headers& headers, ConstantLookup constants);
+  RecordTranslator(const Headers& headers, ConstantLookup constants,
+                   Platform platform = Platform::kX86);
 
   // The row of a record, or the reason why it has none.
   [[nodiscard]] const std::expected<TypeRow, std::string>& Translate(int index);
@@ -53,6 +54,8 @@ class RecordTranslator {
 
   const Headers& headers_;
   ConstantLookup constants_;
+  vb::Extent address_;  // of an address, which is also the largest alignment
+  const char* address_type_;
   std::set<int> text_records_;
   std::set<int> taken_;  // by address, by a procedure
   std::vector<std::optional<std::expected<TypeRow, std::string>>> rows_;

@@ -4,7 +4,8 @@
 _declarium_cli_options() {
   local common='--help --json --color --no-history'
   case $1 in
-    new | export | rename | delete) echo "$common --force" ;;
+    new | rename | delete) echo "$common --force" ;;
+    export) echo "$common --target --force" ;;
     list) echo "$common --kind" ;;
     import) echo "$common --replace --create --reading --encoding --force" ;;
     parse) echo "$common --modules --uses --target" ;;
@@ -15,9 +16,10 @@ _declarium_cli_options() {
         "--value --value-whole --value-number --arg --arg-whole --text --text-whole"
       ;;
     restore) echo "$common --output -o --force" ;;
-    basket) echo "$common --scope --closure --output -o --force" ;;
-    insert) echo "$common --scope --closure --encoding --force" ;;
-    databases | show | facts | history) echo "$common" ;;
+    basket) echo "$common --scope --target --closure --output -o --force" ;;
+    insert) echo "$common --scope --target --closure --encoding --force" ;;
+    show) echo "$common --target" ;;
+    databases | facts | history) echo "$common" ;;
     *) echo "$common --version" ;;
   esac
 }

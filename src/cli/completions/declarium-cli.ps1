@@ -8,13 +8,13 @@ Register-ArgumentCompleter -Native -CommandName 'declarium-cli', 'declarium-cli.
     $options = @{
         'new'       = '--force'
         'list'      = '--kind'
-        'export'    = '--force'
+        'export'    = '--target', '--force'
         'rename'    = '--force'
         'delete'    = '--force'
         'databases' = @()
         'import'    = '--replace', '--create', '--reading', '--encoding', '--force'
         'parse'     = '--modules', '--uses', '--target'
-        'show'      = @()
+        'show'      = '--target'
         'shared'    = '--closure', '--constants'
         'facts'     = @()
         'find'      = '--kind'
@@ -22,8 +22,8 @@ Register-ArgumentCompleter -Native -CommandName 'declarium-cli', 'declarium-cli.
         'search'    = '--kinds', '--name', '--name-whole', '--type', '--type-whole', '--const',
                       '--const-whole', '--value', '--value-whole', '--value-number', '--arg',
                       '--arg-whole', '--text', '--text-whole'
-        'basket'    = '--scope', '--closure', '--output', '-o', '--force'
-        'insert'    = '--scope', '--closure', '--encoding', '--force'
+        'basket'    = '--scope', '--target', '--closure', '--output', '-o', '--force'
+        'insert'    = '--scope', '--target', '--closure', '--encoding', '--force'
         'history'   = @()
         'restore'   = '--output', '-o', '--force'
     }
