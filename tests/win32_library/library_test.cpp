@@ -1,4 +1,6 @@
 // Every row of the bundled library against the compiler, the import libraries and the language.
+#include <regex>
+
 #include "gmock/gmock.h"
 #include "gtest/gtest.h"
 
@@ -6,6 +8,7 @@
 #include "areas.h"
 #include "bundled.h"
 #include "constant_facts.h"
+#include "facts/facts_file.h"
 #include "import/merge.h"
 #include "import/parser.h"
 #include "import_facts.h"
@@ -13,10 +16,13 @@
 #include "library/file_io.h"
 #include "library/library_file.h"
 #include "record_facts.h"
+#include "rows64.h"
 #include "source/item_text.h"
 #include "text/code_page.h"
 #include "text/text.h"
 #include "text_checks.h"
+#include "vb/layout.h"
+#include "vb/module.h"
 
 namespace declarium::win32_library_test {
 namespace {
@@ -64,6 +70,11 @@ class Win32LibraryFacts : public Win32Library {
     const auto provenance = ReadProvenance(units);
     constants_ = CompileConstants(rows_, toolchain, units, provenance);
     records_ = CompileRecords(rows_, toolchain, units, provenance);
+    const Toolchain toolchain64(win32_library::Platform::kX64);
+    rows64_ = RowsFor64(rows_);
+    const UnitMap units64 = ReadUnitMap(toolchain64);
+    RenameFor64(rows64_, units64, provenance, toolchain, toolchain64);
+    records64_ = CompileRecords(rows64_, toolchain64, units64, provenance);
     counts_ = CountWithTheCompiler(toolchain);
     imports_ = ReadImportLibraries(toolchain, counts_);
   }
@@ -81,6 +92,8 @@ class Win32LibraryFacts : public Win32Library {
 
   static inline ConstantFacts constants_;
   static inline RecordFacts records_;
+  static inline Rows rows64_;  // as the facts say that they are in 64 bits
+  static inline RecordFacts records64_;
   static inline ByteCounts counts_;
   static inline ImportFacts imports_;
 };
@@ -134,6 +147,35 @@ TEST_P(OneWin32Library, HoldsEverySharedItem) {
   EXPECT_NO_MISMATCH(CheckSharedItems(library_));
 }
 
+TEST_P(OneWin32Library, HoldsTheRecordsThatItsFormsIn64BitsNeed) {
+  const auto facts = FactsFile::OpenBeside(LibraryPath(GetParam())).value();
+  const auto& types = library_[Kind::kType].names;
+  std::string text;
+  for (const auto& name : types)
+    if (const auto form = facts.FindForm64(Kind::kType, name); form && !form->text.empty())
+      text += "Type X\n" + std::regex_replace(std::string(form->text), std::regex("[|]"), "\n") +
+              "\nEnd Type\n";
+  for (const auto& name : library_[Kind::kDeclare].names)
+    if (const auto form = facts.FindForm64(Kind::kDeclare, name); form && !form->text.empty())
+      text += std::string(form->text) + "\n";
+  const auto source = FromUtf8(text);
+  const auto module = vb::ReadModule(source);
+  EXPECT_THAT(module.errors, IsEmpty());
+  const auto expect_known = [&](const auto& values) {
+    for (const auto& value : values) {
+      const auto& type = value.type;
+      const bool is_own = !type.length.empty() || type.name == u"Any" ||
+                          vb::BuiltInExtent(type.name, vb::Target::kVba7x64).has_value();
+      EXPECT_TRUE(is_own || std::ranges::find(types, type.name) != types.end())
+          << ToUtf8(type.name);
+    }
+  };
+  for (const auto& declaration : module.declarations) {
+    if (const auto* record = declaration.As<vb::Record>()) expect_known(record->members);
+    if (const auto* external = declaration.As<vb::External>()) expect_known(external->parameters);
+  }
+}
+
 TEST_P(OneWin32Library, HasTheRowsThatOthersHaveAsTheyHaveThem) {
   static const Library all = AllLibraries();
   for (const Kind kind : kKinds) {
@@ -169,6 +211,20 @@ TEST_F(Win32LibraryFacts, ConstantsHaveTheCompilersValues) {
 
 TEST_F(Win32LibraryFacts, RecordsLieInMemoryAsTheCompilerLaysThemOut) {
   EXPECT_NO_MISMATCH(CheckRecords(rows_, records_));
+}
+
+TEST_F(Win32LibraryFacts, In64BitsRecordsLieInMemoryAsTheCompilerLaysThemOut) {
+  EXPECT_GT(rows64_.types.size() + 20, rows_.types.size());
+  EXPECT_NO_MISMATCH(CheckRecords(rows64_, records64_, vb::Target::kVba7x64));
+}
+
+TEST_F(Win32LibraryFacts, AnAddressOf32BitsIsFoundIn64) {
+  auto wrong = rows64_;
+  const auto record = std::ranges::find(wrong.types, "MSG", &TypeRow::name);
+  ASSERT_NE(record, wrong.types.end());
+  record->members.at(0).line = "hwnd As Long";
+  EXPECT_THAT(CheckRecords(wrong, records64_, vb::Target::kVba7x64),
+              ElementsAre("MSG: has another size"));
 }
 
 // The rows without those that the hand-kept list alone speaks of: no import library knows them.

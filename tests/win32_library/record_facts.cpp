@@ -118,8 +118,8 @@ class Probe {
 // The layout of every record by the language's rules.
 class Layouts {
  public:
-  explicit Layouts(const Rows& rows)
-      : text_(TextOf(rows)), module_(vb::ReadModule(text_)), definitions_(vb::Target::kVb6) {
+  Layouts(const Rows& rows, vb::Target target)
+      : text_(TextOf(rows)), module_(vb::ReadModule(text_)), definitions_(target) {
     definitions_.Add(module_);
     for (const auto& declaration : module_.declarations) {
       if (const auto* const record = declaration.As<vb::Record>())
@@ -183,12 +183,14 @@ std::string MemberProblem(const MemberRow& member, const vb::MemberPlace& place,
   return end - first == place.size ? "" : "has another size";
 }
 
-// A record that says its size is rounded up by the language, by less than its alignment.
-std::string SizeProblem(const TypeRow& row, const vb::RecordLayout& layout,
-                        const RecordFact& fact) {
+// A record that says its size is rounded up by the language, by less than its alignment. It says
+// that of 32 bits.
+std::string SizeProblem(const TypeRow& row, const vb::RecordLayout& layout, const RecordFact& fact,
+                        vb::Target target) {
   const auto [size, alignment] = layout.extent;
-  if (row.stated_size == 0) return size == fact.size ? "" : "has another size";
   const bool rounded = size > fact.size && size - fact.size < alignment;
+  if (vb::Is64Bit(target)) return size == fact.size || rounded ? "" : "has another size";
+  if (row.stated_size == 0) return size == fact.size ? "" : "has another size";
   return row.stated_size == fact.size && rounded ? "" : "says another size";
 }
 
@@ -216,9 +218,23 @@ RecordFacts CompileRecords(const Rows& rows, const Toolchain& toolchain, const U
   return facts;
 }
 
-Mismatches CheckRecords(const Rows& rows, const RecordFacts& facts) {
+void RenameFor64(Rows& rows, const UnitMap& units,
+                 const std::map<std::string, std::size_t>& provenance, const Toolchain& x86,
+                 const Toolchain& x64) {
+  for (std::size_t i = 0; i < units.units.size(); ++i) {
+    const auto old = x86.Synonyms(units.units[i].source);
+    const auto synonyms = x64.Synonyms(units.units[i].source);
+    for (TypeRow& row : rows.types) {
+      if (provenance.at("Type\t" + row.name) != i || old.contains(row.header_name)) continue;
+      const auto synonym = synonyms.find(row.header_name);
+      if (synonym != synonyms.end()) row.header_name = synonym->second;
+    }
+  }
+}
+
+Mismatches CheckRecords(const Rows& rows, const RecordFacts& facts, vb::Target target) {
   Mismatches mismatches;
-  Layouts layouts(rows);
+  Layouts layouts(rows, target);
   for (const TypeRow& row : rows.types) {
     const auto layout = layouts.Of(row);
     const RecordFact& fact = facts.at(row.name);
@@ -226,7 +242,7 @@ Mismatches CheckRecords(const Rows& rows, const RecordFacts& facts) {
       mismatches.push_back(row.name + ": " + layout.error());
       continue;
     }
-    std::string problem = SizeProblem(row, *layout, fact);
+    std::string problem = SizeProblem(row, *layout, fact, target);
     for (std::size_t i = 0; i < row.members.size() && problem.empty(); ++i)
       if (const auto found = MemberProblem(row.members[i], layout->places[i], fact); !found.empty())
         problem = row.members[i].line + " " + found;

@@ -7,6 +7,7 @@
 
 #include "rows.h"
 #include "toolchain.h"
+#include "vb/target.h"
 
 namespace declarium::win32_library_test {
 
@@ -36,8 +37,15 @@ struct Meaning {
                                          const UnitMap& units,
                                          const std::map<std::string, std::size_t>& provenance);
 
-// The rows whose layout in the language is not the compiler's: the size, or the place or size of a
-// member, or a fraction where the headers have none.
-[[nodiscard]] Mismatches CheckRecords(const Rows& rows, const RecordFacts& facts);
+// Gives the rows of x64 the names that their records have there: where the headers for x86 declare
+// ADDRESS, those for x64 have a macro of that name for ADDRESS64.
+void RenameFor64(Rows& rows, const UnitMap& units,
+                 const std::map<std::string, std::size_t>& provenance, const Toolchain& x86,
+                 const Toolchain& x64);
+
+// The rows whose layout in the language on that system is not the compiler's: the size, or the
+// place or size of a member, or a fraction where the headers have none.
+[[nodiscard]] Mismatches CheckRecords(const Rows& rows, const RecordFacts& facts,
+                                      vb::Target target = vb::Target::kVb6);
 
 }  // namespace declarium::win32_library_test

@@ -1,5 +1,6 @@
 #include "toolchain.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
@@ -14,21 +15,25 @@
 namespace declarium::win32_library_test {
 namespace {
 
-constexpr std::string_view kCompiler = "i686-w64-mingw32-gcc-posix";
+using win32_library::Platform;
+
+constexpr std::string_view kCompilers[] = {"i686-w64-mingw32-gcc-posix",
+                                           "x86_64-w64-mingw32-gcc-posix"};
+
+std::string_view CompilerOf(Platform platform) {
+  return kCompilers[static_cast<std::size_t>(platform)];
+}
 
 std::string ReadAll(const std::filesystem::path& path) {
   std::ifstream file(path, std::ios::binary);
   return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
-std::string Compile(std::string_view options) {
-  return std::string(kCompiler) + " -w " + std::string(options) + " ";
-}
-
 }  // namespace
 
-Toolchain::Toolchain()
-    : folder_(std::filesystem::temp_directory_path() /
+Toolchain::Toolchain(win32_library::Platform platform)
+    : platform_(platform),
+      folder_(std::filesystem::temp_directory_path() /
               ("win32_library_" + std::to_string(std::random_device()()))) {
   std::filesystem::create_directories(folder_);
 }
@@ -39,8 +44,14 @@ Toolchain::~Toolchain() {
 }
 
 bool Toolchain::IsInstalled() {
-  const std::string command = "command -v " + std::string(kCompiler) + " >/dev/null 2>&1";
-  return std::system(command.c_str()) == 0;
+  return std::ranges::all_of(kCompilers, [](std::string_view compiler) {
+    const std::string command = "command -v " + std::string(compiler) + " >/dev/null 2>&1";
+    return std::system(command.c_str()) == 0;
+  });
+}
+
+std::string Toolchain::Compile(std::string_view options) const {
+  return std::string(CompilerOf(platform_)) + " -w " + std::string(options) + " ";
 }
 
 std::string Toolchain::Output(const std::string& command) const {
@@ -61,7 +72,7 @@ std::map<std::string, std::string> Toolchain::Sections(
     const std::string& source, const std::vector<std::string>& names) const {
   const std::string bytes = CompiledObject(source);
   const auto parsed = win32_library::ReadObject(bytes);
-  if (!parsed) throw std::runtime_error("the compiler made no 32-bit object");
+  if (!parsed) throw std::runtime_error("the compiler made no object");
   std::map<std::string, std::string> sections;
   for (const std::string& name : names) sections[name] = parsed->Content(name);
   return sections;
@@ -77,7 +88,7 @@ std::string Toolchain::CompiledObject(const std::string& source) const {
 std::vector<std::string> Toolchain::UndefinedSymbols(const std::string& source) const {
   const std::string bytes = CompiledObject(source);
   const auto parsed = win32_library::ReadObject(bytes);
-  if (!parsed) throw std::runtime_error("the compiler made no 32-bit object");
+  if (!parsed) throw std::runtime_error("the compiler made no object");
   std::vector<std::string> symbols;
   for (const auto& symbol : parsed->symbols)
     if (symbol.section == 0 && symbol.name.starts_with('_'))
@@ -87,6 +98,20 @@ std::vector<std::string> Toolchain::UndefinedSymbols(const std::string& source) 
 
 std::string Toolchain::Preprocessed(const std::string& source) const {
   return Output(Compile("-E -P") + Write(source));
+}
+
+std::map<std::string, std::string> Toolchain::Synonyms(const std::string& source) const {
+  std::istringstream lines(Output(Compile("-E -dM") + Write(source)));
+  std::map<std::string, std::string> synonyms;
+  for (std::string line; std::getline(lines, line);) {
+    std::istringstream words(line);
+    std::string define;
+    std::string name;
+    std::string value;
+    std::string more;
+    if (words >> define >> name >> value && !(words >> more)) synonyms.emplace(name, value);
+  }
+  return synonyms;
 }
 
 std::vector<std::string> Toolchain::HeadersIn(const std::string& source) const {
@@ -100,9 +125,11 @@ std::vector<std::string> Toolchain::HeadersIn(const std::string& source) const {
   return headers;
 }
 
-const win32_library::Metadata& TheMetadata() {
-  static const auto metadata =
-      win32_library::ReadMetadata(DECLARIUM_SOURCE_DIR "/tools/win32-library/metadata");
+const win32_library::Metadata& TheMetadata(Platform platform) {
+  constexpr const char* kFolder = DECLARIUM_SOURCE_DIR "/tools/win32-library/metadata";
+  static const auto x86 = win32_library::ReadMetadata(kFolder, Platform::kX86);
+  static const auto x64 = win32_library::ReadMetadata(kFolder, Platform::kX64);
+  const auto& metadata = platform == Platform::kX86 ? x86 : x64;
   if (!metadata) throw std::runtime_error(metadata.error());
   return *metadata;
 }
@@ -134,7 +161,8 @@ UnitMap ReadUnitMap(const Toolchain& toolchain) {
   if (!additions) throw std::runtime_error(additions.error());
   map.unit_of_header.emplace(additions->name, map.units.size());
   map.units.push_back(std::move(*additions));
-  map.units.push_back({"metadata", win32_library::MetadataSource(TheMetadata(), TheOverrides())});
+  map.units.push_back({"metadata", win32_library::MetadataSource(TheMetadata(toolchain.Platform()),
+                                                                 TheOverrides())});
   return map;
 }
 

@@ -1,4 +1,4 @@
-// The 32-bit mingw-w64 compiler and tools, as the source of facts.
+// The mingw-w64 compilers and tools, as the source of facts.
 #pragma once
 
 #include <filesystem>
@@ -17,13 +17,15 @@ namespace declarium::win32_library_test {
 class Toolchain {
  public:
   // Works in a new folder, which is removed in the end.
-  Toolchain();
+  explicit Toolchain(win32_library::Platform platform = win32_library::Platform::kX86);
   ~Toolchain();
   Toolchain(const Toolchain&) = delete;
   Toolchain& operator=(const Toolchain&) = delete;
 
-  // Whether the compiler is installed.
+  // Whether the compilers of both platforms are installed.
   [[nodiscard]] static bool IsInstalled();
+
+  [[nodiscard]] win32_library::Platform Platform() const { return platform_; }
 
   // What the command writes to standard output. Throws std::runtime_error, with what it wrote to
   // standard error, when it fails.
@@ -41,18 +43,24 @@ class Toolchain {
   // `source` preprocessed, in lines that begin with no "#".
   [[nodiscard]] std::string Preprocessed(const std::string& source) const;
 
+  // The macros that `source` leaves defined, of those that stand for one word: that word.
+  [[nodiscard]] std::map<std::string, std::string> Synonyms(const std::string& source) const;
+
   // The headers that `source` includes, below the include folder.
   [[nodiscard]] std::vector<std::string> HeadersIn(const std::string& source) const;
 
  private:
   [[nodiscard]] std::string CompiledObject(const std::string& source) const;
   [[nodiscard]] std::string Write(const std::string& source) const;
+  [[nodiscard]] std::string Compile(std::string_view options) const;
 
+  win32_library::Platform platform_;
   std::filesystem::path folder_;
 };
 
 // The metadata that the library is made from. Throws when it cannot be read.
-[[nodiscard]] const win32_library::Metadata& TheMetadata();
+[[nodiscard]] const win32_library::Metadata& TheMetadata(
+    win32_library::Platform platform = win32_library::Platform::kX86);
 
 // What is decided between the sources. Throws when it cannot be read.
 [[nodiscard]] const win32_library::Overrides& TheOverrides();

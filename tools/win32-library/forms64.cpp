@@ -9,6 +9,7 @@
 
 #include "coff_object.h"
 #include "text/text.h"
+#include "vb/layout.h"
 #include "vb/module.h"
 #include "vb/name.h"
 
@@ -150,11 +151,12 @@ std::string Renamed(std::string line, const std::string& name, const std::string
 
 class Comparison {
  public:
-  Comparison(const Library& wide, const Exports64& exports, const Metadata& metadata,
-             const Successors& successors)
+  Comparison(const Library& narrow, const Library& wide, const Exports64& exports,
+             const Metadata& metadata, const Successors& successors)
       : exports_(exports),
         metadata_(metadata),
         successors_(successors),
+        records_(ByName(narrow.types)),
         declares_(ByName(wide.declares)),
         types_(ByName(wide.types)) {
     for (const DeclareRow& row : wide.declares)
@@ -181,7 +183,9 @@ class Comparison {
     const Parsed wide(found->second->line);
     const auto unified = UnifiedTypes(narrow.As<vb::External>(), wide.As<vb::External>());
     if (!unified) {
-      row.form64 = FormOf(narrow.As<vb::External>(), *found->second);
+      row.form64 = HasTypesOf(wide.As<vb::External>().parameters)
+                       ? FormOf(narrow.As<vb::External>(), *found->second)
+                       : kNoForm;
       return;
     }
     AddUnmentioned(narrow.As<vb::External>(), row);
@@ -200,11 +204,24 @@ class Comparison {
     const auto unified = UnifiedTypes(narrow.As<vb::Record>(), wide.As<vb::Record>());
     if (unified)
       Take(*unified, row.values);
-    else
+    else if (HasTypesOf(wide.As<vb::Record>().members))
       row.form64 = FormOf(narrow.As<vb::Record>(), wide.As<vb::Record>());
+    else
+      row.form64 = kNoForm;
   }
 
  private:
+  // Whether the library has every record in the list: some are declared for x64 only.
+  template <class Values>
+  [[nodiscard]] bool HasTypesOf(const Values& values) const {
+    return std::ranges::all_of(values, [this](const auto& value) {
+      const auto& type = value.type;
+      return !type.length.empty() || type.name == u"Any" ||
+             vb::BuiltInExtent(type.name, vb::Target::kVba7x64) ||
+             records_.contains(vb::Lower(ToUtf8(type.name)));
+    });
+  }
+
   const DeclareRow* SuccessorOf(const DeclareRow& row) const {
     const auto successor = successors_.find(row.function);
     if (successor == successors_.end()) return nullptr;
@@ -227,6 +244,7 @@ class Comparison {
   const Exports64& exports_;
   const Metadata& metadata_;
   const Successors& successors_;
+  std::unordered_map<std::string, const TypeRow*> records_;  // of the library
   std::unordered_map<std::string, const DeclareRow*> declares_;
   std::unordered_map<std::string, const DeclareRow*> functions_;
   std::unordered_map<std::string, const TypeRow*> types_;
@@ -266,7 +284,7 @@ std::expected<Successors, std::string> ReadSuccessors(const std::string& path) {
 
 void AddForms64(Library& library, const Library& wide, const Exports64& exports,
                 const Metadata& metadata, const Successors& successors) {
-  const Comparison comparison(wide, exports, metadata, successors);
+  const Comparison comparison(library, wide, exports, metadata, successors);
   for (DeclareRow& row : library.declares) comparison.Complete(row);
   for (TypeRow& row : library.types) comparison.Complete(row);
 }

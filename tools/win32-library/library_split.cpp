@@ -2,6 +2,7 @@
 
 #include <cctype>
 #include <set>
+#include <sstream>
 #include <unordered_map>
 #include <utility>
 
@@ -60,19 +61,17 @@ class Part {
 
   void Take(const TypeRow& row) {
     if (!types_.insert(&row).second) return;
-    for (const std::string& member : row.members) {
-      if (member.starts_with('\'')) continue;
-      TakeTypeIn(member.substr(member.find(" As ")));
-      TakeConstantsIn(member.substr(member.find_first_of(" (")));
-    }
+    for (const std::string& member : row.members)
+      if (!member.starts_with('\'')) TakeMember(member);
+    if (row.form64.starts_with('!')) return;
+    std::istringstream members(row.form64);
+    for (std::string member; std::getline(members, member, '|');) TakeMember(member);
   }
 
   void Take(const DeclareRow& row) {
     if (!declares_.insert(&row).second) return;
-    constexpr std::string_view kAs = " As ";
-    for (std::size_t as = row.line.find(kAs); as != std::string::npos;
-         as = row.line.find(kAs, as + 1))
-      TakeTypeIn(row.line.substr(as, row.line.find_first_of(",)", as) - as));
+    TakeTypesIn(row.line);
+    TakeTypesIn(row.form64);
   }
 
   // The rows in the order of the whole library.
@@ -88,6 +87,19 @@ class Part {
   }
 
  private:
+  // "NAME(BOUNDS) As TYPE".
+  void TakeMember(const std::string& member) {
+    TakeTypeIn(member.substr(member.find(" As ")));
+    TakeConstantsIn(member.substr(member.find_first_of(" (")));
+  }
+
+  // Of the whole of a Declare.
+  void TakeTypesIn(const std::string& line) {
+    constexpr std::string_view kAs = " As ";
+    for (std::size_t as = line.find(kAs); as != std::string::npos; as = line.find(kAs, as + 1))
+      TakeTypeIn(line.substr(as, line.find_first_of(",)", as) - as));
+  }
+
   void TakeConstantsIn(const std::string& text) {
     for (const std::string& word : WordsOf(text))
       if (const ConstRow* row = names_.Constant(word)) Take(*row);
