@@ -7,6 +7,7 @@
 #include <stdexcept>
 
 #include "cli/basket_commands.h"
+#include "cli/check_command.h"
 #include "cli/command_set.h"
 #include "cli/facts_command.h"
 #include "cli/find_commands.h"
@@ -63,6 +64,7 @@ void Define(CLI::App& app, Session& session) {
   AddLibraryCommands(set);
   AddImportCommand(set);
   AddParseCommand(set);
+  AddCheckCommand(set);
   AddShowCommand(set);
   AddSharedCommand(set);
   AddFactsCommand(set);

@@ -13,6 +13,7 @@ ROWS = [
     ["app", "cli"],
     ["host", "shell"],
     ["search", "basket", "target"],
+    ["check"],
     ["needs", "facts"],
     ["source", "import"],
     ["library"],
@@ -68,7 +69,7 @@ def offences(src):
             if target != folder and ROW_OF[target] <= ROW_OF[folder]:
                 yield f"{path}:{number}: {folder} may not include {quoted}"
             if target == "toolkit" and not is_form and folder in (
-                    "library", "import", "source", "needs", "basket", "search", "cli"):
+                    "library", "import", "source", "needs", "check", "basket", "search", "cli"):
                 yield f"{path}:{number}: rules may not see the toolkit ({quoted})"
             if "ui" in parts and not is_form and folder not in ("app", "host", "shell"):
                 yield f"{path}:{number}: rules may not see forms ({quoted})"

@@ -1,0 +1,119 @@
+#include <algorithm>
+
+#include "check/export_names.h"
+#include "check/rule_groups.h"
+#include "text/text.h"
+
+namespace declarium::check {
+namespace {
+
+void CheckPtrSafe(const ModuleContext& module, const vb::Declaration& declaration,
+                  const vb::External& external) {
+  const auto& systems = module.SystemsOf(declaration);
+  if (!systems.vba64 || external.is_ptr_safe) return;
+  auto& finding = module.Report(RuleId::kPtrSafeMissing, declaration, declaration.place,
+                                "64-bit Office wants PtrSafe behind Declare");
+  // Visual Basic 6.0 would refuse the word in a line that it reads too.
+  if (systems.vb6) return;
+  const auto at = LowerCase(declaration.text).find(u"declare");
+  finding.edits = {module.Behind(declaration.text.substr(at, 7), u" PtrSafe")};
+}
+
+// What mends a type for 64 bits; nothing where Visual Basic 6.0 reads the line too.
+std::vector<Edit> WithLongPtr(const ModuleContext& module, const vb::Declaration& declaration,
+                              const vb::TypeReference& type) {
+  if (module.SystemsOf(declaration).vb6 || !type.is_written || !module.Holds(type.name)) return {};
+  return {module.Replacing(type.name, u"LongPtr")};
+}
+
+void CheckParameter(const ModuleContext& module, const vb::Declaration& declaration,
+                    const vb::Parameter& parameter, const KnownProcedure& known,
+                    std::size_t position) {
+  if (parameter.is_array) return;
+  const auto* const facts = known.FactsOf(position);
+  if (facts == nullptr) return;
+  const bool is_by_value = parameter.passing == vb::Passing::kByValue;
+  const auto type = is_by_value ? CTypeOf(facts->c_type) : PointeeOf(facts->c_type);
+  const auto name = ToUtf8(parameter.name);
+  if (IsType(parameter.type, u"Long") && GrowsIn64Bits(type)) {
+    auto& finding = module.Report(RuleId::kLongForAddress, declaration, parameter.place,
+                                  name + " (" + std::string(facts->c_type) +
+                                      ") has 64 bits there: LongPtr");
+    finding.edits = WithLongPtr(module, declaration, parameter.type);
+  }
+  const bool is_number = type == CType::kNumber || type == CType::kBool;
+  if (!is_by_value && is_number && IsType(parameter.type, u"LongPtr")) {
+    auto& finding = module.Report(RuleId::kLongPtrForNumber, declaration, parameter.place,
+                                  name + " (" + std::string(facts->c_type) +
+                                      ") is a number of 32 bits: Long");
+    if (parameter.type.is_written) finding.edits = {module.Replacing(parameter.type.name, u"Long")};
+  }
+}
+
+void CheckExternal(const ModuleContext& module, const vb::Declaration& declaration,
+                   const vb::External& external) {
+  CheckPtrSafe(module, declaration, external);
+  const auto* const known = module.whole.Libraries().FindEntry(
+      DllKey(external.library), external.EntryOr(declaration.name), declaration.name);
+  if (known == nullptr || known->External().parameters.size() != external.parameters.size()) return;
+  for (std::size_t i = 0; i < external.parameters.size(); ++i)
+    CheckParameter(module, declaration, external.parameters[i], *known, i);
+}
+
+void CheckRecord(const ModuleContext& module, const vb::Declaration& declaration,
+                 const vb::Record& record) {
+  const auto* const row = module.whole.Libraries().FindRecord(declaration.name);
+  if (row == nullptr || !row->facts) return;
+  for (const auto& member : record.members) {
+    const auto known = std::ranges::find_if(row->facts->values, [&](const ValueFacts& value) {
+      return EqualIgnoringCase(FromUtf8(value.name), member.name);
+    });
+    const bool grows = known != row->facts->values.end() && GrowsIn64Bits(CTypeOf(known->c_type));
+    if (!grows || member.is_array || !IsType(member.type, u"Long")) continue;
+    auto& finding = module.Report(RuleId::kLongMemberForAddress, declaration, member.place,
+                                  ToUtf8(member.name) + " (" + std::string(known->c_type) +
+                                      ") has 64 bits in the library's record: LongPtr");
+    finding.edits = WithLongPtr(module, declaration, member.type);
+  }
+}
+
+void CheckAddresses(const ModuleContext& module, const Code& code) {
+  for (const auto& address : code.addresses) {
+    module.Report(RuleId::kAddressIntoLong, address.place, address.variable,
+                  ToUtf8(address.function) + " has 64 bits there, " + ToUtf8(address.variable) +
+                      " is a Long");
+  }
+}
+
+void CheckSizes(ModuleContext& module, const Code& code) {
+  for (const auto& size : code.sizes) {
+    const auto* const record = module.whole.FindRecord(size.record, module.module);
+    const bool is_size = !EqualIgnoringCase(size.value, u"Len") && record != nullptr &&
+                         !record->members.empty() && IsSizeMember(size.member) &&
+                         EqualIgnoringCase(record->members.front().name, size.member);
+    if (!is_size) continue;
+    const auto small = module.definitions32.LayoutOf(*record);
+    const auto large = module.definitions64.LayoutOf(*record);
+    if (!small || !large || small->extent.size == large->extent.size) continue;
+    module.Report(RuleId::kSizeAsNumber, size.place, size.record,
+                  ToUtf8(size.record) + " has " + std::to_string(small->extent.size) +
+                      " bytes in 32 bits and " + std::to_string(large->extent.size) + " in 64");
+  }
+}
+
+}  // namespace
+
+void CheckBits(ModuleContext& module, const Code& code) {
+  if (!module.whole.Checks64Bits()) return;
+  for (const auto& declaration : module.parsed.declarations) {
+    if (!module.SystemsOf(declaration).Have64Bits()) continue;
+    if (const auto* const external = declaration.As<vb::External>())
+      CheckExternal(module, declaration, *external);
+    if (const auto* const record = declaration.As<vb::Record>())
+      CheckRecord(module, declaration, *record);
+  }
+  CheckAddresses(module, code);
+  CheckSizes(module, code);
+}
+
+}  // namespace declarium::check

@@ -1,0 +1,134 @@
+#include <algorithm>
+#include <map>
+#include <unordered_map>
+
+#include "check/export_names.h"
+#include "check/rule_groups.h"
+#include "text/text.h"
+
+namespace declarium::check {
+namespace {
+
+bool IsLocal(const vb::Declaration& declaration) {
+  return declaration.scope == vb::Scope::kLocal;
+}
+
+// How often the declarations themselves hold their names, by lower case.
+class DeclaringNames {
+ public:
+  void Add(const vb::Module& module) {
+    for (const auto& declaration : module.declarations) {
+      ++counts_[LowerCase(declaration.name)];
+      if (const auto* const enumeration = declaration.As<vb::Enumeration>()) {
+        for (const auto& member : enumeration->members) ++counts_[LowerCase(member.name)];
+      }
+    }
+  }
+  [[nodiscard]] std::size_t Of(std::u16string_view name) const {
+    const auto found = counts_.find(LowerCase(name));
+    return found == counts_.end() ? 0 : found->second;
+  }
+
+ private:
+  std::unordered_map<std::u16string, std::size_t> counts_;
+};
+
+// Whether a name stands anywhere but in the declarations of that name.
+struct Usage {
+  const NameCounts& uses;
+  const DeclaringNames& here;
+  const DeclaringNames& everywhere;
+  std::size_t module;
+
+  [[nodiscard]] bool Uses(std::u16string_view name, bool is_public) const {
+    return is_public ? uses.InAll(name) > everywhere.Of(name)
+                     : uses.InModule(name, module) > here.Of(name);
+  }
+  [[nodiscard]] bool Uses(const vb::Declaration& declaration) const {
+    const bool is_public = declaration.scope == vb::Scope::kPublic;
+    if (Uses(declaration.name, is_public)) return true;
+    const auto* const enumeration = declaration.As<vb::Enumeration>();
+    return enumeration != nullptr &&
+           std::ranges::any_of(enumeration->members, [&](const vb::EnumMember& member) {
+             return Uses(member.name, is_public);
+           });
+  }
+};
+
+void CheckUnused(const ModuleContext& module, const Usage& usage) {
+  const bool is_project = module.whole.Checked().form == Subject::Form::kProject;
+  // A class of a component is used by programs that are not here.
+  const bool sees_all_users = is_project && module.parsed.kind == vb::ModuleKind::kStandard;
+  for (const auto& declaration : module.parsed.declarations) {
+    const bool is_private = declaration.scope == vb::Scope::kPrivate;
+    const bool is_decided = is_private || (sees_all_users && !IsLocal(declaration));
+    if (!is_decided || !module.SystemsOf(declaration).Any() || usage.Uses(declaration)) continue;
+    module.Report(RuleId::kUnused, declaration, declaration.name_place,
+                  ToUtf8(declaration.name) + " is not used");
+  }
+}
+
+void CheckOtherNames(const ModuleContext& module) {
+  for (const auto& declaration : module.parsed.declarations) {
+    const auto* const external = declaration.As<vb::External>();
+    if (external == nullptr) continue;
+    const auto* const known = module.whole.Libraries().FindEntry(
+        DllKey(external->library), external->EntryOr(declaration.name), declaration.name);
+    if (known == nullptr || EqualIgnoringCase(known->Name(), declaration.name)) continue;
+    module.Report(RuleId::kOtherName, declaration, declaration.name_place,
+                  "the library has it as " + ToUtf8(known->Name()));
+  }
+}
+
+// What two declarations must have in common to be the same: the kind and its text without scope
+// and letter case, without regard to blanks.
+std::u16string MeaningOf(const vb::Declaration& declaration) {
+  std::u16string meaning;
+  vb::Tokenizer tokens(declaration.text);
+  bool is_scope = true;
+  for (auto token = tokens.NextSignificant(); token.kind != vb::TokenKind::kEnd;
+       token = tokens.NextSignificant()) {
+    is_scope = is_scope && (token.IsWord(u"public") || token.IsWord(u"private") ||
+                            token.IsWord(u"global"));
+    if (is_scope || token.kind == vb::TokenKind::kComment) continue;
+    meaning += LowerCase(token.text);
+    meaning += u' ';
+  }
+  return meaning;
+}
+
+void CheckTwice(const ModuleContext& module,
+                std::map<std::u16string, std::size_t>& first_modules) {
+  for (const auto& declaration : module.parsed.declarations) {
+    const bool is_value = declaration.As<vb::Enumeration>() == nullptr;
+    if (!is_value || IsLocal(declaration) || !module.SystemsOf(declaration).Any()) continue;
+    const auto [first, is_new] = first_modules.try_emplace(MeaningOf(declaration), module.module);
+    if (is_new || first->second == module.module) continue;
+    module.Report(RuleId::kDeclaredTwice, declaration, declaration.name_place,
+                  ToUtf8(declaration.name) + " is declared in another module too");
+  }
+}
+
+}  // namespace
+
+void CheckCleanUp(Context& context, const NameCounts& uses) {
+  const auto& subject = context.Checked();
+  if (subject.form == Subject::Form::kLibrary) {
+    for (std::size_t i = 0; i < subject.modules.size(); ++i)
+      CheckOtherNames(ModuleContext(context, i));
+    return;
+  }
+  DeclaringNames everywhere;
+  for (const auto& module : subject.modules) everywhere.Add(*module.parsed);
+  std::map<std::u16string, std::size_t> first_modules;
+  for (std::size_t i = 0; i < subject.modules.size(); ++i) {
+    const ModuleContext module(context, i);
+    DeclaringNames here;
+    here.Add(module.parsed);
+    CheckUnused(module, {uses, here, everywhere, i});
+    CheckOtherNames(module);
+    if (subject.form == Subject::Form::kProject) CheckTwice(module, first_modules);
+  }
+}
+
+}  // namespace declarium::check
