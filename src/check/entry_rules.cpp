@@ -85,9 +85,10 @@ void CheckNear(const ModuleContext& module, const Entry& entry) {
     return;
   }
   // Names that only end otherwise are versions of one procedure.
-  const auto stem = entry.name.substr(0, entry.name.size() - 1);
   const bool is_version = std::ranges::any_of(near, [&](std::u16string_view other) {
-    return other.starts_with(stem);
+    const auto shorter = std::min(other.size(), entry.name.size());
+    const auto stem = other.size() == entry.name.size() ? shorter - 1 : shorter;
+    return other.starts_with(entry.name.substr(0, stem));
   });
   if (entry.name.size() < kShortest || is_version) return;
   module.Report(RuleId::kNearEntry, entry.declaration, PlaceOfEntry(module, entry),

@@ -1,0 +1,34 @@
+#include "check/c_type.h"
+
+#include <gtest/gtest.h>
+
+namespace declarium::check {
+namespace {
+
+TEST(CType, IsReadFromItsName) {
+  constexpr std::pair<std::string_view, CType> kTypes[] = {
+      {"DWORD", CType::kNumber},      {"int", CType::kNumber},
+      {"BOOL", CType::kBool},         {"WORD", CType::kShort},
+      {"HWND", CType::kHandle},       {"LPARAM", CType::kWide},
+      {"LPCSTR", CType::kText},       {"char *", CType::kText},
+      {"const CHAR *", CType::kText}, {"LPWSTR", CType::kWideText},
+      {"OLECHAR *", CType::kWideText}, {"LPRECT", CType::kAddress},
+      {"const RECT *", CType::kAddress}, {"const PROPVARIANT *const", CType::kAddress},
+      {"TIMERPROC", CType::kAddress}, {"PROCESSINFOCLASS", CType::kUnknown},
+      {"POINT", CType::kUnknown},     {"HRESULT", CType::kNumber},
+      {"", CType::kUnknown}};
+  for (const auto& [name, type] : kTypes) EXPECT_EQ(CTypeOf(name), type) << name;
+}
+
+TEST(CType, KnowsWhatStandsAtAnAddress) {
+  EXPECT_EQ(PointeeOf("LPDWORD"), CType::kNumber);
+  EXPECT_EQ(PointeeOf("PHANDLE"), CType::kHandle);
+  EXPECT_EQ(PointeeOf("HANDLE *"), CType::kHandle);
+  EXPECT_EQ(PointeeOf("LPBOOL"), CType::kBool);
+  EXPECT_EQ(PointeeOf("LPVOID"), CType::kUnknown);
+  EXPECT_EQ(PointeeOf("LPSTR"), CType::kUnknown);
+  EXPECT_EQ(PointeeOf("DWORD"), CType::kUnknown);
+}
+
+}  // namespace
+}  // namespace declarium::check
