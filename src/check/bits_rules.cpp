@@ -36,17 +36,16 @@ void CheckParameter(const ModuleContext& module, const vb::Declaration& declarat
   const auto type = is_by_value ? CTypeOf(facts->c_type) : PointeeOf(facts->c_type);
   const auto name = ToUtf8(parameter.name);
   if (IsType(parameter.type, u"Long") && GrowsIn64Bits(type)) {
-    auto& finding = module.Report(RuleId::kLongForAddress, declaration, parameter.place,
-                                  name + " (" + std::string(facts->c_type) +
-                                      ") has 64 bits there: LongPtr");
-    finding.edits = WithLongPtr(module, declaration, parameter.type);
+    auto& finding =
+        module.Report(RuleId::kLongForAddress, declaration, parameter.place,
+                      name + " (" + std::string(facts->c_type) + ") has 64 bits there: LongPtr");
+    // The callers' variables must have the type of what is passed by reference.
+    if (is_by_value) finding.edits = WithLongPtr(module, declaration, parameter.type);
   }
   const bool is_number = type == CType::kNumber || type == CType::kBool;
   if (!is_by_value && is_number && IsType(parameter.type, u"LongPtr")) {
-    auto& finding = module.Report(RuleId::kLongPtrForNumber, declaration, parameter.place,
-                                  name + " (" + std::string(facts->c_type) +
-                                      ") is a number of 32 bits: Long");
-    if (parameter.type.is_written) finding.edits = {module.Replacing(parameter.type.name, u"Long")};
+    module.Report(RuleId::kLongPtrForNumber, declaration, parameter.place,
+                  name + " (" + std::string(facts->c_type) + ") is a number of 32 bits: Long");
   }
 }
 
@@ -70,10 +69,9 @@ void CheckRecord(const ModuleContext& module, const vb::Declaration& declaration
     });
     const bool grows = known != row->facts->values.end() && GrowsIn64Bits(CTypeOf(known->c_type));
     if (!grows || member.is_array || !IsType(member.type, u"Long")) continue;
-    auto& finding = module.Report(RuleId::kLongMemberForAddress, declaration, member.place,
-                                  ToUtf8(member.name) + " (" + std::string(known->c_type) +
-                                      ") has 64 bits in the library's record: LongPtr");
-    finding.edits = WithLongPtr(module, declaration, member.type);
+    module.Report(RuleId::kLongMemberForAddress, declaration, member.place,
+                  ToUtf8(member.name) + " (" + std::string(known->c_type) +
+                      ") has 64 bits in the library's record: LongPtr");
   }
 }
 

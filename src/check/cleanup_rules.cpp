@@ -88,8 +88,8 @@ std::u16string MeaningOf(const vb::Declaration& declaration) {
   bool is_scope = true;
   for (auto token = tokens.NextSignificant(); token.kind != vb::TokenKind::kEnd;
        token = tokens.NextSignificant()) {
-    is_scope = is_scope && (token.IsWord(u"public") || token.IsWord(u"private") ||
-                            token.IsWord(u"global"));
+    is_scope = is_scope &&
+               (token.IsWord(u"public") || token.IsWord(u"private") || token.IsWord(u"global"));
     if (is_scope || token.kind == vb::TokenKind::kComment) continue;
     meaning += LowerCase(token.text);
     meaning += u' ';
@@ -97,8 +97,7 @@ std::u16string MeaningOf(const vb::Declaration& declaration) {
   return meaning;
 }
 
-void CheckTwice(const ModuleContext& module,
-                std::map<std::u16string, std::size_t>& first_modules) {
+void CheckTwice(const ModuleContext& module, std::map<std::u16string, std::size_t>& first_modules) {
   for (const auto& declaration : module.parsed.declarations) {
     const bool is_value = declaration.As<vb::Enumeration>() == nullptr;
     if (!is_value || IsLocal(declaration) || !module.SystemsOf(declaration).Any()) continue;

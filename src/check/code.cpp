@@ -72,8 +72,8 @@ class CodeReader {
 
   // Outside procedures: parameters of a Declare and members of a record are no variables.
   [[nodiscard]] bool DeclaresVariables() const {
-    const bool is_scope = At(0).IsWord(u"public") || At(0).IsWord(u"private") ||
-                          At(0).IsWord(u"global");
+    const bool is_scope =
+        At(0).IsWord(u"public") || At(0).IsWord(u"private") || At(0).IsWord(u"global");
     return At(0).IsWord(u"dim") || (is_scope && !At(1).IsWord(u"declare") &&
                                     !At(1).IsWord(u"declarewide") && !At(1).IsWord(u"event"));
   }
@@ -110,8 +110,8 @@ class CodeReader {
     if (target.kind != TokenKind::kName) return;
     if (equals >= 2 && At(equals - 2).IsOperator(u'.')) return ReadSize(equals);
     const auto& function = At(equals + 1);
-    const bool is_address = function.IsWord(u"varptr") || function.IsWord(u"strptr") ||
-                            function.IsWord(u"objptr");
+    const bool is_address =
+        function.IsWord(u"varptr") || function.IsWord(u"strptr") || function.IsWord(u"objptr");
     if (!is_address || !At(equals + 2).IsOperator(u'(') || !MayBegin(equals - 1)) return;
     if (!EqualIgnoringCase(TypeOf(target.text), u"Long")) return;
     code_.addresses.push_back({target.place, target.text, function.text});
@@ -123,8 +123,7 @@ class CodeReader {
     const auto& value = At(equals + 1);
     const auto& member = At(equals - 1).text;
     const bool is_last_number = value.kind == TokenKind::kNumber && !HasMore(equals + 2);
-    if (has_variable && is_last_number)
-      return AddSize(value, At(equals - 3).text, member);
+    if (has_variable && is_last_number) return AddSize(value, At(equals - 3).text, member);
     const auto& measured = At(equals + 3);
     const bool is_len = value.IsWord(u"len") && At(equals + 2).IsOperator(u'(') &&
                         measured.kind == TokenKind::kName && At(equals + 4).IsOperator(u')') &&
@@ -139,8 +138,7 @@ class CodeReader {
 
   void AddSize(const Token& value, std::u16string_view variable, std::u16string_view member) {
     const auto type = TypeOf(variable);
-    if (!type.empty())
-      code_.sizes.push_back({value.place, type, member, value.text});
+    if (!type.empty()) code_.sizes.push_back({value.place, type, member, value.text});
   }
 
   vb::StatementReader reader_;
@@ -179,8 +177,8 @@ std::size_t NameCounts::InModule(std::u16string_view name, std::size_t module) c
   const auto found = counts_.find(LowerCase(name));
   if (found == counts_.end()) return 0;
   const auto& by_module = found->second.by_module;
-  const auto at = std::ranges::lower_bound(by_module, module, {},
-                                           &std::pair<std::size_t, std::size_t>::first);
+  const auto at =
+      std::ranges::lower_bound(by_module, module, {}, &std::pair<std::size_t, std::size_t>::first);
   return at == by_module.end() || at->first != module ? 0 : at->second;
 }
 

@@ -45,7 +45,7 @@ struct SizeAssignment {
   vb::Place place;             // of the value
   std::u16string_view record;  // the type of the variable
   std::u16string_view member;
-  std::u16string_view value;   // Len, or the number
+  std::u16string_view value;  // Len, or the number
 };
 
 // "p = VarPtr(x)" where p is a Long.

@@ -14,17 +14,62 @@ constexpr std::size_t kMostParameters = 60;
 
 // Types that every project knows without declaring them: the language's own, and classes of the
 // libraries that it always refers to.
-constexpr std::u16string_view kCommonTypes[] = {
-    u"any",        u"iunknown",     u"idispatch",  u"collection", u"control",    u"form",
-    u"mdiform",    u"picturebox",   u"textbox",    u"label",      u"combobox",   u"listbox",
-    u"commandbutton", u"checkbox",  u"optionbutton", u"frame",    u"timer",      u"image",
-    u"picture",    u"ipicture",     u"ipicturedisp", u"stdpicture", u"stdfont",  u"ifont",
-    u"ifontdisp",  u"font",         u"ole_color",  u"ole_handle", u"ole_cancelbool", u"errobject",
-    u"screen",     u"app",          u"clipboard",  u"printer",    u"usercontrol", u"userdocument",
-    u"propertypage", u"propertybag", u"menu",      u"data",       u"ole",        u"line",
-    u"shape",      u"guid",         u"ienumvariant", u"workbook", u"worksheet",  u"range",
-    u"decimal",    u"ole_xpos_pixels", u"ole_ypos_pixels", u"ole_xsize_pixels",
-    u"ole_ysize_pixels", u"ole_tristate", u"ole_optexclusive", u"ole_enabledefaultbool"};
+constexpr std::u16string_view kCommonTypes[] = {u"any",
+                                                u"iunknown",
+                                                u"idispatch",
+                                                u"collection",
+                                                u"control",
+                                                u"form",
+                                                u"mdiform",
+                                                u"picturebox",
+                                                u"textbox",
+                                                u"label",
+                                                u"combobox",
+                                                u"listbox",
+                                                u"commandbutton",
+                                                u"checkbox",
+                                                u"optionbutton",
+                                                u"frame",
+                                                u"timer",
+                                                u"image",
+                                                u"picture",
+                                                u"ipicture",
+                                                u"ipicturedisp",
+                                                u"stdpicture",
+                                                u"stdfont",
+                                                u"ifont",
+                                                u"ifontdisp",
+                                                u"font",
+                                                u"ole_color",
+                                                u"ole_handle",
+                                                u"ole_cancelbool",
+                                                u"errobject",
+                                                u"screen",
+                                                u"app",
+                                                u"clipboard",
+                                                u"printer",
+                                                u"usercontrol",
+                                                u"userdocument",
+                                                u"propertypage",
+                                                u"propertybag",
+                                                u"menu",
+                                                u"data",
+                                                u"ole",
+                                                u"line",
+                                                u"shape",
+                                                u"guid",
+                                                u"ienumvariant",
+                                                u"workbook",
+                                                u"worksheet",
+                                                u"range",
+                                                u"decimal",
+                                                u"ole_xpos_pixels",
+                                                u"ole_ypos_pixels",
+                                                u"ole_xsize_pixels",
+                                                u"ole_ysize_pixels",
+                                                u"ole_tristate",
+                                                u"ole_optexclusive",
+                                                u"ole_enabledefaultbool"};
 
 bool IsOwnType(std::u16string_view name) {
   return vb::BuiltInExtent(name, vb::Target::kVba7x64) ||
@@ -45,8 +90,8 @@ class Scope {
   // The declaration or member of this name that the same systems compile; nothing for the first.
   bool Add(std::u16string_view name, const Systems& systems) {
     auto& known = names_[LowerCase(name)];
-    const bool is_twice = std::ranges::any_of(
-        known, [&](const Systems& other) { return other.Share(systems); });
+    const bool is_twice =
+        std::ranges::any_of(known, [&](const Systems& other) { return other.Share(systems); });
     known.push_back(systems);
     return is_twice;
   }
@@ -106,8 +151,8 @@ void CheckDuplicates(const ModuleContext& module) {
   for (const auto& declaration : module.parsed.declarations) {
     const auto& systems = module.SystemsOf(declaration);
     CheckNamesInside(module, declaration);
-    const bool is_type = declaration.As<vb::Record>() != nullptr ||
-                         declaration.As<vb::Enumeration>() != nullptr;
+    const bool is_type =
+        declaration.As<vb::Record>() != nullptr || declaration.As<vb::Enumeration>() != nullptr;
     const bool is_local = declaration.scope == vb::Scope::kLocal;
     auto& scope = is_local  ? locals[ProcedureAt(module.parsed, declaration.place.line)]
                   : is_type ? types
@@ -129,10 +174,10 @@ void CheckType(const ModuleContext& module, const vb::Declaration& declaration,
   if (!is_known && declaration.As<vb::Record>() != nullptr &&
       subject.form != Subject::Form::kProject)
     return;
-  auto& finding = module.Report(RuleId::kUnknownType, declaration,
-                                module.PlaceOf(declaration, type.name),
-                                "nothing declares the type " + ToUtf8(type.name) +
-                                    (is_known ? "; the library has a record of this name" : ""));
+  auto& finding =
+      module.Report(RuleId::kUnknownType, declaration, module.PlaceOf(declaration, type.name),
+                    "nothing declares the type " + ToUtf8(type.name) +
+                        (is_known ? "; the library has a record of this name" : ""));
   if (subject.form != Subject::Form::kProject || subject.may_have_other_types)
     finding.level = Level::kNote;
 }
@@ -161,15 +206,15 @@ std::u16string_view FirstWord(std::u16string_view text) {
 
 // The word in front of a declaration decides; without one a Declare and a Type are public.
 void CheckScope(const ModuleContext& module, const vb::Declaration& declaration) {
-  if (module.parsed.kind == vb::ModuleKind::kStandard ||
-      declaration.scope == vb::Scope::kLocal ||
+  if (module.parsed.kind == vb::ModuleKind::kStandard || declaration.scope == vb::Scope::kLocal ||
       declaration.As<vb::Enumeration>() != nullptr)
     return;
   const auto word = FirstWord(declaration.text);
   const bool is_const = declaration.As<vb::Constant>() != nullptr;
   const bool is_record = declaration.As<vb::Record>() != nullptr;
   const bool says_public = EqualIgnoringCase(word, u"Public") || EqualIgnoringCase(word, u"Global");
-  const bool says_nothing = EqualIgnoringCase(word, u"Declare") || EqualIgnoringCase(word, u"Type") ||
+  const bool says_nothing = EqualIgnoringCase(word, u"Declare") ||
+                            EqualIgnoringCase(word, u"Type") ||
                             EqualIgnoringCase(word, u"DeclareWide");
   if (!(says_public || (says_nothing && !is_const)) || (is_record && IsExposed(module.parsed)))
     return;
@@ -227,8 +272,8 @@ void CheckLengths(const ModuleContext& module, const vb::Declaration& declaratio
       report("a line of " + std::to_string(line.size()) + " characters; 1023 are possible");
     ++lines;
   }
-  const bool is_statement = declaration.As<vb::External>() != nullptr ||
-                            declaration.As<vb::Constant>() != nullptr;
+  const bool is_statement =
+      declaration.As<vb::External>() != nullptr || declaration.As<vb::Constant>() != nullptr;
   if (is_statement && lines > kMostLines)
     report("a statement of " + std::to_string(lines) + " lines; 25 are possible");
   const auto* const external = declaration.As<vb::External>();
@@ -262,8 +307,8 @@ void CheckConstant(ModuleContext& module, const vb::Declaration& declaration,
 }
 
 bool IsOnlyInVba7(const ModuleContext& module, const vb::TypeReference& type) {
-  const bool is_word = EqualIgnoringCase(type.name, u"LongPtr") ||
-                       EqualIgnoringCase(type.name, u"LongLong");
+  const bool is_word =
+      EqualIgnoringCase(type.name, u"LongPtr") || EqualIgnoringCase(type.name, u"LongLong");
   // Programs declare an Enum LongPtr to have one source for both.
   return is_word && module.whole.FindType(type.name, module.module) == nullptr;
 }
@@ -278,7 +323,8 @@ void CheckVisualBasic6(const ModuleContext& module, const vb::Declaration& decla
     if (external->is_ptr_safe) return report(declaration.place, "PtrSafe");
     if (IsOnlyInVba7(module, external->result)) report(declaration.place, "LongPtr or LongLong");
     for (const auto& parameter : external->parameters) {
-      if (IsOnlyInVba7(module, parameter.type)) report(parameter.place, ToUtf8(parameter.type.name));
+      if (IsOnlyInVba7(module, parameter.type))
+        report(parameter.place, ToUtf8(parameter.type.name));
     }
   }
   if (const auto* const record = declaration.As<vb::Record>()) {

@@ -27,11 +27,15 @@ std::vector<Systems> SystemsByCondition(const vb::Module& module, Audience audie
   std::vector<Systems> systems(module.conditions.size());
   const auto add = [&](vb::Target target, bool Systems::* system) {
     const auto branches = vb::BranchesOf(module, target, constants);
-    for (std::size_t i = 0; i < systems.size(); ++i)
+    for (std::size_t i = 0; i < systems.size(); ++i) {
       systems[i].*system = branches[i] != vb::Branch::kLeftOut;
+      systems[i].is_certain = systems[i].is_certain && branches[i] != vb::Branch::kUnknown;
+      systems[i].condition = static_cast<std::uint32_t>(i);
+    }
   };
   const bool is_vba = audience == Audience::kVba7 || audience == Audience::kVba7Only;
-  if (audience == Audience::kVb6 || audience == Audience::kVba7) add(vb::Target::kVb6, &Systems::vb6);
+  if (audience == Audience::kVb6 || audience == Audience::kVba7)
+    add(vb::Target::kVb6, &Systems::vb6);
   if (is_vba) add(vb::Target::kVba7x32, &Systems::vba32);
   if (is_vba) add(vb::Target::kVba7x64, &Systems::vba64);
   if (audience == Audience::kTwinBasic) add(vb::Target::kTwinBasic, &Systems::twin_basic);
@@ -96,14 +100,8 @@ Finding& ModuleContext::Report(RuleId rule, const vb::Declaration& declaration,
 
 Finding& ModuleContext::Report(RuleId rule, const vb::Place& place, std::u16string_view name,
                                std::string message) const {
-  return whole.findings.emplace_back(Finding{rule,
-                                             RuleOf(rule).level,
-                                             module,
-                                             place,
-                                             ToUtf8(name),
-                                             std::move(message),
-                                             place.line,
-                                             place.line});
+  return whole.findings.emplace_back(Finding{rule, RuleOf(rule).level, module, place, ToUtf8(name),
+                                             std::move(message), place.line, place.line});
 }
 
 vb::Place ModuleContext::PlaceOf(const vb::Declaration& declaration,

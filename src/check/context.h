@@ -32,11 +32,16 @@ struct Systems {
   bool vba32 = false;
   bool vba64 = false;
   bool twin_basic = false;
+  bool is_certain = true;       // false for a branch of #If that a project decides
+  std::uint32_t condition = 0;  // the branch
 
   [[nodiscard]] bool Any() const { return vb6 || vba32 || vba64 || twin_basic; }
   [[nodiscard]] bool Have32Bits() const { return vb6 || vba32; }
   [[nodiscard]] bool Have64Bits() const { return vba64 || twin_basic; }
+  // Whether one system certainly compiles both.
   [[nodiscard]] bool Share(const Systems& other) const {
+    const bool knows_both = is_certain && other.is_certain;
+    if (!knows_both && condition != other.condition) return false;
     return (vb6 && other.vb6) || (vba32 && other.vba32) || (vba64 && other.vba64) ||
            (twin_basic && other.twin_basic);
   }

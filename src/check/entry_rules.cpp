@@ -47,12 +47,10 @@ bool CheckSuffix(const ModuleContext& module, const Entry& entry) {
   const bool has_wide = EntryIn(module, entry, name + u"W") != nullptr;
   if (!(has_ansi || has_wide) || HasPlainEntry(entry.dll, name)) return false;
   const auto right = name + (has_ansi && !entry.external.is_wide ? u"A" : u"W");
-  auto& finding = module.Report(RuleId::kSuffixMissing, entry.declaration,
-                                PlaceOfEntry(module, entry),
-                                ToUtf8(entry.dll) + " has " + Quoted(right) + ", and no " +
-                                    Quoted(name));
-  if (has_ansi || entry.external.is_wide)
-    finding.edits = {WithEntry(module, entry, right)};
+  auto& finding =
+      module.Report(RuleId::kSuffixMissing, entry.declaration, PlaceOfEntry(module, entry),
+                    ToUtf8(entry.dll) + " has " + Quoted(right) + ", and no " + Quoted(name));
+  if (has_ansi || entry.external.is_wide) finding.edits = {WithEntry(module, entry, right)};
   return true;
 }
 
@@ -64,10 +62,10 @@ bool CheckLibrary(const ModuleContext& module, const Entry& entry) {
   });
   if (!is_elsewhere) return false;
   const auto& right = known.front()->Dll();
-  auto& finding = module.Report(RuleId::kWrongLibrary, entry.declaration,
-                                module.PlaceOf(entry.declaration, entry.external.library),
-                                Quoted(entry.name) + " is in " + ToUtf8(right) + ", not in " +
-                                    ToUtf8(entry.dll));
+  auto& finding = module.Report(
+      RuleId::kWrongLibrary, entry.declaration,
+      module.PlaceOf(entry.declaration, entry.external.library),
+      Quoted(entry.name) + " is in " + ToUtf8(right) + ", not in " + ToUtf8(entry.dll));
   finding.edits = {module.Replacing(entry.external.library, right)};
   return true;
 }
@@ -78,9 +76,9 @@ void CheckNear(const ModuleContext& module, const Entry& entry) {
   const auto near = module.whole.Libraries().NearEntries(entry.dll, entry.name);
   if (near.empty()) return;
   if (EqualIgnoringCase(near.front(), entry.name)) {
-    auto& finding = module.Report(RuleId::kLettersDiffer, entry.declaration,
-                                  PlaceOfEntry(module, entry),
-                                  ToUtf8(entry.dll) + " spells it " + Quoted(near.front()));
+    auto& finding =
+        module.Report(RuleId::kLettersDiffer, entry.declaration, PlaceOfEntry(module, entry),
+                      ToUtf8(entry.dll) + " spells it " + Quoted(near.front()));
     finding.edits = {WithEntry(module, entry, near.front())};
     return;
   }
@@ -138,8 +136,8 @@ void CheckVersion(const ModuleContext& module, const Entry& entry, const KnownPr
   const auto since = VersionOf(known.Since());
   if (!since || *since <= *oldest) return;
   module.Report(RuleId::kNotInThisWindows, entry.declaration, PlaceOfEntry(module, entry),
-                Quoted(entry.name) + " is documented from Windows " +
-                    std::to_string(since->major) + "." + std::to_string(since->minor) + " on");
+                Quoted(entry.name) + " is documented from Windows " + std::to_string(since->major) +
+                    "." + std::to_string(since->minor) + " on");
 }
 
 }  // namespace
@@ -153,8 +151,7 @@ void CheckEntries(const ModuleContext& module) {
     const Entry entry{declaration, *external, DllKey(external->library),
                       external->EntryOr(declaration.name)};
     if (!libraries.KnowsDll(entry.dll)) continue;
-    if (const auto* const known =
-            libraries.FindEntry(entry.dll, entry.name, declaration.name)) {
+    if (const auto* const known = libraries.FindEntry(entry.dll, entry.name, declaration.name)) {
       CheckWide(module, entry, *known);
       CheckVersion(module, entry, *known);
     } else if (!entry.name.starts_with(u'#') && !CheckSuffix(module, entry) &&

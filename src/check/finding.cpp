@@ -4,8 +4,7 @@
 
 namespace declarium::check {
 
-std::u16string Edited(std::u16string_view text, const std::vector<Edit>& edits,
-                      std::size_t start) {
+std::u16string Edited(std::u16string_view text, const std::vector<Edit>& edits, std::size_t start) {
   std::u16string edited;
   std::size_t position = 0;
   for (const auto& edit : edits) {

@@ -26,8 +26,8 @@ struct Finding {
   Level level;
   std::size_t module = 0;  // its position in the subject
   vb::Place place;
-  std::string name;     // of the declaration or variable, UTF-8
-  std::string message;  // UTF-8
+  std::string name;                  // of the declaration or variable, UTF-8
+  std::string message;               // UTF-8
   std::uint32_t statement_line = 1;  // where the statement or block begins that it stands in
   std::uint32_t statement_end = 1;   // where that ends
   std::vector<Edit> edits = {};      // what mends it, in order; none where a person must decide

@@ -69,9 +69,9 @@ void CheckPassing(const ModuleContext& module, const vb::Declaration& declaratio
                         passed.type == CType::kBool || passed.type == CType::kHandle;
   const bool knows_value = is_value && passed.known.passing == vb::Passing::kByValue;
   if (knows_value && !passed.IsByValue() && IsNumber(module, parameter)) {
-    auto& finding = module.Report(RuleId::kByValMissing, declaration, parameter.place,
-                                  "the procedure takes the value of " + name +
-                                      ", not its address: ByVal is missing");
+    auto& finding = module.Report(
+        RuleId::kByValMissing, declaration, parameter.place,
+        "the procedure takes the value of " + name + ", not its address: ByVal is missing");
     finding.edits = {WithByVal(module, parameter)};
     return;
   }
@@ -159,7 +159,15 @@ bool CheckBytes(const ModuleContext& module, const vb::Declaration& declaration,
 }
 
 // Where a result comes back.
-enum class Place : unsigned char { kNone, kRegister, kTwoRegisters, kFloat, kText, kHidden, kOther };
+enum class Place : unsigned char {
+  kNone,
+  kRegister,
+  kTwoRegisters,
+  kFloat,
+  kText,
+  kHidden,
+  kOther
+};
 
 Place PlaceOfResult(const vb::TypeReference& type) {
   if (type.name.empty()) return Place::kNone;
@@ -184,8 +192,8 @@ void CheckResult(const ModuleContext& module, const vb::Declaration& declaration
   const auto place = PlaceOfResult(external.result);
   const auto right = PlaceOfResult(known.External().result);
   const bool is_told = external.result.is_written || external.result.character != 0;
-  const bool is_known = right == Place::kRegister || right == Place::kTwoRegisters ||
-                        right == Place::kFloat;
+  const bool is_known =
+      right == Place::kRegister || right == Place::kTwoRegisters || right == Place::kFloat;
   if (!is_told || !is_known || place == Place::kNone || place == Place::kOther) return;
   const auto part = module.PlaceOf(declaration, external.result.name);
   const auto type = ToUtf8(external.result.name);
@@ -198,10 +206,10 @@ void CheckResult(const ModuleContext& module, const vb::Declaration& declaration
                       ", not " + type);
     return;
   }
+  // What the callers do with the result would have to change with its type.
   if (place == right && IsShort(external.result) && IsType(known.External().result, u"Long")) {
-    auto& finding = module.Report(RuleId::kShortBoolean, declaration, part,
-                                  "the result has 32 bits, " + type + " has 16");
-    finding.edits = WithLong(module, declaration, external.result, CType::kUnknown);
+    module.Report(RuleId::kShortBoolean, declaration, part,
+                  "the result has 32 bits, " + type + " has 16");
   }
 }
 
@@ -210,8 +218,9 @@ void CheckAnyByValue(const ModuleContext& module, const vb::Declaration& declara
   for (const auto& parameter : external.parameters) {
     if (parameter.passing != vb::Passing::kByValue || !IsType(parameter.type, u"Any")) continue;
     module.Report(RuleId::kAnyByValue, declaration, parameter.place,
-                  ToUtf8(parameter.name) + " As Any by value: every call decides by itself how "
-                                           "many bytes are passed");
+                  ToUtf8(parameter.name) +
+                      " As Any by value: every call decides by itself how "
+                      "many bytes are passed");
   }
 }
 

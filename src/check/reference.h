@@ -22,9 +22,9 @@ namespace declarium::check {
 // A row as the language reads it.
 struct KnownRow {
   std::u16string name;
-  std::u16string text;                             // what the declaration refers into
+  std::u16string text;  // what the declaration refers into
   vb::Module module;
-  const vb::Declaration* declaration = nullptr;    // null for a row that cannot be read
+  const vb::Declaration* declaration = nullptr;  // null for a row that cannot be read
   std::optional<RowFacts> facts;
 };
 
@@ -96,7 +96,7 @@ class Reference {
   [[nodiscard]] const KnownProcedure* ProcedureOf(EntryRow& row);
 
   std::vector<Source> sources_;
-  std::unordered_map<std::u16string, std::vector<EntryRow>> entries_;  // by spelling
+  std::unordered_map<std::u16string, std::vector<EntryRow>> entries_;     // by spelling
   std::unordered_map<std::u16string, std::vector<std::u16string>> dlls_;  // their entries
   std::unordered_map<std::u16string, std::pair<std::size_t, std::size_t>>
       positions_[kKindCount];  // source and position, by lower-cased name

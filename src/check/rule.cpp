@@ -126,8 +126,9 @@ constexpr Rule kRules[] = {
     {RuleId::kAnyByValue, "D308", kWarning, "As Any by value",
      "Every call decides by its own argument how many bytes are passed: a Double crashes, an "
      "Integer is half a value.",
-     "Declare Sub Fill Lib \"mine\" (ByVal Data As Any)", "Declare Sub Fill Lib \"mine\" (Data As "
-                                                          "Any)"},
+     "Declare Sub Fill Lib \"mine\" (ByVal Data As Any)",
+     "Declare Sub Fill Lib \"mine\" (Data As "
+     "Any)"},
     {RuleId::kShortHandle, "D309", kWarning, "16 bits for a handle or an address",
      "Handles and addresses do not fit into 16 bits: error 6 (overflow) when one is passed.",
      "Declare Function IsWindow Lib \"user32\" (ByVal hWnd As Integer) As Long",

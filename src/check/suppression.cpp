@@ -56,8 +56,7 @@ Suppressions::Suppressions(std::u16string_view text) {
 
 bool Suppressions::Cover(const Finding& finding) const {
   if (marks_.empty()) return false;
-  return Covers(finding.place.line, finding.rule) ||
-         Covers(finding.statement_line, finding.rule) ||
+  return Covers(finding.place.line, finding.rule) || Covers(finding.statement_line, finding.rule) ||
          Covers(finding.statement_end, finding.rule) ||
          CoversFromAbove(finding.place.line, finding.rule) ||
          CoversFromAbove(finding.statement_line, finding.rule);

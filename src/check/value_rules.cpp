@@ -70,14 +70,13 @@ void CheckConstant(ModuleContext& module, const vb::Declaration& declaration,
   const auto literals = NegativeLiterals(constant);
   constexpr double kUnsigned = 65536;
   // One without a type may well be meant as 16 bits, unless the library says otherwise.
-  const bool is_meant_positive = compares && literals.size() == 1 &&
-                                 NumberOf(*known) == NumberOf(*value) + kUnsigned;
+  const bool is_meant_positive =
+      compares && literals.size() == 1 && NumberOf(*known) == NumberOf(*value) + kUnsigned;
   if (!literals.empty() && (IsLongType(constant.type) || is_meant_positive)) {
     for (const auto literal : literals) {
-      auto& finding = module.Report(RuleId::kNegativeHexadecimal, declaration,
-                                    module.PlaceOf(declaration, literal),
-                                    ToUtf8(literal) + " is negative; " + ToUtf8(literal) +
-                                        "& is not");
+      auto& finding = module.Report(
+          RuleId::kNegativeHexadecimal, declaration, module.PlaceOf(declaration, literal),
+          ToUtf8(literal) + " is negative; " + ToUtf8(literal) + "& is not");
       finding.edits = {module.Behind(literal, u"&")};
     }
     return;
@@ -159,8 +158,7 @@ void CheckPassedRecords(ModuleContext& module, const vb::Declaration& declaratio
     const auto layout = module.definitions32.LayoutOf(*record);
     const auto wanted = libraries.LayoutOf(right.type.name, vb::Target::kVb6);
     if (!layout || !wanted || known_record.members.empty() ||
-        layout->extent.size >= wanted->extent.size ||
-        TellsSize(known->External(), known_record))
+        layout->extent.size >= wanted->extent.size || TellsSize(known->External(), known_record))
       continue;
     module.Report(RuleId::kRecordTooSmall, declaration, parameter.place,
                   ToUtf8(parameter.type.name) + " has " + std::to_string(layout->extent.size) +
@@ -192,9 +190,9 @@ void CheckSizes(ModuleContext& module, const Code& code) {
     const bool is_padded = (has_32 && IsPadded(*record, module.definitions32)) ||
                            (has_64 && IsPadded(*record, module.definitions64));
     if (!is_padded) continue;
-    auto& finding = module.Report(RuleId::kLenOfPaddedRecord, size.place, size.record,
-                                  "Len leaves out bytes between the members of " +
-                                      ToUtf8(size.record));
+    auto& finding =
+        module.Report(RuleId::kLenOfPaddedRecord, size.place, size.record,
+                      "Len leaves out bytes between the members of " + ToUtf8(size.record));
     if (LenBIsSize(*record, module.definitions32))
       finding.edits = {module.Replacing(size.value, u"LenB")};
   }

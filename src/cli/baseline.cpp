@@ -43,8 +43,8 @@ Baseline::Baseline(const std::string& file) {
 
 bool Baseline::Take(const SourceFinding& found) {
   const auto& finding = found.finding;
-  const auto known = known_.find(
-      {found.source, std::string(check::RuleOf(finding.rule).number), finding.name});
+  const auto known =
+      known_.find({found.source, std::string(check::RuleOf(finding.rule).number), finding.name});
   if (known == known_.end() || known->second == 0) return false;
   --known->second;
   return true;

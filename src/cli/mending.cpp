@@ -13,8 +13,7 @@ std::vector<check::Edit> WithoutOverlaps(std::vector<check::Edit> edits) {
   std::ranges::stable_sort(edits, {}, &check::Edit::offset);
   std::vector<check::Edit> kept;
   for (auto& edit : edits) {
-    const bool touches =
-        !kept.empty() && edit.offset <= kept.back().offset + kept.back().length;
+    const bool touches = !kept.empty() && edit.offset <= kept.back().offset + kept.back().length;
     if (!touches) kept.push_back(std::move(edit));
   }
   return kept;

@@ -38,11 +38,10 @@ ordered_json TextObject(std::string_view text) {
 }
 
 ordered_json RuleObject(const check::Rule& rule) {
-  ordered_json object = {
-      {"id", rule.number},
-      {"shortDescription", TextObject(rule.title)},
-      {"fullDescription", TextObject(rule.consequence)},
-      {"defaultConfiguration", {{"level", check::LevelText(rule.level)}}}};
+  ordered_json object = {{"id", rule.number},
+                         {"shortDescription", TextObject(rule.title)},
+                         {"fullDescription", TextObject(rule.consequence)},
+                         {"defaultConfiguration", {{"level", check::LevelText(rule.level)}}}};
   if (!rule.right.empty()) {
     object["help"] = TextObject(std::string(rule.consequence) + "\n\nWrong:\n" +
                                 std::string(rule.wrong) + "\n\nRight:\n" + std::string(rule.right));

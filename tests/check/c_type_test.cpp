@@ -7,15 +7,24 @@ namespace {
 
 TEST(CType, IsReadFromItsName) {
   constexpr std::pair<std::string_view, CType> kTypes[] = {
-      {"DWORD", CType::kNumber},      {"int", CType::kNumber},
-      {"BOOL", CType::kBool},         {"WORD", CType::kShort},
-      {"HWND", CType::kHandle},       {"LPARAM", CType::kWide},
-      {"LPCSTR", CType::kText},       {"char *", CType::kText},
-      {"const CHAR *", CType::kText}, {"LPWSTR", CType::kWideText},
-      {"OLECHAR *", CType::kWideText}, {"LPRECT", CType::kAddress},
-      {"const RECT *", CType::kAddress}, {"const PROPVARIANT *const", CType::kAddress},
-      {"TIMERPROC", CType::kAddress}, {"PROCESSINFOCLASS", CType::kUnknown},
-      {"POINT", CType::kUnknown},     {"HRESULT", CType::kNumber},
+      {"DWORD", CType::kNumber},
+      {"int", CType::kNumber},
+      {"BOOL", CType::kBool},
+      {"WORD", CType::kShort},
+      {"HWND", CType::kHandle},
+      {"LPARAM", CType::kWide},
+      {"LPCSTR", CType::kText},
+      {"char *", CType::kText},
+      {"const CHAR *", CType::kText},
+      {"LPWSTR", CType::kWideText},
+      {"OLECHAR *", CType::kWideText},
+      {"LPRECT", CType::kAddress},
+      {"const RECT *", CType::kAddress},
+      {"const PROPVARIANT *const", CType::kAddress},
+      {"TIMERPROC", CType::kAddress},
+      {"PROCESSINFOCLASS", CType::kUnknown},
+      {"POINT", CType::kUnknown},
+      {"HRESULT", CType::kNumber},
       {"", CType::kUnknown}};
   for (const auto& [name, type] : kTypes) EXPECT_EQ(CTypeOf(name), type) << name;
 }

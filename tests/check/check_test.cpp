@@ -44,7 +44,8 @@ TEST(Check, ACommentAboveAContinuedStatementIsForAllItsLines) {
 }
 
 TEST(Check, TwiceGivesTheSame) {
-  const std::string source = std::string(kByReference) + "\nPublic Const A As Long = &HFFFF\nPublic Const A = 2\n";
+  const std::string source =
+      std::string(kByReference) + "\nPublic Const A As Long = &HFFFF\nPublic Const A = 2\n";
   const auto first = CheckSource(source);
   const auto second = CheckSource(source);
   ASSERT_EQ(first.findings.size(), second.findings.size());
@@ -68,13 +69,15 @@ TEST(Check, FindsNothingInTheBundledLibraries) {
     subject.form = Subject::Form::kLibrary;
     subject.modules.push_back({text, &parsed});
     for (const auto& finding : Check(subject, Bundled::Get().reference, {}))
-      ADD_FAILURE() << entry.path() << ": " << RuleOf(finding.rule).number << ' ' << finding.message;
+      ADD_FAILURE() << entry.path() << ": " << RuleOf(finding.rule).number << ' '
+                    << finding.message;
   }
   EXPECT_GT(count, 0u);
 }
 
 TEST(Check, WithoutALibraryOnlyTheLanguageIsChecked) {
-  const std::u16string text = u"Declare Sub Sleep Lib \"kernel32\" (n As Long)\nPublic Const A = 1, A = 2\n";
+  const std::u16string text =
+      u"Declare Sub Sleep Lib \"kernel32\" (n As Long)\nPublic Const A = 1, A = 2\n";
   const auto parsed = vb::ReadModule(text);
   Subject subject;
   subject.modules.push_back({text, &parsed});

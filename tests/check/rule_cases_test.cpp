@@ -3,11 +3,10 @@
 // blank line; "=====" parts modules.
 //
 //   target=vba7  form=project|library  kind=class|form  windows=6.0
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <filesystem>
 #include <fstream>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <map>
 #include <sstream>
 
@@ -59,8 +58,7 @@ Options OptionsOf(const Case& each) {
                                                              {"vba7-only", Audience::kVba7Only},
                                                              {"twinbasic", Audience::kTwinBasic}};
   Options options;
-  if (each.options.contains("target"))
-    options.audience = kAudiences.at(each.options.at("target"));
+  if (each.options.contains("target")) options.audience = kAudiences.at(each.options.at("target"));
   if (each.options.contains("windows")) {
     const auto& version = each.options.at("windows");
     const auto dot = version.find('.');
@@ -78,9 +76,9 @@ Subject::Form FormOf(const Case& each) {
 
 std::vector<Source> SourcesOf(const Case& each) {
   const auto kind = each.options.find("kind");
-  const auto module_kind = kind == each.options.end()  ? vb::ModuleKind::kStandard
-                           : kind->second == "class" ? vb::ModuleKind::kClass
-                                                     : vb::ModuleKind::kForm;
+  const auto module_kind = kind == each.options.end() ? vb::ModuleKind::kStandard
+                           : kind->second == "class"  ? vb::ModuleKind::kClass
+                                                      : vb::ModuleKind::kForm;
   constexpr std::string_view kBetween = "=====\r\n";
   std::vector<Source> sources;
   for (std::size_t start = 0; start <= each.source.size();) {
@@ -116,8 +114,8 @@ TEST_P(RuleCases, FiresOnItsFaultsAndOnNothingElse) {
     ++(each.is_bad ? bad : good);
     const auto checked = CheckSources(SourcesOf(each), FormOf(each), OptionsOf(each));
     if (each.is_bad) {
-      EXPECT_THAT(checked.Rules(), testing::AllOf(testing::Not(testing::IsEmpty()),
-                                                  testing::Each(number)))
+      EXPECT_THAT(checked.Rules(),
+                  testing::AllOf(testing::Not(testing::IsEmpty()), testing::Each(number)))
           << Text(checked);
     } else {
       EXPECT_THAT(checked.Rules(), testing::IsEmpty()) << Text(checked);

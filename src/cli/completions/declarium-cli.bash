@@ -9,6 +9,7 @@ _declarium_cli_options() {
     list) echo "$common --kind" ;;
     import) echo "$common --replace --create --reading --encoding --force" ;;
     parse) echo "$common --modules --uses --target" ;;
+    check) echo "$common --against --target --windows --format --fail-on --baseline --fix --rules" ;;
     shared) echo "$common --closure --constants" ;;
     find | complete) echo "$common --kind" ;;
     search)
@@ -31,6 +32,9 @@ _declarium_cli_values() {
     --kind | --kinds) echo 'const declare type' ;;
     --scope) echo 'Private Public' ;;
     --reading) echo 'vb literal' ;;
+    --windows) echo '5.1 6.0 6.1 10.0' ;;
+    --format) echo 'text json sarif' ;;
+    --fail-on) echo 'error warning note' ;;
     --target) echo 'vb6 vba7 vba7-only twinbasic' ;;
     --encoding)
       echo 'windows-874 windows-1250 windows-1251 windows-1252 windows-1253 windows-1254' \
@@ -40,8 +44,8 @@ _declarium_cli_values() {
 }
 
 _declarium_cli() {
-  local commands='new list export rename delete databases import parse show shared facts find
-    complete search basket insert history restore'
+  local commands='new list export rename delete databases import parse check show shared facts
+    find complete search basket insert history restore'
   local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
   local command='' word values
   COMPREPLY=()

@@ -14,6 +14,8 @@ Register-ArgumentCompleter -Native -CommandName 'declarium-cli', 'declarium-cli.
         'databases' = @()
         'import'    = '--replace', '--create', '--reading', '--encoding', '--force'
         'parse'     = '--modules', '--uses', '--target'
+        'check'     = '--against', '--target', '--windows', '--format', '--fail-on', '--baseline',
+                      '--fix', '--rules'
         'show'      = '--target'
         'shared'    = '--closure', '--constants'
         'facts'     = @()
@@ -33,6 +35,9 @@ Register-ArgumentCompleter -Native -CommandName 'declarium-cli', 'declarium-cli.
         '--kinds' = 'const', 'declare', 'type'
         '--scope' = 'Private', 'Public'
         '--reading' = 'vb', 'literal'
+        '--windows' = '5.1', '6.0', '6.1', '10.0'
+        '--format' = 'text', 'json', 'sarif'
+        '--fail-on' = 'error', 'warning', 'note'
         '--target' = 'vb6', 'vba7', 'vba7-only', 'twinbasic'
         '--encoding' = 'windows-874', 'windows-1250', 'windows-1251', 'windows-1252',
                        'windows-1253', 'windows-1254', 'windows-1255', 'windows-1256',
