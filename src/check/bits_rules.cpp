@@ -26,27 +26,41 @@ std::vector<Edit> WithLongPtr(const ModuleContext& module, const vb::Declaration
   return {module.Replacing(type.name, u"LongPtr")};
 }
 
+void ReportLong(const ModuleContext& module, const vb::Declaration& declaration,
+                const vb::Place& place, std::string message, std::vector<Edit> edits) {
+  auto& finding = module.Report(RuleId::kLongForAddress, declaration, place, std::move(message));
+  finding.edits = std::move(edits);
+}
+
 void CheckParameter(const ModuleContext& module, const vb::Declaration& declaration,
-                    const vb::Parameter& parameter, const KnownProcedure& known,
-                    std::size_t position) {
+                    const vb::Parameter& parameter, const vb::Parameter& known,
+                    const ValueFacts& facts) {
   if (parameter.is_array) return;
-  const auto* const facts = known.FactsOf(position);
-  if (facts == nullptr) return;
   const bool is_by_value = parameter.passing == vb::Passing::kByValue;
-  const auto type = is_by_value ? CTypeOf(facts->c_type) : PointeeOf(facts->c_type);
-  const auto name = ToUtf8(parameter.name);
-  if (IsType(parameter.type, u"Long") && GrowsIn64Bits(type)) {
-    auto& finding =
-        module.Report(RuleId::kLongForAddress, declaration, parameter.place,
-                      name + " (" + std::string(facts->c_type) + ") has 64 bits there: LongPtr");
+  const bool is_address = facts.type64.ends_with('*');
+  // What stands at an address that is passed by reference, or else what is passed.
+  const bool grows =
+      is_by_value ? is_address || facts.type64 == "LongPtr" : facts.type64 == "LongPtr*";
+  const auto what = ToUtf8(parameter.name) + " (" + std::string(facts.c_type) + ")";
+  if (IsType(parameter.type, u"Long") && grows) {
     // The callers' variables must have the type of what is passed by reference.
-    if (is_by_value) finding.edits = WithLongPtr(module, declaration, parameter.type);
+    ReportLong(
+        module, declaration, parameter.place, what + " has 64 bits there: LongPtr",
+        is_by_value ? WithLongPtr(module, declaration, parameter.type) : std::vector<Edit>());
   }
-  const bool is_number = type == CType::kNumber || type == CType::kBool;
+  const bool is_number = facts.type64 == "*" && IsType(known.type, u"Long") &&
+                         known.passing == vb::Passing::kByReference;
   if (!is_by_value && is_number && IsType(parameter.type, u"LongPtr")) {
     module.Report(RuleId::kLongPtrForNumber, declaration, parameter.place,
-                  name + " (" + std::string(facts->c_type) + ") is a number of 32 bits: Long");
+                  what + " is a number of 32 bits: Long");
   }
+}
+
+void CheckResult(const ModuleContext& module, const vb::Declaration& declaration,
+                 const vb::External& external, const KnownProcedure& known) {
+  if (!IsType(external.result, u"Long") || known.Result64() != "LongPtr") return;
+  ReportLong(module, declaration, module.PlaceOf(declaration, external.result.name),
+             "the result has 64 bits there: LongPtr", {});
 }
 
 void CheckExternal(const ModuleContext& module, const vb::Declaration& declaration,
@@ -54,20 +68,25 @@ void CheckExternal(const ModuleContext& module, const vb::Declaration& declarati
   CheckPtrSafe(module, declaration, external);
   const auto* const known = module.whole.Libraries().FindEntry(
       DllKey(external.library), external.EntryOr(declaration.name), declaration.name);
-  if (known == nullptr || known->External().parameters.size() != external.parameters.size()) return;
-  for (std::size_t i = 0; i < external.parameters.size(); ++i)
-    CheckParameter(module, declaration, external.parameters[i], *known, i);
+  if (known == nullptr || !known->HasFactsFor64()) return;
+  CheckResult(module, declaration, external, *known);
+  const auto& parameters = known->External().parameters;
+  if (parameters.size() != external.parameters.size()) return;
+  for (std::size_t i = 0; i < parameters.size(); ++i) {
+    if (const auto* const facts = known->FactsOf(i))
+      CheckParameter(module, declaration, external.parameters[i], parameters[i], *facts);
+  }
 }
 
 void CheckRecord(const ModuleContext& module, const vb::Declaration& declaration,
                  const vb::Record& record) {
   const auto* const row = module.whole.Libraries().FindRecord(declaration.name);
-  if (row == nullptr || !row->facts) return;
+  if (row == nullptr || !row->facts || row->has_other_form64) return;
   for (const auto& member : record.members) {
     const auto known = std::ranges::find_if(row->facts->values, [&](const ValueFacts& value) {
       return EqualIgnoringCase(FromUtf8(value.name), member.name);
     });
-    const bool grows = known != row->facts->values.end() && GrowsIn64Bits(CTypeOf(known->c_type));
+    const bool grows = known != row->facts->values.end() && known->type64 == "LongPtr";
     if (!grows || member.is_array || !IsType(member.type, u"Long")) continue;
     module.Report(RuleId::kLongMemberForAddress, declaration, member.place,
                   ToUtf8(member.name) + " (" + std::string(known->c_type) +

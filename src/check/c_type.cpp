@@ -99,18 +99,4 @@ CType CTypeOf(std::string_view c_type) {
   return CType::kUnknown;
 }
 
-CType PointeeOf(std::string_view c_type) {
-  const auto name = WithoutConst(c_type);
-  if (name.ends_with('*')) return CTypeOf(name.substr(0, name.size() - 1));
-  for (const std::string_view prefix : {"LP", "P"}) {
-    if (!name.starts_with(prefix)) continue;
-    const auto target = CTypeOf(name.substr(prefix.size()));
-    const bool is_simple = target == CType::kShort || target == CType::kNumber ||
-                           target == CType::kBool || target == CType::kHandle ||
-                           target == CType::kWide;
-    if (is_simple) return target;
-  }
-  return CType::kUnknown;
-}
-
 }  // namespace declarium::check

@@ -20,10 +20,6 @@ enum class CType : unsigned char {
 // The one place where such a name is read.
 [[nodiscard]] CType CTypeOf(std::string_view c_type);
 
-// What stands at the address that "HANDLE *", "PHANDLE" or "LPDWORD" is; kUnknown for no address,
-// or one of something else than a number or handle.
-[[nodiscard]] CType PointeeOf(std::string_view c_type);
-
 // Whether it takes 8 bytes in 64 bits.
 [[nodiscard]] constexpr bool GrowsIn64Bits(CType type) noexcept {
   return type == CType::kHandle || type == CType::kWide || type == CType::kText ||

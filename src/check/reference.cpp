@@ -78,6 +78,10 @@ CType KnownProcedure::TypeOf(std::size_t position) const {
   return facts == nullptr ? CType::kUnknown : CTypeOf(facts->c_type);
 }
 
+std::string_view KnownProcedure::Result64() const {
+  return row_->facts ? row_->facts->result.type64 : std::string_view();
+}
+
 std::string_view KnownProcedure::Since() const {
   return row_->facts ? row_->facts->since : std::string_view();
 }
@@ -154,7 +158,9 @@ const KnownRow* Reference::ReadRow(Kind kind, std::u16string_view name, std::u16
   row.text = ItemText(kind, name, item);
   row.module = vb::ReadModule(row.text);
   if (!row.module.declarations.empty()) row.declaration = &row.module.declarations.front();
-  if (facts != nullptr) row.facts = facts->Find(kind, name);
+  if (facts == nullptr) return &row;
+  row.facts = facts->Find(kind, name);
+  row.has_other_form64 = facts->FindForm64(kind, name).has_value();
   return &row;
 }
 

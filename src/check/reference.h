@@ -26,6 +26,7 @@ struct KnownRow {
   vb::Module module;
   const vb::Declaration* declaration = nullptr;  // null for a row that cannot be read
   std::optional<RowFacts> facts;
+  bool has_other_form64 = false;  // or none at all; then its facts are those of 32 bits
 };
 
 class KnownProcedure {
@@ -43,6 +44,10 @@ class KnownProcedure {
   // Null where nothing is known of the parameter. `position` counts from 0.
   [[nodiscard]] const ValueFacts* FactsOf(std::size_t position) const;
   [[nodiscard]] CType TypeOf(std::size_t position) const;
+  // Whether only types differ in 64 bits.
+  [[nodiscard]] bool HasFactsFor64() const { return !row_->has_other_form64; }
+  // The result's type in 64 bits where it is another one than in the row; empty otherwise.
+  [[nodiscard]] std::string_view Result64() const;
   // The first version of Windows that has it, as the facts say it; may be empty.
   [[nodiscard]] std::string_view Since() const;
 

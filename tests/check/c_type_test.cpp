@@ -29,14 +29,11 @@ TEST(CType, IsReadFromItsName) {
   for (const auto& [name, type] : kTypes) EXPECT_EQ(CTypeOf(name), type) << name;
 }
 
-TEST(CType, KnowsWhatStandsAtAnAddress) {
-  EXPECT_EQ(PointeeOf("LPDWORD"), CType::kNumber);
-  EXPECT_EQ(PointeeOf("PHANDLE"), CType::kHandle);
-  EXPECT_EQ(PointeeOf("HANDLE *"), CType::kHandle);
-  EXPECT_EQ(PointeeOf("LPBOOL"), CType::kBool);
-  EXPECT_EQ(PointeeOf("LPVOID"), CType::kUnknown);
-  EXPECT_EQ(PointeeOf("LPSTR"), CType::kUnknown);
-  EXPECT_EQ(PointeeOf("DWORD"), CType::kUnknown);
+TEST(CType, TellsWhatGrowsIn64Bits) {
+  for (const std::string_view name : {"HWND", "LPARAM", "LPSTR", "void *"})
+    EXPECT_TRUE(GrowsIn64Bits(CTypeOf(name))) << name;
+  for (const std::string_view name : {"BOOL", "DWORD", "WORD", "SOMETHING"})
+    EXPECT_FALSE(GrowsIn64Bits(CTypeOf(name))) << name;
 }
 
 }  // namespace

@@ -1,12 +1,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <nlohmann/json.hpp>
-
 #include <map>
+#include <nlohmann/json.hpp>
 #include <set>
 
-#include "check/rule.h"
 #include "cli/library_fixture.h"
+
+#include "check/rule.h"
 #include "text/text.h"
 
 namespace declarium::cli {
@@ -24,7 +24,7 @@ class CheckCommand : public CliTest {
     EXPECT_EQ(RunCli({"import", known_, Path("known.bas"), "--create", "Known"}).status, 0);
     folder_.Put("known.facts",
                 "Declarium facts 1\n"
-                "d\ts\tsample.h\tuser32\t\t\t\t\tn|i|DWORD\n");
+                "d\ts\tsample.h\tuser32\t\t\t\t\t\tn|i|DWORD\n");
   }
 
   std::vector<json> Objects(const std::string& text) {
@@ -164,8 +164,8 @@ TEST_F(CheckCommand, ABaselineKeepsWhatIsKnownQuiet) {
   folder_.Put("base.jsonl", RunCli({"--json", "check", Path("m.bas"), "--against", known_}).out);
   // The same further down is known; another one is not.
   folder_.Put("m.bas", "Option Explicit\r\n\r\n" + wrong_);
-  const std::vector<std::string> check = {"check",       Path("m.bas"), "--against", known_,
-                                          "--baseline", Path("base.jsonl")};
+  const std::vector<std::string> check = {"check", Path("m.bas"), "--against",
+                                          known_,  "--baseline",  Path("base.jsonl")};
   auto run = RunCli(check);
   EXPECT_EQ(run.status, 0);
   EXPECT_EQ(run.out, "");
@@ -186,9 +186,10 @@ TEST_F(CheckCommand, AFileThatIsNoBaselineIsRefused) {
 }
 
 TEST_F(CheckCommand, AProjectDecidesWhatAModuleCannot) {
-  folder_.Put("m.bas",
-              "Attribute VB_Name = \"M\"\r\nPublic Const SPARE = 1\r\n"
-              "Declare Sub R Lib \"mine\" (c As CELLS)\r\nSub Main()\r\n  R Nothing\r\nEnd Sub\r\n");
+  folder_.Put(
+      "m.bas",
+      "Attribute VB_Name = \"M\"\r\nPublic Const SPARE = 1\r\n"
+      "Declare Sub R Lib \"mine\" (c As CELLS)\r\nSub Main()\r\n  R Nothing\r\nEnd Sub\r\n");
   folder_.Put("p.vbp", "Type=Exe\r\nModule=M; m.bas\r\n");
   const auto alone = RunCli({"check", Path("m.bas")});
   EXPECT_EQ(alone.status, 0);
@@ -201,7 +202,8 @@ TEST_F(CheckCommand, AProjectDecidesWhatAModuleCannot) {
 }
 
 TEST_F(CheckCommand, AProjectWithOtherTypeLibrariesMayHaveTheType) {
-  folder_.Put("m.bas", "Declare Sub R Lib \"mine\" (c As CELLS)\r\nSub M()\r\n  R 1\r\nEnd Sub\r\n");
+  folder_.Put("m.bas",
+              "Declare Sub R Lib \"mine\" (c As CELLS)\r\nSub M()\r\n  R 1\r\nEnd Sub\r\n");
   folder_.Put("p.vbp",
               "Type=Exe\r\nModule=M; m.bas\r\nReference=*\\G{00025E01-0000-0000-C000-000000000046}"
               "#5.0#0#dao360.dll#Data objects\r\n");
