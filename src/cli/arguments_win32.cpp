@@ -12,4 +12,8 @@ std::vector<std::string> CommandLineArguments(int, char**) {
   return arguments;
 }
 
+std::filesystem::path ProgramFolder() {
+  return std::filesystem::path(win32::ProgramPath()).parent_path();
+}
+
 }  // namespace declarium::cli

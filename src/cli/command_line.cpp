@@ -9,6 +9,7 @@
 #include "cli/basket_commands.h"
 #include "cli/check_command.h"
 #include "cli/command_set.h"
+#include "cli/convert_command.h"
 #include "cli/facts_command.h"
 #include "cli/find_commands.h"
 #include "cli/history_commands.h"
@@ -65,6 +66,7 @@ void Define(CLI::App& app, Session& session) {
   AddImportCommand(set);
   AddParseCommand(set);
   AddCheckCommand(set);
+  AddConvertCommand(set);
   AddShowCommand(set);
   AddSharedCommand(set);
   AddFactsCommand(set);

@@ -8,6 +8,7 @@ int main(int argc, char** argv) {
   declarium::cli::StandardStreams streams;
   auto surroundings = streams.Get();
   surroundings.history = declarium::HistoryFolder();
+  surroundings.program = declarium::cli::ProgramFolder();
   return declarium::cli::RunCommandLine(declarium::cli::CommandLineArguments(argc, argv),
                                         surroundings);
 }

@@ -17,6 +17,7 @@ struct Streams {
   bool no_color = false;               // the user asked every program to leave colors out
   std::filesystem::path history = {};  // the history's folder; empty: what is replaced is not kept
   FileSystem& files = SystemFiles();   // what is written goes through it
+  std::filesystem::path program = {};  // the program's folder; empty: no bundled libraries
 };
 
 }  // namespace declarium::cli

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <span>
 
 #include "text/text.h"
 #include "vb/definitions.h"
@@ -224,9 +225,11 @@ class Rewriter {
     for (std::size_t i = 0; i < jobs_.size();) {
       const auto count = RunFrom(i);
       result_.text += text_.substr(done, jobs_[i].begin - done);
+      const auto start = result_.text.size();
       AddRun(std::span(jobs_).subspan(i, count));
+      done = jobs_[i + count - 1].end;
+      result_.replacements.push_back({jobs_[i].begin, done, result_.text.substr(start)});
       i += count;
-      done = jobs_[i - 1].end;
     }
     result_.text += text_.substr(done);
     std::ranges::stable_sort(result_.changes, {}, &DeclarationChange::line);
@@ -390,7 +393,7 @@ class Rewriter {
 
 Rewriting RewriteDeclarations(std::u16string_view text, vb::ModuleKind kind, OutputTarget target,
                               const KnowledgeOf64& knowledge) {
-  if (target == OutputTarget::kVb6) return {std::u16string(text), {}};
+  if (target == OutputTarget::kVb6) return {std::u16string(text), {}, {}};
   const auto module = vb::ReadModule(text, kind);
   return Rewriter(text, module, target, knowledge).Rewrite();
 }

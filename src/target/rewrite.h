@@ -23,8 +23,16 @@ struct DeclarationChange {
   std::string missing;  // why 64 bits do not have it; empty when they do
 };
 
+// Whole lines of the source that become others.
+struct Replacement {
+  std::size_t begin = 0;  // offsets in the source, 0-based, in UTF-16 units
+  std::size_t end = 0;
+  std::u16string text;
+};
+
 struct Rewriting {
   std::u16string text;
+  std::vector<Replacement> replacements;   // in the order of the source
   std::vector<DeclarationChange> changes;  // in the order of the source
 };
 

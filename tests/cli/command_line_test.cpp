@@ -11,10 +11,10 @@ namespace declarium::cli {
 namespace {
 
 const std::filesystem::path kSourceFolder = DECLARIUM_SOURCE_DIR;
-const std::vector<std::string> kCommands = {"new",       "list",     "export",  "rename", "delete",
-                                            "databases", "import",   "show",    "shared", "facts",
-                                            "find",      "complete", "search",  "basket", "insert",
-                                            "parse",     "check",    "history", "restore"};
+const std::vector<std::string> kCommands = {
+    "new",    "list",   "export", "rename",  "delete",   "databases", "import",
+    "show",   "shared", "facts",  "find",    "complete", "search",    "basket",
+    "insert", "parse",  "check",  "convert", "history",  "restore"};
 
 TEST(CommandLine, HelpListsEveryCommandAndShowsAnExample) {
   const auto run = RunCli({"--help"});

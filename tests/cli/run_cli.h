@@ -24,6 +24,7 @@ struct CliSurroundings {
   bool no_color = false;
   std::filesystem::path history = {};
   FileSystem& files = SystemFiles();
+  std::filesystem::path program = {};
 };
 
 inline CliRun RunCli(const std::vector<std::string>& arguments,
@@ -38,7 +39,8 @@ inline CliRun RunCli(const std::vector<std::string>& arguments,
                   surroundings.err_is_terminal,
                   surroundings.no_color,
                   surroundings.history,
-                  surroundings.files};
+                  surroundings.files,
+                  surroundings.program};
   const int status = RunCommandLine(arguments, streams);
   return {status, out.str(), err.str()};
 }

@@ -1,0 +1,273 @@
+#include "cli/convert_command.h"
+
+#include <algorithm>
+#include <deque>
+#include <filesystem>
+#include <nlohmann/json.hpp>
+#include <ostream>
+#include <set>
+
+#include "cli/bundled_libraries.h"
+#include "cli/library_files.h"
+#include "cli/line_difference.h"
+#include "cli/output.h"
+#include "cli/source_files.h"
+#include "cli/source_projects.h"
+#include "cli/target_option.h"
+
+#include "library/file_io.h"
+#include "target/long_variables.h"
+#include "target/rewrite.h"
+#include "text/encoding.h"
+#include "text/text.h"
+
+namespace declarium::cli {
+namespace {
+
+using nlohmann::ordered_json;
+
+struct ConvertOptions {
+  std::vector<std::string> sources;
+  OutputTarget target = OutputTarget::kVba7;
+  std::vector<std::string> against;
+  std::string out;  // a folder
+  bool in_place = false;
+  bool difference = false;
+  bool force = false;
+};
+
+// A module with what becomes of it.
+struct Converted {
+  const SourceModule* module;
+  std::string file_below;  // the name below the folder of -o
+  Rewriting rewriting;
+};
+
+// The functions that return an address after the change, in lower case.
+void AddAddressFunctions(const SourceModule& module, const KnowledgeOf64& knowledge,
+                         std::set<std::u16string>& functions) {
+  for (const auto& declaration : module.parsed.declarations) {
+    const auto* external = declaration.As<vb::External>();
+    if (external == nullptr || !external->is_function) continue;
+    const bool is_address = EqualIgnoringCase(external->result.Text(), u"LongPtr") ||
+                            !knowledge.Of(declaration).result.empty();
+    if (is_address) functions.insert(LowerCase(declaration.name));
+  }
+}
+
+class Converter {
+ public:
+  Converter(const ConvertOptions& options, const Session& session)
+      : options_(options),
+        session_(session),
+        knowledge_(FactsBeside(LibrariesOf(options, session))) {}
+
+  ExitStatus Run() {
+    sources_ = ReadSources(options_.sources, session_);
+    for (const auto& project : sources_) {
+      for (const auto& error : project.project.errors)
+        session_.Say(project.name + ":" + std::to_string(error.place.line) + ": expected " +
+                     std::string(error.expected) + ", found " + ToUtf8(error.found));
+      has_all_files_ = has_all_files_ && project.has_all_files;
+      for (const auto& module : project.modules) {
+        AddAddressFunctions(module, knowledge_, functions_);
+        converted_.push_back(
+            {&module, NameBelow(project, module),
+             RewriteDeclarations(module.text, module.parsed.kind, options_.target, knowledge_)});
+      }
+    }
+    if (!has_all_files_ && IsWriting()) return ExitStatus::kFileFailed;
+    if (IsWriting()) Write();
+    Print();
+    if (!has_all_files_) return ExitStatus::kFileFailed;
+    const bool differs = std::ranges::any_of(
+        converted_, [](const auto& module) { return !module.rewriting.replacements.empty(); });
+    return options_.difference && differs ? ExitStatus::kNothingFound : ExitStatus::kDone;
+  }
+
+ private:
+  static std::vector<std::filesystem::path> LibrariesOf(const ConvertOptions& options,
+                                                        const Session& session) {
+    if (options.against.empty()) return BundledLibraries(session.streams.program);
+    std::vector<std::filesystem::path> libraries;
+    for (const auto& file : options.against) {
+      static_cast<void>(OpenExcerpt(file));  // it has to be a library
+      libraries.push_back(PathOf(file));
+    }
+    return libraries;
+  }
+
+  [[nodiscard]] bool IsWriting() const { return options_.in_place || !options_.out.empty(); }
+
+  // The module's path from the folder of its project, or its file name.
+  static std::string NameBelow(const SourceProject& project, const SourceModule& module) {
+    const auto path = PathOf(module.name);
+    auto base = PathOf(project.name);
+    if (!std::filesystem::is_directory(base)) base = base.parent_path();
+    const auto below = path.lexically_relative(base.empty() ? "." : base);
+    const bool is_inside = !project.name.empty() && !below.empty() && *below.begin() != "..";
+    return PathText(is_inside ? below : path.filename());
+  }
+
+  // Everything is encoded before the first file is written.
+  void Write() {
+    std::vector<std::pair<std::string, std::string>> files;
+    std::set<std::string> targets;
+    for (const auto& [module, below, rewriting] : converted_) {
+      if (options_.in_place && rewriting.replacements.empty()) continue;
+      if (module->name == SourceName("-"))
+        throw CommandFailed(ExitStatus::kWrongUse, "standard input has no file to write to");
+      const auto bytes = BytesOf(*module, rewriting.text);
+      const auto target =
+          options_.in_place ? module->name : PathText(PathOf(options_.out) / PathOf(below));
+      if (!targets.insert(target).second)
+        throw CommandFailed(ExitStatus::kWrongUse, target + ": two modules would be written there");
+      CheckNew(target, bytes);
+      files.emplace_back(target, bytes);
+    }
+    for (const auto& [file, bytes] : files) {
+      if (!options_.in_place) {
+        std::error_code ignored;  // writing tells
+        std::filesystem::create_directories(PathOf(file).parent_path(), ignored);
+      }
+      WriteBytes(session_, bytes, file);
+    }
+  }
+
+  void CheckNew(const std::string& file, const std::string& bytes) const {
+    if (options_.in_place || options_.force) return;
+    const auto old = ReadWholeFile(PathOf(file));
+    if (old && *old != bytes)
+      throw CommandFailed(ExitStatus::kFileFailed, file + ": exists already; --force replaces it");
+  }
+
+  // In the encoding that the module has. What cannot be told byte for byte is not rewritten.
+  static std::string BytesOf(const SourceModule& module, std::u16string_view text) {
+    const auto old = ReadWholeFile(PathOf(module.name));
+    if (!old) throw FileFailed(old.error());
+    const auto encoding = RecognizeEncoding(*old, kLibraryEncoding);
+    const auto mark = old->substr(0, MarkLength(encoding));
+    const auto again = EncodeText(module.text, encoding);
+    const auto now = EncodeText(text, encoding);
+    if (!again || !now || mark + *again != *old)
+      throw CommandFailed(ExitStatus::kFileFailed,
+                          module.name + ": holds bytes that are no " + EncodingName(encoding));
+    return mark + *now;
+  }
+
+  void Print() const {
+    if (session_.IsJson()) {
+      auto header = JsonHeader("convert");
+      header["target"] = OutputTargetName(options_.target);
+      PrintJson(session_, header);
+    }
+    for (const auto& converted : converted_) {
+      if (options_.difference && !session_.IsJson()) {
+        session_.streams.out << UnifiedDifference(converted.module->name, converted.module->text,
+                                                  converted.rewriting.replacements);
+        continue;
+      }
+      for (const auto& change : converted.rewriting.changes) PrintChange(*converted.module, change);
+      PrintCalls(*converted.module);
+    }
+  }
+
+  void PrintChange(const SourceModule& module, const DeclarationChange& change) const {
+    const char* kind = change.is_record ? "type" : "declare";
+    if (session_.IsJson()) {
+      PrintJson(session_, {{"source", module.name},
+                           {"line", change.line},
+                           {"name", ToUtf8(change.name)},
+                           {"change", kind},
+                           {"reason", change.reason},
+                           {"before", ToUtf8(change.before)},
+                           {"after", ToUtf8(change.after)},
+                           {"guess", change.is_guess}});
+      return;
+    }
+    session_.streams.out << module.name << ':' << change.line << ": " << kind << ' '
+                         << OneLine(change.name) << ": " << (change.after.empty() ? "left: " : "")
+                         << change.reason << '\n';
+  }
+
+  // What a person has to look at: half an address fits into a Long.
+  void PrintCalls(const SourceModule& module) const {
+    if (options_.target == OutputTarget::kVb6) return;
+    for (const auto& call : AddressesInLongs(module.text, functions_)) {
+      const auto reason =
+          OneLine(call.function) + " gives an address, " + OneLine(call.variable) + " is a Long";
+      if (session_.IsJson()) {
+        PrintJson(session_, {{"source", module.name},
+                             {"line", call.place.line},
+                             {"name", ToUtf8(call.variable)},
+                             {"change", "call"},
+                             {"reason", reason},
+                             {"before", ToUtf8(call.statement)},
+                             {"after", ""},
+                             {"guess", false}});
+      } else {
+        session_.streams.out << module.name << ':' << call.place.line << ": look at "
+                             << OneLine(call.variable) << ": " << reason << '\n';
+      }
+    }
+  }
+
+  const ConvertOptions& options_;
+  const Session& session_;
+  KnowledgeOf64 knowledge_;
+  std::deque<SourceProject> sources_;
+  std::vector<Converted> converted_;
+  std::set<std::u16string> functions_;
+  bool has_all_files_ = true;
+};
+
+ExitStatus RunConvert(const ConvertOptions& options, const Session& session) {
+  return Converter(options, session).Run();
+}
+
+}  // namespace
+
+void AddConvertCommand(const CommandSet& set) {
+  AddCommand<ConvertOptions>(
+      set,
+      {"convert", "Rewrite the declarations of modules and projects for 64 bits",
+       "declarium-cli convert Project1.vbp --target vba7 --diff",
+       "Only declarations change: PtrSafe, LongPtr, LongLong under #If Win64, for vba7 with the "
+       "old\n"
+       "form under #Else. What the libraries' facts know is certain; the rest is read by its "
+       "names\n"
+       "and marked with a comment. A line of the report is a declaration that changes, or a place\n"
+       "where code puts an address into a Long, which stays. Without -o, --in-place or --diff "
+       "nothing\n"
+       "is written but the report.\n\n"},
+      [](CLI::App& command, ConvertOptions& options) {
+        command
+            .add_option("SOURCE", options.sources,
+                        "Visual Basic source files, projects (.vbp, .vbg, .mak) or folders of "
+                        "modules; - is standard input")
+            ->required()
+            ->type_name("");
+        DefineTarget(command, options.target)->required();
+        command
+            .add_option(
+                "--against", options.against,
+                "Libraries whose facts are used; those that come with the program when left "
+                "out")
+            ->type_name("LIBRARY");
+        auto* const out =
+            command.add_option("-o,--output", options.out, "Write all modules into this folder")
+                ->type_name("DIR");
+        auto* const in_place =
+            command.add_flag("--in-place", options.in_place, "Change the modules themselves");
+        command
+            .add_flag("--diff", options.difference,
+                      "Print the changes as a patch; the exit status is 1 when there are some")
+            ->excludes(out)
+            ->excludes(in_place);
+        in_place->excludes(out);
+        DefineForce(command, options.force, "Replace files in the folder of -o");
+      },
+      RunConvert);
+}
+
+}  // namespace declarium::cli

@@ -1,0 +1,17 @@
+// The difference between a text and what becomes of it, as patch(1) reads it.
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "target/rewrite.h"
+
+namespace declarium::cli {
+
+// A unified difference with three lines around each change, UTF-8 with line feeds; empty without
+// replacements. `name` stands in its head, for the text before and after.
+[[nodiscard]] std::string UnifiedDifference(std::string_view name, std::u16string_view text,
+                                            std::span<const Replacement> replacements);
+
+}  // namespace declarium::cli
