@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "c_expression.h"
+#include "metadata_source.h"
 #include "string_macro.h"
 #include "text/text.h"
 #include "vb/name.h"
@@ -104,12 +105,14 @@ void ConstantTranslator::Add(const std::vector<Constant>& constants) {
 }
 
 void ConstantTranslator::AddOne(const Constant& constant) {
-  if (!seen_.insert(constant.name).second) return;
   const std::string lower = vb::Lower(constant.name);
-  if (candidates_.contains(lower)) {
-    ++left_out_["another constant has the name in other letters"];
+  if (const auto known = candidates_.find(lower); known != candidates_.end()) {
+    if (known->second.constant.name != constant.name)
+      left_out_.emplace(constant.name, "another constant has the name in other letters");
     return;
   }
+  // The units of headers share many.
+  if (left_out_.contains(constant.name) && !constant.header.starts_with(kMetadataFolder)) return;
   const MacroLookup macros = [this](const std::string& name) {
     const auto found = macros_.find(name);
     return found == macros_.end() ? nullptr : &found->second;
@@ -117,14 +120,18 @@ void ConstantTranslator::AddOne(const Constant& constant) {
   auto value = ValueFor(constant, macros);
   const std::string problem = value ? NameProblem(constant.name) : value.error();
   if (!problem.empty()) {
-    ++left_out_[problem];
+    left_out_.emplace(constant.name, problem);
     return;
   }
+  left_out_.erase(constant.name);
   candidates_.emplace(lower, Candidate{constant, std::move(*value)});
 }
 
 void ConstantTranslator::LeaveOut(const std::string& lower_name, const std::string& reason) {
-  if (candidates_.erase(lower_name) > 0) ++left_out_[reason];
+  const auto found = candidates_.find(lower_name);
+  if (found == candidates_.end()) return;
+  left_out_.emplace(found->second.constant.name, reason);
+  candidates_.erase(found);
 }
 
 bool ConstantTranslator::Has(const std::string& lower_name) const {
@@ -162,7 +169,7 @@ std::string ConstantTranslator::TextFor(const Candidate& candidate) const {
 }
 
 std::vector<ConstRow> ConstantTranslator::Rows(LeftOut& left_out) const {
-  left_out = left_out_;
+  for (const auto& [name, reason] : left_out_) ++left_out[reason];
   std::vector<ConstRow> rows;
   for (const auto& [lower, candidate] : candidates_) {
     const char* type = candidate.value.type == vb::Value::Type::kString   ? "String"

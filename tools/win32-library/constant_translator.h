@@ -3,7 +3,6 @@
 
 #include <map>
 #include <optional>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -16,7 +15,8 @@ namespace declarium::win32_library {
 class ConstantTranslator {
  public:
   // Takes the constants of one unit of headers as candidates. Of several constants whose names are
-  // equal but for case the first is the one.
+  // equal but for case the first is the one. What the headers have, but not as a value that VB can
+  // write, the metadata may have.
   void Add(const std::vector<Constant>& constants);
 
   // Takes candidates out whose names other kinds of items have.
@@ -43,8 +43,7 @@ class ConstantTranslator {
 
   std::map<std::string, Candidate> candidates_;  // by lower-cased name
   std::map<std::string, std::vector<Token>> macros_;
-  std::set<std::string> seen_;  // exact names; the units share many headers
-  LeftOut left_out_;
+  std::map<std::string, std::string> left_out_;  // the reason, by exact name
 };
 
 }  // namespace declarium::win32_library

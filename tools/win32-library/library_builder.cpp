@@ -217,7 +217,10 @@ class Pass {
 std::vector<Constant> DecidedConstants(const Headers& unit, const Overrides& overrides) {
   std::vector<Constant> constants = unit.constants;
   std::erase_if(constants, [&](const Constant& constant) {
-    return IsDecidedAgainst(overrides, "Const", constant.name, constant.header);
+    const Override* decided = FindOverride(overrides, "Const", constant.name);
+    const bool is_for_headers = decided != nullptr && decided->side == Side::kHeaders;
+    return (is_for_headers && IsFromMetadata(constant.header)) ||
+           IsDecidedAgainst(overrides, "Const", constant.name, constant.header);
   });
   return constants;
 }

@@ -24,8 +24,9 @@ namespace declarium::win32_library {
 // One line for each row: kind, name and header with tabs between.
 [[nodiscard]] std::string ProvenanceOf(const Library& library);
 
-// How many rows of each kind there are, in all and in each library, and how many candidates were
-// left out why.
-[[nodiscard]] std::string ReportOf(const Library& library, const std::vector<LibraryPart>& parts);
+// How many rows of each kind there are, in all and in each library, how much of the metadata that
+// is, and how many candidates were left out why.
+[[nodiscard]] std::string ReportOf(const Library& library, const std::vector<LibraryPart>& parts,
+                                   const Metadata& metadata);
 
 }  // namespace declarium::win32_library

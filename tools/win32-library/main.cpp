@@ -19,6 +19,7 @@
 #include "metadata_source.h"
 #include "overrides.h"
 #include "record_aliases.h"
+#include "stale_decisions.h"
 
 namespace {
 
@@ -27,6 +28,12 @@ using namespace declarium::win32_library;
 int Fail(const std::string& reason) {
   std::cerr << "win32_library: " << reason << '\n';
   return 1;
+}
+
+std::string ListOf(const std::vector<std::string>& lines) {
+  std::string list;
+  for (const std::string& line : lines) list += "\n  " + line;
+  return list;
 }
 
 // Reads those of the listed import libraries that the folder has to have, or may have: some are for
@@ -114,6 +121,8 @@ int Generate(const Folders& folders) {
   if (!areas) return Fail(areas.error());
   const auto units = UnitsOf(source, *metadata, *overrides, Platform::kX86);
   if (!units) return Fail(units.error());
+  if (const auto stale = StaleDecisions(*units, *libraries, *overrides); !stale.empty())
+    return Fail("decided without need in overrides.txt:" + ListOf(stale));
   const auto units64 = UnitsOf(source, *metadata64, *overrides, Platform::kX64);
   if (!units64) return Fail(units64.error());
   const Knowledge knowledge64{*libraries, *metadata64, *overrides, *hand_kept64, Platform::kX64};
@@ -130,7 +139,7 @@ int Generate(const Folders& folders) {
     if (!WriteText(path + ".facts", FactsOf(part.library, *metadata, sets, *prefixes)))
       return Fail("cannot write " + path + ".facts");
   }
-  const std::string report = ReportOf(library, parts);
+  const std::string report = ReportOf(library, parts, *metadata);
   if (!WriteText(out + "/Win32.provenance.tsv", ProvenanceOf(library)) ||
       !WriteText(out + "/Win32.report.md", report))
     return Fail("cannot write into " + out);

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <cctype>
 #include <cstdio>
 #include <functional>
+#include <limits>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <set>
@@ -92,24 +94,51 @@ MetaRecord RecordOf(const Json& object, Platform platform) {
   return record;
 }
 
+// Whether the text is the number of a GUID: 00000000-0000-0000-C000-000000000046.
+bool IsGuid(const std::string& text) {
+  constexpr std::string_view kForm = "00000000-0000-0000-0000-000000000000";
+  return std::ranges::equal(text, kForm, [](char c, char form) {
+    return form == '-' ? c == '-' : std::isxdigit(static_cast<unsigned char>(c)) != 0;
+  });
+}
+
+// A GUID as the system writes it.
+std::string InBraces(std::string guid) {
+  std::ranges::transform(guid, guid.begin(),
+                         [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
+  return "{" + guid + "}";
+}
+
+// The number; the largest one where it does not fit.
+std::int64_t WholeOf(const Json& value) {
+  constexpr auto kLargest = std::numeric_limits<std::int64_t>::max();
+  if (!value.is_number_unsigned()) return value.get<std::int64_t>();
+  return static_cast<std::int64_t>(
+      std::min(value.get<std::uint64_t>(), static_cast<std::uint64_t>(kLargest)));
+}
+
 MetaEnum EnumOf(const Json& object) {
   MetaEnum result{
       object.at("name"), object.at("area"), object.at("base"), object.value("flags", false), {}};
   for (const Json& value : object.value("values", Json::array()))
-    result.values.emplace_back(value.at(0), value.at(1).get<std::int64_t>());
+    result.values.emplace_back(value.at(0), WholeOf(value.at(1)));
   return result;
 }
 
 MetaConstant ConstantOf(const Json& object) {
-  MetaConstant constant{object.at("name"), object.at("area"), std::int64_t{0}};
   const Json& value = object.at("value");
   const std::string type = object.at("is");
-  if (value.is_string())
-    constant.value = value.get<std::string>();
-  else if (value.is_number_float() || type == "Single" || type == "Double")
+  MetaConstant constant{object.at("name"), object.at("area"), std::int64_t{0},
+                        type == "Int64" || type == "UInt64"};
+  if (type == "String") {
+    // An empty text has no value.
+    std::string text = value.is_null() ? "" : value.get<std::string>();
+    constant.value = IsGuid(text) ? InBraces(std::move(text)) : std::move(text);
+  } else if (type == "Single" || type == "Double") {
     constant.value = value.get<double>();
-  else if (value.is_number())
-    constant.value = value.get<std::int64_t>();
+  } else {
+    constant.value = WholeOf(value);
+  }
   return constant;
 }
 

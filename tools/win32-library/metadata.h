@@ -58,7 +58,8 @@ struct MetaTypedef {
 struct MetaConstant {
   std::string name;
   std::string area;
-  std::variant<std::int64_t, double, std::string> value;
+  std::variant<std::int64_t, double, std::string> value;  // a GUID is text in braces
+  bool is_wide = false;                                   // a whole number of 8 bytes
 };
 
 // What there is on one form of Windows, in the order of the files.

@@ -1,13 +1,11 @@
 #include "metadata_source.h"
 
 #include <algorithm>
-#include <array>
-#include <charconv>
-#include <limits>
 #include <set>
 #include <unordered_map>
 
 #include "callable_functions.h"
+#include "metadata_constants.h"
 #include "record_certainty.h"
 
 namespace declarium::win32_library {
@@ -46,23 +44,25 @@ typedef struct _GUID { UInt32 Data1; UInt16 Data2; UInt16 Data3; BYTE Data4[8]; 
 typedef GUID Guid;
 )";
 
+// Words of C and the names of the prelude.
+const std::set<std::string, std::less<>> kKeywords = {
+    "auto",    "break",  "case",     "char",   "const",    "continue", "default",
+    "do",      "double", "else",     "enum",   "extern",   "float",    "for",
+    "goto",    "if",     "inline",   "int",    "long",     "register", "restrict",
+    "return",  "short",  "signed",   "sizeof", "static",   "struct",   "switch",
+    "typedef", "union",  "unsigned", "void",   "volatile", "while"};
+const std::set<std::string, std::less<>> kBuiltIn = {
+    "SByte",          "BYTE",    "Byte",   "Boolean", "Int16",  "UInt16", "WCHAR",
+    "Char",           "Int32",   "UInt32", "Int64",   "UInt64", "Single", "Double",
+    "IntPtr",         "UIntPtr", "Void",   "CHAR",    "PSTR",   "PWSTR",  "LARGE_INTEGER",
+    "ULARGE_INTEGER", "GUID",    "Guid",   "BSTR"};
+
 bool IsKeyword(std::string_view name) {
-  static const std::set<std::string_view> words = {
-      "auto",    "break",  "case",     "char",   "const",    "continue", "default",
-      "do",      "double", "else",     "enum",   "extern",   "float",    "for",
-      "goto",    "if",     "inline",   "int",    "long",     "register", "restrict",
-      "return",  "short",  "signed",   "sizeof", "static",   "struct",   "switch",
-      "typedef", "union",  "unsigned", "void",   "volatile", "while"};
-  return words.contains(name);
+  return kKeywords.contains(name);
 }
 
-bool IsBuiltIn(const std::string& name) {
-  static const std::set<std::string> names = {
-      "SByte",          "BYTE",    "Byte",   "Boolean", "Int16",  "UInt16", "WCHAR",
-      "Char",           "Int32",   "UInt32", "Int64",   "UInt64", "Single", "Double",
-      "IntPtr",         "UIntPtr", "Void",   "CHAR",    "PSTR",   "PWSTR",  "LARGE_INTEGER",
-      "ULARGE_INTEGER", "GUID",    "Guid",   "BSTR"};
-  return names.contains(name);
+bool IsBuiltIn(std::string_view name) {
+  return kBuiltIn.contains(name);
 }
 
 std::string CName(const std::string& name) {
@@ -86,44 +86,6 @@ std::string CType(const std::string& type) {
 
 std::string Declaration(const std::string& type, const std::string& name) {
   return CType(type) + " " + Declarator(type, name);
-}
-
-std::string Quoted(const std::string& text) {
-  std::string quoted = "\"";
-  for (const char c : text) {
-    if (c == '"' || c == '\\') quoted += '\\';
-    if (c == '\n')
-      quoted += "\\n";
-    else if (c == '\r')
-      quoted += "\\r";
-    else
-      quoted += c;
-  }
-  return quoted + "\"";
-}
-
-std::string RealText(double value) {
-  std::array<char, 40> text{};
-  const auto end = std::to_chars(text.data(), text.data() + text.size(), value,
-                                 std::chars_format::scientific, 16);
-  return {text.data(), end.ptr};
-}
-
-bool FitsLong(std::int64_t value) {
-  return value >= std::numeric_limits<std::int32_t>::min() &&
-         value <= std::numeric_limits<std::uint32_t>::max();
-}
-
-// Flags and large numbers are read in hexadecimal.
-std::string WholeText(std::int64_t value, bool is_flags) {
-  const auto low = static_cast<std::uint32_t>(value);
-  if (low == 0x80000000U) return "(-0x7FFFFFFF - 1)";
-  const auto number = static_cast<std::int32_t>(low);
-  const std::int64_t size = number < 0 ? -static_cast<std::int64_t>(number) : number;
-  if (!is_flags) return std::to_string(number);
-  std::array<char, 16> digits{};
-  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), size, 16);
-  return std::string(number < 0 ? "-0x" : "0x") + std::string(digits.data(), end.ptr);
 }
 
 const std::string kUncertain(kUncertainFolder.substr(kMetadataFolder.size()));
@@ -154,13 +116,10 @@ class Source {
     for (const MetaRecord& record : metadata_.records)
       if (needed_.contains(record.name)) AddRecord(record);
     for (const MetaFunction& function : metadata_.functions) AddFunction(function);
-    for (const MetaEnum& item : metadata_.enums)
-      for (const auto& [name, value] : item.values)
-        if (needed_.contains(item.name) || IsDecidedFor("Const", name))
-          AddWhole(name, value, item.area, item.is_flags);
-    for (const MetaConstant& constant : metadata_.constants)
-      if (IsDecidedFor("Const", constant.name)) AddConstant(constant);
-    return std::move(text_);
+    names_.insert(kKeywords.begin(), kKeywords.end());
+    names_.insert(kBuiltIn.begin(), kBuiltIn.end());
+    names_.insert({"WIN32", "WINNT", "i386"});  // macros of the compiler
+    return std::move(text_) + ConstantsSource(metadata_, std::move(names_));
   }
 
  private:
@@ -307,26 +266,6 @@ class Source {
   // A parameter must not hide a type that the next one has.
   std::string ParameterName(const std::string& name) const {
     return names_.contains(name) || IsBuiltIn(name) ? "_" + name : CName(name);
-  }
-
-  void AddConstant(const MetaConstant& constant) {
-    if (const auto* whole = std::get_if<std::int64_t>(&constant.value)) {
-      AddWhole(constant.name, *whole, constant.area, *whole > 0xFFFF);
-      return;
-    }
-    if (!names_.insert(constant.name).second) return;
-    At(constant.area);
-    const auto* text = std::get_if<std::string>(&constant.value);
-    text_ += "#define " + constant.name + " " +
-             (text != nullptr ? Quoted(*text) : RealText(std::get<double>(constant.value))) + "\n";
-  }
-
-  void AddWhole(const std::string& name, std::int64_t value, const std::string& area,
-                bool is_flags) {
-    if (!FitsLong(value) || IsKeyword(name) || IsBuiltIn(name) || !names_.insert(name).second)
-      return;
-    At(area);
-    text_ += "enum { " + name + " = " + WholeText(value, is_flags) + " };\n";
   }
 
   const Metadata& metadata_;

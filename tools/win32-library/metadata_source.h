@@ -17,10 +17,9 @@ inline constexpr std::string_view kMetadataFolder = "metadata/";
 // Records whose size the metadata does not tell for certain stand in files of this one.
 inline constexpr std::string_view kUncertainFolder = "metadata/uncertain/";
 
-// A C source that compiles by itself: the functions that VB can call, the records and the members
-// of enumerations that these take, and what the overrides decide for the metadata. A record stands
-// behind those that it holds. Constants beyond 32 bits or with the name of anything else are left
-// out.
+// A C source that compiles by itself: the functions that VB can call, the records that these take
+// and that the overrides decide for the metadata, and all constants but those with the name of
+// anything else. A record stands behind those that it holds.
 [[nodiscard]] std::string MetadataSource(const Metadata& metadata, const Overrides& overrides);
 
 // The same of all records, and of nothing else.

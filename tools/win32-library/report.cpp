@@ -1,6 +1,8 @@
 #include <algorithm>
+#include <set>
 #include <utility>
 
+#include "coverage.h"
 #include "library_file.h"
 #include "metadata_source.h"
 
@@ -36,12 +38,24 @@ std::string LibraryTable(const std::vector<LibraryPart>& parts) {
   return text;
 }
 
+std::string ConstantCoverage(const Library& library, const Metadata& metadata) {
+  std::set<std::string> names;
+  for (const ConstRow& row : library.constants) names.insert(row.name);
+  const auto [listed, there] =
+      CoverageOfConstants(metadata, [&](const std::string& name) { return names.contains(name); });
+  return "\nOf the " + std::to_string(listed) +
+         " constants that the metadata has outside COM and WinRT " + std::to_string(there) +
+         " are there.\n";
+}
+
 }  // namespace
 
-std::string ReportOf(const Library& library, const std::vector<LibraryPart>& parts) {
+std::string ReportOf(const Library& library, const std::vector<LibraryPart>& parts,
+                     const Metadata& metadata) {
   return "# The Win32 libraries: what is in them and what is not\n\n"
          "Written by `tools/win32-library/generate`; the rules are in `docs/win32-library.md`.\n" +
-         LibraryTable(parts) + Counts("Declare", library.declares, library.declares_left_out) +
+         LibraryTable(parts) + ConstantCoverage(library, metadata) +
+         Counts("Declare", library.declares, library.declares_left_out) +
          Counts("Const", library.constants, library.constants_left_out) +
          Counts("Type", library.types, library.types_left_out);
 }
