@@ -61,8 +61,10 @@ class Reader {
     if (rest.empty()) return;
     if (IsProcedure(rest)) {
       TakeProcedure(rest);
-    } else if (rest.front().IsWord(u"declare") || tokens.front().IsWord(u"end")) {
-      if (tokens.size() > 1 && tokens.front().IsWord(u"end")) is_in_procedure_ = false;
+    } else if (tokens.front().IsWord(u"end") && IsProcedure(tokens.subspan(1))) {
+      is_in_procedure_ = false;
+    } else if (rest.front().IsWord(u"declare")) {
+      return;
     } else if (rest.size() < tokens.size()) {
       TakeList(rest, is_in_procedure_ ? locals_ : globals_);
     } else {
@@ -72,7 +74,7 @@ class Reader {
 
   static bool IsProcedure(Tokens tokens) {
     static constexpr std::u16string_view kKinds[] = {u"sub", u"function", u"property"};
-    return tokens.size() > 1 && IsAnyWord(tokens.front(), kKinds);
+    return !tokens.empty() && IsAnyWord(tokens.front(), kKinds);
   }
 
   // "Function F(ByVal a As Long) As Long": the parameters and the result.
@@ -81,9 +83,9 @@ class Reader {
     locals_.Clear();
     const auto open =
         std::ranges::find_if(tokens, [](const Token& t) { return t.IsOperator(u'('); });
-    if (tokens.front().IsWord(u"function")) {
-      const bool has_long_result = tokens.size() > 2 && tokens[tokens.size() - 2].IsWord(u"as") &&
-                                   tokens.back().IsWord(u"long");
+    if (tokens.size() > 1 && tokens.front().IsWord(u"function")) {
+      const bool has_long_result =
+          tokens[tokens.size() - 2].IsWord(u"as") && tokens.back().IsWord(u"long");
       locals_.Add(tokens[1].text, has_long_result || (tokens.size() > 2 && tokens[2].text == u"&"));
     }
     if (open == tokens.end()) return;

@@ -3,7 +3,7 @@
 usage: guide_commands_test.py PROJECT-FOLDER DECLARIUM-CLI [--update]
 
 Every fenced block "console" of a language's pages is done, page by page in the guide's order, in one
-folder that begins with copies of examples/*.bas and of the bundled library with its
+folder that begins with copies of examples/ and of the bundled libraries with their
 facts. A line "> COMMAND" is
 done, the lines behind it are its output and messages; a line "..." stands for any number of lines.
 A block "console fails" may end with an exit status other than 0, and must. --update writes the real
@@ -32,6 +32,8 @@ class Folder:
         for source in [*(project / "examples").glob("*.bas"), *(project / "data").glob("Win32*.api"),
                        *(project / "data").glob("Win32*.facts")]:
             shutil.copy(source, path)
+        for project_folder in (project / "examples").glob("*/"):
+            shutil.copytree(project_folder, path / project_folder.name)
 
     def do(self, command):
         """The output and the exit status of a command as a reader types it."""

@@ -46,6 +46,8 @@ TEST(AddressesInLongs, ALocalHidesTheModulesVariable) {
 }
 
 TEST(AddressesInLongs, TheVariablesOfAProcedureEndWithIt) {
+  EXPECT_EQ(Found(u"Sub S()\nDim h As Long\nIf a Then\nEnd If\nEnd With\nh = GetDC(0)\n"),
+            "6h=GetDC");
   EXPECT_EQ(Found(u"Sub S()\nDim h As Long\nEnd Sub\nSub T()\nh = GetDC(0)\nEnd Sub\n"), "");
 }
 
