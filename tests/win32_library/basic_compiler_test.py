@@ -1,5 +1,6 @@
 """What the libraries insert compiles: LibreOffice's Basic, in VBA mode, takes every row with what it
-needs, in modules of 500 rows, and 2 000 rows of a random choice with what they need, each alone.
+needs, in modules of 500 rows, and 2 000 rows of a random choice with what they need, each alone; and
+every form of 64 bits that is another than that of 32. The compiler does not know PtrSafe.
 
 usage: basic_compiler_test.py DECLARIUM-CLI LIBRARY...
 """
@@ -8,6 +9,8 @@ import random
 import re
 import subprocess
 import sys
+import tempfile
+from pathlib import Path
 
 try:
     from basic_compiler import BasicCompiler
@@ -38,6 +41,16 @@ class Library:
         """What is inserted for the rows and all that they need."""
         return self._output("basket", self.path, *rows, "--closure")
 
+    def forms64(self):
+        """What stands in the branches for 64 bits of the whole library, without names for lengths."""
+        with tempfile.TemporaryDirectory() as folder:
+            out = Path(folder) / "all.bas"
+            self._output("export", self.path, str(out), "--target", "vba7-only")
+            text = out.read_bytes().decode("cp1250").replace("\r\n", "\n")
+        text = re.sub(r"String \* [A-Z]\w*", "String * 8", text)
+        return [form.replace("Declare PtrSafe ", "Declare ", 1)
+                for form in re.findall(r"^#If Win64 Then\n(.*?)\n#Else$", text, re.M | re.S)]
+
     def _output(self, *arguments):
         return subprocess.run([self.program, *arguments], check=True, stdout=subprocess.PIPE,
                               encoding="utf-8").stdout
@@ -52,6 +65,17 @@ class Check:
         self.compiler = compiler
         self.explained = 0
         self.refused = []
+
+    def look_at_forms(self, library, forms):
+        text = "".join(f"Private {form}\n" for form in forms if not form.startswith("'"))
+        if self.compiler.accepts(text) or self.compiler.accepts(with_other_words(text)):
+            return
+        if len(forms) == 1:
+            self.refused.append(f"{library.path} {forms[0]}")
+            return
+        middle = len(forms) // 2
+        self.look_at_forms(library, forms[:middle])
+        self.look_at_forms(library, forms[middle:])
 
     def look_at(self, library, rows):
         text = library.text(rows)
@@ -75,14 +99,21 @@ def main():
         if compiler.accepts("Private Const A As Long = = 1"):
             sys.exit("The compiler takes what is no Basic.")
         check = Check(compiler)
+        forms_seen = 0
         for library in libraries:
             for first in range(0, len(library.rows), ROWS_OF_A_MODULE):
                 check.look_at(library, library.rows[first:first + ROWS_OF_A_MODULE])
+            forms = library.forms64()
+            forms_seen += len(forms)
+            for first in range(0, len(forms), ROWS_OF_A_MODULE):
+                check.look_at_forms(library, forms[first:first + ROWS_OF_A_MODULE])
         for library, row in random.Random(SEED).sample(rows, CLOSURES):
             check.look_at(library, [row])
     for row in check.refused:
         print(f"refused: {row}")
-    print(f"{len(rows)} rows and {CLOSURES} closures, {check.explained} modules compiled "
+    if forms_seen < 500:
+        sys.exit(f"{forms_seen} forms of 64 bits: they were not read.")
+    print(f"{len(rows)} rows, {forms_seen} forms of 64 bits and {CLOSURES} closures, {check.explained} modules compiled "
           "with other names only")
     return 1 if check.refused else 0
 
