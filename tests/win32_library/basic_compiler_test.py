@@ -24,9 +24,9 @@ SEED = 20261122
 PIECES = 8  # that a refused module is taken apart into
 
 # Names that Visual Basic takes and LibreOffice does not, since they are words of its statements
-# (Name, Open ... For Output Access, Option Base) or of its own objects. What it refuses must compile when
-# these alone are called otherwise.
-WORDS_IT_MINDS = ("Access", "Base", "Name", "Output", "Parent")
+# (Name, Open ... For Output Access, Option Base, On Local Error) or of its own objects. What it refuses
+# must compile when these alone are called otherwise.
+WORDS_IT_MINDS = ("Access", "Base", "Local", "Name", "Output", "Parent")
 
 
 class Library:
