@@ -81,7 +81,7 @@ void CheckExternal(const ModuleContext& module, const vb::Declaration& declarati
 void CheckRecord(const ModuleContext& module, const vb::Declaration& declaration,
                  const vb::Record& record) {
   const auto* const row = module.whole.Libraries().FindRecord(declaration.name);
-  if (row == nullptr || !row->facts || row->has_other_form64) return;
+  if (row == nullptr || !row->HasFactsFor64()) return;
   for (const auto& member : record.members) {
     const auto known = std::ranges::find_if(row->facts->values, [&](const ValueFacts& value) {
       return EqualIgnoringCase(FromUtf8(value.name), member.name);
@@ -109,8 +109,8 @@ void CheckSizes(ModuleContext& module, const Code& code) {
                          !record->members.empty() && IsSizeMember(size.member) &&
                          EqualIgnoringCase(record->members.front().name, size.member);
     if (!is_size) continue;
-    const auto small = module.definitions32.LayoutOf(*record);
-    const auto large = module.definitions64.LayoutOf(*record);
+    const auto small = module.Definitions32().LayoutOf(*record);
+    const auto large = module.Definitions64().LayoutOf(*record);
     if (!small || !large || small->extent.size == large->extent.size) continue;
     module.Report(RuleId::kSizeAsNumber, size.place, size.record,
                   ToUtf8(size.record) + " has " + std::to_string(small->extent.size) +

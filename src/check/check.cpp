@@ -13,12 +13,11 @@ namespace {
 // The names whose uses are counted.
 NameCounts NamesOf(const Subject& subject) {
   NameCounts names;
-  for (const auto& module : subject.modules) {
-    for (const auto& declaration : module.parsed->declarations) {
-      if (declaration.scope == vb::Scope::kLocal) continue;
-      names.Add(declaration.name);
+  for (std::size_t i = 0; i < subject.modules.size(); ++i) {
+    for (const auto& declaration : subject.modules[i].parsed->declarations) {
+      names.Declare(declaration.name, i);
       if (const auto* const enumeration = declaration.As<vb::Enumeration>()) {
-        for (const auto& member : enumeration->members) names.Add(member.name);
+        for (const auto& member : enumeration->members) names.Declare(member.name, i);
       }
     }
   }
@@ -48,7 +47,11 @@ std::vector<Finding> Check(const Subject& subject, Reference& reference, const O
   for (std::size_t i = 0; i < subject.modules.size(); ++i) {
     ModuleContext module(context, i);
     uses.BeginModule(i);
-    const auto code = has_code ? ReadCode(module.text, uses) : Code();
+    if (has_code) CountNames(module.text, uses);
+    const bool has_procedures = has_code && !module.parsed.procedures.empty();
+    const auto code = has_procedures
+                          ? ReadCode(module.text, module.parsed.procedures.front().place.offset)
+                          : Code();
     CheckCompiles(module);
     CheckEntries(module);
     CheckFrames(module);

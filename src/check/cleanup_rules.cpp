@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <map>
 #include <unordered_map>
 
 #include "check/export_names.h"
@@ -13,56 +12,31 @@ bool IsLocal(const vb::Declaration& declaration) {
   return declaration.scope == vb::Scope::kLocal;
 }
 
-// How often the declarations themselves hold their names, by lower case.
-class DeclaringNames {
- public:
-  void Add(const vb::Module& module) {
-    for (const auto& declaration : module.declarations) {
-      ++counts_[LowerCase(declaration.name)];
-      if (const auto* const enumeration = declaration.As<vb::Enumeration>()) {
-        for (const auto& member : enumeration->members) ++counts_[LowerCase(member.name)];
-      }
-    }
-  }
-  [[nodiscard]] std::size_t Of(std::u16string_view name) const {
-    const auto found = counts_.find(LowerCase(name));
-    return found == counts_.end() ? 0 : found->second;
-  }
-
- private:
-  std::unordered_map<std::u16string, std::size_t> counts_;
-};
-
 // Whether a name stands anywhere but in the declarations of that name.
-struct Usage {
-  const NameCounts& uses;
-  const DeclaringNames& here;
-  const DeclaringNames& everywhere;
-  std::size_t module;
+bool IsUsed(const NameCounts& uses, std::u16string_view name, std::size_t module, vb::Scope scope) {
+  return scope == vb::Scope::kPublic ? uses.IsUsed(name) : uses.IsUsedIn(module, name);
+}
 
-  [[nodiscard]] bool Uses(std::u16string_view name, bool is_public) const {
-    return is_public ? uses.InAll(name) > everywhere.Of(name)
-                     : uses.InModule(name, module) > here.Of(name);
-  }
-  [[nodiscard]] bool Uses(const vb::Declaration& declaration) const {
-    const bool is_public = declaration.scope == vb::Scope::kPublic;
-    if (Uses(declaration.name, is_public)) return true;
-    const auto* const enumeration = declaration.As<vb::Enumeration>();
-    return enumeration != nullptr &&
-           std::ranges::any_of(enumeration->members, [&](const vb::EnumMember& member) {
-             return Uses(member.name, is_public);
-           });
-  }
-};
+bool IsUsed(const NameCounts& uses, const vb::Declaration& declaration, std::size_t module) {
+  const auto scope = declaration.scope;
+  if (IsUsed(uses, declaration.name, module, scope)) return true;
+  const auto* const enumeration = declaration.As<vb::Enumeration>();
+  return enumeration != nullptr &&
+         std::ranges::any_of(enumeration->members, [&](const vb::EnumMember& member) {
+           return IsUsed(uses, member.name, module, scope);
+         });
+}
 
-void CheckUnused(const ModuleContext& module, const Usage& usage) {
+void CheckUnused(const ModuleContext& module, const NameCounts& uses) {
   const bool is_project = module.whole.Checked().form == Subject::Form::kProject;
   // A class of a component is used by programs that are not here.
   const bool sees_all_users = is_project && module.parsed.kind == vb::ModuleKind::kStandard;
   for (const auto& declaration : module.parsed.declarations) {
     const bool is_private = declaration.scope == vb::Scope::kPrivate;
     const bool is_decided = is_private || (sees_all_users && !IsLocal(declaration));
-    if (!is_decided || !module.SystemsOf(declaration).Any() || usage.Uses(declaration)) continue;
+    if (!is_decided || !module.SystemsOf(declaration).Any() ||
+        IsUsed(uses, declaration, module.module))
+      continue;
     module.Report(RuleId::kUnused, declaration, declaration.name_place,
                   ToUtf8(declaration.name) + " is not used");
   }
@@ -97,7 +71,8 @@ std::u16string MeaningOf(const vb::Declaration& declaration) {
   return meaning;
 }
 
-void CheckTwice(const ModuleContext& module, std::map<std::u16string, std::size_t>& first_modules) {
+void CheckTwice(const ModuleContext& module,
+                std::unordered_map<std::u16string, std::size_t>& first_modules) {
   for (const auto& declaration : module.parsed.declarations) {
     const bool is_value = declaration.As<vb::Enumeration>() == nullptr;
     if (!is_value || IsLocal(declaration) || !module.SystemsOf(declaration).Any()) continue;
@@ -117,14 +92,10 @@ void CheckCleanUp(Context& context, const NameCounts& uses) {
       CheckOtherNames(ModuleContext(context, i));
     return;
   }
-  DeclaringNames everywhere;
-  for (const auto& module : subject.modules) everywhere.Add(*module.parsed);
-  std::map<std::u16string, std::size_t> first_modules;
+  std::unordered_map<std::u16string, std::size_t> first_modules;
   for (std::size_t i = 0; i < subject.modules.size(); ++i) {
     const ModuleContext module(context, i);
-    DeclaringNames here;
-    here.Add(module.parsed);
-    CheckUnused(module, {uses, here, everywhere, i});
+    CheckUnused(module, uses);
     CheckOtherNames(module);
     if (subject.form == Subject::Form::kProject) CheckTwice(module, first_modules);
   }

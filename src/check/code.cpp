@@ -4,6 +4,7 @@
 #include <optional>
 #include <span>
 
+#include "text/scan.h"
 #include "text/text.h"
 
 namespace declarium::check {
@@ -12,10 +13,7 @@ namespace {
 using vb::Token;
 using vb::TokenKind;
 
-std::u16string_view WithoutBrackets(std::u16string_view name) {
-  const bool has_brackets = name.size() > 2 && name.front() == u'[' && name.back() == u']';
-  return has_brackets ? name.substr(1, name.size() - 2) : name;
-}
+constexpr auto kModule = &std::pair<std::size_t, std::ptrdiff_t>::first;
 
 bool BeginsProcedure(std::span<const Token> tokens) {
   for (const auto& token : tokens) {
@@ -29,15 +27,11 @@ bool BeginsProcedure(std::span<const Token> tokens) {
 
 class CodeReader {
  public:
-  CodeReader(std::u16string_view text, NameCounts& counts) : reader_(text), counts_(counts) {}
+  explicit CodeReader(std::u16string_view text) : reader_(text) {}
 
   Code Read() {
     while (reader_.Next(statement_)) {
-      if (statement_.tokens.empty()) continue;
-      for (const auto& token : statement_.tokens) {
-        if (token.kind == TokenKind::kName) counts_.Count(WithoutBrackets(token.text));
-      }
-      if (!TakeDirective() && open_ == 0) ReadStatement();
+      if (!statement_.tokens.empty() && !TakeDirective() && open_ == 0) ReadStatement();
     }
     return std::move(code_);
   }
@@ -143,7 +137,6 @@ class CodeReader {
 
   vb::StatementReader reader_;
   vb::Statement statement_;
-  NameCounts& counts_;
   std::size_t open_ = 0;  // #If
   bool in_procedure_ = false;
   Types globals_;
@@ -153,37 +146,75 @@ class CodeReader {
 
 }  // namespace
 
-void NameCounts::Add(std::u16string_view name) {
-  counts_.try_emplace(LowerCase(name));
+std::size_t NameCounts::FilterBit(std::u16string_view name) {
+  if (name.empty()) return 0;
+  // The same for upper and lower case; other alphabets all look alike.
+  const auto fold = [](char16_t unit) -> std::size_t { return unit < 0x80 ? unit | 0x20 : 0; };
+  auto bit = name.size();
+  for (const auto position : {std::size_t{0}, name.size() / 3, name.size() / 2, name.size() - 1})
+    bit = bit * 131 + fold(name[position]);
+  return bit % kFilterBits;
+}
+
+void NameCounts::Declare(std::u16string_view name, std::size_t module) {
+  filter_[FilterBit(name)] = true;
+  auto& [all, by_module] = counts_[LowerCase(name)];
+  --all;
+  if (by_module.empty() || by_module.back().first != module) by_module.emplace_back(module, 0);
+  --by_module.back().second;
 }
 
 void NameCounts::Count(std::u16string_view name) {
-  if (counts_.empty()) return;
+  if (!filter_[FilterBit(name)]) return;
   LowerCaseInto(name, lowered_);
   const auto found = counts_.find(std::u16string_view(lowered_));
   if (found == counts_.end()) return;
   auto& [all, by_module] = found->second;
   ++all;
-  if (by_module.empty() || by_module.back().first != module_) by_module.emplace_back(module_, 0);
-  ++by_module.back().second;
+  const auto here = std::ranges::lower_bound(by_module, module_, {}, kModule);
+  if (here != by_module.end() && here->first == module_) ++here->second;
 }
 
-std::size_t NameCounts::InAll(std::u16string_view name) const {
+bool NameCounts::IsUsed(std::u16string_view name) const {
   const auto found = counts_.find(LowerCase(name));
-  return found == counts_.end() ? 0 : found->second.all;
+  return found != counts_.end() && found->second.all > 0;
 }
 
-std::size_t NameCounts::InModule(std::u16string_view name, std::size_t module) const {
+bool NameCounts::IsUsedIn(std::size_t module, std::u16string_view name) const {
   const auto found = counts_.find(LowerCase(name));
-  if (found == counts_.end()) return 0;
+  if (found == counts_.end()) return false;
   const auto& by_module = found->second.by_module;
-  const auto at =
-      std::ranges::lower_bound(by_module, module, {}, &std::pair<std::size_t, std::size_t>::first);
-  return at == by_module.end() || at->first != module ? 0 : at->second;
+  const auto here = std::ranges::lower_bound(by_module, module, {}, kModule);
+  return here != by_module.end() && here->first == module && here->second > 0;
 }
 
-Code ReadCode(std::u16string_view text, NameCounts& counts) {
-  return CodeReader(text, counts).Read();
+void CountNames(std::u16string_view text, NameCounts& counts) {
+  std::size_t position = 0;
+  const auto pass_to = [&](std::u16string_view ends) {
+    position = std::min(text.find_first_of(ends, position + 1), text.size());
+  };
+  while (position < text.size()) {
+    const char16_t unit = text[position];
+    if (vb::StartsName(unit)) {
+      const auto start = position;
+      while (position < text.size() && vb::ContinuesName(text[position])) ++position;
+      counts.Count(text.substr(start, position - start));
+      continue;
+    }
+    if (unit == u'\'') pass_to(u"\r\n");
+    if (unit == u'"') pass_to(u"\"\r\n");
+    ++position;
+  }
+}
+
+Code ReadCode(std::u16string_view text, std::size_t code_start) {
+  // Cutting everything into statements takes longer than the rest of a check, and few modules have
+  // any of this in their code.
+  constexpr std::u16string_view kSigns[] = {u"ptr", u".cb", u"size", u"length"};
+  const auto code = text.substr(code_start);
+  const bool may_have = std::ranges::any_of(
+      kSigns, [code](auto sign) { return FindIgnoringCase(code, sign) != code.npos; });
+  return may_have ? CodeReader(text).Read() : Code();
 }
 
 }  // namespace declarium::check

@@ -1,33 +1,36 @@
-// What the rules need from the code of a module, read in one pass: how often names stand in it, and
-// the assignments of sizes and addresses.
+// What the rules need from the code of a module: how often names stand in it, and the assignments
+// of sizes and addresses.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "vb/statement.h"
 
 namespace declarium::check {
 
-// How often each name of interest stands in a module, and in all.
+// How often each declared name stands somewhere else than in its declarations.
 class NameCounts {
  public:
-  // Names that are not added are not counted.
-  void Add(std::u16string_view name);
-  [[nodiscard]] bool IsEmpty() const { return counts_.empty(); }
+  // The name is declared in the module; names that are not are not counted. Modules come in order.
+  void Declare(std::u16string_view name, std::size_t module);
 
   void BeginModule(std::size_t module) { module_ = module; }
   void Count(std::u16string_view name);
-  [[nodiscard]] std::size_t InAll(std::u16string_view name) const;
-  [[nodiscard]] std::size_t InModule(std::u16string_view name, std::size_t module) const;
+  [[nodiscard]] bool IsUsed(std::u16string_view name) const;
+  // `module` must declare the name.
+  [[nodiscard]] bool IsUsedIn(std::size_t module, std::u16string_view name) const;
 
  private:
+  // Uses less declarations. A declaration counts as a use when its module is read.
   struct Counts {
-    std::size_t all = 0;
-    std::vector<std::pair<std::size_t, std::size_t>> by_module;  // module and count, in order
+    std::ptrdiff_t all = 0;
+    std::vector<std::pair<std::size_t, std::ptrdiff_t>> by_module;  // those that declare it
   };
   struct Hash {
     using is_transparent = void;
@@ -35,7 +38,14 @@ class NameCounts {
       return std::hash<std::u16string_view>()(text);
     }
   };
+
+  static constexpr std::size_t kFilterBits = 1 << 20;
+
+  [[nodiscard]] static std::size_t FilterBit(std::u16string_view name);
+
   std::unordered_map<std::u16string, Counts, Hash, std::equal_to<>> counts_;  // by lower case
+  // Most names in code are not declared by it: they are not looked up where no bit says so.
+  std::vector<bool> filter_ = std::vector<bool>(kFilterBits);
   std::size_t module_ = 0;
   std::u16string lowered_;  // reused
 };
@@ -61,7 +71,10 @@ struct Code {
   std::vector<AddressAssignment> addresses;
 };
 
-// Counts the names of `text` in `counts`.
-[[nodiscard]] Code ReadCode(std::u16string_view text, NameCounts& counts);
+// Counts the names in `text`, what stands in comments and texts left out.
+void CountNames(std::u16string_view text, NameCounts& counts);
+
+// `code_start` is where the first procedure begins in the text.
+[[nodiscard]] Code ReadCode(std::u16string_view text, std::size_t code_start);
 
 }  // namespace declarium::check

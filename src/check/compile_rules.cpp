@@ -299,7 +299,7 @@ void CheckExternal(const ModuleContext& module, const vb::Declaration& declarati
 
 void CheckConstant(ModuleContext& module, const vb::Declaration& declaration,
                    const vb::Constant& constant) {
-  const auto value = module.definitions32.ValueOf(constant);
+  const auto value = module.Definitions32().ValueOf(constant);
   if (value || (value.error() != "overflow" && value.error() != "it refers to itself")) return;
   module.Report(RuleId::kValueDoesNotFit, declaration, module.PlaceOf(declaration, constant.value),
                 value.error() == "overflow" ? "the value is beyond the constant's type"

@@ -82,12 +82,16 @@ ModuleContext::ModuleContext(Context& all, std::size_t position)
       module(position),
       text(all.Checked().modules[position].text),
       parsed(*all.Checked().modules[position].parsed),
-      definitions32(all.Definitions32().TargetSystem(), &all.Definitions32()),
-      definitions64(all.Definitions64().TargetSystem(), &all.Definitions64()),
-      systems_(SystemsByCondition(parsed, all.Wanted().audience, all.Checked().constants)) {
-  if (all.Checked().modules.size() == 1) return;  // the whole's are the same
-  definitions32.Add(parsed, all.Checked().constants);
-  if (all.Checks64Bits()) definitions64.Add(parsed, all.Checked().constants);
+      systems_(SystemsByCondition(parsed, all.Wanted().audience, all.Checked().constants)) {}
+
+vb::Definitions& ModuleContext::Made(std::optional<vb::Definitions>& definitions,
+                                     vb::Definitions& all) const {
+  if (whole.Checked().modules.size() == 1) return all;  // they are the same
+  if (!definitions) {
+    definitions.emplace(all.TargetSystem(), &all);
+    definitions->Add(parsed, whole.Checked().constants);
+  }
+  return *definitions;
 }
 
 Finding& ModuleContext::Report(RuleId rule, const vb::Declaration& declaration,

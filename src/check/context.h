@@ -92,8 +92,14 @@ class ModuleContext {
   const std::size_t module;
   const std::u16string_view text;
   const vb::Module& parsed;
-  vb::Definitions definitions32;  // its own declarations before those of the others
-  vb::Definitions definitions64;
+
+  // What names mean here: the module's own declarations before those of the others.
+  [[nodiscard]] vb::Definitions& Definitions32() {
+    return Made(definitions32_, whole.Definitions32());
+  }
+  [[nodiscard]] vb::Definitions& Definitions64() {
+    return Made(definitions64_, whole.Definitions64());
+  }
 
   [[nodiscard]] const Systems& SystemsOf(std::uint32_t condition) const {
     return systems_[condition];
@@ -120,7 +126,11 @@ class ModuleContext {
   [[nodiscard]] Edit Behind(std::u16string_view part, std::u16string_view what) const;
 
  private:
-  std::vector<Systems> systems_;  // by condition
+  vb::Definitions& Made(std::optional<vb::Definitions>& definitions, vb::Definitions& all) const;
+
+  std::vector<Systems> systems_;                  // by condition
+  std::optional<vb::Definitions> definitions32_;  // made when they are asked for
+  std::optional<vb::Definitions> definitions64_;
 };
 
 // Whether the type is the language's own of this name and no array.

@@ -160,7 +160,8 @@ const KnownRow* Reference::ReadRow(Kind kind, std::u16string_view name, std::u16
   if (!row.module.declarations.empty()) row.declaration = &row.module.declarations.front();
   if (facts == nullptr) return &row;
   row.facts = facts->Find(kind, name);
-  row.has_other_form64 = facts->FindForm64(kind, name).has_value();
+  row.kind = kind;
+  row.facts_file = facts;
   return &row;
 }
 

@@ -26,7 +26,11 @@ struct KnownRow {
   vb::Module module;
   const vb::Declaration* declaration = nullptr;  // null for a row that cannot be read
   std::optional<RowFacts> facts;
-  bool has_other_form64 = false;  // or none at all; then its facts are those of 32 bits
+  Kind kind = Kind::kConst;
+  const FactsFile* facts_file = nullptr;
+
+  // Whether only types differ in 64 bits, so that the facts say all.
+  [[nodiscard]] bool HasFactsFor64() const { return facts && !facts_file->FindForm64(kind, name); }
 };
 
 class KnownProcedure {
@@ -45,7 +49,7 @@ class KnownProcedure {
   [[nodiscard]] const ValueFacts* FactsOf(std::size_t position) const;
   [[nodiscard]] CType TypeOf(std::size_t position) const;
   // Whether only types differ in 64 bits.
-  [[nodiscard]] bool HasFactsFor64() const { return !row_->has_other_form64; }
+  [[nodiscard]] bool HasFactsFor64() const { return row_->HasFactsFor64(); }
   // The result's type in 64 bits where it is another one than in the row; empty otherwise.
   [[nodiscard]] std::string_view Result64() const;
   // The first version of Windows that has it, as the facts say it; may be empty.

@@ -61,7 +61,7 @@ std::vector<std::u16string_view> NegativeLiterals(const vb::Constant& constant) 
 void CheckConstant(ModuleContext& module, const vb::Declaration& declaration,
                    const vb::Constant& constant) {
   const auto known = module.whole.Libraries().ValueOf(declaration.name);
-  const auto value = module.definitions32.ValueOf(constant);
+  const auto value = module.Definitions32().ValueOf(constant);
   const bool is_text = value && value->type == Value::Type::kString;
   const bool is_known_text = known && known->type == Value::Type::kString;
   const bool compares = known && value && !is_text && !is_known_text;
@@ -102,7 +102,7 @@ void CheckRecord(ModuleContext& module, const vb::Declaration& declaration,
   auto& libraries = module.whole.Libraries();
   const auto* const row = libraries.FindRecord(declaration.name);
   if (row == nullptr) return;
-  const auto layout = module.definitions32.LayoutOf(record);
+  const auto layout = module.Definitions32().LayoutOf(record);
   const auto known = libraries.LayoutOf(declaration.name, vb::Target::kVb6);
   if (!layout || !known) return;
   const auto& known_record = *row->declaration->As<vb::Record>();
@@ -155,7 +155,7 @@ void CheckPassedRecords(ModuleContext& module, const vb::Declaration& declaratio
         parameter.passing == vb::Passing::kByValue)
       continue;
     const auto& known_record = *row->declaration->As<vb::Record>();
-    const auto layout = module.definitions32.LayoutOf(*record);
+    const auto layout = module.Definitions32().LayoutOf(*record);
     const auto wanted = libraries.LayoutOf(right.type.name, vb::Target::kVb6);
     if (!layout || !wanted || known_record.members.empty() ||
         layout->extent.size >= wanted->extent.size || TellsSize(known->External(), known_record))
@@ -187,13 +187,13 @@ void CheckSizes(ModuleContext& module, const Code& code) {
                          !record->members.empty() && IsSizeMember(size.member) &&
                          EqualIgnoringCase(record->members.front().name, size.member);
     if (!is_size) continue;
-    const bool is_padded = (has_32 && IsPadded(*record, module.definitions32)) ||
-                           (has_64 && IsPadded(*record, module.definitions64));
+    const bool is_padded = (has_32 && IsPadded(*record, module.Definitions32())) ||
+                           (has_64 && IsPadded(*record, module.Definitions64()));
     if (!is_padded) continue;
     auto& finding =
         module.Report(RuleId::kLenOfPaddedRecord, size.place, size.record,
                       "Len leaves out bytes between the members of " + ToUtf8(size.record));
-    if (LenBIsSize(*record, module.definitions32))
+    if (LenBIsSize(*record, module.Definitions32()))
       finding.edits = {module.Replacing(size.value, u"LenB")};
   }
 }
