@@ -47,11 +47,8 @@ std::vector<Finding> Check(const Subject& subject, Reference& reference, const O
   for (std::size_t i = 0; i < subject.modules.size(); ++i) {
     ModuleContext module(context, i);
     uses.BeginModule(i);
-    if (has_code) CountNames(module.text, uses);
-    const bool has_procedures = has_code && !module.parsed.procedures.empty();
-    const auto code = has_procedures
-                          ? ReadCode(module.text, module.parsed.procedures.front().place.offset)
-                          : Code();
+    const bool may_have_code = has_code && CountNames(module.text, uses);
+    const auto code = may_have_code ? ReadCode(module.text) : Code();
     CheckCompiles(module);
     CheckEntries(module);
     CheckFrames(module);

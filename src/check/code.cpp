@@ -4,7 +4,7 @@
 #include <optional>
 #include <span>
 
-#include "text/scan.h"
+#include "check/context.h"
 #include "text/text.h"
 
 namespace declarium::check {
@@ -14,6 +14,12 @@ using vb::Token;
 using vb::TokenKind;
 
 constexpr auto kModule = &std::pair<std::size_t, std::ptrdiff_t>::first;
+
+bool IsAddressFunction(std::u16string_view name) {
+  if (name.size() != 6 || LowerCase(name.back()) != u'r') return false;
+  return EqualIgnoringCase(name, u"VarPtr") || EqualIgnoringCase(name, u"StrPtr") ||
+         EqualIgnoringCase(name, u"ObjPtr");
+}
 
 bool BeginsProcedure(std::span<const Token> tokens) {
   for (const auto& token : tokens) {
@@ -104,9 +110,9 @@ class CodeReader {
     if (target.kind != TokenKind::kName) return;
     if (equals >= 2 && At(equals - 2).IsOperator(u'.')) return ReadSize(equals);
     const auto& function = At(equals + 1);
-    const bool is_address =
-        function.IsWord(u"varptr") || function.IsWord(u"strptr") || function.IsWord(u"objptr");
-    if (!is_address || !At(equals + 2).IsOperator(u'(') || !MayBegin(equals - 1)) return;
+    if (!IsAddressFunction(function.text) || !At(equals + 2).IsOperator(u'(') ||
+        !MayBegin(equals - 1))
+      return;
     if (!EqualIgnoringCase(TypeOf(target.text), u"Long")) return;
     code_.addresses.push_back({target.place, target.text, function.text});
   }
@@ -188,7 +194,8 @@ bool NameCounts::IsUsedIn(std::size_t module, std::u16string_view name) const {
   return here != by_module.end() && here->first == module && here->second > 0;
 }
 
-void CountNames(std::u16string_view text, NameCounts& counts) {
+bool CountNames(std::u16string_view text, NameCounts& counts) {
+  bool may_have_code = false;
   std::size_t position = 0;
   const auto pass_to = [&](std::u16string_view ends) {
     position = std::min(text.find_first_of(ends, position + 1), text.size());
@@ -198,23 +205,21 @@ void CountNames(std::u16string_view text, NameCounts& counts) {
     if (vb::StartsName(unit)) {
       const auto start = position;
       while (position < text.size() && vb::ContinuesName(text[position])) ++position;
-      counts.Count(text.substr(start, position - start));
+      const auto name = text.substr(start, position - start);
+      counts.Count(name);
+      const bool is_member = start > 0 && text[start - 1] == u'.';
+      may_have_code = may_have_code || IsAddressFunction(name) || (is_member && IsSizeMember(name));
       continue;
     }
     if (unit == u'\'') pass_to(u"\r\n");
     if (unit == u'"') pass_to(u"\"\r\n");
     ++position;
   }
+  return may_have_code;
 }
 
-Code ReadCode(std::u16string_view text, std::size_t code_start) {
-  // Cutting everything into statements takes longer than the rest of a check, and few modules have
-  // any of this in their code.
-  constexpr std::u16string_view kSigns[] = {u"ptr", u".cb", u"size", u"length"};
-  const auto code = text.substr(code_start);
-  const bool may_have = std::ranges::any_of(
-      kSigns, [code](auto sign) { return FindIgnoringCase(code, sign) != code.npos; });
-  return may_have ? CodeReader(text).Read() : Code();
+Code ReadCode(std::u16string_view text) {
+  return CodeReader(text).Read();
 }
 
 }  // namespace declarium::check

@@ -71,10 +71,10 @@ struct Code {
   std::vector<AddressAssignment> addresses;
 };
 
-// Counts the names in `text`, what stands in comments and texts left out.
-void CountNames(std::u16string_view text, NameCounts& counts);
+// Counts the names in `text`, what stands in comments and texts left out. Whether ReadCode may find
+// something in it.
+[[nodiscard]] bool CountNames(std::u16string_view text, NameCounts& counts);
 
-// `code_start` is where the first procedure begins in the text.
-[[nodiscard]] Code ReadCode(std::u16string_view text, std::size_t code_start);
+[[nodiscard]] Code ReadCode(std::u16string_view text);
 
 }  // namespace declarium::check

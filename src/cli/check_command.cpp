@@ -9,6 +9,7 @@
 #include <set>
 
 #include "cli/baseline.h"
+#include "cli/bundled_libraries.h"
 #include "cli/facts_command.h"
 #include "cli/library_files.h"
 #include "cli/mending.h"
@@ -19,6 +20,7 @@
 #include "check/check.h"
 #include "check/rule_document.h"
 #include "facts/facts_file.h"
+#include "library/file_io.h"
 #include "source/item_text.h"
 #include "text/text.h"
 
@@ -78,12 +80,21 @@ std::optional<check::WindowsVersion> VersionOf(const std::string& text) {
   return check::WindowsVersion{std::stoi(text.substr(0, dot)), std::stoi(text.substr(dot + 1))};
 }
 
+// The libraries of --against; without any those that come with the program.
+std::vector<std::string> AgainstOf(const CheckOptions& options, const Session& session) {
+  if (!options.against.empty()) return options.against;
+  std::vector<std::string> files;
+  for (const auto& path : BundledLibraries(session.streams.program))
+    files.push_back(PathText(path));
+  return files;
+}
+
 class Checker {
  public:
   Checker(const CheckOptions& options, const Session& session)
       : options_(options),
         session_(session),
-        libraries_(options.against),
+        libraries_(AgainstOf(options, session)),
         rule_options_{options.target, VersionOf(options.windows)} {
     if (!options.baseline.empty()) baseline_ = Baseline(options.baseline);
   }
@@ -300,7 +311,7 @@ void AddCheckCommand(const CommandSet& set) {
         command
             .add_option("--against", options.against,
                         "A library that tells what is right, with the facts beside it; several "
-                        "times for several")
+                        "times for several; those that come with the program when left out")
             ->take_all()
             ->allow_extra_args(false)
             ->type_name("LIBRARY");
