@@ -230,6 +230,20 @@ TEST_F(CheckCommand, ALibraryIsCheckedByItsRows) {
               testing::HasSubstr(wrong + ":1:29: error D302"));
 }
 
+TEST_F(CheckCommand, WithoutLibrariesThoseBesideTheProgramTellWhatIsRight) {
+  folder_.Put("m.bas", wrong_);
+  EXPECT_EQ(RunCli({"check", Path("m.bas")}).status, 0);
+  const auto run =
+      RunCli({"check", Path("m.bas")}, {.program = std::filesystem::path(folder_ / "")});
+  EXPECT_EQ(run.status, 1);
+  EXPECT_THAT(run.out, testing::HasSubstr("error D302"));
+  // What --against names counts alone.
+  EXPECT_EQ(RunCli({"check", Path("m.bas"), "--against", library_},
+                   {.program = std::filesystem::path(folder_ / "")})
+                .status,
+            0);
+}
+
 TEST_F(CheckCommand, VisualBasic6RefusesWhatOfficeNeeds) {
   folder_.Put("m.bas", "Declare PtrSafe Sub S Lib \"user32\" (ByVal n As Long)\r\n");
   for (const std::string target : {"vb6", "vba7"}) {
