@@ -74,7 +74,7 @@ bool CheckLibrary(const ModuleContext& module, const Entry& entry) {
 void CheckNear(const ModuleContext& module, const Entry& entry) {
   constexpr std::size_t kShortest = 8;
   const auto near = module.whole.Libraries().NearEntries(entry.dll, entry.name);
-  if (near.empty()) return;
+  if (near.empty() || HasPlainEntry(entry.dll, entry.name)) return;
   if (EqualIgnoringCase(near.front(), entry.name)) {
     auto& finding =
         module.Report(RuleId::kLettersDiffer, entry.declaration, PlaceOfEntry(module, entry),

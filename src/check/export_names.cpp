@@ -24,6 +24,7 @@ constexpr DllAndName kPlainEntries[] = {{u"advapi32", u"NotifyServiceStatusChang
                                         {u"dbghelp", u"SymMatchString"},
                                         {u"gdi32", u"GetGlyphOutline"},
                                         {u"gdi32", u"GetKerningPairs"},
+                                        {u"imm32", u"ImmDisableIme"},  // in both spellings
                                         {u"kernel32", u"GetBinaryType"},
                                         {u"kernel32", u"ReplaceFile"},
                                         {u"kernel32", u"lstrcat"},
@@ -87,6 +88,8 @@ constexpr std::array<std::u16string_view, 9> kFamilies[] = {
     {u"msvbvm60", u"msvbvm50", u"vba6", u"vb40032"},
     {u"rtm", u"mapi32"},
     {u"rpcns4", u"rpcrt4"},
+    {u"ntdll", u"ntdllk"},
+    {u"dsound", u"tbs"},  // each has its own GetDeviceID
     {u"winmm", u"winmmbase", u"mmsystem"},
     {u"wininet", u"urlmon", u"iertutil", u"winhttp", u"inetcpl"}};
 
