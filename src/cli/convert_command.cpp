@@ -222,6 +222,10 @@ class Converter {
 };
 
 ExitStatus RunConvert(const ConvertOptions& options, const Session& session) {
+  const int places =
+      (options.out.empty() ? 0 : 1) + (options.in_place ? 1 : 0) + (options.difference ? 1 : 0);
+  if (places > 1)
+    throw CommandFailed(ExitStatus::kWrongUse, "-o, --in-place and --diff exclude each other");
   return Converter(options, session).Run();
 }
 
@@ -254,17 +258,11 @@ void AddConvertCommand(const CommandSet& set) {
                 "Libraries whose facts are used; those that come with the program when left "
                 "out")
             ->type_name("LIBRARY");
-        auto* const out =
-            command.add_option("-o,--output", options.out, "Write all modules into this folder")
-                ->type_name("DIR");
-        auto* const in_place =
-            command.add_flag("--in-place", options.in_place, "Change the modules themselves");
-        command
-            .add_flag("--diff", options.difference,
-                      "Print the changes as a patch; the exit status is 1 when there are some")
-            ->excludes(out)
-            ->excludes(in_place);
-        in_place->excludes(out);
+        command.add_option("-o,--output", options.out, "Write all modules into this folder")
+            ->type_name("DIR");
+        command.add_flag("--in-place", options.in_place, "Change the modules themselves");
+        command.add_flag("--diff", options.difference,
+                         "Print the changes as a patch; the exit status is 1 when there are some");
         DefineForce(command, options.force, "Replace files in the folder of -o");
       },
       RunConvert);

@@ -354,7 +354,7 @@ class Rewriter {
 
   [[nodiscard]] std::u16string TextFor(const Job& job) const {
     const FormWriter writer(*job.declaration, job.form, line_end_);
-    const auto narrow = WithoutLongLines(writer.Narrow(), line_end_);
+    auto narrow = WithoutLongLines(writer.Narrow(), line_end_);
     if (!writer.IsParted()) return narrow;
     const std::u16string next = std::u16string(line_end_) + std::u16string(Front(job));
     return u"#If Win64 Then" + next + WithoutLongLines(writer.Wide(), line_end_) + next + u"#Else" +

@@ -144,7 +144,7 @@ TEST_F(ConvertCommand, JsonHasAnObjectForEachChangeAndEachPlace) {
 }
 
 TEST_F(ConvertCommand, BytesThatAreNoTextOfTheModulesEncodingStay) {
-  const std::string bytes = std::string("\xFF\xFE") + "D\0e\0c\0l";
+  const std::string bytes = "\xFF\xFE" + std::string("D");
   folder_.Put("project/Torn.bas", bytes);
   const auto torn = (folder_ / "project/Torn.bas").string();
   EXPECT_EQ(Convert({torn, "-o", (folder_ / "new").string()}).status, 3);
