@@ -134,10 +134,7 @@ class Checker {
   }
 
   void CheckProject(const SourceProject& project) {
-    for (const auto& error : project.project.errors) {
-      session_.Say(project.name + ":" + std::to_string(error.place.line) + ": expected " +
-                   std::string(error.expected) + ", found " + ToUtf8(error.found));
-    }
+    SayErrors(session_, project);
     has_all_files_ = has_all_files_ && project.has_all_files;
     if (project.modules.empty()) return;
     const bool is_whole = !project.name.empty() && project.has_all_files;

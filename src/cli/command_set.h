@@ -54,6 +54,16 @@ inline void DefineNames(CLI::App& command, std::vector<std::string>& names) {
       ->type_name("");
 }
 
+// SOURCE..., at least one.
+inline void DefineSources(CLI::App& command, std::vector<std::string>& sources) {
+  command
+      .add_option("SOURCE", sources,
+                  "Visual Basic source files, projects (.vbp, .vbg, .mak) or folders of modules; "
+                  "- is standard input")
+      ->required()
+      ->type_name("");
+}
+
 // NAME, just one.
 inline void DefineName(CLI::App& command, std::string& name) {
   command.add_option("NAME", name, "Item name; \"type:RECT\" names the kind")

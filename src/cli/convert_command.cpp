@@ -65,9 +65,7 @@ class Converter {
   ExitStatus Run() {
     sources_ = ReadSources(options_.sources, session_);
     for (const auto& project : sources_) {
-      for (const auto& error : project.project.errors)
-        session_.Say(project.name + ":" + std::to_string(error.place.line) + ": expected " +
-                     std::string(error.expected) + ", found " + ToUtf8(error.found));
+      SayErrors(session_, project);
       has_all_files_ = has_all_files_ && project.has_all_files;
       for (const auto& module : project.modules) {
         AddAddressFunctions(module, knowledge_, functions_);
@@ -245,12 +243,7 @@ void AddConvertCommand(const CommandSet& set) {
        "nothing\n"
        "is written but the report.\n\n"},
       [](CLI::App& command, ConvertOptions& options) {
-        command
-            .add_option("SOURCE", options.sources,
-                        "Visual Basic source files, projects (.vbp, .vbg, .mak) or folders of "
-                        "modules; - is standard input")
-            ->required()
-            ->type_name("");
+        DefineSources(command, options.sources);
         DefineTarget(command, options.target)->required();
         command
             .add_option(

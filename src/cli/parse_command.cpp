@@ -165,12 +165,7 @@ void AddParseCommand(const CommandSet& set) {
        "with\n"
        "its conditional constants; one that cannot be read is told with the project's line.\n\n"},
       [](CLI::App& command, ParseOptions& options) {
-        command
-            .add_option("SOURCE", options.sources,
-                        "Visual Basic source files, projects (.vbp, .vbg, .mak) or folders of "
-                        "modules; - is standard input")
-            ->required()
-            ->type_name("");
+        DefineSources(command, options.sources);
         command.add_flag(
             "--modules", options.modules,
             "Also the modules themselves and their procedures, and the projects with what they "

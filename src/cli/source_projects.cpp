@@ -139,4 +139,10 @@ std::deque<SourceProject> ReadSources(const std::vector<std::string>& arguments,
   return SourceReader(session).Read(arguments);
 }
 
+void SayErrors(const Session& session, const SourceProject& project) {
+  for (const auto& error : project.project.errors)
+    session.Say(project.name + ":" + std::to_string(error.place.line) + ": expected " +
+                std::string(error.expected) + ", found " + ToUtf8(error.found));
+}
+
 }  // namespace declarium::cli

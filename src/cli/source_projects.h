@@ -36,4 +36,7 @@ struct SourceProject {
 [[nodiscard]] std::deque<SourceProject> ReadSources(const std::vector<std::string>& arguments,
                                                     const Session& session);
 
+// Says what is wrong with the project's file and which of its modules cannot be read.
+void SayErrors(const Session& session, const SourceProject& project);
+
 }  // namespace declarium::cli
