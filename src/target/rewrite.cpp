@@ -251,10 +251,12 @@ class Rewriter {
     auto form = knowledge_.Of(declaration);
     const bool is_safe = external == nullptr || external->is_ptr_safe;
     if (form.IsSame() && is_safe) return;
-    if (record != nullptr && std::ranges::any_of(record->members, [&](const auto& member) {
-          return member.condition != declaration.condition;
-        })) {
+    if (record != nullptr && HoldsDirective(declaration.text)) {
       Leave(declaration, "its members depend on conditions");
+      return;
+    }
+    if (HoldsError(declaration)) {
+      Leave(declaration, "some of it is no Visual Basic");
       return;
     }
     Job job{&declaration, std::move(form), LineBegin(declaration.place.offset),
@@ -264,6 +266,23 @@ class Rewriter {
       return;
     }
     jobs_.push_back(std::move(job));
+  }
+
+  // Whether some line begins with "#".
+  static bool HoldsDirective(std::u16string_view text) {
+    vb::Tokenizer tokens(text);
+    bool begins = true;
+    for (auto token = tokens.Next(); token.kind != vb::TokenKind::kEnd; token = tokens.Next()) {
+      if (begins && token.text.starts_with(u'#')) return true;
+      if (!token.IsSpace()) begins = token.kind == vb::TokenKind::kLineEnd;
+    }
+    return false;
+  }
+
+  [[nodiscard]] bool HoldsError(const Declaration& declaration) const {
+    return std::ranges::any_of(module_.errors, [&](const vb::SyntaxError& error) {
+      return error.place.line >= declaration.place.line && error.place.line <= declaration.end_line;
+    });
   }
 
   [[nodiscard]] bool KeepsVb6(const Declaration& declaration) const {

@@ -227,6 +227,18 @@ constexpr Case kCases[] = {
      "#If VBA7 Then\nDeclare PtrSafe Function GetParent Lib \"user32\" (ByVal hWnd As LongPtr) As "
      "LongPtr\n#Else\nDeclare Function GetParent Lib \"user32\" (ByVal hWnd As Long) As "
      "Long\n#End If\n"},
+    {"a record with conditions among its members stays",
+     u"Type MSG\n  hWnd As Long\n  #If X Then\n  message As Long\n  #End If\n  pt As POINTAPI\nEnd "
+     u"Type\n",
+     "Type MSG\n  hWnd As Long\n  #If X Then\n  message As Long\n  #End If\n  pt As POINTAPI\nEnd "
+     "Type\n",
+     "Type MSG\n  hWnd As Long\n  #If X Then\n  message As Long\n  #End If\n  pt As POINTAPI\nEnd "
+     "Type\n"},
+    {"what is no Visual Basic stays",
+     u"Type MSG\n  hWnd As Long\n  message As\n  pt As POINTAPI\nEnd "
+     u"Type\n",
+     "Type MSG\n  hWnd As Long\n  message As\n  pt As POINTAPI\nEnd Type\n",
+     "Type MSG\n  hWnd As Long\n  message As\n  pt As POINTAPI\nEnd Type\n"},
     {"several statements on a line stay",
      u"Declare Sub A Lib \"x\" (): Declare Sub B Lib \"x\" ()\n",
      "Declare Sub A Lib \"x\" (): Declare Sub B Lib \"x\" ()\n",
