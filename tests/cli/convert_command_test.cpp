@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <regex>
 
 #include "cli/library_fixture.h"
 #include "cli/line_difference.h"
@@ -43,8 +44,8 @@ class ConvertCommand : public CliTest {
     folder_.Put("project/Module2.bas", "Const A = 1\r\n");
     folder_.Put("project/Project1.vbp",
                 "Module=Module1; Module1.bas\r\nModule=Module2; Module2.bas\r\n");
-    module_ = (folder_ / "project/Module1.bas").string();
-    project_ = (folder_ / "project/Project1.vbp").string();
+    module_ = (folder_ / "project" / "Module1.bas").string();
+    project_ = (folder_ / "project" / "Project1.vbp").string();
   }
 
   [[nodiscard]] CliRun Convert(std::vector<std::string> arguments) const {
@@ -125,19 +126,20 @@ TEST_F(ConvertCommand, DiffPrintsAPatchAndEndsWith1) {
 }
 
 TEST_F(ConvertCommand, JsonHasAnObjectForEachChangeAndEachPlace) {
+  const auto source = std::regex_replace(module_, std::regex(R"(\\)"), R"(\\)");
   auto arguments = std::vector<std::string>{"--json",    "convert",   module_, "--target",
                                             "vba7-only", "--against", library_};
   EXPECT_EQ(
       RunCli(arguments).out,
       "{\"declarium\":1,\"command\":\"convert\",\"target\":\"vba7-only\"}\n"
       "{\"source\":\"" +
-          module_ +
+          source +
           "\",\"line\":3,\"name\":\"GetOuter\",\"change\":\"declare\",\"reason\":\"PtrSafe\","
           "\"before\":\"Declare Function GetOuter Lib \\\"user32\\\" (ByVal hWnd As Long, lpOuter "
           "As Outer) As Long\",\"after\":\"Declare PtrSafe Function GetOuter Lib "
           "\\\"user32\\\" (ByVal hWnd As LongPtr, lpOuter As Outer) As LongPtr\",\"guess\":false}\n"
           "{\"source\":\"" +
-          module_ +
+          source +
           "\",\"line\":7,\"name\":\"h\",\"change\":\"call\",\"reason\":\"GetOuter gives an "
           "address, h is a Long\",\"before\":\"h = GetOuter(0, o)\",\"after\":\"\",\"guess\":"
           "false}\n");
