@@ -40,6 +40,9 @@ def declarations(project):
 
 
 def main():
+    if not LIBRARIES.exists():
+        print("needs the 32-bit mingw-w64 libraries")
+        return 77
     project, program = Path(sys.argv[1]), sys.argv[2]
     lines = list(declarations(project))
     if len(lines) < 10000:
