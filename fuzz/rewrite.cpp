@@ -31,7 +31,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   auto bytes = fuzz::Bytes(data, size);
   const auto text = DecodeCodePage(bytes);
   for (const auto target :
-       {OutputTarget::kVba7, OutputTarget::kVba7Only, OutputTarget::kTwinBasic}) {
+       {vb::Audience::kVba7, vb::Audience::kVba7Only, vb::Audience::kTwinBasic}) {
     const auto kind = vb::ModuleKind::kStandard;
     const auto once = RewriteDeclarations(text, kind, target, knowledge);
     const auto twice = RewriteDeclarations(once.text, kind, target, knowledge);

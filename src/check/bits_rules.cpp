@@ -1,7 +1,7 @@
 #include <algorithm>
 
-#include "check/export_names.h"
 #include "check/rule_groups.h"
+#include "facts/dll_key.h"
 #include "text/text.h"
 
 namespace declarium::check {
@@ -104,11 +104,8 @@ void CheckAddresses(const ModuleContext& module, const Code& code) {
 
 void CheckSizes(ModuleContext& module, const Code& code) {
   for (const auto& size : code.sizes) {
-    const auto* const record = module.whole.FindRecord(size.record, module.module);
-    const bool is_size = !EqualIgnoringCase(size.value, u"Len") && record != nullptr &&
-                         !record->members.empty() && IsSizeMember(size.member) &&
-                         EqualIgnoringCase(record->members.front().name, size.member);
-    if (!is_size) continue;
+    const auto* const record = module.FindSizedRecord(size.record, size.member);
+    if (record == nullptr || EqualIgnoringCase(size.value, u"Len")) continue;
     const auto small = module.Definitions32().LayoutOf(*record);
     const auto large = module.Definitions64().LayoutOf(*record);
     if (!small || !large || small->extent.size == large->extent.size) continue;

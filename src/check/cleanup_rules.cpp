@@ -1,8 +1,8 @@
 #include <algorithm>
 #include <unordered_map>
 
-#include "check/export_names.h"
 #include "check/rule_groups.h"
+#include "facts/dll_key.h"
 #include "text/text.h"
 
 namespace declarium::check {

@@ -84,6 +84,14 @@ ModuleContext::ModuleContext(Context& all, std::size_t position)
       parsed(*all.Checked().modules[position].parsed),
       systems_(SystemsByCondition(parsed, all.Wanted().audience, all.Checked().constants)) {}
 
+const vb::Record* ModuleContext::FindSizedRecord(std::u16string_view name,
+                                                 std::u16string_view member) const {
+  const auto* const record = whole.FindRecord(name, module);
+  const bool is_size = record != nullptr && !record->members.empty() && IsSizeMember(member) &&
+                       EqualIgnoringCase(record->members.front().name, member);
+  return is_size ? record : nullptr;
+}
+
 vb::Definitions& ModuleContext::Made(std::optional<vb::Definitions>& definitions,
                                      vb::Definitions& all) const {
   if (whole.Checked().modules.size() == 1) return all;  // they are the same

@@ -108,6 +108,10 @@ class ModuleContext {
     return systems_[declaration.condition];
   }
 
+  // The record of that name whose own size `member` holds: it is the first; null for none.
+  [[nodiscard]] const vb::Record* FindSizedRecord(std::u16string_view name,
+                                                  std::u16string_view member) const;
+
   // Adds a finding about a declaration.
   Finding& Report(RuleId rule, const vb::Declaration& declaration, const vb::Place& place,
                   std::string message) const;

@@ -4,6 +4,7 @@
 
 #include "check/export_names.h"
 #include "check/rule_groups.h"
+#include "facts/dll_key.h"
 #include "text/text.h"
 
 namespace declarium::check {

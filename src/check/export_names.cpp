@@ -4,8 +4,6 @@
 #include <array>
 #include <utility>
 
-#include "text/text.h"
-
 namespace declarium::check {
 namespace {
 
@@ -94,14 +92,6 @@ constexpr std::array<std::u16string_view, 9> kFamilies[] = {
     {u"wininet", u"urlmon", u"iertutil", u"winhttp", u"inetcpl"}};
 
 }  // namespace
-
-std::u16string DllKey(std::u16string_view written) {
-  if (const auto slash = written.find_last_of(u"\\/"); slash != written.npos)
-    written.remove_prefix(slash + 1);
-  auto key = LowerCase(Trim(written));
-  if (key.ends_with(u".dll")) key.resize(key.size() - 4);
-  return key;
-}
 
 bool HasPlainEntry(std::u16string_view dll, std::u16string_view name) {
   return std::ranges::find(kPlainDlls, dll) != std::end(kPlainDlls) ||

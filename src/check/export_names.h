@@ -1,15 +1,12 @@
 // What is known of the names that DLLs export, beside what a library declares.
 #pragma once
 
-#include <string>
 #include <string_view>
 
 namespace declarium::check {
 
-// A DLL's name without folder and ".dll", in lower case: "kernel32".
-[[nodiscard]] std::u16string DllKey(std::u16string_view written);
-
-// Whether the DLL exports the name beside one with A or W, or in other letters. `dll` is a key.
+// Whether the DLL exports the name beside one with A or W, or in other letters. `dll` is a key, as
+// DllKey makes it.
 [[nodiscard]] bool HasPlainEntry(std::u16string_view dll, std::u16string_view name);
 
 // Whether what one of the DLLs exports the other may export too, by forwarding or as a copy.

@@ -4,18 +4,6 @@
 
 namespace declarium::check {
 
-std::u16string Edited(std::u16string_view text, const std::vector<Edit>& edits, std::size_t start) {
-  std::u16string edited;
-  std::size_t position = 0;
-  for (const auto& edit : edits) {
-    edited += text.substr(position, edit.offset - start - position);
-    edited += edit.text;
-    position = edit.offset - start + edit.length;
-  }
-  edited += text.substr(position);
-  return edited;
-}
-
 std::u16string MendedLines(std::u16string_view text, const std::vector<Edit>& edits) {
   if (edits.empty()) return {};
   const auto before = text.substr(0, edits.front().offset).find_last_of(u"\r\n");

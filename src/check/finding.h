@@ -8,18 +8,10 @@
 #include <vector>
 
 #include "check/rule.h"
+#include "text/edit.h"
 #include "vb/token.h"
 
 namespace declarium::check {
-
-// A change of a module's text, offsets in UTF-16 units.
-struct Edit {
-  std::size_t offset = 0;
-  std::size_t length = 0;  // of what goes
-  std::u16string text;     // what comes
-
-  friend bool operator==(const Edit&, const Edit&) = default;
-};
 
 struct Finding {
   RuleId rule;
@@ -35,10 +27,5 @@ struct Finding {
 
 // The physical lines of `text` that the edits change, as they are then; empty without edits.
 [[nodiscard]] std::u16string MendedLines(std::u16string_view text, const std::vector<Edit>& edits);
-
-// `text` after the edits, which are in order and do not overlap. `start` is the offset of the text
-// in what the edits count in.
-[[nodiscard]] std::u16string Edited(std::u16string_view text, const std::vector<Edit>& edits,
-                                    std::size_t start = 0);
 
 }  // namespace declarium::check

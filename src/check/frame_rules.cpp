@@ -1,8 +1,8 @@
 #include <algorithm>
 #include <array>
 
-#include "check/export_names.h"
 #include "check/rule_groups.h"
+#include "facts/dll_key.h"
 #include "text/text.h"
 #include "vb/layout.h"
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "check/export_names.h"
+#include "facts/dll_key.h"
 #include "library/item.h"
 #include "source/item_text.h"
 #include "text/text.h"

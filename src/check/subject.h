@@ -4,13 +4,13 @@
 #include <string_view>
 #include <vector>
 
+#include "vb/audience.h"
 #include "vb/definitions.h"
 #include "vb/module.h"
 
 namespace declarium::check {
 
-// For whom the declarations are.
-enum class Audience : unsigned char { kVb6, kVba7, kVba7Only, kTwinBasic };
+using vb::Audience;
 
 struct SubjectModule {
   std::u16string_view text;

@@ -1,8 +1,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "check/export_names.h"
 #include "check/rule_groups.h"
+#include "facts/dll_key.h"
 #include "text/text.h"
 #include "vb/layout.h"
 #include "vb/token.h"
@@ -182,11 +182,8 @@ void CheckSizes(ModuleContext& module, const Code& code) {
   const bool has_32 = module.SystemsOf(0).Have32Bits();
   const bool has_64 = module.SystemsOf(0).Have64Bits();
   for (const auto& size : code.sizes) {
-    const auto* const record = module.whole.FindRecord(size.record, module.module);
-    const bool is_size = EqualIgnoringCase(size.value, u"Len") && record != nullptr &&
-                         !record->members.empty() && IsSizeMember(size.member) &&
-                         EqualIgnoringCase(record->members.front().name, size.member);
-    if (!is_size) continue;
+    const auto* const record = module.FindSizedRecord(size.record, size.member);
+    if (record == nullptr || !EqualIgnoringCase(size.value, u"Len")) continue;
     const bool is_padded = (has_32 && IsPadded(*record, module.Definitions32())) ||
                            (has_64 && IsPadded(*record, module.Definitions64()));
     if (!is_padded) continue;

@@ -31,7 +31,7 @@ struct BasketOptions {
   bool closure = false;
   bool force = false;
   std::string encoding;  // of insert
-  OutputTarget language = OutputTarget::kVb6;
+  vb::Audience language = vb::Audience::kVb6;
 };
 
 // What the basket holds after adding the names in their order, each followed by what it needs.

@@ -16,6 +16,7 @@
 #include "cli/output.h"
 #include "cli/sarif.h"
 #include "cli/source_projects.h"
+#include "cli/target_option.h"
 
 #include "check/check.h"
 #include "check/rule_document.h"
@@ -27,13 +28,12 @@
 namespace declarium::cli {
 namespace {
 
-using check::Audience;
 using check::Level;
 
 struct CheckOptions {
   std::vector<std::string> sources;
   std::vector<std::string> against;
-  Audience target = Audience::kVb6;
+  vb::Audience target = vb::Audience::kVb6;
   std::string windows;
   std::string format;
   Level fail_on = Level::kWarning;
@@ -164,7 +164,7 @@ class Checker {
   // Writes what mends the findings into the files. The positions of the findings that are gone.
   std::set<std::size_t> Mend(const SourceProject& project,
                              const std::vector<check::Finding>& findings) {
-    std::map<std::size_t, std::vector<check::Edit>> edits;
+    std::map<std::size_t, std::vector<Edit>> edits;
     for (const auto& finding : findings)
       std::ranges::copy(finding.edits, std::back_inserter(edits[finding.module]));
     for (auto& [module, changes] : edits) {
@@ -176,9 +176,8 @@ class Checker {
     for (std::size_t i = 0; i < findings.size(); ++i) {
       const auto& own = findings[i].edits;
       const auto& made = edits[findings[i].module];
-      const bool is_made = std::ranges::all_of(own, [&](const check::Edit& edit) {
-        return std::ranges::find(made, edit) != made.end();
-      });
+      const bool is_made = std::ranges::all_of(
+          own, [&](const Edit& edit) { return std::ranges::find(made, edit) != made.end(); });
       if (!own.empty() && is_made) mended.insert(i);
     }
     return mended;
@@ -258,16 +257,9 @@ ExitStatus RunCheck(const CheckOptions& options, const Session& session) {
 }
 
 void DefineChoices(CLI::App& command, CheckOptions& options) {
-  const std::map<std::string, Audience> targets = {{"vb6", Audience::kVb6},
-                                                   {"vba7", Audience::kVba7},
-                                                   {"vba7-only", Audience::kVba7Only},
-                                                   {"twinbasic", Audience::kTwinBasic}};
-  command
-      .add_option("--target", options.target,
-                  "For whom the declarations are: vb6, vba7, vba7-only or twinbasic; vb6 unless "
-                  "said otherwise")
-      ->transform(CLI::CheckedTransformer(targets, CLI::ignore_case).description(""))
-      ->type_name("TARGET");
+  DefineTarget(command, options.target,
+               "For whom the declarations are: vb6, vba7, vba7-only or twinbasic; vb6 unless said "
+               "otherwise");
   command
       .add_option("--windows", options.windows,
                   "The oldest Windows that must do: 5.1, 6.0, 6.1 or 10.0")

@@ -10,6 +10,7 @@
 #include "cli/bundled_libraries.h"
 #include "cli/library_files.h"
 #include "cli/line_difference.h"
+#include "cli/mending.h"
 #include "cli/output.h"
 #include "cli/source_files.h"
 #include "cli/source_projects.h"
@@ -18,7 +19,6 @@
 #include "library/file_io.h"
 #include "target/long_variables.h"
 #include "target/rewrite.h"
-#include "text/encoding.h"
 #include "text/text.h"
 
 namespace declarium::cli {
@@ -28,7 +28,7 @@ using nlohmann::ordered_json;
 
 struct ConvertOptions {
   std::vector<std::string> sources;
-  OutputTarget target = OutputTarget::kVba7;
+  vb::Audience target = vb::Audience::kVba7;
   std::vector<std::string> against;
   std::string out;  // a folder
   bool in_place = false;
@@ -115,7 +115,7 @@ class Converter {
       if (options_.in_place && rewriting.replacements.empty()) continue;
       if (module->name == SourceName("-"))
         throw CommandFailed(ExitStatus::kWrongUse, "standard input has no file to write to");
-      const auto bytes = BytesOf(*module, rewriting.text);
+      const auto bytes = BytesWith(module->name, module->text, rewriting.text);
       const auto target =
           options_.in_place ? module->name : PathText(PathOf(options_.out) / PathOf(below));
       if (!targets.insert(target).second)
@@ -139,24 +139,10 @@ class Converter {
       throw CommandFailed(ExitStatus::kFileFailed, file + ": exists already; --force replaces it");
   }
 
-  // In the encoding that the module has. What cannot be told byte for byte is not rewritten.
-  static std::string BytesOf(const SourceModule& module, std::u16string_view text) {
-    const auto old = ReadWholeFile(PathOf(module.name));
-    if (!old) throw FileFailed(old.error());
-    const auto encoding = RecognizeEncoding(*old, kLibraryEncoding);
-    const auto mark = old->substr(0, MarkLength(encoding));
-    const auto again = EncodeText(module.text, encoding);
-    const auto now = EncodeText(text, encoding);
-    if (!again || !now || mark + *again != *old)
-      throw CommandFailed(ExitStatus::kFileFailed,
-                          module.name + ": holds bytes that are no " + EncodingName(encoding));
-    return mark + *now;
-  }
-
   void Print() const {
     if (session_.IsJson()) {
       auto header = JsonHeader("convert");
-      header["target"] = OutputTargetName(options_.target);
+      header["target"] = vb::AudienceName(options_.target);
       PrintJson(session_, header);
     }
     for (const auto& converted : converted_) {
@@ -190,7 +176,7 @@ class Converter {
 
   // What a person has to look at: half an address fits into a Long.
   void PrintCalls(const SourceModule& module) const {
-    if (options_.target == OutputTarget::kVb6) return;
+    if (options_.target == vb::Audience::kVb6) return;
     for (const auto& call : AddressesInLongs(module.text, functions_)) {
       const auto reason =
           OneLine(call.function) + " gives an address, " + OneLine(call.variable) + " is a Long";

@@ -72,7 +72,7 @@ struct ExportOptions {
   std::string file;
   std::string out;
   bool force = false;
-  OutputTarget target = OutputTarget::kVb6;
+  vb::Audience target = vb::Audience::kVb6;
 };
 
 ExitStatus RunExport(const ExportOptions& options, const Session& session) {

@@ -9,9 +9,9 @@
 
 namespace declarium::cli {
 
-std::vector<check::Edit> WithoutOverlaps(std::vector<check::Edit> edits) {
-  std::ranges::stable_sort(edits, {}, &check::Edit::offset);
-  std::vector<check::Edit> kept;
+std::vector<Edit> WithoutOverlaps(std::vector<Edit> edits) {
+  std::ranges::stable_sort(edits, {}, &Edit::offset);
+  std::vector<Edit> kept;
   for (auto& edit : edits) {
     const bool touches = !kept.empty() && edit.offset <= kept.back().offset + kept.back().length;
     if (!touches) kept.push_back(std::move(edit));
@@ -19,8 +19,7 @@ std::vector<check::Edit> WithoutOverlaps(std::vector<check::Edit> edits) {
   return kept;
 }
 
-void MendFile(const Session& session, const std::string& file, std::u16string_view text,
-              const std::vector<check::Edit>& edits) {
+std::string BytesWith(const std::string& file, std::u16string_view text, std::u16string_view now) {
   const auto bytes = ReadWholeFile(PathOf(file));
   if (!bytes) throw FileFailed(bytes.error());
   const auto encoding = RecognizeEncoding(*bytes, kLibraryEncoding);
@@ -31,12 +30,17 @@ void MendFile(const Session& session, const std::string& file, std::u16string_vi
     throw CommandFailed(ExitStatus::kFileFailed,
                         file + ": holds what cannot be written back; it is not mended");
   }
-  const auto mended = EncodeText(check::Edited(text, edits), encoding);
+  const auto mended = EncodeText(now, encoding);
   if (!mended) {
     throw CommandFailed(ExitStatus::kFileFailed,
                         file + ": its encoding does not have what would come; it is not mended");
   }
-  WriteBytes(session, bytes->substr(0, mark) + *mended, file);
+  return bytes->substr(0, mark) + *mended;
+}
+
+void MendFile(const Session& session, const std::string& file, std::u16string_view text,
+              const std::vector<Edit>& edits) {
+  WriteBytes(session, BytesWith(file, text, Edited(text, edits)), file);
 }
 
 }  // namespace declarium::cli

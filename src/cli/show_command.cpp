@@ -19,10 +19,10 @@ namespace {
 struct ShowOptions {
   std::string file;
   std::vector<std::string> names;
-  OutputTarget target = OutputTarget::kVb6;
+  vb::Audience target = vb::Audience::kVb6;
 };
 
-void ShowItem(const ItemView& item, OutputTarget target, const KnowledgeOf64& knowledge,
+void ShowItem(const ItemView& item, vb::Audience target, const KnowledgeOf64& knowledge,
               const Session& session) {
   const auto rewriting = RewriteDeclarations(ItemText(item.kind, item.name, item.item),
                                              vb::ModuleKind::kStandard, target, knowledge);

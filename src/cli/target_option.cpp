@@ -5,16 +5,12 @@
 
 namespace declarium::cli {
 
-CLI::Option* DefineTarget(CLI::App& command, OutputTarget& target) {
-  std::map<std::string, OutputTarget> targets;
+CLI::Option* DefineTarget(CLI::App& command, vb::Audience& target, const char* description) {
+  std::map<std::string, vb::Audience> targets;
   for (const auto known :
-       {OutputTarget::kVb6, OutputTarget::kVba7, OutputTarget::kVba7Only, OutputTarget::kTwinBasic})
-    targets.emplace(OutputTargetName(known), known);
-  return command
-      .add_option(
-          "--target", target,
-          "For whom declarations are written: vb6, vba7 (with the form of VB6 under #Else), "
-          "vba7-only or twinbasic")
+       {vb::Audience::kVb6, vb::Audience::kVba7, vb::Audience::kVba7Only, vb::Audience::kTwinBasic})
+    targets.emplace(vb::AudienceName(known), known);
+  return command.add_option("--target", target, description)
       ->transform(CLI::CheckedTransformer(targets, CLI::ignore_case).description(""))
       ->type_name("TARGET");
 }

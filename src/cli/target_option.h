@@ -7,12 +7,17 @@
 #include "cli/command_set.h"
 
 #include "facts/facts_file.h"
-#include "target/output_target.h"
+#include "vb/audience.h"
 
 namespace declarium::cli {
 
+inline constexpr const char* kTargetToWrite =
+    "For whom declarations are written: vb6, vba7 (with the form of VB6 under #Else), vba7-only or "
+    "twinbasic";
+
 // --target; left out, `target` stays.
-CLI::Option* DefineTarget(CLI::App& command, OutputTarget& target);
+CLI::Option* DefineTarget(CLI::App& command, vb::Audience& target,
+                          const char* description = kTargetToWrite);
 
 // The facts beside the libraries, of those that have some.
 [[nodiscard]] std::vector<FactsFile> FactsBeside(

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <optional>
 
+#include "facts/dll_key.h"
 #include "text/text.h"
 #include "vb/module.h"
 
@@ -32,14 +33,6 @@ std::u16string TypeFor64(const vb::TypeReference& type, bool is_value, std::stri
   }
   if (IsCurrency(type) && is_value && known == "LongLong") return std::u16string(kWide);
   return {};
-}
-
-std::u16string_view WithoutDll(std::u16string_view library) {
-  constexpr std::u16string_view kEnding = u".dll";
-  if (library.size() > kEnding.size() &&
-      EqualIgnoringCase(library.substr(library.size() - kEnding.size()), kEnding))
-    library.remove_suffix(kEnding.size());
-  return library;
 }
 
 // Whether a name says an address: hWnd, lpRect, pData, wParam.
@@ -106,7 +99,7 @@ bool IsAbout(const RowFacts& facts, std::u16string_view row, const vb::External&
              std::u16string_view entry) {
   const auto known = facts.entry.empty() ? std::u16string(row) : FromUtf8(facts.entry);
   return facts.values.size() == external.parameters.size() && EqualIgnoringCase(known, entry) &&
-         EqualIgnoringCase(FromUtf8(facts.library), WithoutDll(external.library));
+         DllKey(FromUtf8(facts.library)) == DllKey(external.library);
 }
 
 FormFor64 FormOf(const RowFacts& facts, const vb::External& external) {

@@ -4,6 +4,7 @@
 #include <optional>
 #include <span>
 
+#include "text/edit.h"
 #include "text/text.h"
 #include "vb/definitions.h"
 #include "vb/token.h"
@@ -14,25 +15,6 @@ namespace {
 using vb::Declaration;
 
 constexpr std::size_t kLongestLine = 1023;
-
-// A replacement in the text of a declaration.
-struct Edit {
-  std::size_t offset;
-  std::size_t length;
-  std::u16string text;
-};
-
-std::u16string Edited(std::u16string_view text, std::vector<Edit> edits) {
-  std::ranges::stable_sort(edits, {}, &Edit::offset);
-  std::u16string result;
-  std::size_t done = 0;
-  for (const auto& edit : edits) {
-    result += text.substr(done, edit.offset - done);
-    result += edit.text;
-    done = edit.offset + edit.length;
-  }
-  return result += text.substr(done);
-}
 
 // The types that a form gives to 32-bit VBA and to both.
 std::u16string_view TypeForBoth(std::u16string_view type) {
@@ -72,7 +54,8 @@ class FormWriter {
       AddTypes(record->members, is_wide, edits);
     }
     if (!form_.guessed.empty()) AddRemark(edits);
-    return Edited(declaration_.text, std::move(edits));
+    std::ranges::stable_sort(edits, {}, &Edit::offset);
+    return Edited(declaration_.text, edits);
   }
 
   [[nodiscard]] std::size_t Start() const { return declaration_.place.offset; }
@@ -209,7 +192,7 @@ struct Job {
 
 class Rewriter {
  public:
-  Rewriter(std::u16string_view text, const vb::Module& module, OutputTarget target,
+  Rewriter(std::u16string_view text, const vb::Module& module, vb::Audience target,
            const KnowledgeOf64& knowledge)
       : text_(text),
         module_(module),
@@ -286,7 +269,7 @@ class Rewriter {
   }
 
   [[nodiscard]] bool KeepsVb6(const Declaration& declaration) const {
-    return target_ == OutputTarget::kVba7 && in_vb6_[declaration.condition] != vb::Branch::kLeftOut;
+    return target_ == vb::Audience::kVba7 && in_vb6_[declaration.condition] != vb::Branch::kLeftOut;
   }
 
   void Leave(const Declaration& declaration, std::string reason) {
@@ -399,7 +382,7 @@ class Rewriter {
 
   std::u16string_view text_;
   const vb::Module& module_;
-  OutputTarget target_;
+  vb::Audience target_;
   const KnowledgeOf64& knowledge_;
   std::vector<vb::Branch> in_64_;
   std::vector<vb::Branch> in_vb6_;
@@ -410,9 +393,9 @@ class Rewriter {
 
 }  // namespace
 
-Rewriting RewriteDeclarations(std::u16string_view text, vb::ModuleKind kind, OutputTarget target,
+Rewriting RewriteDeclarations(std::u16string_view text, vb::ModuleKind kind, vb::Audience target,
                               const KnowledgeOf64& knowledge) {
-  if (target == OutputTarget::kVb6) return {std::u16string(text), {}, {}};
+  if (target == vb::Audience::kVb6) return {std::u16string(text), {}, {}};
   const auto module = vb::ReadModule(text, kind);
   return Rewriter(text, module, target, knowledge).Rewrite();
 }

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "target/form_for_64.h"
-#include "target/output_target.h"
+#include "vb/audience.h"
 #include "vb/module.h"
 
 namespace declarium {
@@ -42,6 +42,6 @@ struct Rewriting {
 // is right already stays to the letter, so the result rewritten again is the same. For VB6 nothing
 // changes. A declaration that shares its line with others is left, and listed.
 [[nodiscard]] Rewriting RewriteDeclarations(std::u16string_view text, vb::ModuleKind kind,
-                                            OutputTarget target, const KnowledgeOf64& knowledge);
+                                            vb::Audience target, const KnowledgeOf64& knowledge);
 
 }  // namespace declarium

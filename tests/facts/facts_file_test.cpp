@@ -6,6 +6,7 @@
 #include <set>
 #include <string>
 
+#include "facts/dll_key.h"
 #include "support/temporary_folder.h"
 #include "text/text.h"
 
@@ -31,6 +32,13 @@ constexpr std::string_view kFacts =
 
 FactsFile Facts(std::string_view text) {
   return FactsFile::Of(ViewOf(std::string(text)), "sample.facts").value();
+}
+
+TEST(DllKey, IsTheNameWithoutFolderEndingAndCase) {
+  for (const auto* written : {u"User32", u"user32.DLL", u" user32 ", u"C:\\Windows/USER32.dll"})
+    EXPECT_EQ(DllKey(written), u"user32");
+  EXPECT_EQ(DllKey(u"winspool.drv"), u"winspool.drv");
+  EXPECT_EQ(DllKey(u""), u"");
 }
 
 TEST(FactsFile, TellsWhatIsKnownOfAProcedure) {

@@ -30,14 +30,14 @@ constexpr std::string_view kFacts =
     "t\tmsg\tsample.h\thWnd||HWND||LongPtr\tmessage||UINT\tpt||POINT\n"
     "t\trect\tsample.h\tLeft||LONG\tTop||LONG\n";
 
-Rewriting Changes(std::u16string_view text, OutputTarget target) {
+Rewriting Changes(std::u16string_view text, vb::Audience target) {
   std::vector<FactsFile> facts;
   facts.push_back(FactsFile::Of(ViewOf(std::string(kFacts)), "sample.facts").value());
   return RewriteDeclarations(text, vb::ModuleKind::kStandard, target,
                              KnowledgeOf64(std::move(facts)));
 }
 
-std::string Rewritten(std::u16string_view text, OutputTarget target) {
+std::string Rewritten(std::u16string_view text, vb::Audience target) {
   return ToUtf8(Changes(text, target).text);
 }
 
@@ -247,22 +247,22 @@ constexpr Case kCases[] = {
 
 TEST(RewriteDeclarations, WritesTheFormOfTheTarget) {
   for (const auto& c : kCases) {
-    EXPECT_EQ(Rewritten(c.source, OutputTarget::kVba7), c.vba7) << c.name;
-    EXPECT_EQ(Rewritten(c.source, OutputTarget::kVba7Only), c.vba7_only) << c.name;
-    EXPECT_EQ(Rewritten(c.source, OutputTarget::kTwinBasic), c.vba7_only) << c.name;
-    EXPECT_EQ(Rewritten(c.source, OutputTarget::kVb6), ToUtf8(c.source)) << c.name;
+    EXPECT_EQ(Rewritten(c.source, vb::Audience::kVba7), c.vba7) << c.name;
+    EXPECT_EQ(Rewritten(c.source, vb::Audience::kVba7Only), c.vba7_only) << c.name;
+    EXPECT_EQ(Rewritten(c.source, vb::Audience::kTwinBasic), c.vba7_only) << c.name;
+    EXPECT_EQ(Rewritten(c.source, vb::Audience::kVb6), ToUtf8(c.source)) << c.name;
   }
 }
 
 TEST(RewriteDeclarations, TwiceGivesTheSame) {
   for (const auto& c : kCases) {
-    EXPECT_EQ(Rewritten(FromUtf8(c.vba7), OutputTarget::kVba7), c.vba7) << c.name;
-    EXPECT_EQ(Rewritten(FromUtf8(c.vba7_only), OutputTarget::kVba7Only), c.vba7_only) << c.name;
+    EXPECT_EQ(Rewritten(FromUtf8(c.vba7), vb::Audience::kVba7), c.vba7) << c.name;
+    EXPECT_EQ(Rewritten(FromUtf8(c.vba7_only), vb::Audience::kVba7Only), c.vba7_only) << c.name;
   }
 }
 
 TEST(RewriteDeclarations, KeepsEveryLineEnd) {
-  EXPECT_EQ(Rewritten(u"Declare Sub A Lib \"x\" ()\r\nDim b\r\n", OutputTarget::kVba7),
+  EXPECT_EQ(Rewritten(u"Declare Sub A Lib \"x\" ()\r\nDim b\r\n", vb::Audience::kVba7),
             "#If VBA7 Then\r\nDeclare PtrSafe Sub A Lib \"x\" ()\r\n#Else\r\nDeclare Sub A Lib "
             "\"x\" ()\r\n#End If\r\nDim b\r\n");
 }
@@ -273,7 +273,7 @@ TEST(RewriteDeclarations, SaysWhatChangesAndWhy) {
           u"\nDeclare Sub Own Lib \"own\" (ByVal hThing As Long)\n"
           u"Type MSG\n  hWnd As Long\n  message As Long\n  pt As POINTAPI\nEnd Type\n"
           u"Declare Sub A Lib \"x\" (): Declare Sub B Lib \"x\" ()\n",
-          OutputTarget::kVba7Only)
+          vb::Audience::kVba7Only)
           .changes;
   ASSERT_EQ(changes.size(), 4);
   EXPECT_EQ(changes[0].line, 2);
@@ -293,7 +293,7 @@ TEST(RewriteDeclarations, PartsALineThatBecomesTooLong) {
   for (int i = 1; i < 43; ++i) source += u", ByVal hA" + FromUtf8(std::to_string(i)) + u" As Long";
   source += u")\r\n";
   ASSERT_LT(source.size(), 1024);
-  const auto text = Changes(source, OutputTarget::kVba7Only).text;
+  const auto text = Changes(source, vb::Audience::kVba7Only).text;
   const auto module = vb::ReadModule(text);
   ASSERT_TRUE(module.errors.empty());
   EXPECT_EQ(module.declarations.at(0).As<vb::External>()->parameters.size(), 43);

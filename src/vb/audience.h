@@ -1,13 +1,12 @@
-// The languages that declarations are written for.
+// For whom declarations are: who writes them, reads them and compiles them.
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <string_view>
 
-namespace declarium {
+namespace declarium::vb {
 
-enum class OutputTarget : std::uint8_t {
+enum class Audience : std::uint8_t {
   kVb6,        // as libraries keep them
   kVba7,       // for Office of any version and bitness: with #If VBA7, #Else and the VB6 form
   kVba7Only,   // for Office 2010 and later
@@ -15,7 +14,6 @@ enum class OutputTarget : std::uint8_t {
 };
 
 // "vb6", "vba7", "vba7-only" or "twinbasic".
-[[nodiscard]] std::string_view OutputTargetName(OutputTarget target);
-[[nodiscard]] std::optional<OutputTarget> OutputTargetOfName(std::string_view name);
+[[nodiscard]] std::string_view AudienceName(Audience audience);
 
-}  // namespace declarium
+}  // namespace declarium::vb
