@@ -13,6 +13,8 @@
 #include "text/text.h"
 #include "vb/definitions.h"
 #include "vb/module.h"
+#include "vb/name.h"
+#include "vb/name_use.h"
 
 namespace declarium::cli {
 namespace {
@@ -79,13 +81,20 @@ void PrintDeclaration(const SourceModule& source, const vb::Declaration& declara
   out << '\n';
 }
 
+// Without the functions and statements of the language.
+std::vector<vb::NameUse> UsesOf(const SourceModule& source) {
+  auto uses = vb::ReadNameUses(source.text, source.parsed);
+  std::erase_if(uses, [](const vb::NameUse& use) { return vb::IsReservedWord(use.name); });
+  return uses;
+}
+
 void PrintAsText(const SourceModule& source, const ParseOptions& options, const Session& session) {
   auto& out = session.streams.out;
   if (options.modules) PrintModule(source, out);
   for (const auto& declaration : source.parsed.declarations)
     PrintDeclaration(source, declaration, out);
   if (options.uses) {
-    for (const auto& use : vb::NamesUsed(source.text))
+    for (const auto& use : UsesOf(source))
       out << PlaceText(source.name, use.place) << "\tuse\t" << OneLine(use.name) << '\n';
   }
   for (const auto& error : source.parsed.errors)
@@ -122,8 +131,7 @@ void PrintAsJson(const SourceModule& source, const ParseOptions& options,
   for (const auto& error : source.parsed.errors)
     PrintJson(session, ErrorObject(source.name, error));
   if (!options.uses) return;
-  for (const auto& use : vb::NamesUsed(source.text))
-    PrintJson(session, UseObject(source.name, use));
+  for (const auto& use : UsesOf(source)) PrintJson(session, UseObject(source.name, use));
 }
 
 void PrintAsJson(const SourceProject& source, const ParseOptions& options, const Session& session) {

@@ -6,6 +6,7 @@
 
 #include "vb/definitions.h"
 #include "vb/module.h"
+#include "vb/name_use.h"
 #include "vb/project.h"
 
 namespace declarium::cli {

@@ -145,16 +145,30 @@ class ModuleReader {
       const auto& first = TokenAt(Tokens(), 0);
       if (first.IsWord(u"version") && TokenAt(Tokens(), 1).kind == TokenKind::kNumber) {
         is_header = true;
+        module_.header_end = first.place.line;
       } else if (is_header && (first.IsWord(u"begin") || first.IsWord(u"beginproperty"))) {
+        if (depth > 0 && first.IsWord(u"begin")) AddControl();
         ++depth;
+        module_.header_end = first.place.line;
       } else if (depth > 0) {
         const bool ends = first.IsWord(u"end") || first.IsWord(u"endproperty");
         if (ends && Tokens().size() == 1) --depth;
+        module_.header_end = first.place.line;
       } else if (!Tokens().empty() && !(is_header && first.IsWord(u"object"))) {
         is_put_back_ = true;
         return;
+      } else if (!Tokens().empty()) {
+        module_.header_end = first.place.line;
       }
     }
+  }
+
+  // "Begin VB.CommandButton Command1"
+  void AddControl() {
+    const auto& name = Tokens().back();
+    if (name.kind != TokenKind::kName || Tokens().size() < 3) return;
+    module_.members.push_back(
+        {ModuleMember::Kind::kControl, Scope::kPrivate, name.text, name.place, 0});
   }
 
   void ReadStatement() {
@@ -171,7 +185,15 @@ class ModuleReader {
     if (word.IsWord(u"type")) return ReadRecord(prefix);
     if (word.IsWord(u"enum")) return ReadEnumeration(prefix);
     if (prefix.words == 0) return ReadModuleLine(word);
-    if (!word.IsWord(u"event")) CheckVariables(prefix.words);
+    if (procedure_) return CheckVariables(prefix.words);
+    const auto scope = prefix.scope.value_or(Scope::kPrivate);
+    if (!word.IsWord(u"event")) return CheckVariables(prefix.words, scope);
+    AddMember(ModuleMember::Kind::kEvent, scope, TokenAt(Tokens(), prefix.words + 1));
+  }
+
+  void AddMember(ModuleMember::Kind kind, Scope scope, const Token& name) {
+    if (name.kind != TokenKind::kName) return;
+    module_.members.push_back({kind, scope, name.text, name.place, conditions_.Current()});
   }
 
   void DropLineNumber() {
@@ -188,7 +210,9 @@ class ModuleReader {
     } else if (word.IsWord(u"attribute")) {
       ReadAttribute();
     } else if (word.IsWord(u"dim")) {
-      CheckVariables(1);
+      CheckVariables(1, Scope::kPrivate);
+    } else if (word.IsWord(u"event")) {
+      AddMember(ModuleMember::Kind::kEvent, Scope::kPublic, TokenAt(Tokens(), 1));
     } else {
       defaults_.Read(Tokens());
     }
@@ -199,13 +223,17 @@ class ModuleReader {
     if (IsRefusedAsName(name)) Refuse({place, "a name that is no reserved word", name});
   }
 
-  // The names of variables behind Dim and its like, or of a procedure's parameters.
-  void CheckVariables(std::size_t behind_words) {
+  // The names of variables behind Dim and its like, or of a procedure's parameters; with a scope
+  // they are the module's.
+  void CheckVariables(std::size_t behind_words, std::optional<Scope> scope = std::nullopt) {
     std::size_t open = 0;
     bool is_name_next = true;
     for (const auto& token : std::span(Tokens()).subspan(behind_words)) {
       if (is_name_next && StandsBeforeVariable(token)) continue;
-      if (std::exchange(is_name_next, false)) CheckName(token.text, token.place);
+      if (std::exchange(is_name_next, false)) {
+        CheckName(token.text, token.place);
+        if (scope) AddMember(ModuleMember::Kind::kVariable, *scope, token);
+      }
       if (token.IsOperator(u'(')) ++open;
       if (token.IsOperator(u')') && open > 0) --open;
       is_name_next = open == 0 && token.IsOperator(u',');
@@ -242,6 +270,9 @@ class ModuleReader {
     } else {
       return false;
     }
+    if (!word.IsWord(u"const"))
+      module_.branch_lines.push_back(
+          {Tokens().back().place.line, conditions_.Current(), conditions_.IsOpen()});
     return true;
   }
 
@@ -504,19 +535,6 @@ std::string_view ModuleKindText(ModuleKind kind) {
 
 Module ReadModule(std::u16string_view text, ModuleKind kind) {
   return ModuleReader(text, kind).Read();
-}
-
-std::vector<NameUse> NamesUsed(std::u16string_view text) {
-  std::vector<NameUse> uses;
-  Tokenizer tokens(text);
-  bool behind_dot = false;
-  for (auto token = tokens.NextSignificant(); token.kind != TokenKind::kEnd;
-       token = tokens.NextSignificant()) {
-    if (token.kind == TokenKind::kName && !behind_dot && !IsReservedWord(token.text))
-      uses.push_back({token.text, token.place});
-    behind_dot = token.IsOperator(u'.') || token.IsOperator(u'!');
-  }
-  return uses;
 }
 
 }  // namespace declarium::vb

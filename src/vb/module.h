@@ -41,6 +41,16 @@ struct Procedure {
   std::uint32_t end_line = 1;  // of End Sub, or where the module ends without one
 };
 
+// What else has a name at the level of the module.
+struct ModuleMember {
+  enum class Kind : unsigned char { kVariable, kEvent, kControl };
+  Kind kind = Kind::kVariable;
+  Scope scope = Scope::kPrivate;
+  std::u16string_view name;
+  Place place;
+  std::uint32_t condition = 0;
+};
+
 // #Const
 struct CompilerConstant {
   std::u16string_view name;
@@ -49,15 +59,25 @@ struct CompilerConstant {
   std::uint32_t condition = 0;
 };
 
+// A line that opens, changes or closes a branch of #If.
+struct BranchLine {
+  std::uint32_t line = 1;
+  std::uint32_t condition = 0;  // of what follows
+  bool is_inside = false;       // whether what follows stands in a branch
+};
+
 struct Module {
   ModuleKind kind = ModuleKind::kStandard;
   std::vector<Attribute> attributes;
   std::vector<OptionLine> options;
   std::vector<CompilerConstant> compiler_constants;
   std::vector<Declaration> declarations;  // in the order of the source
+  std::vector<ModuleMember> members;      // a control array has one for each control
   std::vector<Procedure> procedures;
   std::vector<SyntaxError> errors;
   std::vector<Condition> conditions = {{}};  // of #If; the first, for no branch, is empty
+  std::vector<BranchLine> branch_lines;      // in the order of the source
+  std::uint32_t header_end = 0;              // the last line of a designer's header
   std::uint32_t declarations_end = 0;        // the last line in front of the first procedure
   std::uint32_t lines = 0;
 
@@ -73,15 +93,5 @@ struct Module {
 
 // `text` must outlive the module.
 [[nodiscard]] Module ReadModule(std::u16string_view text, ModuleKind kind = ModuleKind::kStandard);
-
-// A name that code uses.
-struct NameUse {
-  std::u16string_view name;
-  Place place;
-};
-
-// All names in the source that are no words of the language and do not stand behind "." or "!", in
-// order; what declares them is among them.
-[[nodiscard]] std::vector<NameUse> NamesUsed(std::u16string_view text);
 
 }  // namespace declarium::vb

@@ -186,13 +186,6 @@ TEST(Modules, KnowWhereTheirProceduresAre) {
   EXPECT_EQ(module.declarations_end, 1u);
 }
 
-TEST(Modules, TellTheNamesThatTheirCodeUses) {
-  std::string names;
-  for (const auto& use : NamesUsed(u"Sub S()\n x.Left = Foo(A, rs!B) ' C\nEnd Sub"))
-    names += ToUtf8(use.name) + " ";
-  EXPECT_EQ(names, "S x Foo A rs ");
-}
-
 TEST(Modules, KindIsToldByTheExtension) {
   EXPECT_EQ(ModuleKindOf(u"a/b.CLS"), ModuleKind::kClass);
   EXPECT_EQ(ModuleKindOf(u"b.frm"), ModuleKind::kForm);
