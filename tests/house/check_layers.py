@@ -12,6 +12,7 @@ import sys
 ROWS = [
     ["app", "cli"],
     ["host", "shell"],
+    ["plan"],
     ["search", "basket", "target"],
     ["check"],
     ["needs", "facts"],
@@ -69,7 +70,7 @@ def offences(src):
             if target != folder and ROW_OF[target] <= ROW_OF[folder]:
                 yield f"{path}:{number}: {folder} may not include {quoted}"
             if target == "toolkit" and not is_form and folder in (
-                    "library", "import", "source", "needs", "check", "basket", "search", "cli"):
+                    "library", "import", "source", "needs", "check", "basket", "search", "plan", "cli"):
                 yield f"{path}:{number}: rules may not see the toolkit ({quoted})"
             if "ui" in parts and not is_form and folder not in ("app", "host", "shell"):
                 yield f"{path}:{number}: rules may not see forms ({quoted})"
