@@ -14,7 +14,7 @@
 #include "basket/insertion_text.h"
 #include "library/file_io.h"
 #include "source/module_text.h"
-#include "target/rewrite.h"
+#include "target/target_writer.h"
 #include "text/code_page.h"
 #include "text/encoding.h"
 #include "text/text.h"
@@ -55,11 +55,12 @@ Basket CollectItems(const BasketOptions& options, const Session& session) {
 
 // What was collected by following references must compile as it stands, so in its text items stand
 // behind those that they use.
-std::u16string TextOf(const Basket& basket, const BasketOptions& options) {
+std::u16string TextOf(const Basket& basket, const BasketOptions& options, const Session& session) {
   const auto text = CreateSelect(options.closure ? InsertionOrder(basket) : basket.Entries(),
                                  basket.Record(), options.scope == "Public" ? kPublic : kPrivate);
-  const KnowledgeOf64 knowledge(FactsBeside({PathOf(options.file)}));
-  return RewriteDeclarations(text, vb::ModuleKind::kStandard, options.language, knowledge).text;
+  return TargetWriter(options.language, session.streams.program)
+      .Write(text, PathOf(options.file))
+      .text;
 }
 
 void PrintEntries(const Basket& basket, const Session& session) {
@@ -68,7 +69,7 @@ void PrintEntries(const Basket& basket, const Session& session) {
 
 ExitStatus RunBasket(const BasketOptions& options, const Session& session) {
   const auto basket = CollectItems(options, session);
-  const auto text = TextOf(basket, options);
+  const auto text = TextOf(basket, options, session);
   if (!options.target.empty()) {
     CheckReplaceable(options.target, ForceOf(options.force));
     WriteSource(session, text, options.target);
@@ -105,7 +106,7 @@ ChangedModule ModuleWith(std::u16string_view text, const BasketOptions& options)
 
 ExitStatus RunInsert(const BasketOptions& options, const Session& session) {
   const auto basket = CollectItems(options, session);
-  const auto module = ModuleWith(TextOf(basket, options), options);
+  const auto module = ModuleWith(TextOf(basket, options, session), options);
   WriteBytes(session, module.bytes, options.target);
   if (session.IsJson()) {
     auto header = JsonHeader("insert");

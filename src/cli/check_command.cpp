@@ -9,7 +9,6 @@
 #include <set>
 
 #include "cli/baseline.h"
-#include "cli/bundled_libraries.h"
 #include "cli/facts_command.h"
 #include "cli/library_files.h"
 #include "cli/mending.h"
@@ -20,7 +19,7 @@
 
 #include "check/check.h"
 #include "check/rule_document.h"
-#include "facts/facts_file.h"
+#include "facts/known_facts.h"
 #include "library/file_io.h"
 #include "source/item_text.h"
 #include "text/text.h"

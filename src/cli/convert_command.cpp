@@ -7,7 +7,6 @@
 #include <ostream>
 #include <set>
 
-#include "cli/bundled_libraries.h"
 #include "cli/library_files.h"
 #include "cli/line_difference.h"
 #include "cli/mending.h"
@@ -17,6 +16,7 @@
 #include "cli/target_option.h"
 
 #include "library/file_io.h"
+#include "facts/known_facts.h"
 #include "target/long_variables.h"
 #include "target/rewrite.h"
 #include "text/text.h"

@@ -13,7 +13,7 @@
 #include "library/file_format.h"
 #include "library/file_io.h"
 #include "source/item_text.h"
-#include "target/rewrite.h"
+#include "target/target_writer.h"
 #include "text/text.h"
 
 namespace declarium::cli {
@@ -78,12 +78,8 @@ struct ExportOptions {
 ExitStatus RunExport(const ExportOptions& options, const Session& session) {
   const auto library = LoadLibrary(options.file);
   CheckReplaceable(options.out, ForceOf(options.force));
-  const KnowledgeOf64 knowledge(FactsBeside({PathOf(options.file)}));
-  WriteSource(
-      session,
-      RewriteDeclarations(ExportText(library), vb::ModuleKind::kStandard, options.target, knowledge)
-          .text,
-      options.out);
+  TargetWriter writer(options.target, session.streams.program);
+  WriteSource(session, writer.Write(ExportText(library), PathOf(options.file)).text, options.out);
   if (session.IsJson()) PrintJson(session, JsonHeader("export"));
   return ExitStatus::kDone;
 }

@@ -1,5 +1,6 @@
 #include "cli/show_command.h"
 
+#include <filesystem>
 #include <nlohmann/json.hpp>
 #include <ostream>
 
@@ -10,7 +11,7 @@
 #include "cli/target_option.h"
 
 #include "source/item_text.h"
-#include "target/rewrite.h"
+#include "target/target_writer.h"
 #include "text/text.h"
 
 namespace declarium::cli {
@@ -22,10 +23,9 @@ struct ShowOptions {
   vb::Audience target = vb::Audience::kVb6;
 };
 
-void ShowItem(const ItemView& item, vb::Audience target, const KnowledgeOf64& knowledge,
+void ShowItem(const ItemView& item, const std::filesystem::path& library, TargetWriter& writer,
               const Session& session) {
-  const auto rewriting = RewriteDeclarations(ItemText(item.kind, item.name, item.item),
-                                             vb::ModuleKind::kStandard, target, knowledge);
+  const auto rewriting = writer.Write(ItemText(item.kind, item.name, item.item), library);
   const auto& code = rewriting.text;
   if (!session.IsJson()) {
     session.streams.out << (session.UsesColor() ? ColoredLines(code) : Lines(code)) << '\n';
@@ -46,8 +46,8 @@ ExitStatus RunShow(const ShowOptions& options, const Session& session) {
   const auto excerpt = OpenExcerpt(options.file);
   const auto items = ResolveNames(excerpt, options.names);
   if (session.IsJson()) PrintJson(session, JsonHeader("show"));
-  const KnowledgeOf64 knowledge(FactsBeside({PathOf(options.file)}));
-  for (const auto& item : items) ShowItem(item, options.target, knowledge, session);
+  TargetWriter writer(options.target, session.streams.program);
+  for (const auto& item : items) ShowItem(item, PathOf(options.file), writer, session);
   return ExitStatus::kDone;
 }
 

@@ -1,12 +1,8 @@
 // --target: for whom a command writes declarations.
 #pragma once
 
-#include <filesystem>
-#include <vector>
-
 #include "cli/command_set.h"
 
-#include "facts/facts_file.h"
 #include "vb/audience.h"
 
 namespace declarium::cli {
@@ -18,9 +14,5 @@ inline constexpr const char* kTargetToWrite =
 // --target; left out, `target` stays.
 CLI::Option* DefineTarget(CLI::App& command, vb::Audience& target,
                           const char* description = kTargetToWrite);
-
-// The facts beside the libraries, of those that have some.
-[[nodiscard]] std::vector<FactsFile> FactsBeside(
-    const std::vector<std::filesystem::path>& libraries);
 
 }  // namespace declarium::cli

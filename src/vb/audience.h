@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 namespace declarium::vb {
@@ -13,7 +14,12 @@ enum class Audience : std::uint8_t {
   kTwinBasic,  // for twinBASIC in both bitnesses
 };
 
+inline constexpr Audience kAudiences[] = {Audience::kVb6, Audience::kVba7, Audience::kVba7Only,
+                                          Audience::kTwinBasic};
+
 // "vb6", "vba7", "vba7-only" or "twinbasic".
 [[nodiscard]] std::string_view AudienceName(Audience audience);
+// The audience of that name, in any case; nullopt for an unknown one.
+[[nodiscard]] std::optional<Audience> FindAudience(std::u16string_view name);
 
 }  // namespace declarium::vb

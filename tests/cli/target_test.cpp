@@ -75,5 +75,16 @@ TEST_F(Target, ALibraryWithoutFactsIsReadByNamesAndMarked) {
             "Outer) As Long ' check: hWnd is taken for an address\n");
 }
 
+TEST_F(Target, ALibraryWithoutFactsIsReadByThoseThatComeWithTheProgram) {
+  const auto program = folder_ / "program";
+  std::filesystem::create_directories(program);
+  folder_.Put("program/Win32.api", ContentOf(library_));
+  folder_.Put("program/Win32.facts", ContentOf((folder_ / "sample.facts").string()));
+  std::filesystem::remove(folder_ / "sample.facts");
+  EXPECT_EQ(RunCli({"show", library_, "GetOuter", "--target", "vba7-only"}, {.program = program}).out,
+            "Declare PtrSafe Function GetOuter Lib \"user32\" (ByVal hWnd As LongPtr, lpOuter As "
+            "Outer) As LongPtr\n");
+}
+
 }  // namespace
 }  // namespace declarium::cli
