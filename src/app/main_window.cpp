@@ -6,6 +6,7 @@
 #include "shell/settings.h"
 #include "shell/splitter_bars.h"
 #include "shell/ui/options_dialog.h"
+#include "text/user_texts.h"
 #include "toolkit/held_flag.h"
 
 namespace declarium {
@@ -34,15 +35,18 @@ MainWindow::MainWindow(Toolkit& toolkit, SettingsStore& store, MainWindowOptions
       store_(store),
       options_(std::move(options)),
       saver_(*options_.files, History(*options_.files, options_.history)),
+      writer_(vb::Audience::kVb6, options_.folder),
       form_(toolkit),
       guide_(toolkit, options_.folder),
       selector_(toolkit, library_, ForSelector(form_)),
       code_display_(form_.RTB, colors_),
-      item_display_(code_display_, form_.lstShare),
+      item_display_(code_display_, form_.lstShare,
+                    [this](std::u16string text) { return ForTarget(std::move(text)); }),
       commands_(toolkit, saver_, library_, selector_, ForLibraries(form_), options_.folder),
       import_command_(toolkit, library_, selector_, form_.mnuImport),
       add_dialog_(toolkit, library_, selector_),
-      export_command_(toolkit, saver_, library_, form_.mnuExport),
+      export_command_(toolkit, saver_, library_, form_.mnuExport,
+                      [this](std::u16string text) { return ForTarget(std::move(text)); }),
       basket_view_(library_, item_display_, ForBasket(form_), options_.host.has_code_module),
       quick_find_(library_, selector_, {form_.txtInput, form_.txtFind, form_.lstFind},
                   [this](const ItemView& item) { basket_view_.Add(item); }),
@@ -89,7 +93,7 @@ ToolbarActions MainWindow::ActionsForToolbar() {
           .delete_entry = [this] { basket_view_.DeleteAddItem(); },
           .insert = [this] { options_.host.insert([this] { return BasketText(); }); },
           .find = [this] { search_dialog_.Show(form_.frmMain.get()); },
-          .settings = [this] { ShowOptionsDialog(toolkit_, form_.frmMain.get(), store_, colors_); },
+          .settings = [this] { ShowOptions(); },
           .basket_text = [this] { return BasketText(); }};
 }
 
@@ -105,8 +109,29 @@ SearchLinks MainWindow::LinksForSearch() {
               }};
 }
 
-std::u16string MainWindow::BasketText() const {
-  return basket_view_.Text(form_.cmbRange.Text());
+void MainWindow::ShowOptions() {
+  auto target = writer_.Target();
+  ShowOptionsDialog(toolkit_, form_.frmMain.get(), store_, colors_, target);
+  if (target == writer_.Target()) return;
+  SetTarget(target);
+  item_display_.ShowCodeAgain();
+}
+
+void MainWindow::SetTarget(vb::Audience target) {
+  writer_.SetTarget(target);
+  code_display_.SetAudience(target);
+  form_.RTB.SetToolTip(target == vb::Audience::kVb6
+                           ? std::u16string()
+                           : std::u16string(texts::kTipCode).append(TargetText(target)));
+}
+
+std::u16string MainWindow::ForTarget(std::u16string text) {
+  if (writer_.Target() == vb::Audience::kVb6) return text;
+  return writer_.Write(text, library_.path).text;
+}
+
+std::u16string MainWindow::BasketText() {
+  return ForTarget(basket_view_.Text(form_.cmbRange.Text()));
 }
 
 void MainWindow::Load() {
@@ -131,6 +156,7 @@ bool MainWindow::Unload() {
 
 void MainWindow::Form_Load() {
   colors_ = ReadColors(store_);
+  SetTarget(ReadTarget(store_));
   const auto settings = ReadWindowSettings(store_);
   if (settings.size_saved) {
     const auto& edges = settings.edges;

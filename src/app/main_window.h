@@ -24,6 +24,7 @@
 #include "shell/ui/splitter.h"
 #include "source/ui/code_display.h"
 #include "source/ui/export_command.h"
+#include "target/target_writer.h"
 #include "toolkit/toolkit.h"
 
 namespace declarium {
@@ -84,7 +85,12 @@ class MainWindow {
   void Form_Unload(bool& cancel);
   void WireLists();
   void WriteSettings();
-  [[nodiscard]] std::u16string BasketText() const;
+  void ShowOptions();
+  // Writes declarations for this target from now on.
+  void SetTarget(vb::Audience target);
+  // Source text of the library as the target wants it.
+  [[nodiscard]] std::u16string ForTarget(std::u16string text);
+  [[nodiscard]] std::u16string BasketText();
   [[nodiscard]] SearchLinks LinksForSearch();
   [[nodiscard]] ToolbarActions ActionsForToolbar();
 
@@ -94,6 +100,7 @@ class MainWindow {
   FileSaver saver_;
   Library library_;
   DisplayColors colors_;
+  TargetWriter writer_;
   PaneSizes panes_;
   bool resize_suppressed_ = false;
   bool laid_out_once_ = false;

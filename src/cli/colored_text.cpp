@@ -53,10 +53,10 @@ std::u16string TakeFromCode(std::u16string_view run, std::u16string_view& code) 
 
 }  // namespace
 
-std::string ColoredLines(std::u16string_view code) {
+std::string ColoredLines(std::u16string_view code, vb::Audience audience) {
   std::string lines;
   auto rest = code;
-  for (const auto& [color, text] : FormatText(code)) {
+  for (const auto& [color, text] : FormatText(code, audience)) {
     const auto escape = EscapeOf(color);
     lines.append(escape).append(Lines(TakeFromCode(text, rest)));
     if (!escape.empty()) lines += kNormalColor;
@@ -64,9 +64,9 @@ std::string ColoredLines(std::u16string_view code) {
   return lines;
 }
 
-nlohmann::ordered_json RunsArray(std::u16string_view code) {
+nlohmann::ordered_json RunsArray(std::u16string_view code, vb::Audience audience) {
   auto runs = nlohmann::ordered_json::array();
-  for (const auto& [color, text] : FormatText(code)) {
+  for (const auto& [color, text] : FormatText(code, audience)) {
     runs.push_back(nlohmann::ordered_json::array({NameOf(color), ToUtf8(text)}));
   }
   return runs;

@@ -15,8 +15,8 @@
 #include "cli/source_projects.h"
 #include "cli/target_option.h"
 
-#include "library/file_io.h"
 #include "facts/known_facts.h"
+#include "library/file_io.h"
 #include "target/long_variables.h"
 #include "target/rewrite.h"
 #include "text/text.h"

@@ -28,12 +28,13 @@ void ShowItem(const ItemView& item, const std::filesystem::path& library, Target
   const auto rewriting = writer.Write(ItemText(item.kind, item.name, item.item), library);
   const auto& code = rewriting.text;
   if (!session.IsJson()) {
-    session.streams.out << (session.UsesColor() ? ColoredLines(code) : Lines(code)) << '\n';
+    session.streams.out << (session.UsesColor() ? ColoredLines(code, writer.Target()) : Lines(code))
+                        << '\n';
     return;
   }
   auto object = JsonItem(item.kind, item.name);
   object["code"] = ToUtf8(code);
-  object["runs"] = RunsArray(code);
+  object["runs"] = RunsArray(code, writer.Target());
   for (const auto& change : rewriting.changes) {
     if (change.missing.empty()) continue;
     object["missing"] = true;

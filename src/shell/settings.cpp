@@ -1,5 +1,7 @@
 #include "shell/settings.h"
 
+#include "text/text.h"
+
 namespace declarium {
 
 namespace {
@@ -80,6 +82,14 @@ void WriteColors(SettingsStore& store, const DisplayColors& colors) {
   WriteColor(store, setting::kKeywordColor, colors.keyword);
   WriteColor(store, setting::kCommentColor, colors.comment);
   WriteColor(store, setting::kNormalColor, colors.normal);
+}
+
+vb::Audience ReadTarget(const SettingsStore& store) {
+  return vb::FindAudience(ReadSetting(store, setting::kTarget)).value_or(vb::Audience::kVb6);
+}
+
+void WriteTarget(SettingsStore& store, vb::Audience target) {
+  WriteSetting(store, setting::kTarget, FromUtf8(vb::AudienceName(target)));
 }
 
 WindowSettings ReadWindowSettings(const SettingsStore& store) {

@@ -13,6 +13,7 @@
 #include "shell/pane_sizes.h"
 #include "shell/settings_store.h"
 #include "source/display_colors.h"
+#include "vb/audience.h"
 
 namespace declarium {
 
@@ -73,6 +74,8 @@ inline constexpr IntegerSetting kSelector{u"Selector", 1, 0, 2};
 inline constexpr IntegerSetting kLastDatabaseIndex{u"LastDatabaseIndex", 0, -1,
                                                    std::numeric_limits<std::int32_t>::max()};
 inline constexpr TextSetting kLastDatabaseName{u"LastDatabaseName", u""};
+// For whom declarations are written, by name.
+inline constexpr TextSetting kTarget{u"Target", u"vb6"};
 // The ten check boxes of the search dialog, a digit each.
 inline constexpr TextSetting kFindCheckBox{u"FindCheckBox", u"1110111011"};
 
@@ -86,6 +89,10 @@ void WriteSetting(SettingsStore& store, const TextSetting& setting, std::u16stri
 
 [[nodiscard]] DisplayColors ReadColors(const SettingsStore& store);
 void WriteColors(SettingsStore& store, const DisplayColors& colors);
+
+// VB6 for a name that is none.
+[[nodiscard]] vb::Audience ReadTarget(const SettingsStore& store);
+void WriteTarget(SettingsStore& store, vb::Audience target);
 
 // What the main window keeps from one run to the next.
 struct WindowSettings {

@@ -1,5 +1,8 @@
 #include "source/format_text.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "text/text.h"
 #include "vb/keyword.h"
 
@@ -18,8 +21,18 @@ bool BeginsComment(std::u16string_view word) {
   return first != word.npos && word[first] == u'\'';
 }
 
+bool IsKeywordOf64Bits(std::u16string_view word) {
+  static constexpr std::u16string_view kWords[] = {u"ptrsafe",     u"longptr", u"longlong",
+                                                   u"declarewide", u"#if",     u"#else",
+                                                   u"#end",        u"if",      u"then"};
+  const auto lowered = LowerCase(word);
+  return std::ranges::find(kWords, lowered) != std::end(kWords);
+}
+
 class Coloring {
  public:
+  explicit Coloring(vb::Audience audience) : audience_(audience) {}
+
   void Line(std::u16string_view line) {
     quote_depth_ = 0;
     in_comment_ = false;
@@ -43,6 +56,10 @@ class Coloring {
  private:
   [[nodiscard]] bool InPlainCode() const { return quote_depth_ == 0 && !in_comment_; }
 
+  [[nodiscard]] bool IsColored(std::u16string_view word) const {
+    return IsKeyword(word) || (audience_ != vb::Audience::kVb6 && IsKeywordOf64Bits(word));
+  }
+
   void Word(std::u16string_view word) {
     auto inner = word;
     if (!inner.empty() && IsBracket(inner.front())) inner.remove_prefix(1);
@@ -55,12 +72,13 @@ class Coloring {
       color_ = TextColor::kComment;
       in_comment_ = true;
     }
-    if (InPlainCode() && IsKeyword(inner)) color_ = TextColor::kKeyword;
+    if (InPlainCode() && IsColored(inner)) color_ = TextColor::kKeyword;
     Insert(inner);
     if (InPlainCode()) color_ = TextColor::kNormal;
     if (!word.empty() && IsBracketOrComma(word.back())) Insert(word.substr(word.size() - 1));
   }
 
+  vb::Audience audience_;
   std::vector<ColorRun> runs_;
   TextColor color_ = TextColor::kNormal;  // of what is inserted next
   int quote_depth_ = 0;
@@ -69,8 +87,8 @@ class Coloring {
 
 }  // namespace
 
-std::vector<ColorRun> FormatText(std::u16string_view text) {
-  Coloring coloring;
+std::vector<ColorRun> FormatText(std::u16string_view text, vb::Audience audience) {
+  Coloring coloring(audience);
   bool first = true;
   for (const auto line : Split(text, kCrLf)) {
     if (!first) coloring.Insert(kCrLf);

@@ -5,6 +5,8 @@
 #include <string_view>
 #include <vector>
 
+#include "vb/audience.h"
+
 namespace declarium {
 
 enum class TextColor { kNormal, kKeyword, kComment };
@@ -23,6 +25,9 @@ struct ColorRun {
 // line end as a comment. Blanks and line ends have the color then current. A word that is a lone
 // "(" or ")" comes out twice: the display has always shown it so. That, and the blanks that cut
 // words, is why it does not stand on vb/token.h: every item ever shown must keep its colors.
-[[nodiscard]] std::vector<ColorRun> FormatText(std::u16string_view text);
+// What is written for others than VB6 has more keywords: PtrSafe, LongPtr, LongLong and those of
+// conditions.
+[[nodiscard]] std::vector<ColorRun> FormatText(std::u16string_view text,
+                                               vb::Audience audience = vb::Audience::kVb6);
 
 }  // namespace declarium

@@ -116,6 +116,8 @@ inline constexpr std::u16string_view kNameFound = u"Nájdené názvy";
 inline constexpr std::u16string_view kNameBasket = u"Výber";
 inline constexpr std::u16string_view kNameShare = u"Súvisiace položky";
 inline constexpr std::u16string_view kNameCode = u"Zdrojový text";
+// Before the target's name.
+inline constexpr std::u16string_view kTipCode = u"Zdrojový text pre: ";
 inline constexpr std::u16string_view kNameSplitMainWidth = u"Šírka zoznamu";
 inline constexpr std::u16string_view kNameSplitRtbHeight = u"Výška zdrojového textu";
 inline constexpr std::u16string_view kNameSplitAddHeight = u"Výška výberu";
@@ -157,6 +159,13 @@ inline constexpr std::u16string_view kOptionsKeyword = u"Farba kľúčových slo
 inline constexpr std::u16string_view kOptionsComment = u"Farba komentárov";
 inline constexpr std::u16string_view kOptionsNormal = u"Farba ostatných slov";
 inline constexpr std::u16string_view kOptionsOk = u"OK";
+inline constexpr std::u16string_view kOptionsTarget = u"Deklarácie písať pre";
+inline constexpr std::u16string_view kTargetVb6 = u"Visual Basic 6.0";
+inline constexpr std::u16string_view kTargetVba7 = u"VBA 7 aj Visual Basic 6.0";
+inline constexpr std::u16string_view kTargetVba7Only = u"VBA 7 (Office 2010 a novší)";
+inline constexpr std::u16string_view kTargetTwinBasic = u"twinBASIC";
+inline constexpr std::u16string_view kTargetUse1 = u"Platí pre vkladanie, kopírovanie";
+inline constexpr std::u16string_view kTargetUse2 = u"a export; ukáže to zdrojový text.";
 
 // Search dialog
 inline constexpr std::u16string_view kSearchCaption = u"Rozšírené vyhľadávanie";

@@ -81,9 +81,10 @@ TEST_F(Target, ALibraryWithoutFactsIsReadByThoseThatComeWithTheProgram) {
   folder_.Put("program/Win32.api", ContentOf(library_));
   folder_.Put("program/Win32.facts", ContentOf((folder_ / "sample.facts").string()));
   std::filesystem::remove(folder_ / "sample.facts");
-  EXPECT_EQ(RunCli({"show", library_, "GetOuter", "--target", "vba7-only"}, {.program = program}).out,
-            "Declare PtrSafe Function GetOuter Lib \"user32\" (ByVal hWnd As LongPtr, lpOuter As "
-            "Outer) As LongPtr\n");
+  EXPECT_EQ(
+      RunCli({"show", library_, "GetOuter", "--target", "vba7-only"}, {.program = program}).out,
+      "Declare PtrSafe Function GetOuter Lib \"user32\" (ByVal hWnd As LongPtr, lpOuter As "
+      "Outer) As LongPtr\n");
 }
 
 }  // namespace

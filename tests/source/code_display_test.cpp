@@ -52,5 +52,24 @@ TEST_F(CodeDisplayTest, ChangedColorsApplyToTheNextText) {
   EXPECT_EQ(RTB_.Runs().front().color, 0x123456U);
 }
 
+TEST_F(CodeDisplayTest, TheAudienceDecidesWhatAKeywordIs) {
+  const auto keywords = [this] {
+    std::u16string text;
+    for (const auto& [color, run] : RTB_.Runs())
+      if (color == colors_.keyword) text += run + u"|";
+    return text;
+  };
+  const auto* text =
+      u"#If VBA7 Then\r\nDeclare PtrSafe Sub F Lib \"x\" (ByVal h As LongPtr)\r\n#End If";
+  display_.PrintFormatText(text);
+  EXPECT_EQ(keywords(), u"Declare|Sub|Lib|ByVal|As|");
+  display_.SetAudience(vb::Audience::kVba7);
+  display_.PrintFormatText(text);
+  EXPECT_EQ(keywords(), u"#If|Then|Declare|PtrSafe|Sub|Lib|ByVal|As|LongPtr|#End|If|");
+  EXPECT_FALSE(display_.IsEmpty());
+  RTB_.Clear();
+  EXPECT_TRUE(display_.IsEmpty());
+}
+
 }  // namespace
 }  // namespace declarium

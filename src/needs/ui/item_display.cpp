@@ -14,7 +14,12 @@ void ItemDisplay::Show(const ItemView& item) {
 }
 
 void ItemDisplay::ShowCode(const ItemView& item) {
-  code_.PrintFormatText(ItemText(item.kind, item.name, item.item));
+  shown_ = ItemText(item.kind, item.name, item.item);
+  code_.PrintFormatText(as_inserted_(shown_));
+}
+
+void ItemDisplay::ShowCodeAgain() {
+  if (!code_.IsEmpty()) code_.PrintFormatText(as_inserted_(shown_));
 }
 
 void ShowSelectedItem(Kind kind, const KindSelector& selector, ItemDisplay& display) {

@@ -1,12 +1,14 @@
 #include "shell/ui/options_dialog.h"
 
 #include <array>
+#include <iterator>
 
 #include "shell/settings.h"
 #include "shell/ui/focus_mark.h"
 #include "text/user_texts.h"
 #include "toolkit/captioned.h"
 #include "toolkit/picture_box.h"
+#include "toolkit/row_list.h"
 
 namespace declarium {
 
@@ -29,6 +31,12 @@ constexpr ControlDefinition SwatchFor(int row, std::string_view name, std::u16st
           .tab_stop = TabStop::kYes};
 }
 
+// By the number of the target.
+constexpr std::u16string_view kTargetRows[] = {texts::kTargetVb6, texts::kTargetVba7,
+                                               texts::kTargetVba7Only, texts::kTargetTwinBasic};
+static_assert(std::size(kTargetRows) == std::size(vb::kAudiences));
+
+// The target stands beside the colors and comes last, so that those keep their places and keys.
 constexpr ControlDefinition kControls[] = {LabelFor(0, "Label1", texts::kOptionsKeyword),
                                            SwatchFor(0, "picColor0", texts::kOptionsKeyword),
                                            LabelFor(1, "Label2", texts::kOptionsComment),
@@ -44,23 +52,42 @@ constexpr ControlDefinition kControls[] = {LabelFor(0, "Label1", texts::kOptions
                                             .name = "Command1",
                                             .caption = texts::kCancel,
                                             .bounds = {168, 112, 76, 25},
-                                            .role = ButtonRole::kCancel}};
+                                            .role = ButtonRole::kCancel},
+                                           {.kind = ControlKind::kFrame,
+                                            .name = "Frame1",
+                                            .caption = texts::kOptionsTarget,
+                                            .bounds = {260, 8, 224, 129}},
+                                           {.kind = ControlKind::kComboBox,
+                                            .name = "cmbTarget",
+                                            .bounds = {272, 30, 200, 23},
+                                            .accessible_name = texts::kOptionsTarget,
+                                            .rows = kTargetRows},
+                                           {.kind = ControlKind::kLabel,
+                                            .name = "Label4",
+                                            .caption = texts::kTargetUse1,
+                                            .bounds = {272, 62, 204, 17}},
+                                           {.kind = ControlKind::kLabel,
+                                            .name = "Label5",
+                                            .caption = texts::kTargetUse2,
+                                            .bounds = {272, 80, 204, 17}}};
 
 constexpr FormDefinition kForm = {.name = "frmOptions",
                                   .caption = texts::kOptionsCaption,
-                                  .size = {256, 149},
+                                  .size = {496, 149},
                                   .help_topic = "options",
                                   .controls = kControls};
 
 class OptionsDialog {
  public:
-  OptionsDialog(Toolkit& toolkit, SettingsStore& store, DisplayColors& colors)
+  OptionsDialog(Toolkit& toolkit, SettingsStore& store, DisplayColors& colors, vb::Audience& target)
       : toolkit_(toolkit),
         store_(store),
         colors_(colors),
+        target_(target),
         form_(toolkit.CreateForm(kForm)),
         swatches_{&form_->Get<PictureBox>("picColor0"), &form_->Get<PictureBox>("picColor1"),
-                  &form_->Get<PictureBox>("picColor2")} {
+                  &form_->Get<PictureBox>("picColor2")},
+        cmbTarget_(form_->Get<ComboBox>("cmbTarget")) {
     form_->on_load = [this] { Form_Load(); };
     for (int index = 0; index < kSwatches; ++index) Connect(index);
     form_->Get<CommandButton>("Command2").on_click = [this] { Command2_Click(); };
@@ -87,6 +114,7 @@ class OptionsDialog {
     Swatch(0).SetBackColor(colors_.keyword);
     Swatch(1).SetBackColor(colors_.comment);
     Swatch(2).SetBackColor(colors_.normal);
+    cmbTarget_.SetListIndex(static_cast<int>(target_));
   }
 
   void picColor_DblClick(int index) {
@@ -119,14 +147,23 @@ class OptionsDialog {
                .comment = Swatch(1).BackColor(),
                .normal = Swatch(2).BackColor()};
     WriteColors(store_, colors_);
+    TakeTarget(vb::kAudiences[static_cast<std::size_t>(cmbTarget_.ListIndex())]);
     form_->Unload();
+  }
+
+  void TakeTarget(vb::Audience chosen) {
+    if (chosen == target_) return;
+    target_ = chosen;
+    WriteTarget(store_, target_);
   }
 
   Toolkit& toolkit_;
   SettingsStore& store_;
   DisplayColors& colors_;
+  vb::Audience& target_;
   std::unique_ptr<Form> form_;
   std::array<PictureBox*, kSwatches> swatches_;
+  ComboBox& cmbTarget_;
   int focused_ = -1;
 };
 
@@ -136,8 +173,13 @@ const FormDefinition& OptionsFormDefinition() {
   return kForm;
 }
 
-void ShowOptionsDialog(Toolkit& toolkit, Form* owner, SettingsStore& store, DisplayColors& colors) {
-  OptionsDialog(toolkit, store, colors).Show(owner);
+void ShowOptionsDialog(Toolkit& toolkit, Form* owner, SettingsStore& store, DisplayColors& colors,
+                       vb::Audience& target) {
+  OptionsDialog(toolkit, store, colors, target).Show(owner);
+}
+
+std::u16string_view TargetText(vb::Audience target) {
+  return kTargetRows[static_cast<std::size_t>(target)];
 }
 
 }  // namespace declarium

@@ -23,7 +23,7 @@ void CodeDisplay::PrintFormatText(std::u16string_view text) {
   RTB_.SetVisible(false);
   RTB_.Clear();
   if (text.empty()) return;
-  for (const auto& run : FormatText(text)) {
+  for (const auto& run : FormatText(text, audience_)) {
     RTB_.SetInsertionColor(ColorOf(run.color, colors_));
     RTB_.Insert(run.text);
   }

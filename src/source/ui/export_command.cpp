@@ -1,5 +1,7 @@
 #include "source/ui/export_command.h"
 
+#include <utility>
+
 #include "library/file_name.h"
 #include "library/ui/file_messages.h"
 #include "source/item_text.h"
@@ -9,8 +11,9 @@
 namespace declarium {
 
 ExportCommand::ExportCommand(Toolkit& toolkit, FileSaver& saver, const Library& library,
-                             MenuItem& mnuExport)
-    : toolkit_(toolkit), saver_(saver), library_(library) {
+                             MenuItem& mnuExport,
+                             std::function<std::u16string(std::u16string)> as_written)
+    : toolkit_(toolkit), saver_(saver), library_(library), as_written_(std::move(as_written)) {
   mnuExport.on_click = [this] { mnuExport_Click(); };
 }
 
@@ -19,7 +22,8 @@ void ExportCommand::mnuExport_Click() {
   if (!file) return;
   const HourglassPointer hourglass(toolkit_);
   if (!library_.IsWhole()) return TellNotWhole(toolkit_);
-  WriteFileOrTell(toolkit_, saver_, PathOfName(*file), EncodeCodePage(ExportText(library_)));
+  WriteFileOrTell(toolkit_, saver_, PathOfName(*file),
+                  EncodeCodePage(as_written_(ExportText(library_))));
 }
 
 }  // namespace declarium

@@ -1,6 +1,9 @@
 // The export command: the whole library into a module file.
 #pragma once
 
+#include <functional>
+#include <string>
+
 #include "library/file_saver.h"
 #include "library/library.h"
 #include "toolkit/menu.h"
@@ -10,8 +13,10 @@ namespace declarium {
 
 class ExportCommand {
  public:
-  // Everything must outlive the command.
-  ExportCommand(Toolkit& toolkit, FileSaver& saver, const Library& library, MenuItem& mnuExport);
+  // `as_written` makes of the library's source text what goes into the file. Everything must
+  // outlive the command.
+  ExportCommand(Toolkit& toolkit, FileSaver& saver, const Library& library, MenuItem& mnuExport,
+                std::function<std::u16string(std::u16string)> as_written);
 
   void mnuExport_Click();
 
@@ -19,6 +24,7 @@ class ExportCommand {
   Toolkit& toolkit_;
   FileSaver& saver_;
   const Library& library_;
+  std::function<std::u16string(std::u16string)> as_written_;
 };
 
 }  // namespace declarium

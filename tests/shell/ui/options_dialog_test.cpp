@@ -14,6 +14,7 @@
 #include "toolkit/headless/picture_box.h"
 #include "toolkit/headless/toolkit.h"
 #include "toolkit/headless/user.h"
+#include "toolkit/row_list.h"
 
 namespace declarium {
 namespace {
@@ -31,7 +32,7 @@ class OptionsDialogTest : public testing::Test {
       actions(form);
       user_.Click(form.Get<CommandButton>(button));
     });
-    ShowOptionsDialog(toolkit_, nullptr, store_, colors_);
+    ShowOptionsDialog(toolkit_, nullptr, store_, colors_, target_);
   }
 
   static HeadlessPictureBox& Swatch(Form& form, int index) {
@@ -56,6 +57,7 @@ class OptionsDialogTest : public testing::Test {
   headless::HeadlessUser user_{toolkit_};
   MemoryStore store_;
   DisplayColors colors_ = kColors;
+  vb::Audience target_ = vb::Audience::kVb6;
 };
 
 TEST_F(OptionsDialogTest, IsAModalDialogWithItsTexts) {
@@ -113,7 +115,7 @@ TEST_F(OptionsDialogTest, CancelAndClosingKeepTheColors) {
     Swatch(form, 0).SetBackColor(5);
     user_.Close(form);
   });
-  ShowOptionsDialog(toolkit_, nullptr, store_, colors_);
+  ShowOptionsDialog(toolkit_, nullptr, store_, colors_, target_);
   EXPECT_EQ(colors_, kColors);
   EXPECT_TRUE(store_.written.empty());
 }
@@ -123,13 +125,13 @@ TEST_F(OptionsDialogTest, EnterAcceptsAndEscapeCancels) {
     Swatch(form, 1).SetBackColor(7);
     user_.PressKey(key::kEscape);
   });
-  ShowOptionsDialog(toolkit_, nullptr, store_, colors_);
+  ShowOptionsDialog(toolkit_, nullptr, store_, colors_, target_);
   EXPECT_EQ(colors_, kColors);
   toolkit_.Script().InForm("frmOptions", [this](Form& form) {
     Swatch(form, 1).SetBackColor(7);
     user_.PressKey(key::kEnter);
   });
-  ShowOptionsDialog(toolkit_, nullptr, store_, colors_);
+  ShowOptionsDialog(toolkit_, nullptr, store_, colors_, target_);
   EXPECT_EQ(colors_.comment, 7U);
 }
 
@@ -140,7 +142,7 @@ TEST_F(OptionsDialogTest, ADoubleClickChoosesTheSwatchsColor) {
     user_.Click(form.Get<CommandButton>("Command2"));
   });
   for (const Color color : {10, 11, 12}) toolkit_.Script().AnswerColor(color);
-  ShowOptionsDialog(toolkit_, nullptr, store_, colors_);
+  ShowOptionsDialog(toolkit_, nullptr, store_, colors_, target_);
   EXPECT_EQ(ColorsAskedFor(), (std::vector<Color>{0x112233, 0x445566, 0x778899}));
   EXPECT_EQ(colors_, (DisplayColors{10, 11, 12}));
 }
@@ -152,7 +154,7 @@ TEST_F(OptionsDialogTest, TheSwatchKeepsItsColorWhenTheChooserIsCancelled) {
     user_.Click(form.Get<CommandButton>("Command1"));
   });
   toolkit_.Script().AnswerColor(std::nullopt);
-  ShowOptionsDialog(toolkit_, nullptr, store_, colors_);
+  ShowOptionsDialog(toolkit_, nullptr, store_, colors_, target_);
   EXPECT_EQ(ColorsAskedFor(), std::vector<Color>{kColors.comment});
 }
 
@@ -165,7 +167,7 @@ TEST_F(OptionsDialogTest, SpaceChoosesTheFocusedSwatchsColorAndOtherKeysDoNothin
     user_.Click(form.Get<CommandButton>("Command2"));
   });
   toolkit_.Script().AnswerColor(0x00FF00);
-  ShowOptionsDialog(toolkit_, nullptr, store_, colors_);
+  ShowOptionsDialog(toolkit_, nullptr, store_, colors_, target_);
   EXPECT_EQ(ColorsAskedFor(), std::vector<Color>{kColors.normal});
   EXPECT_EQ(colors_.normal, 0x00FF00U);
 }
@@ -178,7 +180,7 @@ TEST_F(OptionsDialogTest, TheChooserStartsFromTheColorChosenBefore) {
   });
   toolkit_.Script().AnswerColor(1);
   toolkit_.Script().AnswerColor(2);
-  ShowOptionsDialog(toolkit_, nullptr, store_, colors_);
+  ShowOptionsDialog(toolkit_, nullptr, store_, colors_, target_);
   EXPECT_EQ(ColorsAskedFor(), (std::vector<Color>{kColors.keyword, 1}));
 }
 
@@ -210,6 +212,57 @@ TEST_F(OptionsDialogTest, TheMarkIsADottedFrameThatInvertsAnyColor) {
       }
     });
   }
+}
+
+TEST_F(OptionsDialogTest, ShowsTheTargetAmongThoseThereAre) {
+  for (const auto target : vb::kAudiences) {
+    target_ = target;
+    Open("Command1", [&](Form& form) {
+      const auto& box = form.Get<ComboBox>("cmbTarget");
+      EXPECT_EQ(box.RowCount(), 4);
+      EXPECT_EQ(box.Text(), TargetText(target));
+    });
+  }
+  EXPECT_EQ(TargetText(vb::Audience::kVb6), u"Visual Basic 6.0");
+  EXPECT_EQ(TargetText(vb::Audience::kVba7), u"VBA 7 aj Visual Basic 6.0");
+  EXPECT_EQ(TargetText(vb::Audience::kVba7Only), u"VBA 7 (Office 2010 a novší)");
+  EXPECT_EQ(TargetText(vb::Audience::kTwinBasic), u"twinBASIC");
+}
+
+TEST_F(OptionsDialogTest, OkTakesTheTargetOverAndStoresIt) {
+  Open("Command2", [this](Form& form) {
+    user_.ChooseRow(form.Get<ComboBox>("cmbTarget"), 2);
+    EXPECT_EQ(target_, vb::Audience::kVb6);
+  });
+  EXPECT_EQ(target_, vb::Audience::kVba7Only);
+  EXPECT_EQ(ReadTarget(store_), vb::Audience::kVba7Only);
+  Open("Command2", [this](Form& form) { user_.ChooseRow(form.Get<ComboBox>("cmbTarget"), 0); });
+  EXPECT_EQ(ReadTarget(store_), vb::Audience::kVb6);
+}
+
+TEST_F(OptionsDialogTest, CancelKeepsTheTarget) {
+  Open("Command1", [this](Form& form) { user_.ChooseRow(form.Get<ComboBox>("cmbTarget"), 1); });
+  EXPECT_EQ(target_, vb::Audience::kVb6);
+  EXPECT_TRUE(store_.written.empty());
+}
+
+TEST_F(OptionsDialogTest, TheTargetComesLastInTheOrderOfTheTabKey) {
+  Open("Command1", [this](Form& form) {
+    for (int i = 0; i < 5; ++i) user_.PressKey(key::kTab);
+    EXPECT_TRUE(form.Get<ComboBox>("cmbTarget").HasFocus());
+    user_.PressKey(key::kTab);
+    EXPECT_TRUE(Swatch(form, 0).HasFocus());
+  });
+}
+
+TEST_F(OptionsDialogTest, TheColorsAndButtonsKeepTheirPlaces) {
+  Open("Command1", [](Form& form) {
+    for (int i = 0; i < 3; ++i) {
+      EXPECT_EQ(Swatch(form, i).Bounds(), (Rect{172, 12 + i * 30, 72, 24}));
+    }
+    EXPECT_EQ(form.Get<CommandButton>("Command2").Bounds(), (Rect{84, 112, 76, 25}));
+    EXPECT_EQ(form.Get<CommandButton>("Command1").Bounds(), (Rect{168, 112, 76, 25}));
+  });
 }
 
 TEST_F(OptionsDialogTest, CanBeOpenedAgain) {
