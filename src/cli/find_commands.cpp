@@ -23,7 +23,7 @@ struct FindOptions {
 ExitStatus RunFind(const FindOptions& options, const Session& session) {
   if (options.text.empty()) throw CommandFailed(ExitStatus::kWrongUse, "PATTERN must not be empty");
   const auto excerpt = OpenExcerpt(options.file);
-  const auto kind = *KindOfWord(options.kind);
+  const auto kind = *KindOfWord(FromUtf8(options.kind));
   const auto& names = excerpt.Names()[kind].names;
   const auto positions = FindNames(names, FromUtf8(options.text));
   if (session.IsJson()) PrintJson(session, JsonHeader("find"));
@@ -38,7 +38,7 @@ std::optional<std::size_t> CompletedRow(const StringList& names, std::u16string_
 
 ExitStatus RunComplete(const FindOptions& options, const Session& session) {
   const auto excerpt = OpenExcerpt(options.file);
-  const auto kind = *KindOfWord(options.kind);
+  const auto kind = *KindOfWord(FromUtf8(options.kind));
   const auto& names = excerpt.Names()[kind].names;
   const auto row = CompletedRow(names, FromUtf8(options.text));
   const auto name = row ? names[*row] : std::u16string_view();

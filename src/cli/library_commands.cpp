@@ -52,7 +52,7 @@ void ListItem(const Session& session, const ItemView& item) {
 
 ExitStatus RunList(const ListOptions& options, const Session& session) {
   const auto library = LoadLibrary(options.file);
-  const auto only = KindOfWord(options.kind);
+  const auto only = KindOfWord(FromUtf8(options.kind));
   if (session.IsJson()) {
     auto header = JsonHeader("list");
     header["title"] = ToUtf8(library.Title());

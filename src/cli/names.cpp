@@ -1,31 +1,12 @@
 #include "cli/names.h"
 
-#include <algorithm>
-
 #include "cli/nearest_names.h"
 #include "cli/output.h"
 #include "cli/session.h"
 
-#include "library/find_item_index.h"
 #include "text/text.h"
 
 namespace declarium::cli {
-namespace {
-
-struct SoughtName {
-  std::span<const Kind> kinds;  // where to look, in this order
-  std::u16string name;
-};
-
-SoughtName Parse(std::string_view argument) {
-  if (const auto colon = argument.find(':'); colon != argument.npos) {
-    if (const auto kind = KindOfWord(argument.substr(0, colon))) {
-      const auto position = static_cast<std::size_t>(KindCode(*kind));
-      return {std::span(kKinds).subspan(position, 1), FromUtf8(argument.substr(colon + 1))};
-    }
-  }
-  return {kKinds, FromUtf8(argument)};
-}
 
 std::string UnknownName(const Library& library, const SoughtName& sought,
                         std::string_view argument) {
@@ -36,26 +17,6 @@ std::string UnknownName(const Library& library, const SoughtName& sought,
     message += QualifiedName(item.kind, item.name);
   }
   return nearest.empty() ? message : message + "?";
-}
-
-// The one item that is spelled as sought, else one of every other spelling in the first kind that
-// has any.
-std::vector<ItemPlace> Candidates(const Library& library, const SoughtName& sought) {
-  std::vector<ItemPlace> others;
-  for (const auto kind : sought.kinds) {
-    const auto& names = library[kind].names;
-    const auto [first, last] = FindSpellings(sought.name, names);
-    for (auto position = first; position < last; ++position) {
-      if (names[position] == sought.name) return {{kind, position}};
-    }
-    if (!others.empty()) continue;
-    for (auto position = first; position < last; ++position) {
-      if (position == first || names[position] != names[position - 1]) {
-        others.push_back({kind, position});
-      }
-    }
-  }
-  return others;
 }
 
 std::string SeveralSpellings(const Library& library, std::span<const ItemPlace> places,
@@ -69,16 +30,6 @@ std::string SeveralSpellings(const Library& library, std::span<const ItemPlace> 
   return message + "?";
 }
 
-}  // namespace
-
-std::optional<Kind> KindOfWord(std::string_view word) {
-  const auto text = FromUtf8(word);
-  const auto found = std::ranges::find_if(
-      kKinds, [&](Kind kind) { return EqualIgnoringCase(KindName(kind), text); });
-  if (found == kKinds.end()) return std::nullopt;
-  return *found;
-}
-
 std::vector<ItemPlace> ResolvePlaces(const Library& library, std::span<const std::string> names) {
   std::vector<ItemPlace> places;
   std::string faults;
@@ -87,8 +38,8 @@ std::vector<ItemPlace> ResolvePlaces(const Library& library, std::span<const std
     faults += fault;
   };
   for (const auto& argument : names) {
-    const auto sought = Parse(argument);
-    const auto candidates = Candidates(library, sought);
+    const auto sought = ReadSoughtName(FromUtf8(argument));
+    const auto candidates = FindSought(library, sought);
     if (candidates.empty()) {
       add_fault(UnknownName(library, sought, argument));
     } else if (candidates.size() > 1) {

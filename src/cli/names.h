@@ -1,9 +1,6 @@
 // Items by the names that a command line gives them.
 #pragma once
 
-#include <compare>
-#include <cstddef>
-#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -11,19 +8,9 @@
 
 #include "library/library.h"
 #include "library/library_excerpt.h"
+#include "library/sought_name.h"
 
 namespace declarium::cli {
-
-// The kind of the word const, declare or type in any case.
-[[nodiscard]] std::optional<Kind> KindOfWord(std::string_view word);
-
-// Where an item stands in its library.
-struct ItemPlace {
-  Kind kind;
-  std::size_t position;  // 0-based, in the lists of the kind
-
-  friend auto operator<=>(const ItemPlace&, const ItemPlace&) = default;
-};
 
 // Where the library's items of these names stand, in the order given. A name is looked up as it is
 // spelled among the constants, then the declarations, then the records, and when none of them is
@@ -38,5 +25,13 @@ struct ItemPlace {
                                                  std::span<const std::string> names);
 [[nodiscard]] std::vector<ItemView> ResolveNames(const LibraryExcerpt& excerpt,
                                                  std::span<const std::string> names);
+
+// What is told of a name that the library does not have: with the nearest names that it has.
+[[nodiscard]] std::string UnknownName(const Library& library, const SoughtName& sought,
+                                      std::string_view argument);
+// What is told of a name that stands for several items; there is at least one.
+[[nodiscard]] std::string SeveralSpellings(const Library& library,
+                                           std::span<const ItemPlace> places,
+                                           std::string_view argument);
 
 }  // namespace declarium::cli

@@ -43,7 +43,7 @@ void TakeKinds(const std::string& kinds, SearchCriteria& criteria) {
   criteria.searchConsts = criteria.searchDeclares = criteria.searchTypes = false;
   const auto text = FromUtf8(kinds);
   for (const auto word : Split(text, u',')) {
-    const auto kind = KindOfWord(ToUtf8(word));
+    const auto kind = KindOfWord(word);
     if (!kind) {
       throw CommandFailed(ExitStatus::kWrongUse,
                           "--kinds: " + OneLine(word) + " is none of const, declare and type");
