@@ -12,18 +12,6 @@ constexpr std::size_t kContext = 3;
 
 using Lines16 = std::vector<std::u16string_view>;
 
-// The lines with what ends them.
-Lines16 LinesOf(std::u16string_view text) {
-  Lines16 lines;
-  while (!text.empty()) {
-    auto end = text.find_first_of(u"\r\n");
-    end = end == text.npos ? text.size() : end + (text.substr(end).starts_with(u"\r\n") ? 2 : 1);
-    lines.push_back(text.substr(0, end));
-    text.remove_prefix(end);
-  }
-  return lines;
-}
-
 // Lines of the text, 0-based, that others take the place of.
 struct Change {
   std::size_t begin;
@@ -42,7 +30,7 @@ std::vector<Change> ChangesOf(const Lines16& lines, std::u16string_view text,
   };
   for (const auto& [begin, end, now] : replacements) {
     const auto first = line_at(std::min(begin, text.size()));
-    changes.push_back({first, line_at(end), LinesOf(now)});
+    changes.push_back({first, line_at(end), LinesWithEnds(now)});
   }
   return changes;
 }
@@ -105,10 +93,21 @@ class Writer {
 
 }  // namespace
 
+Lines16 LinesWithEnds(std::u16string_view text) {
+  Lines16 lines;
+  while (!text.empty()) {
+    auto end = text.find_first_of(u"\r\n");
+    end = end == text.npos ? text.size() : end + (text.substr(end).starts_with(u"\r\n") ? 2 : 1);
+    lines.push_back(text.substr(0, end));
+    text.remove_prefix(end);
+  }
+  return lines;
+}
+
 std::string UnifiedDifference(std::string_view name, std::u16string_view text,
                               std::span<const Replacement> replacements) {
   if (replacements.empty()) return {};
-  const auto lines = LinesOf(text);
+  const auto lines = LinesWithEnds(text);
   const auto head = "--- " + std::string(name) + "\n+++ " + std::string(name) + "\n";
   return head + Writer(lines).Write(ChangesOf(lines, text, replacements));
 }
