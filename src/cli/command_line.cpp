@@ -12,6 +12,7 @@
 #include "cli/convert_command.h"
 #include "cli/facts_command.h"
 #include "cli/find_commands.h"
+#include "cli/generate_command.h"
 #include "cli/history_commands.h"
 #include "cli/import_command.h"
 #include "cli/library_commands.h"
@@ -72,6 +73,7 @@ void Define(CLI::App& app, Session& session) {
   AddFactsCommand(set);
   AddFindCommands(set);
   AddBasketCommands(set);
+  AddGenerateCommand(set);
   AddHistoryCommands(set);
 }
 

@@ -1,6 +1,8 @@
 // --target: for whom a command writes declarations.
 #pragma once
 
+#include <optional>
+
 #include "cli/command_set.h"
 
 #include "vb/audience.h"
@@ -14,5 +16,6 @@ inline constexpr const char* kTargetToWrite =
 // --target; left out, `target` stays.
 CLI::Option* DefineTarget(CLI::App& command, vb::Audience& target,
                           const char* description = kTargetToWrite);
+CLI::Option* DefineTarget(CLI::App& command, std::optional<vb::Audience>& target);
 
 }  // namespace declarium::cli

@@ -27,6 +27,8 @@ class LikePattern {
   explicit LikePattern(std::u16string_view pattern);
 
   [[nodiscard]] bool Matches(std::u16string_view text) const noexcept;
+  // Whether it matches nothing at all, as told above.
+  [[nodiscard]] bool IsMalformed() const noexcept { return malformed_; }
 
   // Whether the lower-case form of `text` matches. Makes that form, in `scratch`, only where a
   // plain search does not do.

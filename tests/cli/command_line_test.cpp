@@ -14,7 +14,7 @@ const std::filesystem::path kSourceFolder = DECLARIUM_SOURCE_DIR;
 const std::vector<std::string> kCommands = {
     "new",    "list",   "export", "rename",  "delete",   "databases", "import",
     "show",   "shared", "facts",  "find",    "complete", "search",    "basket",
-    "insert", "parse",  "check",  "convert", "history",  "restore"};
+    "insert", "parse",  "check",  "convert", "generate", "history",   "restore"};
 
 TEST(CommandLine, HelpListsEveryCommandAndShowsAnExample) {
   const auto run = RunCli({"--help"});

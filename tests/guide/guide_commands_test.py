@@ -29,7 +29,8 @@ class Folder:
         self.program = program
         self.path = path
         self.surroundings = {**os.environ, "DECLARIUM_HISTORY": str(path / ".history")}
-        for source in [*(project / "examples").glob("*.bas"), *(project / "data").glob("Win32*.api"),
+        for source in [*(project / "examples").glob("*.bas"), *(project / "examples").glob("*.list"),
+                       *(project / "data").glob("Win32*.api"),
                        *(project / "data").glob("Win32*.facts")]:
             shutil.copy(source, path)
         for project_folder in (project / "examples").glob("*/"):

@@ -11,6 +11,7 @@ _declarium_cli_options() {
     parse) echo "$common --modules --uses --target" ;;
     check) echo "$common --against --target --windows --format --fail-on --baseline --fix --rules" ;;
     convert) echo "$common --target --against --output -o --in-place --diff --force" ;;
+    generate) echo "$common --output -o --library --target --check --force" ;;
     shared) echo "$common --closure --constants" ;;
     find | complete) echo "$common --kind" ;;
     search)
@@ -46,7 +47,7 @@ _declarium_cli_values() {
 
 _declarium_cli() {
   local commands='new list export rename delete databases import parse check convert show shared
-    facts find complete search basket insert history restore'
+    facts find complete search basket insert generate history restore'
   local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
   local command='' word values
   COMPREPLY=()

@@ -27,6 +27,7 @@ Register-ArgumentCompleter -Native -CommandName 'declarium-cli', 'declarium-cli.
                       '--arg-whole', '--text', '--text-whole'
         'basket'    = '--scope', '--target', '--closure', '--output', '-o', '--force'
         'insert'    = '--scope', '--target', '--closure', '--encoding', '--force'
+        'generate'  = '--output', '-o', '--library', '--target', '--check', '--force'
         'history'   = @()
         'restore'   = '--output', '-o', '--force'
     }
