@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "library/find_item_index.h"
 #include "shell/main_layout.h"
 #include "shell/settings.h"
 #include "shell/splitter_bars.h"
@@ -20,7 +21,7 @@ KindSelectorControls ForSelector(MainForm& f) {
 LibraryControls ForLibraries(MainForm& f) {
   return {*f.frmMain, f.cmbDatabase,     f.Toolbar1,  f.mnuDatabase, f.mnuNew,    f.mnuOpen,
           f.mnuSave,  f.mnuSaveAs,       f.mnuRename, f.mnuRestore,  f.mnuImport, f.mnuExport,
-          f.mnuAdd,   f.mnuDeleteDbItem, f.lstFind,   f.lstShare};
+          f.mnuAdd,   f.mnuDeleteDbItem, f.mnuCheck,  f.lstFind,     f.lstShare};
 }
 
 BasketControls ForBasket(MainForm& f) {
@@ -51,12 +52,14 @@ MainWindow::MainWindow(Toolkit& toolkit, SettingsStore& store, MainWindowOptions
       quick_find_(library_, selector_, {form_.txtInput, form_.txtFind, form_.lstFind},
                   [this](const ItemView& item) { basket_view_.Add(item); }),
       search_dialog_(toolkit, LinksForSearch()),
+      check_dialog_(toolkit, LinksForCheck()),
       toolbar_(toolkit, saver_, form_.Toolbar1, ActionsForToolbar()),
       main_width_bar_(SplitterBars()[0], *form_.frmMain, panes_, [this] { Form_Resize(); }),
       rtb_height_bar_(SplitterBars()[1], *form_.frmMain, panes_, [this] { Form_Resize(); }),
       add_height_bar_(SplitterBars()[2], *form_.frmMain, panes_, [this] { Form_Resize(); }) {
   WireLists();
   form_.mnuAdd.on_click = [this] { add_dialog_.Show(*form_.frmMain); };
+  form_.mnuCheck.on_click = [this] { check_dialog_.Show(form_.frmMain.get()); };
   form_.mnuClose.on_click = [this] { form_.frmMain->Unload(UnloadReason::kUser); };
   form_.mnuGuide.on_click = [this] { guide_.Open({}); };
   form_.mnuHelpHere.on_click = [this] { guide_.Open(MainFormDefinition().help_topic); };
@@ -107,6 +110,26 @@ SearchLinks MainWindow::LinksForSearch() {
               [this](std::u16string_view boxes) {
                 WriteSetting(store_, setting::kFindCheckBox, boxes);
               }};
+}
+
+CheckLinks MainWindow::LinksForCheck() {
+  return {.library = [this]() -> const Library& { return library_; },
+          .folder = options_.folder,
+          .colors = colors_,
+          .go_to = [this](Kind kind, std::u16string_view name) { return GoTo(kind, name); }};
+}
+
+bool MainWindow::GoTo(Kind kind, std::u16string_view name) {
+  if (FindItemIndex(name, library_[kind].names) == -1) return false;
+  form_.cmbSelector.SetListIndex(KindCode(kind));
+  // Another kind's list is filled, which processes events.
+  const auto row = FindItemIndex(name, library_[kind].names);
+  auto& list = selector_.ListOf(kind);
+  if (row == -1 || !list.SetListIndex(row)) return false;
+  // The row may have been selected already.
+  ShowSelectedItem(kind, selector_, item_display_);
+  list.SetFocus();
+  return true;
 }
 
 void MainWindow::ShowOptions() {
@@ -226,6 +249,7 @@ void MainWindow::Form_QueryUnload(QueryUnload& query) {
 void MainWindow::Form_Unload(bool& cancel) {
   form_.CodeModuleChecker.SetEnabled(false);
   search_dialog_.Close();
+  check_dialog_.Close();
   if (options_.mode == RunMode::kStandalone) {
     toolkit_.Quit(0);
   } else if (!unloading_for_good_) {

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "basket/ui/basket_view.h"
+#include "check/ui/check_dialog.h"
 #include "host/ui/toolbar_commands.h"
 #include "import/ui/add_dialog.h"
 #include "import/ui/import_command.h"
@@ -92,6 +93,9 @@ class MainWindow {
   [[nodiscard]] std::u16string ForTarget(std::u16string text);
   [[nodiscard]] std::u16string BasketText();
   [[nodiscard]] SearchLinks LinksForSearch();
+  [[nodiscard]] CheckLinks LinksForCheck();
+  // Selects the item in the list of its kind, as a user does; false when there is none.
+  bool GoTo(Kind kind, std::u16string_view name);
   [[nodiscard]] ToolbarActions ActionsForToolbar();
 
   Toolkit& toolkit_;
@@ -119,6 +123,7 @@ class MainWindow {
   BasketView basket_view_;
   QuickFindView quick_find_;
   SearchDialog search_dialog_;
+  CheckDialog check_dialog_;
   ToolbarCommands toolbar_;
   Splitter main_width_bar_;
   Splitter rtb_height_bar_;

@@ -1,6 +1,8 @@
 #include "check/check.h"
 
 #include <algorithm>
+#include <functional>
+#include <iterator>
 #include <tuple>
 
 #include "check/code.h"
@@ -38,6 +40,19 @@ void RemoveQuiet(const Subject& subject, std::vector<Finding>& findings) {
   });
 }
 
+// Every group of rules over one module; false when the work is to stop.
+bool CheckModule(ModuleContext& module, const Code& code, const Options& options) {
+  const std::function<void()> groups[] = {
+      [&] { CheckCompiles(module); }, [&] { CheckEntries(module); }, [&] { CheckFrames(module); },
+      [&] { CheckValues(module, code); }, [&] { CheckBits(module, code); }};
+  static_assert(std::size(groups) + 1 == kStepsOfAModule);
+  for (const auto& check : groups) {
+    if (!options.go_on()) return false;
+    check();
+  }
+  return true;
+}
+
 }  // namespace
 
 std::vector<Finding> Check(const Subject& subject, Reference& reference, const Options& options) {
@@ -49,12 +64,9 @@ std::vector<Finding> Check(const Subject& subject, Reference& reference, const O
     uses.BeginModule(i);
     const bool may_have_code = has_code && CountNames(module.text, uses);
     const auto code = may_have_code ? ReadCode(module.text) : Code();
-    CheckCompiles(module);
-    CheckEntries(module);
-    CheckFrames(module);
-    CheckValues(module, code);
-    CheckBits(module, code);
+    if (!CheckModule(module, code, options)) return std::move(context.findings);
   }
+  if (!options.go_on()) return std::move(context.findings);
   CheckCleanUp(context, uses);
   auto findings = std::move(context.findings);
   std::ranges::stable_sort(findings, {}, Order);

@@ -9,6 +9,9 @@
 
 namespace declarium::check {
 
+// The steps that one module takes.
+inline constexpr int kStepsOfAModule = 6;
+
 // What is wrong, in the order of modules, places and rules; without what a comment keeps quiet.
 // Views in the findings refer into the subject.
 [[nodiscard]] std::vector<Finding> Check(const Subject& subject, Reference& reference,

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -24,6 +25,8 @@ struct WindowsVersion {
 struct Options {
   Audience audience = Audience::kVb6;
   std::optional<WindowsVersion> windows = {};  // the oldest that must do
+  // Asked before every step of the work: false stops it, and the findings are not complete then.
+  std::function<bool()> go_on = [] { return true; };
 };
 
 // The systems that compile a declaration.

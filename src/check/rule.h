@@ -6,6 +6,8 @@
 #include <span>
 #include <string_view>
 
+#include "text/check_texts.h"
+
 namespace declarium::check {
 
 enum class Level : std::uint8_t {
@@ -68,6 +70,7 @@ enum class RuleId : std::uint16_t {
 struct Rule {
   RuleId id;
   std::string_view number;       // "D301"
+  texts::RuleText window;        // title and consequence as the windows say them
   Level level;                   // a finding may have a lower one
   std::string_view title;        // what is wrong
   std::string_view consequence;  // what happens at run time, a sentence

@@ -1,7 +1,6 @@
 #include "cli/check_command.h"
 
 #include <algorithm>
-#include <deque>
 #include <filesystem>
 #include <map>
 #include <nlohmann/json.hpp>
@@ -18,10 +17,11 @@
 #include "cli/target_option.h"
 
 #include "check/check.h"
+#include "check/known_libraries.h"
+#include "check/library_source.h"
 #include "check/rule_document.h"
 #include "facts/known_facts.h"
 #include "library/file_io.h"
-#include "source/item_text.h"
 #include "text/text.h"
 
 namespace declarium::cli {
@@ -48,30 +48,18 @@ bool IsLibraryName(const std::string& name) {
          EqualIgnoringCase(text.substr(text.size() - kExtension.size()), kExtension);
 }
 
-// The libraries of --against with their facts.
-class Libraries {
- public:
-  explicit Libraries(const std::vector<std::string>& files) {
-    for (const auto& file : files) {
-      libraries_.push_back(LoadLibrary(file));
-      reference.Add(libraries_.back(), FactsBeside(PathOf(file)));
-    }
-  }
+// The facts beside a library; nullopt where there are none: a library of one's own has seldom any.
+std::optional<FactsFile> FactsOf(const std::filesystem::path& library) {
+  std::error_code ignored;
+  if (!std::filesystem::exists(FactsPathOf(library), ignored)) return std::nullopt;
+  return OpenFacts(library);
+}
 
-  check::Reference reference;
-
- private:
-  // Null where there are none: a library of one's own has seldom any.
-  const FactsFile* FactsBeside(const std::filesystem::path& library) {
-    std::error_code ignored;
-    if (!std::filesystem::exists(FactsPathOf(library), ignored)) return nullptr;
-    facts_.push_back(OpenFacts(library));
-    return &facts_.back();
-  }
-
-  std::deque<Library> libraries_;
-  std::deque<FactsFile> facts_;
-};
+check::KnownLibraries LoadKnown(const std::vector<std::string>& files) {
+  check::KnownLibraries known;
+  for (const auto& file : files) known.Add(LoadLibrary(file), FactsOf(PathOf(file)));
+  return known;
+}
 
 std::optional<check::WindowsVersion> VersionOf(const std::string& text) {
   if (text.empty()) return std::nullopt;
@@ -93,8 +81,8 @@ class Checker {
   Checker(const CheckOptions& options, const Session& session)
       : options_(options),
         session_(session),
-        libraries_(AgainstOf(options, session)),
-        rule_options_{options.target, VersionOf(options.windows)} {
+        libraries_(LoadKnown(AgainstOf(options, session))),
+        rule_options_{.audience = options.target, .windows = VersionOf(options.windows)} {
     if (!options.baseline.empty()) baseline_ = Baseline(options.baseline);
   }
 
@@ -123,13 +111,10 @@ class Checker {
     if (options_.fix) {
       throw CommandFailed(ExitStatus::kWrongUse, file + ": --fix mends modules, not libraries");
     }
-    const auto text = ExportText(LoadLibrary(file));
-    const auto parsed = vb::ReadModule(text);
-    check::Subject subject;
-    subject.form = check::Subject::Form::kLibrary;
-    subject.modules.push_back({text, &parsed});
-    for (auto& finding : check::Check(subject, libraries_.reference, rule_options_))
-      Add(file, text, std::move(finding));
+    const auto library = LoadLibrary(file);
+    const check::LibrarySource source(library);
+    for (auto& finding : check::Check(source.AsSubject(), libraries_.AsReference(), rule_options_))
+      Add(file, source.Text(), std::move(finding));
   }
 
   void CheckProject(const SourceProject& project) {
@@ -143,7 +128,7 @@ class Checker {
     subject.may_have_other_types = MayHaveOtherTypes(project);
     for (const auto& module : project.modules)
       subject.modules.push_back({module.text, &module.parsed});
-    auto findings = check::Check(subject, libraries_.reference, rule_options_);
+    auto findings = check::Check(subject, libraries_.AsReference(), rule_options_);
     const auto mended = options_.fix ? Mend(project, findings) : std::set<std::size_t>();
     for (std::size_t i = 0; i < findings.size(); ++i) {
       const auto& module = project.modules[findings[i].module];
@@ -235,7 +220,7 @@ class Checker {
 
   const CheckOptions& options_;
   const Session& session_;
-  Libraries libraries_;
+  check::KnownLibraries libraries_;
   check::Options rule_options_;
   Baseline baseline_;
   std::vector<SourceFinding> found_;

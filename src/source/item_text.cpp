@@ -70,6 +70,11 @@ std::u16string ItemText(Kind kind, std::u16string_view name, std::u16string_view
 }
 
 std::u16string ExportText(const Library& library) {
+  return ExportText(library, [](std::size_t) {});
+}
+
+std::u16string ExportText(const Library& library,
+                          const std::function<void(std::size_t start)>& begins) {
   std::u16string text;
   bool first = true;
   for (const auto kind : kKinds) {
@@ -77,6 +82,7 @@ std::u16string ExportText(const Library& library) {
     for (std::size_t i = 0; i < lists.names.size(); ++i) {
       if (!first) text += kCrLf;
       first = false;
+      begins(text.size());
       AppendItemText(kind, lists.names[i], lists.ItemAt(i), {}, text);
     }
   }

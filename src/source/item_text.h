@@ -2,6 +2,8 @@
 // re-spaced.
 #pragma once
 
+#include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -22,5 +24,8 @@ void AppendItemText(Kind kind, std::u16string_view name, std::u16string_view ite
 // Every item of the library, Consts, Declares, then Types in stored order, one after another with
 // CR LF between them; no line end behind the last.
 [[nodiscard]] std::u16string ExportText(const Library& library);
+// The same; `begins` hears where in the text each item begins, in their order.
+[[nodiscard]] std::u16string ExportText(const Library& library,
+                                        const std::function<void(std::size_t start)>& begins);
 
 }  // namespace declarium

@@ -79,6 +79,7 @@ inline constexpr std::u16string_view kMenuImport = u"&Importovať...";
 inline constexpr std::u16string_view kMenuExport = u"&Exportovať...";
 inline constexpr std::u16string_view kMenuAdd = u"P&ridať položku...";
 inline constexpr std::u16string_view kMenuDeleteItem = u"Odstrániť po&ložku";
+inline constexpr std::u16string_view kMenuCheck = u"S&kontrolovať knižnicu...";
 inline constexpr std::u16string_view kMenuClose = u"&Zavrieť";
 
 inline constexpr std::u16string_view kMenuHelp = u"&Pomocník";
@@ -193,6 +194,25 @@ inline constexpr std::u16string_view kNotEnough = u"Nedostatok položiek pre vyh
 inline constexpr std::u16string_view kWaitFreeing = u"Uvoľnuje sa pamäť.";
 inline constexpr std::u16string_view kWaitSeconds = u"Môže to trvať niekoľko sekúnd.";
 inline constexpr std::u16string_view kWaitPlease = u"Čakajte prosím...";
+
+// Dialog that checks the library; what the rules say is in check_texts.h
+inline constexpr std::u16string_view kCheckCaption = u"Skontrolovať knižnicu";
+inline constexpr std::u16string_view kCheckRunning = u"Kontroluje sa...";
+inline constexpr std::u16string_view kCheckFound = u"Nálezov: ";
+inline constexpr std::u16string_view kCheckErrors = u" (chyby: ";
+inline constexpr std::u16string_view kCheckWarnings = u", varovania: ";
+inline constexpr std::u16string_view kCheckNotes = u", poznámky: ";
+inline constexpr std::u16string_view kCheckNothing = u"Nenašlo sa nič. Skontrolovaných položiek: ";
+inline constexpr std::u16string_view kCheckLanguageOnly =
+    u". Databázy, ktoré patria k programu, tu nie sú: kontroloval sa iba jazyk.";
+inline constexpr std::u16string_view kCheckError = u"chyba";
+inline constexpr std::u16string_view kCheckWarning = u"varovanie";
+inline constexpr std::u16string_view kCheckNote = u"poznámka";
+inline constexpr std::u16string_view kCheckBetter = u"' Správne:";
+inline constexpr std::u16string_view kCheckKnown = u"' V databáze programu:";
+inline constexpr std::u16string_view kCheckGo = u"P&rejsť na položku";
+inline constexpr std::u16string_view kCheckAgain = u"Skontrolovať z&nova";
+inline constexpr std::u16string_view kCheckGone = u"Táto položka už v otvorenej databáze nie je.";
 
 // Host
 inline constexpr std::u16string_view kHostButton = u"Brindlework Declarium 3.0";

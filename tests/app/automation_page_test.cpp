@@ -3,6 +3,7 @@
 #include <string>
 #include <string_view>
 
+#include "check/ui/check_form.h"
 #include "import/ui/add_dialog.h"
 #include "library/ui/history_dialog.h"
 #include "search/ui/search_form.h"
@@ -96,8 +97,8 @@ std::string SectionOf(const FormDefinition& form) {
 
 const FormDefinition* const kForms[] = {&MainFormDefinition(),    &AddDialogDefinition(),
                                         &HistoryFormDefinition(), &OptionsFormDefinition(),
-                                        &SearchFormDefinition(),  &WaitWindowDefinition(),
-                                        &SplashFormDefinition()};
+                                        &CheckFormDefinition(),   &SearchFormDefinition(),
+                                        &WaitWindowDefinition(),  &SplashFormDefinition()};
 
 TEST(AutomationPage, ListsTheControlsOfEveryForm) {
   const auto page = ContentOf(DECLARIUM_SOURCE_DIR "/docs/automation.md") + "\n";

@@ -2,6 +2,7 @@
 #include <filesystem>
 
 #include "app/window_fixture.h"
+#include "check/ui/check_form.h"
 #include "import/ui/add_dialog.h"
 #include "library/ui/history_dialog.h"
 #include "search/ui/search_form.h"
@@ -94,9 +95,9 @@ TEST_F(HelpTest, AMissingGuideIsReportedWithThePathOfThePage) {
 }
 
 TEST(GuidePages, AreThereInBothLanguagesForEveryFormThatAsks) {
-  const FormDefinition* const forms[] = {&MainFormDefinition(), &AddDialogDefinition(),
+  const FormDefinition* const forms[] = {&MainFormDefinition(),    &AddDialogDefinition(),
                                          &HistoryFormDefinition(), &OptionsFormDefinition(),
-                                         &SearchFormDefinition()};
+                                         &SearchFormDefinition(),  &CheckFormDefinition()};
   for (const auto* form : forms) {
     ASSERT_FALSE(form->help_topic.empty()) << form->name;
     for (const auto* language : {"sk", "en"}) {

@@ -466,8 +466,9 @@ TEST_F(WithTwoLibraries, AFaultyFileLeavesItsNamesButTheOldTitleAndPath) {
   EXPECT_EQ(Form().frmMain->Caption(), u"Win - Declarium 3.0");
   EXPECT_EQ(Opened().path, FileAt("a.api"));
   EXPECT_EQ(RowsOf(Form().lstConst), (Rows{u"X"}));
-  for (const MenuItem* entry : {&Form().mnuSave, &Form().mnuSaveAs, &Form().mnuImport,
-                                &Form().mnuExport, &Form().mnuAdd, &Form().mnuRename}) {
+  for (const MenuItem* entry :
+       {&Form().mnuSave, &Form().mnuSaveAs, &Form().mnuImport, &Form().mnuExport, &Form().mnuAdd,
+        &Form().mnuRename, &Form().mnuCheck}) {
     EXPECT_FALSE(entry->Enabled()) << entry->Name();
   }
   EXPECT_FALSE(Form().Toolbar1.ButtonEnabled("save"));
@@ -509,8 +510,9 @@ TEST_F(WithTwoLibraries, CommandsThatNeedALibraryAreDisabledBeforeTheFirstLoad) 
   window_.reset();
   store_.emplace(folder_ / "none");
   Open();
-  for (const MenuItem* entry : {&Form().mnuSave, &Form().mnuSaveAs, &Form().mnuImport,
-                                &Form().mnuExport, &Form().mnuAdd, &Form().mnuRename}) {
+  for (const MenuItem* entry :
+       {&Form().mnuSave, &Form().mnuSaveAs, &Form().mnuImport, &Form().mnuExport, &Form().mnuAdd,
+        &Form().mnuRename, &Form().mnuCheck}) {
     EXPECT_FALSE(entry->Enabled()) << entry->Name();
   }
   EXPECT_FALSE(Form().Toolbar1.ButtonEnabled("save"));

@@ -46,7 +46,8 @@ class DailyJob {
     ShowMenu();
     AddDeclaration();
     SearchByType();
-    ChooseColors();
+    CheckLibrary();
+    ChooseTarget();
     KeepTheItem();
     Save();
     Close();
@@ -119,7 +120,33 @@ class DailyJob {
     CloseSearch(program_, dialog);
   }
 
-  void ChooseColors() {
+  void CheckLibrary() {
+    ChooseMenu(main_, "mnuAdd");
+    SetText(FindControl(program_.Form("frmAdd"), "Text1"),
+            u"Declare Sub Nap Lib \"kernel32\" Alias \"Sleep\" (dwMilliseconds As Long)\r\n"
+            u"Const LOW_WORD As Long = &HFFFF\r\n");
+    PressButton(FindControl(program_.Form("frmAdd"), "Command1"));
+    WaitFor("the dialog's end", [this] { return !program_.FindForm("frmAdd"); });
+    ChooseMenu(main_, "mnuCheck");
+    const HWND dialog = program_.Form("frmCheck");
+    WaitFor("the findings", [&] { return !Entries(FindControl(dialog, "LV1")).empty(); });
+    TakePicture("check", dialog);
+    Say("Checked the library; " + ToUtf8(TextOf(FindControl(dialog, "labCount"))));
+    PressButton(FindControl(dialog, "Command1"));
+    WaitFor("the item", [this] { return TextOf(In("RTB")).contains(u"dwMilliseconds"); });
+    TakePicture("checked-item", main_);
+    PressButton(FindControl(dialog, "Command2"));
+    WaitFor("the dialog's end", [this] { return !program_.FindForm("frmCheck"); });
+  }
+
+  void ChooseTarget() {
+    ChooseSettings();
+    WaitFor("the form of VBA 7", [this] { return TextOf(In("RTB")).starts_with(u"#If VBA7"); });
+    TakePicture("target", main_);
+    Say("Declarations are written for VBA 7 now:\n" + ToUtf8(TextOf(In("RTB"))));
+  }
+
+  void ChooseSettings() {
     ClickToolbar(main_, "settings");
     const HWND settings = program_.Form("frmOptions");
     TakePicture("settings", settings);
@@ -127,6 +154,7 @@ class DailyJob {
     const HWND colors = program_.Dialog();
     TakePicture("colors", colors);
     PressInDialog(colors, IDCANCEL);
+    ChooseRow(FindControl(settings, "cmbTarget"), 1);
     PressButton(FindControl(settings, "Command2"));
     WaitFor("the dialog's end", [this] { return !program_.FindForm("frmOptions"); });
     Say("Looked at the colors and left them as they are");

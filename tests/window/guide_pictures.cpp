@@ -34,6 +34,16 @@ constexpr std::u16string_view kFirstDeclarations =
     u"End Type\r\n"
     u"Const VK_LBUTTON = &H1 'ľavé tlačidlo myši\r\n";
 
+// Those of examples/FaultyDeclares.bas.
+constexpr std::u16string_view kFaultyDeclarations =
+    u"Declare Sub Sleep Lib \"kernel32\" (dwMilliseconds As Long)\r\n"
+    u"Declare Function FindWindow Lib \"user32\" (ByVal lpClassName As String, "
+    u"ByVal lpWindowName As String) As Long\r\n"
+    u"Declare Function IsWindow Lib \"user32\" (ByVal hWnd As Long) As Boolean\r\n"
+    u"Declare Function GetWindowText Lib \"user32\" Alias \"GetWindowTextA\" "
+    u"(ByVal hWnd As Long, ByVal lpString As String) As Long\r\n"
+    u"Const LOW_WORD As Long = &HFFFF\r\n";
+
 // As file dialogs take it.
 std::filesystem::path FullPath(const std::filesystem::path& path) {
   return std::filesystem::absolute(path).make_preferred();
@@ -53,6 +63,7 @@ class GuidePictures {
     Bundled();
     Search();
     Colors();
+    Check();
     Close();
   }
 
@@ -113,11 +124,7 @@ class GuidePictures {
     const HWND question = program_.Dialog();
     TakePicture("save-question", question);
     PressInDialog(question, IDCANCEL);
-    const auto file = folder_ / "moje.api";
-    const auto before = std::filesystem::file_size(file);
-    ClickToolbar(main_, "save");
-    PostMessageW(In("Toolbar1"), WM_MOUSELEAVE, 0, 0);
-    WaitFor("the saved library", [&] { return std::filesystem::file_size(file) > before; });
+    Save();
   }
 
   void Bundled() {
@@ -164,6 +171,31 @@ class GuidePictures {
     TakePicture("options", settings);
     PressButton(FindControl(settings, "Command1"));
     WaitFor("the dialog's end", [this] { return !program_.FindForm("frmOptions"); });
+  }
+
+  void Check() {
+    ChooseLibrary(main_, u"Moje API");
+    ChooseMenu(main_, "mnuAdd");
+    SetText(FindControl(program_.Form("frmAdd"), "Text1"), kFaultyDeclarations);
+    PressButton(FindControl(program_.Form("frmAdd"), "Command1"));
+    WaitFor("the dialog's end", [this] { return !program_.FindForm("frmAdd"); });
+    ChooseMenu(main_, "mnuCheck");
+    const HWND dialog = program_.Form("frmCheck");
+    WaitFor("the findings", [&] { return !Entries(FindControl(dialog, "LV1")).empty(); });
+    TakePicture("check", dialog);
+    PressButton(FindControl(dialog, "Command1"));
+    WaitFor("the item", [this] { return TextOf(In("RTB")).starts_with(u"Declare "); });
+    PressButton(FindControl(dialog, "Command2"));
+    WaitFor("the dialog's end", [this] { return !program_.FindForm("frmCheck"); });
+    Save();
+  }
+
+  void Save() {
+    const auto file = folder_ / "moje.api";
+    const auto before = std::filesystem::file_size(file);
+    ClickToolbar(main_, "save");
+    PostMessageW(In("Toolbar1"), WM_MOUSELEAVE, 0, 0);
+    WaitFor("the saved library", [&] { return std::filesystem::file_size(file) > before; });
   }
 
   void Close() {

@@ -136,8 +136,9 @@ void LibraryCommands::ShowInCatalogue(const std::filesystem::path& path) {
 
 void LibraryCommands::EnableLibraryCommands(bool enabled) {
   controls_.Toolbar1.SetButtonEnabled("save", enabled);
-  for (MenuItem* entry : {&controls_.mnuSave, &controls_.mnuSaveAs, &controls_.mnuImport,
-                          &controls_.mnuExport, &controls_.mnuAdd, &controls_.mnuRename}) {
+  for (MenuItem* entry :
+       {&controls_.mnuSave, &controls_.mnuSaveAs, &controls_.mnuImport, &controls_.mnuExport,
+        &controls_.mnuAdd, &controls_.mnuRename, &controls_.mnuCheck}) {
     entry->SetEnabled(enabled);
   }
 }

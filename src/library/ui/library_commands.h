@@ -34,6 +34,7 @@ struct LibraryControls {
   MenuItem& mnuExport;
   MenuItem& mnuAdd;
   MenuItem& mnuDeleteDbItem;
+  MenuItem& mnuCheck;
   ListBox& lstFind;
   ListView& lstShare;
 };

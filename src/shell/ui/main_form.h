@@ -52,6 +52,7 @@ struct MainForm {
   MenuItem& mnuExport;
   MenuItem& mnuAdd;
   MenuItem& mnuDeleteDbItem;
+  MenuItem& mnuCheck;
   MenuItem& mnuClose;
   MenuItem& mnuPopupAddList;
   MenuItem& mnuDelOnce;
