@@ -44,7 +44,7 @@ void ActiveCodeModule::Check() {
   const auto module = module_;
   if (!module || checking_) return;
   const HeldFlag checking(checking_);
-  [[maybe_unused]] const auto lines = module->CountOfLines();
+  [[maybe_unused]] const auto lines = module->CountOfLines(BusyHost::kGiveUp);
 }
 
 void ActiveCodeModule::ComponentSelected(std::unique_ptr<CodeModule> module) {

@@ -49,6 +49,17 @@ class HostConnection : public std::enable_shared_from_this<HostConnection> {
   // One turn of the 100 ms timer CodeModuleChecker.
   void CheckActiveCodeModule() { active_->Check(); }
 
+  // Null when there is none. Who keeps one over a call that lets events in looks at IsConnected
+  // afterwards.
+  [[nodiscard]] std::shared_ptr<CodeModule> ActiveModule() const noexcept {
+    return active_->Module();
+  }
+  // Null when disconnected.
+  [[nodiscard]] std::shared_ptr<HostApplication> Application() const noexcept {
+    return application_;
+  }
+  [[nodiscard]] bool IsConnected() const noexcept { return application_ != nullptr; }
+
   // InsertIntoActiveModule on the active code module; the caret's line stays in view.
   [[nodiscard]] HostResult<Insertion> Insert(
       const std::function<bool(std::u16string_view question)>& ask,

@@ -7,8 +7,12 @@
 #include <expected>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
+
+#include "host/busy_host.h"
+#include "vb/module.h"
 
 namespace declarium {
 
@@ -16,6 +20,12 @@ namespace declarium {
 struct HostError {
   std::int32_t code;
 };
+
+// RPC_E_CALL_REJECTED or RPC_E_SERVERCALL_RETRYLATER: the host takes no calls now.
+[[nodiscard]] constexpr bool IsBusy(const HostError& error) noexcept {
+  return error.code == static_cast<std::int32_t>(0x80010001) ||
+         error.code == static_cast<std::int32_t>(0x8001010A);
+}
 
 template <class T = void>
 using HostResult = std::expected<T, HostError>;
@@ -39,6 +49,8 @@ class Subscription {
   virtual ~Subscription() = default;
 };
 
+class HostComponent;
+
 // The code of one component. Line numbers are 1-based. A module whose component was closed or
 // removed answers every call with an error.
 class CodeModule {
@@ -51,10 +63,40 @@ class CodeModule {
   // come from the same application.
   [[nodiscard]] virtual HostResult<bool> IsSameAs(CodeModule& other) = 0;
   [[nodiscard]] virtual HostResult<int> CountOfDeclarationLines() = 0;
-  // Answers at once: a busy host is not waited for.
-  [[nodiscard]] virtual HostResult<int> CountOfLines() = 0;
+  [[nodiscard]] virtual HostResult<int> CountOfLines(BusyHost busy) = 0;
+  // `count` lines from `first` on, joined by CR LF. Fails when they do not all exist.
+  [[nodiscard]] virtual HostResult<std::u16string> Lines(int first, int count) = 0;
   // Inserts `text`, which may hold several lines, before `line`.
   [[nodiscard]] virtual HostResult<> InsertLines(int line, std::u16string_view text) = 0;
+  [[nodiscard]] virtual HostResult<> DeleteLines(int first, int count) = 0;
+  // `text` is one line.
+  [[nodiscard]] virtual HostResult<> ReplaceLine(int line, std::u16string_view text) = 0;
+  [[nodiscard]] virtual HostResult<std::unique_ptr<HostComponent>> Owner() = 0;
+};
+
+class HostProject;
+
+// A module, form, class and so on of a project.
+class HostComponent {
+ public:
+  virtual ~HostComponent() = default;
+  [[nodiscard]] virtual HostResult<std::u16string> Name() = 0;
+  // None for what holds no code, as a resource file.
+  [[nodiscard]] virtual HostResult<std::optional<vb::ModuleKind>> Kind() = 0;
+  // Null when it has no code.
+  [[nodiscard]] virtual HostResult<std::unique_ptr<CodeModule>> Module() = 0;
+  [[nodiscard]] virtual HostResult<std::unique_ptr<HostProject>> Project() = 0;
+  // `other` must come from the same application. The host is not asked.
+  [[nodiscard]] virtual bool IsSameAs(const HostComponent& other) const = 0;
+};
+
+class HostProject {
+ public:
+  virtual ~HostProject() = default;
+  [[nodiscard]] virtual HostResult<std::u16string> Name() = 0;
+  [[nodiscard]] virtual HostResult<int> CountOfComponents() = 0;
+  // `position` counts from 1.
+  [[nodiscard]] virtual HostResult<std::unique_ptr<HostComponent>> Component(int position) = 0;
 };
 
 // A window of the host that shows a code module.
@@ -102,6 +144,9 @@ class HostApplication {
   // The module of the selected component, or of the active code pane when no component is selected;
   // null when there is neither.
   [[nodiscard]] virtual HostResult<std::unique_ptr<CodeModule>> ActiveModule() = 0;
+
+  // Null when no project is open.
+  [[nodiscard]] virtual HostResult<std::unique_ptr<HostProject>> ActiveProject() = 0;
 
   // Null when the host has no active code pane.
   [[nodiscard]] virtual HostResult<std::unique_ptr<CodePane>> ActivePane() = 0;

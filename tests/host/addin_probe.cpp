@@ -4,7 +4,9 @@
 // The log is the file that the environment variable DECLARIUM_PROBE_LOG names, one event per line.
 // The text that "insert" inserts, and the answer to its question, come from the files
 // LOG.text and LOG.answer ("yes" or "no"); a file LOG.stay makes the main window answer that it may
-// stay, LOG.noload that it cannot be loaded. LOG.process gets the id of the process.
+// stay, LOG.noload that it cannot be loaded. With a file LOG.read the active module and its project
+// are read instead, and with LOG.edit that text is inserted in front of the first line and behind
+// the last. LOG.process gets the id of the process.
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -13,12 +15,14 @@
 #include <vector>
 #include <windows.h>
 
+#include "host/code_reading.h"
 #include "host/com/connect.h"
 #include "host/com/host_calls.h"
 #include "host/com/server_process.h"
 #include "host/com/server_tasks.h"
 #include "host/com/windows_face_clipboard.h"
 #include "host/host_sessions.h"
+#include "host/line_edits.h"
 #include "host/server_switches.h"
 #include "text/text.h"
 #include "win32/program.h"
@@ -72,7 +76,11 @@ class LoggingWindow final : public MainWindowLink {
     connection_ = &connection;
     log_.Write(hold_ ? "front" : "show");
     if (!hold_) hold_ = std::make_unique<com::ServerHold>(process_);
-    if (log_.Has(L".text")) Insert();
+    if (log_.Has(L".read")) {
+      Read();
+    } else if (log_.Has(L".text")) {
+      Insert();
+    }
   }
   void ForgetConnection(HostConnection& connection, HostConnection* successor) override {
     if (connection_ == &connection) connection_ = successor;
@@ -95,6 +103,35 @@ class LoggingWindow final : public MainWindowLink {
   }
 
  private:
+  void Read() {
+    const auto module = connection_->ActiveModule();
+    if (!module) return log_.Write("no module to read");
+    const auto read = ReadModule(module);
+    log_.Write(read ? "read " + ToUtf8(read->name) : "not read");
+    if (!read) return;
+    if (log_.Has(L".edit")) return Edit(*read);
+    auto project = read->component->Project();
+    if (!project) return log_.Write("no project");
+    ProjectReading reading(*std::move(project), &*read);
+    auto going_on = reading.Begin();
+    while (going_on && !reading.IsAtEnd()) going_on = reading.ReadNext();
+    std::string modules;
+    for (const auto& code : reading.Modules()) {
+      modules += " " + ToUtf8(code.name) + "=" + ToUtf8(code.text);
+    }
+    log_.Write((going_on ? "whole" : "part") + modules + " without " +
+               std::to_string(reading.Unread().size()));
+  }
+
+  void Edit(const ReadCode& read) {
+    const auto text = FromUtf8(log_.Read(L".edit"));
+    const int end = read.module->CountOfLines(BusyHost::kWaitFor).value_or(0) + 1;
+    const auto report = ApplyEdits(*read.module, read.text,
+                                   {{.line = 1, .text = text}, {.line = end, .text = text}});
+    static constexpr const char* kNames[] = {"done", "changed", "refused", "partly", "unknown"};
+    log_.Write(std::string("edit ") + kNames[static_cast<int>(report.outcome)]);
+  }
+
   void Insert() {
     const auto outcome = connection_->Insert(
         [this](std::u16string_view question) {

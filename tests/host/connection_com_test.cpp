@@ -395,5 +395,107 @@ TEST_F(Connection, OneHostDyingLeavesTheOtherConnected) {
   ASSERT_EQ(second.Tell(kDisconnect), "ok");
 }
 
+// What the probe reads, or does to what it read, on each click.
+class ConnectionReading : public Connection {
+ protected:
+  ConnectionReading() {
+    OpenModule(ide_, "' one\\n' two");
+    ide_.Tell("component Project1 Form1 5");
+    ide_.Tell("text Form1 ' form");
+    ide_.Tell("component Project1 Res1 4");
+    ide_.Tell("component Project1 Class1 2");
+    log_.Set(".read", "");
+    EXPECT_EQ(ide_.Tell(kConnect), "ok");
+  }
+  void TearDown() override {
+    EXPECT_EQ(ide_.Tell(kDisconnect), "ok");
+    Connection::TearDown();
+  }
+
+  // The last line of the log when the click has been dealt with.
+  std::string Click() {
+    ide_.Tell("calls reset");
+    const int before = static_cast<int>(Answers().size());
+    EXPECT_EQ(ide_.Tell("click Standard"), "ok");
+    EXPECT_TRUE(Eventually([&] { return static_cast<int>(Answers().size()) > before; }));
+    const auto answers = Answers();
+    return answers.empty() ? "" : answers.back();
+  }
+  [[nodiscard]] std::vector<std::string> Answers() const {
+    auto lines = log_.Lines();
+    std::erase_if(lines, [](const std::string& line) {
+      return !line.starts_with("whole") && !line.starts_with("part") && !line.starts_with("edit") &&
+             !line.starts_with("no");
+    });
+    std::erase(lines, "no module");
+    return lines;
+  }
+
+  IdeProcess ide_;
+};
+
+const std::string kWhole = "whole Form1=' form Class1= without 0";
+
+TEST_F(ConnectionReading, ReadsTheActiveModuleAndItsProjectWithSixCallsAModule) {
+  EXPECT_EQ(Click(), kWhole);
+  EXPECT_EQ(log_.Count("read Module1"), 1);
+  // Beside the modules' own: which module is active, and where its project is.
+  std::istringstream names(ide_.Tell("call-names").substr(3));
+  int calls = 0;
+  for (std::string name; names >> name;) {
+    if (!name.starts_with("VBE.") && name != "VBComponent.Collection" &&
+        !name.starts_with("VBComponents.Parent") && !name.starts_with("VBProject.")) {
+      ++calls;
+    }
+  }
+  EXPECT_LE(calls, 1 + 4 * 6 + 1) << ide_.Tell("call-names");
+}
+
+TEST_F(ConnectionReading, AFailingCallEndsItOrLeavesOneComponentOut) {
+  for (int call = 3; call < 26; call += 5) {
+    ASSERT_EQ(ide_.Tell("fail " + std::to_string(call) + " 80004005"), "ok");
+    const auto answer = Click();
+    EXPECT_TRUE(answer == kWhole || answer == "not read" || answer == "no project" ||
+                answer.starts_with("part") || answer.ends_with("without 1"))
+        << call << ": " << answer;
+    ASSERT_EQ(ide_.Tell("well"), "ok");
+  }
+  EXPECT_EQ(Click(), kWhole);
+}
+
+TEST_F(ConnectionReading, ABusyIdeIsWaitedFor) {
+  ASSERT_EQ(ide_.Tell("busy reject 4"), "ok");
+  EXPECT_EQ(Click(), kWhole);
+  EXPECT_GE(ide_.Ask("rejected"), 0);
+}
+
+TEST_F(ConnectionReading, EditsTheModuleOrLeavesItAsItWas) {
+  log_.Set(".edit", "' new");
+  EXPECT_EQ(Click(), "edit done");
+  EXPECT_EQ(ide_.Tell("lines Module1"), "ok ' new\\n' one\\n' two\\n' new");
+  for (const auto* member : {"InsertLines", "CountOfLines", "Lines"}) {
+    const auto before = ide_.Tell("lines Module1");
+    ASSERT_EQ(ide_.Tell(std::string("fail-member ") + member + " 80004005"), "ok");
+    const auto answer = Click();
+    EXPECT_TRUE(answer == "edit refused" || answer == "not read") << member << ": " << answer;
+    EXPECT_EQ(ide_.Tell("lines Module1"), before) << member;
+    ASSERT_EQ(ide_.Tell("well"), "ok");
+  }
+}
+
+TEST_F(Connection, AnIdeThatDiesWhileItIsReadEndsTheAddIn) {
+  log_.Set(".read", "");
+  int ends = 0;
+  for (const int call : {2, 14}) {
+    IdeProcess ide;
+    OpenModule(ide, "' one\\n' two");
+    ASSERT_EQ(ide.Tell("component Project1 Form1 5"), "ok");
+    ASSERT_EQ(ide.Tell(kConnect), "ok");
+    ASSERT_EQ(ide.Tell("die-at " + std::to_string(call)), "ok");
+    ide.Send("click Standard");
+    EXPECT_TRUE(log_.Comes("end", ++ends)) << call;
+  }
+}
+
 }  // namespace
 }  // namespace declarium

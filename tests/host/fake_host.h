@@ -6,6 +6,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -14,6 +15,7 @@
 #include "host/host_object_model.h"
 #include "host/main_window_link.h"
 #include "text/text.h"
+#include "vbhost/module_text.h"
 
 namespace declarium {
 
@@ -22,11 +24,19 @@ struct Record {
   std::vector<std::string> entries;
   std::string failing;  // the entry that fails, "" for none
   std::function<void(const std::string& entry)> on_enter = nullptr;  // what the host does meanwhile
+  // Entries from now on that still succeed; then one fails, or all when the host dies.
+  std::optional<int> until_failure = std::nullopt;
+  bool dies = false;
+  HostError failure{-1};
 
   HostResult<> Enter(const std::string& entry) {
     entries.push_back(entry);
     if (const auto act = on_enter) act(entry);
-    if (entry == failing) return std::unexpected(HostError{-1});
+    if (entry == failing) return std::unexpected(failure);
+    if (until_failure && (*until_failure)-- <= 0) {
+      if (!dies) until_failure = std::nullopt;
+      return std::unexpected(failure);
+    }
     return {};
   }
   [[nodiscard]] int Count(const std::string& entry) const {
@@ -34,13 +44,34 @@ struct Record {
   }
 };
 
+struct FakeProjectState;
+
 struct FakeModule {
-  std::u16string name;
+  std::u16string name{};
   int declaration_lines = 0;
-  int lines = 0;
+  std::optional<int> lines{};  // what is said instead of the number of lines
   std::vector<std::pair<int, std::u16string>> insertions{};
+  std::optional<vb::ModuleKind> kind = vb::ModuleKind::kStandard;
+  bool has_code = true;
+  vbhost::ModuleText code{};
+  std::weak_ptr<FakeProjectState> project{};
+  int half_inserted = 0;  // lines that a failing InsertLines inserts all the same
   bool gone = false;
   std::function<void()> on_asked = nullptr;  // what the host does while it says which one it is
+};
+
+// A text as one module.
+inline std::shared_ptr<FakeModule> ModuleOf(std::u16string name, std::u16string_view text) {
+  auto module = std::make_shared<FakeModule>();
+  module->name = std::move(name);
+  module->code.Set(text);
+  return module;
+}
+
+struct FakeProjectState {
+  std::u16string name = u"Project1";
+  std::vector<std::shared_ptr<FakeModule>> modules{};
+  std::optional<int> count{};  // what is said instead of the number of components
 };
 
 class FakeCodeModule final : public CodeModule {
@@ -65,22 +96,114 @@ class FakeCodeModule final : public CodeModule {
     }
     return state_->declaration_lines;
   }
-  HostResult<int> CountOfLines() override {
+  HostResult<int> CountOfLines(BusyHost) override {
     if (auto entered = record_.Enter("CountOfLines"); !entered) {
       return std::unexpected(entered.error());
     }
-    return state_->lines;
+    return state_->lines.value_or(state_->code.CountOfLines());
+  }
+  HostResult<std::u16string> Lines(int first, int count) override {
+    if (auto entered = record_.Enter("Lines"); !entered) return std::unexpected(entered.error());
+    std::u16string text;
+    if (!state_->code.Lines(first, count, text)) return std::unexpected(HostError{-2});
+    return text;
   }
   HostResult<> InsertLines(int line, std::u16string_view text) override {
-    if (auto entered = record_.Enter("InsertLines"); !entered) return entered;
+    if (auto entered = record_.Enter("InsertLines"); !entered) {
+      for (int i = 0; i < state_->half_inserted; ++i) (void)state_->code.InsertLines(line, u"half");
+      return entered;
+    }
     state_->insertions.emplace_back(line, text);
-    return {};
+    return Outcome(state_->code.InsertLines(line, text));
+  }
+  HostResult<> DeleteLines(int first, int count) override {
+    if (auto entered = record_.Enter("DeleteLines"); !entered) return entered;
+    return Outcome(state_->code.DeleteLines(first, count));
+  }
+  HostResult<> ReplaceLine(int line, std::u16string_view text) override {
+    if (auto entered = record_.Enter("ReplaceLine"); !entered) return entered;
+    return Outcome(state_->code.DeleteLines(line, 1) && state_->code.InsertLines(line, text));
+  }
+  HostResult<std::unique_ptr<HostComponent>> Owner() override;
+
+ private:
+  static HostResult<> Outcome(bool done) {
+    if (done) return {};
+    return std::unexpected(HostError{-2});
+  }
+
+  std::shared_ptr<FakeModule> state_;
+  Record& record_;
+};
+
+class FakeComponent final : public HostComponent {
+ public:
+  FakeComponent(std::shared_ptr<FakeModule> state, Record& record)
+      : state_(std::move(state)), record_(record) {}
+  HostResult<std::u16string> Name() override {
+    if (auto entered = record_.Enter("Name"); !entered) return std::unexpected(entered.error());
+    return state_->name;
+  }
+  HostResult<std::optional<vb::ModuleKind>> Kind() override {
+    if (auto entered = record_.Enter("Type"); !entered) return std::unexpected(entered.error());
+    return state_->kind;
+  }
+  HostResult<std::unique_ptr<CodeModule>> Module() override {
+    if (auto entered = record_.Enter("CodeModule"); !entered) {
+      return std::unexpected(entered.error());
+    }
+    if (!state_->has_code) return nullptr;
+    return std::make_unique<FakeCodeModule>(state_, record_);
+  }
+  HostResult<std::unique_ptr<HostProject>> Project() override;
+  bool IsSameAs(const HostComponent& other) const override {
+    return state_ == static_cast<const FakeComponent&>(other).state_;
   }
 
  private:
   std::shared_ptr<FakeModule> state_;
   Record& record_;
 };
+
+inline HostResult<std::unique_ptr<HostComponent>> FakeCodeModule::Owner() {
+  if (auto entered = record_.Enter("Parent"); !entered) return std::unexpected(entered.error());
+  return std::make_unique<FakeComponent>(state_, record_);
+}
+
+class FakeProject final : public HostProject {
+ public:
+  FakeProject(std::shared_ptr<FakeProjectState> state, Record& record)
+      : state_(std::move(state)), record_(record) {}
+  HostResult<std::u16string> Name() override {
+    if (auto entered = record_.Enter("Project.Name"); !entered) {
+      return std::unexpected(entered.error());
+    }
+    return state_->name;
+  }
+  HostResult<int> CountOfComponents() override {
+    if (auto entered = record_.Enter("Count"); !entered) return std::unexpected(entered.error());
+    return state_->count.value_or(static_cast<int>(state_->modules.size()));
+  }
+  HostResult<std::unique_ptr<HostComponent>> Component(int position) override {
+    if (auto entered = record_.Enter("Item"); !entered) return std::unexpected(entered.error());
+    const auto index = static_cast<std::size_t>(position - 1);
+    if (index >= state_->modules.size()) return std::unexpected(HostError{-2});
+    return std::make_unique<FakeComponent>(state_->modules[index], record_);
+  }
+
+ private:
+  std::shared_ptr<FakeProjectState> state_;
+  Record& record_;
+};
+
+inline HostResult<std::unique_ptr<HostProject>> FakeComponent::Project() {
+  if (auto entered = record_.Enter("Collection"); !entered) {
+    return std::unexpected(entered.error());
+  }
+  const auto project = state_->project.lock();
+  if (!project) return nullptr;
+  return std::make_unique<FakeProject>(project, record_);
+}
 
 struct FakePaneState {
   std::shared_ptr<FakeModule> module;
@@ -145,6 +268,15 @@ struct FakeHostState {
   std::weak_ptr<ComponentEvents> events;
   std::shared_ptr<FakeModule> selected;
   std::shared_ptr<FakePaneState> pane;
+  std::shared_ptr<FakeProjectState> project;
+
+  // Opens a project of these modules and selects the first.
+  void OpenProject(std::vector<std::shared_ptr<FakeModule>> modules) {
+    project = std::make_shared<FakeProjectState>();
+    for (const auto& module : modules) module->project = project;
+    if (!modules.empty()) selected = modules.front();
+    project->modules = std::move(modules);
+  }
 
   std::unique_ptr<CodeModule> Module(const std::shared_ptr<FakeModule>& module) {
     if (!module) return nullptr;
@@ -183,6 +315,13 @@ class FakeApplication final : public HostApplication {
       return std::unexpected(entered.error());
     }
     return state_.Module(state_.selected);
+  }
+  HostResult<std::unique_ptr<HostProject>> ActiveProject() override {
+    if (auto entered = state_.record.Enter("ActiveProject"); !entered) {
+      return std::unexpected(entered.error());
+    }
+    if (!state_.project) return nullptr;
+    return std::make_unique<FakeProject>(state_.project, state_.record);
   }
   HostResult<std::unique_ptr<CodePane>> ActivePane() override {
     if (!state_.pane) return nullptr;

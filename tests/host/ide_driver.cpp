@@ -145,7 +145,8 @@ ProbeLog::ProbeLog() {
 
 ProbeLog::~ProbeLog() {
   std::error_code ignored;
-  for (const char* suffix : {"", ".text", ".answer", ".stay", ".noload", ".process"}) {
+  for (const char* suffix :
+       {"", ".text", ".answer", ".stay", ".noload", ".process", ".read", ".edit"}) {
     auto path = path_;
     std::filesystem::remove(path += suffix, ignored);
   }

@@ -260,6 +260,8 @@ ComPtr<IDispatch> ObjectModel::ComponentsOf(const std::shared_ptr<Project>& proj
       const auto component = ItemOf(project->components, c.arguments[0]);
       return component ? Answer(c, Of(component)) : kOutOfRange;
     });
+    object.Add(2, L"Parent", Access::kGet, 0, 0,
+               [this, project](Call& c) { return Answer(c, Of(project)); });
     object.Add(10, L"Count", Access::kGet, 0, 0, [project](Call& c) {
       return Answer(c, static_cast<int>(project->components.size()));
     });
@@ -276,6 +278,10 @@ ComPtr<IDispatch> ObjectModel::Of(const std::shared_ptr<Component>& component) {
     });
     object.Add(51, L"Type", Access::kGet, 0, 0,
                [component](Call& c) { return Answer(c, component->type); });
+    object.Add(54, L"Collection", Access::kGet, 0, 0, [this, component](Call& c) {
+      const auto project = component->project.lock();
+      return project && !component->removed ? Answer(c, ComponentsOf(project)) : kGone;
+    });
   });
 }
 
@@ -315,6 +321,16 @@ ComPtr<IDispatch> ObjectModel::ModuleOf(const std::shared_ptr<Component>& compon
     add(0x60020009, L"DeleteLines", Access::kMethod, 1, 2, [this, component](Call& c) {
       const int count = c.arguments.size() > 1 ? NumberAt(c, 1) : 1;
       if (!component->code.DeleteLines(NumberAt(c, 0), count)) return E_INVALIDARG;
+      ide_.changed();
+      return S_OK;
+    });
+    add(0x6002000A, L"ReplaceLine", Access::kMethod, 2, 2, [this, component](Call& c) {
+      const int line = NumberAt(c, 0);
+      std::u16string text;
+      if (FAILED(TakeText(c, text)) || !component->code.DeleteLines(line, 1) ||
+          !component->code.InsertLines(line, text)) {
+        return E_INVALIDARG;
+      }
       ide_.changed();
       return S_OK;
     });

@@ -25,10 +25,6 @@ class PolicyScope {
   BusyHost previous_;
 };
 
-bool IsRejected(HRESULT result) {
-  return result == RPC_E_CALL_REJECTED || result == RPC_E_SERVERCALL_RETRYLATER;
-}
-
 // Waits and serves incoming calls meanwhile.
 void Pause(std::chrono::milliseconds time) {
   const win32::UniqueKernelObject never(CreateEventW(nullptr, TRUE, FALSE, nullptr));
@@ -89,7 +85,7 @@ HRESULT HostObject::InvokeWithPatience(HostMember member, WORD flags, DISPPARAMS
   // that gave up the time is over as well.
   for (;;) {
     const HRESULT status = InvokeOnce(member, flags, parameters, result);
-    if (!IsRejected(status)) return status;
+    if (!IsBusy({.code = status})) return status;
     const auto elapsed = std::chrono::steady_clock::now() - start;
     const auto pause =
         PauseBeforeRetry(policy, std::chrono::duration_cast<std::chrono::milliseconds>(elapsed));
@@ -138,8 +134,9 @@ HostResult<int> HostObject::Number(HostMember member, BusyHost policy) const {
   return number;
 }
 
-HostResult<std::u16string> HostObject::Text(HostMember member) const {
-  const auto value = Get(member);
+HostResult<std::u16string> HostObject::Text(HostMember member,
+                                            std::initializer_list<Variant> arguments) const {
+  const auto value = Get(member, arguments);
   if (!value) return std::unexpected(value.error());
   std::u16string text;
   const HRESULT status = value->ToText(text);
@@ -156,6 +153,12 @@ HostResult<> HostObject::Put(HostMember member, Variant value) const {
 HostResult<Variant> HostObject::Call(HostMember member,
                                      std::initializer_list<Variant> arguments) const {
   return Invoke(member, DISPATCH_METHOD, arguments, BusyHost::kWaitFor);
+}
+
+HostResult<> HostObject::Do(HostMember member, std::initializer_list<Variant> arguments) const {
+  const auto done = Call(member, arguments);
+  if (!done) return std::unexpected(done.error());
+  return {};
 }
 
 HostResult<HostObject> HostObject::CallObject(HostMember member,

@@ -31,10 +31,14 @@ class HostObject {
                                               std::initializer_list<Variant> arguments = {}) const;
   [[nodiscard]] HostResult<int> Number(HostMember member,
                                        BusyHost policy = BusyHost::kWaitFor) const;
-  [[nodiscard]] HostResult<std::u16string> Text(HostMember member) const;
+  [[nodiscard]] HostResult<std::u16string> Text(
+      HostMember member, std::initializer_list<Variant> arguments = {}) const;
   [[nodiscard]] HostResult<> Put(HostMember member, Variant value) const;
   [[nodiscard]] HostResult<Variant> Call(HostMember member,
                                          std::initializer_list<Variant> arguments = {}) const;
+  // As Call, for what returns nothing.
+  [[nodiscard]] HostResult<> Do(HostMember member,
+                                std::initializer_list<Variant> arguments = {}) const;
   [[nodiscard]] HostResult<HostObject> CallObject(HostMember member,
                                                   std::initializer_list<Variant> arguments) const;
 

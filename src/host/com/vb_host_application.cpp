@@ -5,104 +5,28 @@
 #include <vector>
 
 #include "host/com/event_sink.h"
+#include "host/com/vb_code.h"
 #include "host/com/vb_members.h"
 
 namespace declarium::com {
 namespace {
 
-HostResult<> WithoutValue(const HostResult<Variant>& result) {
-  if (!result) return std::unexpected(result.error());
-  return {};
-}
-
 class VbControl final : public CommandBarControl {
  public:
   explicit VbControl(HostObject control) : control_(std::move(control)) {}
-  HostResult<> PasteFace() override { return WithoutValue(control_.Call(vb::kPasteFace)); }
+  HostResult<> PasteFace() override { return control_.Do(vb::kPasteFace); }
   HostResult<> SetCaption(std::u16string_view caption) override {
     return control_.Put(vb::kCaption, Variant(caption));
   }
   HostResult<> SetTooltipText(std::u16string_view text) override {
     return control_.Put(vb::kTooltipText, Variant(text));
   }
-  HostResult<> Delete() override { return WithoutValue(control_.Call(vb::kDelete)); }
+  HostResult<> Delete() override { return control_.Do(vb::kDelete); }
   [[nodiscard]] const HostObject& object() const { return control_; }
 
  private:
   HostObject control_;
 };
-
-// The identity of an object: proxies of one object compare equal by it.
-IUnknown* IdentityOf(const HostObject& object) {
-  return ComPtr<IDispatch>(object.Get()).Query<IUnknown>(IID_IUnknown).Get();
-}
-
-class VbCodeModule final : public CodeModule {
- public:
-  explicit VbCodeModule(HostObject module) : module_(std::move(module)) {}
-  HostResult<std::u16string> ComponentName() override {
-    return Then(module_.Object(vb::kParent),
-                [](const HostObject& component) { return component.Text(vb::kComponentName); });
-  }
-  HostResult<bool> IsSameAs(CodeModule& other) override {
-    const auto component = module_.Object(vb::kParent);
-    if (!component) return std::unexpected(component.error());
-    const auto others = static_cast<VbCodeModule&>(other).module_.Object(vb::kParent);
-    return others && IdentityOf(*component) == IdentityOf(*others);
-  }
-  HostResult<int> CountOfDeclarationLines() override {
-    return module_.Number(vb::kCountOfDeclarationLines);
-  }
-  HostResult<int> CountOfLines() override {
-    return module_.Number(vb::kCountOfLines, BusyHost::kGiveUp);
-  }
-  HostResult<> InsertLines(int line, std::u16string_view text) override {
-    return WithoutValue(module_.Call(vb::kInsertLines, {Variant(line), Variant(text)}));
-  }
-
- private:
-  HostObject module_;
-};
-
-// The code of `component`; null for a component without code and for Nothing.
-std::unique_ptr<CodeModule> ModuleOf(const HostObject& component) {
-  if (!component) return nullptr;
-  const auto module = component.Object(vb::kCodeModule);
-  if (!module || !*module) return nullptr;
-  return std::make_unique<VbCodeModule>(*module);
-}
-
-class VbCodePane final : public CodePane {
- public:
-  explicit VbCodePane(HostObject pane) : pane_(std::move(pane)) {}
-  HostResult<bool> Shows(CodeModule& module) override {
-    const auto shown = pane_.Object(vb::kPaneCodeModule);
-    if (!shown) return std::unexpected(shown.error());
-    return VbCodeModule(*shown).IsSameAs(module);
-  }
-  HostResult<int> CaretLine() override;
-  HostResult<int> TopLine() override { return pane_.Number(vb::kTopLine); }
-  HostResult<int> CountOfVisibleLines() override { return pane_.Number(vb::kCountOfVisibleLines); }
-  HostResult<> SetTopLine(int line) override { return pane_.Put(vb::kTopLine, Variant(line)); }
-
- private:
-  HostObject pane_;
-};
-
-HostResult<int> VbCodePane::CaretLine() {
-  // Start line, start column, end line, end column, given last first; the caret is at the end.
-  long numbers[4] = {};
-  VARIANT arguments[4];
-  for (int i = 0; i < 4; ++i) {
-    VariantInit(&arguments[i]);
-    arguments[i].vt = VT_BYREF | VT_I4;
-    arguments[i].plVal = &numbers[3 - i];
-  }
-  DISPPARAMS parameters{arguments, nullptr, 4, 0};
-  const auto done = pane_.CallWith(vb::kGetSelection, parameters);
-  if (!done) return std::unexpected(done.error());
-  return static_cast<int>(numbers[2]);
-}
 
 // Follows the projects, and in each project the components. Shared, because the host may end the
 // subscription from within a call that handles an event.
@@ -139,7 +63,7 @@ class ComponentFollower : public std::enable_shared_from_this<ComponentFollower>
   void FollowOpenProjects(const HostObject& application) {
     const auto projects = application.Object(vb::kVBProjects);
     if (!projects) return;
-    const auto count = projects->Number(vb::kProjectsCount);
+    const auto count = projects->Number(vb::kCount);
     for (int i = 1; i <= count.value_or(0); ++i) {
       if (const auto project = projects->Object(vb::kItem, {Variant(i)})) Follow(*project);
     }
@@ -284,15 +208,19 @@ class VbApplication final : public HostApplication {
     if (!*pane) return nullptr;
     const auto module = pane->Object(vb::kPaneCodeModule);
     if (!module) return std::unexpected(module.error());
-    if (!*module) return nullptr;
-    return std::make_unique<VbCodeModule>(*module);
+    return MakeCodeModule(*module);
+  }
+
+  HostResult<std::unique_ptr<HostProject>> ActiveProject() override {
+    auto project = application_.Object(vb::kActiveVBProject);
+    if (!project) return std::unexpected(project.error());
+    return MakeProject(*std::move(project));
   }
 
   HostResult<std::unique_ptr<CodePane>> ActivePane() override {
-    const auto pane = application_.Object(vb::kActiveCodePane);
+    auto pane = application_.Object(vb::kActiveCodePane);
     if (!pane) return std::unexpected(pane.error());
-    if (!*pane) return nullptr;
-    return std::make_unique<VbCodePane>(*pane);
+    return MakeCodePane(*std::move(pane));
   }
 
  private:

@@ -9,6 +9,7 @@ namespace declarium::com::vb {
 inline constexpr HostMember kVBProjects{107, L"VBProjects"};
 inline constexpr HostMember kCommandBars{108, L"CommandBars"};
 inline constexpr HostMember kEvents{111, L"Events"};
+inline constexpr HostMember kActiveVBProject{201, L"ActiveVBProject"};
 inline constexpr HostMember kSelectedVBComponent{202, L"SelectedVBComponent"};
 inline constexpr HostMember kMainWindow{204, L"MainWindow"};
 inline constexpr HostMember kActiveCodePane{206, L"ActiveCodePane"};
@@ -23,16 +24,35 @@ inline constexpr HostMember kCommandBarEvents{205, L"CommandBarEvents"};
 
 // Collections
 inline constexpr HostMember kItem{0, L"Item"};
-inline constexpr HostMember kProjectsCount{10, L"Count"};
+inline constexpr HostMember kCount{10, L"Count"};  // of VBProjects and VBComponents
+inline constexpr HostMember kProjectOfComponents{2, L"Parent"};
+
+// VBProject
+inline constexpr HostMember kProjectName{0, L"Name"};
+inline constexpr HostMember kVBComponents{135, L"VBComponents"};
 
 // VBComponent
 inline constexpr HostMember kComponentName{48, L"Name"};
 inline constexpr HostMember kCodeModule{50, L"CodeModule"};
+inline constexpr HostMember kComponentType{51, L"Type"};
+inline constexpr std::int32_t kStandardModule = 1;
+inline constexpr std::int32_t kMSForm = 3;
+inline constexpr std::int32_t kResourceFile = 4;
+inline constexpr std::int32_t kVBForm = 5;
+inline constexpr std::int32_t kVBMDIForm = 6;
+inline constexpr std::int32_t kPropertyPage = 7;
+inline constexpr std::int32_t kUserControl = 8;
+inline constexpr std::int32_t kDocObject = 9;
+inline constexpr std::int32_t kRelatedDocument = 10;
+inline constexpr HostMember kCollection{54, L"Collection"};
 
 // CodeModule
 inline constexpr HostMember kParent{0x60020000, L"Parent"};
+inline constexpr HostMember kLines{0x60020006, L"Lines"};
 inline constexpr HostMember kCountOfLines{0x60020007, L"CountOfLines"};
 inline constexpr HostMember kInsertLines{0x60020008, L"InsertLines"};
+inline constexpr HostMember kDeleteLines{0x60020009, L"DeleteLines"};
+inline constexpr HostMember kReplaceLine{0x6002000A, L"ReplaceLine"};
 inline constexpr HostMember kCountOfDeclarationLines{0x6002000F, L"CountOfDeclarationLines"};
 
 // CodePane
