@@ -13,12 +13,16 @@ namespace declarium {
 class EntryList {
  public:
   [[nodiscard]] int Count() const;
-  // These four are ListView's own. What it forbids throws std::logic_error.
+  // These five are ListView's own. What it forbids throws std::logic_error.
   [[nodiscard]] ListEntry At(int position) const;
   void Insert(int position, const ListEntry& entry);
   void Remove(int position);
+  void SetCheck(int position, CheckMark check);
   void Show(std::unique_ptr<const ListEntries> entries);
   void Clear();
+
+  // Switches the check box at the position, when there is one.
+  [[nodiscard]] bool SwitchCheck(int position);
 
   [[nodiscard]] int Selected() const { return selected_; }
   // A position outside the list selects none.
@@ -28,6 +32,7 @@ class EntryList {
   struct OwnEntry {
     std::u16string text;
     int icon;
+    CheckMark check;
   };
 
   std::vector<OwnEntry> own_;

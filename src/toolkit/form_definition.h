@@ -85,6 +85,7 @@ struct ControlDefinition {
   ButtonRole role = ButtonRole::kPlain;
   Color back_color = kButtonFaceColor;  // picture boxes
   MousePointer pointer = MousePointer::kDefault;
+  bool check_boxes = false;                               // list views: one for each entry
   std::span<const std::u16string_view> rows = {};         // list and combo boxes
   std::span<const ToolbarButtonDefinition> buttons = {};  // toolbars
   int interval = 0;                                       // timers, milliseconds

@@ -18,6 +18,7 @@ enum class Icon {
   kInsert,
   kFind,
   kSettings,
+  kInsertMissing,
   kApplication,
 };
 

@@ -9,9 +9,13 @@
 
 namespace declarium {
 
+// The check box in front of an entry, in lists that have them.
+enum class CheckMark { kNone, kClear, kChecked };
+
 struct ListEntry {
   std::u16string_view text;
   int icon = 0;  // 1 Const, 2 Declare, 3 Type
+  CheckMark check = CheckMark::kNone;
   bool operator==(const ListEntry&) const = default;
 };
 
@@ -40,6 +44,10 @@ class ListView : public Control {
   virtual void Remove(int position) = 0;
   virtual void Clear() = 0;
 
+  // Changes the check box of one of its own entries; changing it from code raises no
+  // on_item_check.
+  virtual void SetCheck(int position, CheckMark check) = 0;
+
   [[nodiscard]] virtual int Selected() const = 0;
   // Selects an entry, or none with -1. Selecting from code raises no on_item_click.
   virtual void Select(int position) = 0;
@@ -58,6 +66,10 @@ class ListView : public Control {
   // the selected one again. A press raises it before on_mouse_down; a press on empty space leaves
   // the selection and raises on_mouse_down only.
   Event<int> on_item_click;
+  // The user switched the check box of the entry at this position, with a click on the box or with
+  // the space bar on the selected entry. The entry has the new mark already. A click on the box
+  // selects the entry first.
+  Event<int> on_item_check;
 
  protected:
   using Control::Control;

@@ -48,8 +48,9 @@ std::vector<std::u16string> RowsOf(const RowList& list) {
 std::vector<std::u16string> EntriesOf(const ListView& list) {
   std::vector<std::u16string> entries;
   for (int i = 1; i <= list.Count(); ++i) {
-    const auto [text, icon] = list.Entry(i);
-    entries.push_back((std::u16string(1, static_cast<char16_t>(u'0' + icon)) + u" ").append(text));
+    const auto entry = list.Entry(i);
+    const auto icon = static_cast<char16_t>(u'0' + entry.icon);
+    entries.push_back((std::u16string(1, icon) + u" ").append(entry.text));
   }
   return entries;
 }

@@ -26,6 +26,7 @@ class Backend {
   virtual void Click(CheckBox& box) = 0;
   virtual void ChooseRow(RowList& list, int row) = 0;
   virtual void ClickEntry(ListView& list, int position, MouseButton button) = 0;
+  virtual void ClickCheckBox(ListView& list, int position) = 0;
   virtual void ClickEmptySpace(ListView& list) = 0;
   virtual void DoubleClickEntry(ListView& list, int position) = 0;
   virtual void DoubleClickEmptySpace(ListView& list) = 0;

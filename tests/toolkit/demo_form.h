@@ -169,6 +169,27 @@ inline constexpr FormDefinition kResults = {
     .controls = kResultControls,
 };
 
+inline constexpr ControlDefinition kCheckedControls[] = {
+    {.kind = ControlKind::kListView,
+     .name = "View1",
+     .bounds = {8, 8, 180, 91},
+     .accessible_name = u"Plán",
+     .check_boxes = true},
+    {.kind = ControlKind::kCommandButton,
+     .name = "Command1",
+     .caption = u"&OK",
+     .bounds = {113, 107, 75, 23},
+     .role = ButtonRole::kDefault},
+};
+
+// Its list has check boxes.
+inline constexpr FormDefinition kChecked = {
+    .name = "frmChecked",
+    .caption = u"Plán",
+    .size = {196, 138},
+    .controls = kCheckedControls,
+};
+
 inline constexpr ToolbarButtonDefinition kBarButtons[] = {
     {.key = "new", .icon = Icon::kNew},
     {.key = "save", .icon = Icon::kSave, .enabled = false},

@@ -24,6 +24,7 @@ class HeadlessBackend : public Backend {
   void DoubleClickEntry(ListView& list, int position) override {
     user_.DoubleClickEntry(list, position);
   }
+  void ClickCheckBox(ListView& list, int position) override { user_.ClickCheckBox(list, position); }
   void DoubleClickEmptySpace(ListView& list) override { user_.DoubleClickEmptySpace(list); }
   void ClickToolbar(Toolbar& toolbar, std::string_view key) override {
     user_.ClickToolbar(toolbar, key);

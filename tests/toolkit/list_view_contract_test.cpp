@@ -211,6 +211,77 @@ TEST_F(ListViewContract, AfterSelectingNoneTheNextArrowSelectsAgain) {
   EXPECT_THAT(TakeLog(), ElementsAre("item 1"));
 }
 
+class CheckedListContract : public Contract {
+ protected:
+  CheckedListContract() {
+    view().Append({u"Beta", 1, CheckMark::kChecked});
+    view().Append({u"gama", 2, CheckMark::kNone});
+    view().Append({u"Žeta", 3, CheckMark::kClear});
+    view().on_item_click = [this](int position) {
+      log_.push_back("item " + std::to_string(position));
+    };
+    view().on_item_check = [this](int position) {
+      const bool checked = view().Entry(position).check == CheckMark::kChecked;
+      log_.push_back((checked ? "check " : "clear ") + std::to_string(position));
+    };
+    form_->Show();
+  }
+
+  ListView& view() { return form_->Get<ListView>("View1"); }
+
+ private:
+  std::unique_ptr<Form> form_ = toolkit().CreateForm(demo::kChecked);
+};
+
+TEST_F(CheckedListContract, AClickOnTheBoxSelectsTheEntryAndSwitchesIt) {
+  user().ClickCheckBox(view(), 3);
+  user().ClickCheckBox(view(), 1);
+  user().ClickCheckBox(view(), 1);
+  EXPECT_THAT(TakeLog(),
+              ElementsAre("item 3", "check 3", "item 1", "clear 1", "item 1", "check 1"));
+  EXPECT_EQ(view().Selected(), 1);
+}
+
+TEST_F(CheckedListContract, AClickBesideTheBoxLeavesIt) {
+  user().ClickEntry(view(), 1, MouseButton::kLeft);
+  EXPECT_THAT(TakeLog(), ElementsAre("item 1"));
+  EXPECT_EQ(view().Entry(1).check, CheckMark::kChecked);
+}
+
+TEST_F(CheckedListContract, TheSpaceBarSwitchesTheSelectedEntryIfItHasABox) {
+  view().SetFocus();
+  view().Select(3);
+  user().PressKey(key::kSpace);
+  view().Select(2);
+  user().PressKey(key::kSpace);
+  view().Select(-1);
+  user().PressKey(key::kSpace);
+  EXPECT_THAT(TakeLog(), ElementsAre("check 3"));
+  EXPECT_EQ(view().Entry(3), (ListEntry{u"Žeta", 3, CheckMark::kChecked}));
+}
+
+TEST_F(CheckedListContract, ASpaceBarThatAHandlerTakesSwitchesNothing) {
+  view().SetFocus();
+  view().Select(3);
+  view().on_key_down = [](KeyDown& down) { down.code = 0; };
+  user().PressKey(key::kSpace);
+  EXPECT_THAT(TakeLog(), IsEmpty());
+}
+
+TEST_F(CheckedListContract, CheckingFromCodeFiresNothing) {
+  view().SetCheck(3, CheckMark::kChecked);
+  EXPECT_EQ(view().Entry(3).check, CheckMark::kChecked);
+  EXPECT_THROW(view().SetCheck(4, CheckMark::kClear), std::logic_error);
+  EXPECT_THAT(TakeLog(), IsEmpty());
+}
+
+TEST_F(CheckedListContract, AnEntryKeepsItsMarkWhenOthersComeAndGo) {
+  view().Insert(1, {u"Alfa", 1, CheckMark::kClear});
+  view().Remove(3);
+  EXPECT_EQ(view().Entry(2).check, CheckMark::kChecked);
+  EXPECT_EQ(view().Entry(3).check, CheckMark::kClear);
+}
+
 TEST_F(ListViewContract, FiftyThousandEntriesAreFilledAndEmptied) {
   for (int i = 0; i < 50'000; ++i) view().Append({u"Entry", 1 + i % 3});
   EXPECT_EQ(view().Count(), 50'003);

@@ -94,6 +94,16 @@ class Win32Backend : public Backend {
   void DoubleClickEntry(ListView& list, int position) override {
     PressTwiceAt(WindowOf(list), EntryPoint(list, position));
   }
+  void ClickCheckBox(ListView& list, int position) override {
+    POINT at = EntryPoint(list, position);
+    for (LVHITTESTINFO info{}; at.x > 0; --at.x) {
+      info.pt = at;
+      SendMessageW(WindowOf(list), LVM_HITTEST, 0, reinterpret_cast<LPARAM>(&info));
+      if ((info.flags & LVHT_ONITEM) == LVHT_ONITEMSTATEICON) break;
+    }
+    if (at.x == 0) throw std::logic_error(list.Name() + " has no check box there");
+    PressAt(WindowOf(list), at, MouseButton::kLeft);
+  }
   void DoubleClickEmptySpace(ListView& list) override {
     PressTwiceAt(WindowOf(list), EmptyPoint(list));
   }

@@ -7,6 +7,10 @@ int HeadlessListView::HitTest(Point at) const {
   return at.y / kEntryHeight + 1;
 }
 
+void HeadlessListView::SwitchCheck(int position) {
+  if (entries_.SwitchCheck(position)) on_item_check.Raise(position);
+}
+
 Point HeadlessListView::PointOf(int position) {
   return {kEntryHeight, (position - 1) * kEntryHeight + kEntryHeight / 2};
 }

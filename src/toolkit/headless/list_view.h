@@ -24,6 +24,7 @@ class HeadlessListView : public HeadlessControl<ListView> {
   }
   void Remove(int position) override { entries_.Remove(position); }
   void Clear() override { entries_.Clear(); }
+  void SetCheck(int position, CheckMark check) override { entries_.SetCheck(position, check); }
 
   [[nodiscard]] int Selected() const override { return entries_.Selected(); }
   void Select(int position) override { entries_.Select(position); }
@@ -34,6 +35,8 @@ class HeadlessListView : public HeadlessControl<ListView> {
   void SetColumnWidth(int width) override { column_width_ = width; }
   void SetDragTarget(Control* target) override { drag_target_ = target; }
 
+  // The user switches the check box of the entry, if it has one.
+  void SwitchCheck(int position);
   [[nodiscard]] Control* DragTarget() const { return drag_target_; }
   // The position last given to EnsureVisible, -1 when there was none.
   [[nodiscard]] int LastMadeVisible() const { return last_made_visible_; }

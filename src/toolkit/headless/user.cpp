@@ -114,6 +114,14 @@ void HeadlessUser::ClickEntry(ListView& list, int position, MouseButton button) 
   list.on_mouse_up.Raise(event);
 }
 
+void HeadlessUser::ClickCheckBox(ListView& list, int position) {
+  if (list.Entry(position).check == CheckMark::kNone) Refuse(list, "has no check box there");
+  Focus(list);
+  list.Select(position);
+  list.on_item_click.Raise(position);
+  dynamic_cast<HeadlessListView&>(list).SwitchCheck(position);
+}
+
 void HeadlessUser::ClickEmptySpace(ListView& list, MouseButton button) {
   Focus(list);
   const MouseEvent event{.button = button, .at = kEmptySpace};
@@ -201,8 +209,9 @@ void HeadlessUser::ActOnKey(Control& control, int code) {
     EditByKey(*box, code);
   } else if (auto* list = dynamic_cast<RowList*>(&control)) {
     if (StepOf(code) != 0) MoveRow(*list, StepOf(code));
-  } else if (auto* view = dynamic_cast<ListView*>(&control)) {
+  } else if (auto* view = dynamic_cast<HeadlessListView*>(&control)) {
     if (StepOf(code) != 0) MoveEntry(*view, StepOf(code));
+    if (code == key::kSpace) view->SwitchCheck(view->Selected());
   } else if (auto* toolbar = dynamic_cast<HeadlessToolbar*>(&control)) {
     toolbar->Keys().Press(code);
   } else if (code == key::kSpace) {

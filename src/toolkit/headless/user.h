@@ -31,6 +31,8 @@ class HeadlessUser {
   void DoubleClickRow(ListBox& list, int row);
   // Clicks an entry with a button of the mouse: item click, press, release.
   void ClickEntry(ListView& list, int position, MouseButton button = MouseButton::kLeft);
+  // A click on the check box in front of an entry.
+  void ClickCheckBox(ListView& list, int position);
   // A press and release on the empty space behind the last entry.
   void ClickEmptySpace(ListView& list, MouseButton button = MouseButton::kLeft);
   void DoubleClickEntry(ListView& list, int position);

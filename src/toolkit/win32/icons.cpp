@@ -82,6 +82,17 @@ constexpr Shape kInsertShapes[] = {
     {Shape::kRectangle, kGreen, {1, 6.5F}, {6, 9.5F}, {}},
     {Shape::kTriangle, kGreen, {5.5F, 4}, {10.5F, 8}, {5.5F, 12}},
 };
+// A module with a gap among its lines that the arrow points at.
+constexpr Shape kInsertMissingShapes[] = {
+    {Shape::kRectangle, kInk, {5, 1}, {15, 15}, {}},
+    {Shape::kRectangle, kPaper, {6, 2}, {14, 14}, {}},
+    {Shape::kRectangle, kLight, {8, 3}, {13, 4}, {}},
+    {Shape::kRectangle, kLight, {8, 5}, {13, 6}, {}},
+    {Shape::kRectangle, kYellow, {7, 7}, {13, 10}, {}},
+    {Shape::kRectangle, kLight, {8, 11}, {13, 12}, {}},
+    {Shape::kRectangle, kGreen, {0, 7.5F}, {4, 9.5F}, {}},
+    {Shape::kTriangle, kGreen, {3.5F, 5}, {7.5F, 8.5F}, {3.5F, 12}},
+};
 constexpr Shape kFindShapes[] = {
     {Shape::kStroke, kAmber, {9.5F, 9.5F}, {13.8F, 13.8F}, {3, 0}},
     {Shape::kDisc, kPaper, {6.5F, 6.5F}, {4.5F, 0}, {}},
@@ -154,6 +165,8 @@ std::span<const Shape> ShapesOf(Icon icon) {
       return kExportShapes;
     case Icon::kInsert:
       return kInsertShapes;
+    case Icon::kInsertMissing:
+      return kInsertMissingShapes;
     case Icon::kFind:
       return kFindShapes;
     case Icon::kSettings:

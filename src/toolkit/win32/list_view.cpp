@@ -21,7 +21,8 @@ Win32ListView::Win32ListView(Win32Form& form, const ControlDefinition& definitio
                    {WC_LISTVIEWW,
                     WS_CLIPSIBLINGS | LVS_REPORT | LVS_NOCOLUMNHEADER | LVS_SINGLESEL |
                         LVS_SHOWSELALWAYS | LVS_OWNERDATA | LVS_SHAREIMAGELISTS,
-                    WS_EX_CLIENTEDGE}) {
+                    WS_EX_CLIENTEDGE}),
+      has_check_boxes_(definition.check_boxes) {
   // The control would look after its scroll bars at each of these steps.
   Send(WM_SETREDRAW, FALSE);
   column_width_ = definition.bounds.width - 20;
@@ -29,8 +30,10 @@ Win32ListView::Win32ListView(Win32Form& form, const ControlDefinition& definitio
   column.mask = LVCF_WIDTH;
   column.cx = ToPhysical(column_width_, Dpi());
   Send(LVM_INSERTCOLUMNW, 0, reinterpret_cast<LPARAM>(&column));
-  Send(LVM_SETEXTENDEDLISTVIEWSTYLE, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER,
-       LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER);
+  const DWORD style =
+      LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | (has_check_boxes_ ? LVS_EX_CHECKBOXES : 0);
+  Send(LVM_SETEXTENDEDLISTVIEWSTYLE, style, static_cast<LPARAM>(style));
+  if (has_check_boxes_) Send(LVM_SETCALLBACKMASK, LVIS_STATEIMAGEMASK);
   Send(LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(form.SmallPictures()));
   Send(WM_SETREDRAW, TRUE);
 }
@@ -60,6 +63,22 @@ void Win32ListView::Remove(int position) {
 void Win32ListView::Clear() {
   entries_.Clear();
   ListChanged();
+}
+
+void Win32ListView::SetCheck(int position, CheckMark check) {
+  entries_.SetCheck(position, check);
+  RedrawEntry(position);
+}
+
+void Win32ListView::RedrawEntry(int position) const {
+  if (!behind_) Send(LVM_REDRAWITEMS, static_cast<WPARAM>(position - 1), position - 1);
+}
+
+void Win32ListView::SwitchCheck(int position) {
+  if (!entries_.SwitchCheck(position)) return;
+  RedrawEntry(position);
+  NotifyWinEvent(EVENT_OBJECT_STATECHANGE, Handle(), OBJID_CLIENT, position);
+  on_item_check.Raise(position);
 }
 
 void Win32ListView::ListChanged() {
@@ -123,6 +142,13 @@ void Win32ListView::EnsureVisible(int position) {
   Send(LVM_ENSUREVISIBLE, static_cast<WPARAM>(position - 1), FALSE);
 }
 
+bool Win32ListView::IsOnCheckBox(Point at) const {
+  LVHITTESTINFO info{};
+  info.pt = {ToPhysical(at.x, Dpi()), ToPhysical(at.y, Dpi())};
+  Send(LVM_HITTEST, 0, reinterpret_cast<LPARAM>(&info));
+  return has_check_boxes_ && (info.flags & LVHT_ONITEM) == LVHT_ONITEMSTATEICON;
+}
+
 int Win32ListView::HitTest(Point at) const {
   Synchronize();
   LVHITTESTINFO info{};
@@ -169,6 +195,8 @@ void Win32ListView::GiveText(NMLVDISPINFOW& info) const {
     lstrcpynW(item.pszText, Wide(std::u16string(entry.text)), item.cchTextMax);
   }
   if (item.mask & LVIF_IMAGE) item.iImage = entry.icon;
+  // The first state picture is the empty box, the second the checked one.
+  if (item.mask & LVIF_STATE) item.state |= INDEXTOSTATEIMAGEMASK(static_cast<UINT>(entry.check));
 }
 
 LRESULT Win32ListView::FindBeginning(const NMLVFINDITEMW& wanted) const {
@@ -206,6 +234,10 @@ std::optional<LRESULT> Win32ListView::OnMessage(UINT message, WPARAM wparam, LPA
     case WM_RBUTTONDOWN:
       Press(MouseButton::kRight, wparam, lparam);
       return 0;
+    case WM_KEYDOWN:
+    case WM_CHAR:
+      if (has_check_boxes_ && wparam == VK_SPACE) return SpaceBar(message, wparam, lparam);
+      break;
     case WM_LBUTTONDBLCLK:
       on_double_click.Raise();
       return 0;
@@ -224,6 +256,14 @@ std::optional<LRESULT> Win32ListView::OnMessage(UINT message, WPARAM wparam, LPA
   return Win32Control::OnMessage(message, wparam, lparam);
 }
 
+// The native control would look for an entry that begins with a blank.
+std::optional<LRESULT> Win32ListView::SpaceBar(UINT message, WPARAM wparam, LPARAM lparam) {
+  if (message == WM_CHAR) return 0;
+  const auto answer = Win32Control::OnMessage(message, wparam, lparam);
+  if (!answer) SwitchCheck(Selected());
+  return 0;
+}
+
 void Win32ListView::Press(MouseButton button, WPARAM keys, LPARAM place) {
   SetFocus();
   const MouseEvent event = MouseEventOf(button, keys, place);
@@ -231,6 +271,7 @@ void Win32ListView::Press(MouseButton button, WPARAM keys, LPARAM place) {
   if (position > 0) {
     Select(position);
     on_item_click.Raise(position);
+    if (button == MouseButton::kLeft && IsOnCheckBox(event.at)) return SwitchCheck(position);
   }
   pressed_ = button == MouseButton::kLeft ? position : -1;
   pressed_at_ = {GET_X_LPARAM(place), GET_Y_LPARAM(place)};

@@ -19,6 +19,7 @@ class Win32ListView : public Win32Control<ListView> {
   void ShowEntries(std::unique_ptr<const ListEntries> entries) override;
   void Remove(int position) override;
   void Clear() override;
+  void SetCheck(int position, CheckMark check) override;
   [[nodiscard]] int Selected() const override { return entries_.Selected(); }
   void Select(int position) override;
   void EnsureVisible(int position) override;
@@ -34,6 +35,10 @@ class Win32ListView : public Win32Control<ListView> {
  private:
   std::optional<LRESULT> OnMessage(UINT message, WPARAM wparam, LPARAM lparam) override;
   void Press(MouseButton button, WPARAM keys, LPARAM place);
+  void SwitchCheck(int position);
+  [[nodiscard]] bool IsOnCheckBox(Point at) const;
+  std::optional<LRESULT> SpaceBar(UINT message, WPARAM wparam, LPARAM lparam);
+  void RedrawEntry(int position) const;
   void FollowDrag(LPARAM place);
   void EndDrag(LPARAM place);
   void GiveText(NMLVDISPINFOW& info) const;
@@ -50,6 +55,7 @@ class Win32ListView : public Win32Control<ListView> {
   void SetState(int position, UINT state) const;
 
   EntryList entries_;
+  bool has_check_boxes_;
   mutable int marked_ = -1;  // the entry that the native control shows as selected
   int column_width_;
   mutable bool behind_ = false;         // the native control does not know the list as it is
