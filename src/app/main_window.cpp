@@ -2,7 +2,10 @@
 
 #include <utility>
 
+#include "basket/insertion_text.h"
+#include "facts/known_facts.h"
 #include "library/find_item_index.h"
+#include "library/library_file.h"
 #include "shell/main_layout.h"
 #include "shell/settings.h"
 #include "shell/splitter_bars.h"
@@ -25,8 +28,8 @@ LibraryControls ForLibraries(MainForm& f) {
 }
 
 BasketControls ForBasket(MainForm& f) {
-  return {*f.frmMain,        f.lstAdd,     f.lstShare,    f.Toolbar1,
-          f.mnuPopupAddList, f.mnuDelOnce, f.mnuDelGroup, f.mnuDelAll};
+  return {*f.frmMain,   f.lstAdd,      f.lstShare,  f.Toolbar1,        f.mnuPopupAddList,
+          f.mnuDelOnce, f.mnuDelGroup, f.mnuDelAll, f.mnuInsertMissing};
 }
 
 }  // namespace
@@ -53,6 +56,7 @@ MainWindow::MainWindow(Toolkit& toolkit, SettingsStore& store, MainWindowOptions
                   [this](const ItemView& item) { basket_view_.Add(item); }),
       search_dialog_(toolkit, LinksForSearch()),
       check_dialog_(toolkit, LinksForCheck()),
+      module_commands_(toolkit, *form_.frmMain, colors_, LinksForModules()),
       toolbar_(toolkit, saver_, form_.Toolbar1, ActionsForToolbar()),
       main_width_bar_(SplitterBars()[0], *form_.frmMain, panes_, [this] { Form_Resize(); }),
       rtb_height_bar_(SplitterBars()[1], *form_.frmMain, panes_, [this] { Form_Resize(); }),
@@ -61,6 +65,7 @@ MainWindow::MainWindow(Toolkit& toolkit, SettingsStore& store, MainWindowOptions
   form_.mnuAdd.on_click = [this] { add_dialog_.Show(*form_.frmMain); };
   form_.mnuCheck.on_click = [this] { check_dialog_.Show(form_.frmMain.get()); };
   form_.mnuClose.on_click = [this] { form_.frmMain->Unload(UnloadReason::kUser); };
+  form_.mnuInsertMissing.on_click = [this] { module_commands_.InsertMissing(); };
   form_.mnuGuide.on_click = [this] { guide_.Open({}); };
   form_.mnuHelpHere.on_click = [this] { guide_.Open(MainFormDefinition().help_topic); };
   form_.mnuAbout.on_click = [this] { ShowAbout(toolkit_); };
@@ -97,7 +102,35 @@ ToolbarActions MainWindow::ActionsForToolbar() {
           .insert = [this] { options_.host.insert([this] { return BasketText(); }); },
           .find = [this] { search_dialog_.Show(form_.frmMain.get()); },
           .settings = [this] { ShowOptions(); },
+          .insert_missing = [this] { module_commands_.InsertMissing(); },
           .basket_text = [this] { return BasketText(); }};
+}
+
+ModuleCommandLinks MainWindow::LinksForModules() {
+  return {.connection = options_.host.connection,
+          .basket = [this] { return basket_view_.Items(); },
+          .libraries = [this] { return LibrariesForModules(); },
+          .options =
+              [this] {
+                const bool is_public = form_.cmbRange.Text() == kPublic;
+                return plan::PlanOptions{
+                    .scope = is_public ? vb::Scope::kPublic : vb::Scope::kPrivate,
+                    .target = writer_.Target(),
+                    .knowledge = writer_.Knowledge(library_.path)};
+              }};
+}
+
+// What the open library lacks is looked for in those that come with the program.
+LibrariesInUse MainWindow::LibrariesForModules() const {
+  LibrariesInUse libraries{.all = {&library_}, .loaded = {}};
+  for (const auto& path : BundledLibraries(options_.folder)) {
+    if (IdentityOf(path) == IdentityOf(library_.path)) continue;
+    auto library = LoadLibraryFile(path);
+    if (!library) continue;
+    libraries.loaded.push_back(std::make_unique<Library>(*std::move(library)));
+    libraries.all.push_back(libraries.loaded.back().get());
+  }
+  return libraries;
 }
 
 SearchLinks MainWindow::LinksForSearch() {

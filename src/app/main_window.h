@@ -4,10 +4,12 @@
 
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <string>
 
 #include "basket/ui/basket_view.h"
 #include "check/ui/check_dialog.h"
+#include "host/ui/module_commands.h"
 #include "host/ui/toolbar_commands.h"
 #include "import/ui/add_dialog.h"
 #include "import/ui/import_command.h"
@@ -40,6 +42,8 @@ struct HostLink {
   std::function<bool()> has_code_module = [] { return false; };
   // Inserts the basket's text, which is built only after the user agreed.
   std::function<void(const std::function<std::u16string()>& text)> insert = [](const auto&) {};
+  // The connection to the host; null without one.
+  std::function<std::shared_ptr<HostConnection>()> connection = [] { return nullptr; };
   std::function<void()> check_code_module = [] {};  // every 100 ms while the window is in use
   std::function<void()> hidden = [] {};             // closing has hidden or unloaded the window
 };
@@ -97,6 +101,8 @@ class MainWindow {
   // Selects the item in the list of its kind, as a user does; false when there is none.
   bool GoTo(Kind kind, std::u16string_view name);
   [[nodiscard]] ToolbarActions ActionsForToolbar();
+  [[nodiscard]] ModuleCommandLinks LinksForModules();
+  [[nodiscard]] LibrariesInUse LibrariesForModules() const;
 
   Toolkit& toolkit_;
   SettingsStore& store_;
@@ -124,6 +130,7 @@ class MainWindow {
   QuickFindView quick_find_;
   SearchDialog search_dialog_;
   CheckDialog check_dialog_;
+  ModuleCommands module_commands_;
   ToolbarCommands toolbar_;
   Splitter main_width_bar_;
   Splitter rtb_height_bar_;

@@ -93,6 +93,9 @@ HostLink ProgramWindows::LinkToHost() {
   return {.has_code_module =
               [this] { return connection_ != nullptr && connection_->HasActiveCodeModule(); },
           .insert = [this](const std::function<std::u16string()>& text) { Insert(text); },
+          .connection = [this]() -> std::shared_ptr<HostConnection> {
+            return connection_ ? connection_->shared_from_this() : nullptr;
+          },
           .check_code_module =
               [this] {
                 CallHost([](HostConnection& connection) { connection.CheckActiveCodeModule(); });

@@ -45,6 +45,15 @@ void Basket::RemoveAll() {
   record_.clear();
 }
 
+std::vector<ItemView> Basket::Items() const {
+  const RecordedItems recorded(record_);
+  std::vector<ItemView> items;
+  for (const auto& entry : entries_) {
+    if (const auto item = recorded.Find(entry)) items.push_back(*item);
+  }
+  return items;
+}
+
 std::u16string Basket::Text(std::u16string_view scope) const {
   return CreateSelect(entries_, record_, scope);
 }

@@ -11,6 +11,7 @@
 
 #include "library/grouped_list.h"
 #include "library/kind.h"
+#include "library/library.h"
 
 namespace declarium {
 
@@ -35,6 +36,9 @@ class Basket {
 
   // Removes every entry and empties the record.
   void RemoveAll();
+
+  // The listed items, in their order, as the record has them; the views refer into it.
+  [[nodiscard]] std::vector<ItemView> Items() const;
 
   // The basket as source text with the scope word in front of every declaration.
   [[nodiscard]] std::u16string Text(std::u16string_view scope) const;

@@ -25,6 +25,12 @@ class TargetWriter {
   // first needed, which is never for VB6, and again for another library.
   [[nodiscard]] Rewriting Write(std::u16string_view text, const std::filesystem::path& library);
 
+  // What Write goes by for declarations of that library; null for VB6, which needs none. It stands
+  // until it is asked for another library.
+  [[nodiscard]] const KnowledgeOf64* Knowledge(const std::filesystem::path& library) {
+    return target_ == vb::Audience::kVb6 ? nullptr : &KnowledgeFor(library);
+  }
+
  private:
   [[nodiscard]] const KnowledgeOf64& KnowledgeFor(const std::filesystem::path& library);
 

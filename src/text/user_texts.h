@@ -132,6 +132,60 @@ inline constexpr std::u16string_view kDeleteAll = u"Odstrániť &všetko";
 inline constexpr std::u16string_view kAskInsertBefore = u"Vložiť do '";
 inline constexpr std::u16string_view kAskInsertBehind = u"' ?";
 
+// Insertion of what is missing
+inline constexpr std::u16string_view kMenuModule = u"&Modul";
+inline constexpr std::u16string_view kMenuInsertMissing = u"&Vložiť čo chýba...";
+inline constexpr std::u16string_view kTipInsertMissing = u"Vložiť z výberu, čo v module chýba...";
+inline constexpr std::u16string_view kPlanCaptionBefore = u"Vložiť čo chýba do '";
+inline constexpr std::u16string_view kPlanCaptionBehind = u"'";
+inline constexpr std::u16string_view kPlanLabel = u"&Čo sa stane s položkami";
+inline constexpr std::u16string_view kPlanOtherName = u"&Iný názov...";
+inline constexpr std::u16string_view kPlanSourceNew = u"Vloží sa";
+inline constexpr std::u16string_view kPlanSourceLibrary = u"V databáze";
+inline constexpr std::u16string_view kPlanSourceFound = u"V module";
+inline constexpr std::u16string_view kPlanInserted = u"vloží sa";
+inline constexpr std::u16string_view kPlanInsertedAs = u"vloží sa ako ";
+inline constexpr std::u16string_view kPlanLeftOut = u"vynechá sa";
+inline constexpr std::u16string_view kPlanPresent = u"už je: ";
+inline constexpr std::u16string_view kPlanDiffers = u"je inak, ponechá sa: ";
+inline constexpr std::u16string_view kPlanClash = u"názov je obsadený: ";
+inline constexpr std::u16string_view kPlanLine = u", riadok ";
+inline constexpr std::u16string_view kPlanNeededBy = u"; potrebuje to ";
+inline constexpr std::u16string_view kPlanUnknown = u"nie je v databáze; potrebuje to ";
+inline constexpr std::u16string_view kPlanUnread = u"modul sa nedá prečítať";
+inline constexpr std::u16string_view kPlanWillInsert = u"Vloží sa položiek: ";
+inline constexpr std::u16string_view kPlanNothing = u"V module nič nechýba.";
+inline constexpr std::u16string_view kPlanAskName = u"Zadajte iný názov pre ";
+inline constexpr std::u16string_view kPlanNameNotLegal =
+    u"Toto nie je názov, aký Visual Basic dovoľuje.";
+inline constexpr std::u16string_view kPlanNameTaken = u"Tento názov je už obsadený.";
+inline constexpr std::u16string_view kHolderConst = u"konštanta";
+inline constexpr std::u16string_view kHolderDeclare = u"Declare";
+inline constexpr std::u16string_view kHolderType = u"Type";
+inline constexpr std::u16string_view kHolderEnum = u"Enum";
+inline constexpr std::u16string_view kHolderEnumMember = u"člen Enum";
+inline constexpr std::u16string_view kHolderVariable = u"premenná";
+inline constexpr std::u16string_view kHolderEvent = u"udalosť";
+inline constexpr std::u16string_view kHolderControl = u"ovládací prvok";
+inline constexpr std::u16string_view kHolderProcedure = u"procedúra";
+inline constexpr std::u16string_view kHolderModule = u"modul";
+inline constexpr std::u16string_view kReadingCaption = u"Čítanie projektu";
+inline constexpr std::u16string_view kReadingModules = u"Čítajú sa moduly projektu...";
+inline constexpr std::u16string_view kNoModuleToRead =
+    u"Vo Visual Basicu nie je aktívny žiadny modul.";
+inline constexpr std::u16string_view kHostDoesNotAnswer =
+    u"Visual Basic neodpovedá alebo modul nedovolí prečítať. Nič sa nezmenilo.";
+inline constexpr std::u16string_view kModuleChanged =
+    u"Modul sa medzitým zmenil. Nič sa do neho nevložilo; skúste to znova.";
+inline constexpr std::u16string_view kEditRefused =
+    u"Visual Basic vloženie odmietol. Modul zostal taký, aký bol.";
+inline constexpr std::u16string_view kEditPartly =
+    u"Visual Basic vloženie odmietol a časť sa nedala vziať späť. V module zostali riadky vložené "
+    u"pred riadky: ";
+inline constexpr std::u16string_view kEditUnknown =
+    u"Visual Basic pri vkladaní prestal odpovedať. Pozrite, čo v module zostalo; Späť (Ctrl+Z) to "
+    u"odstráni.";
+
 // Add dialog
 inline constexpr std::u16string_view kAddCaption = u"Pridať položku";
 inline constexpr std::u16string_view kAddLabel = u"Zdajte deklaráciu";

@@ -90,6 +90,7 @@ class AddInJob {
     TakePicture("addin-basket", "*");
     Insert();
     TakePicture("addin", "*");
+    InsertMissing();
     Must("disconnect " + kAddIn);
     WaitFor("the add-in's end", [this] { return !program_->Runs(); });
     Say("Disconnected; the add-in has ended");
@@ -148,6 +149,22 @@ class AddInJob {
     PressInDialog(question, IDYES);
     WaitFor("the text", [&] { return ide_.Tell("lines Module1") != before; });
     PrintModule("The module after:");
+  }
+
+  // The module has what was inserted; of what is added now and what that needs some is missing.
+  void InsertMissing() {
+    Add(1, u"GetWindowRect", u"Declare Function GetWindowRect");
+    Add(1, u"MonitorFromRe", u"Declare Function MonitorFromRect");
+    WaitFor("the toolbar's insert-missing",
+            [this] { return ToolbarEnabled(main_, "insert-missing"); });
+    ClickToolbar(main_, "insert-missing");
+    const HWND plan = program_->Form("frmPlan");
+    Say("Pressed the button that inserts what is missing, which shows what it would do");
+    TakePicture("insert-missing", plan);
+    const auto before = ide_.Tell("lines Module1");
+    PressButton(FindControl(plan, "Command1"));
+    WaitFor("the text", [&] { return ide_.Tell("lines Module1") != before; });
+    PrintModule("The module with what was missing:");
   }
 
   void PrintModule(const std::string& heading) {

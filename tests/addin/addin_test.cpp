@@ -159,6 +159,52 @@ TEST_F(AddInTest, LetsTheSessionEnd) {
   EXPECT_TRUE(Ends());
 }
 
+// Runs "insert what is missing" and presses the button in its plan.
+void AnswerPlan(
+    const DrivenProgram& program, const std::string& button,
+    const std::function<void()>& before = [] {}) {
+  const HWND plan = program.Form("frmPlan");
+  before();
+  window_driver::PressButton(window_driver::FindControl(plan, button));
+  window_driver::WaitFor("the plan's end", [&] { return !program.FindForm("frmPlan"); });
+}
+
+TEST_F(AddInTest, InsertsWhatIsMissingOnceAndNothingTheSecondTime) {
+  IdeProcess ide;
+  OpenModule(ide, "Option Explicit\\nSub X()\\nEnd Sub");
+  Connect(ide);
+  ClickButton(ide);
+  AddConstant();
+  ASSERT_TRUE(Eventually([this] { return ToolbarEnabled("insert-missing"); }));
+  ClickToolbar("insert-missing");
+  AnswerPlan(Program(), "Command1");
+  const std::string after = "Option Explicit\\nPrivate Const A = 1\\n\\nSub X()\\nEnd Sub";
+  EXPECT_TRUE(ModuleBecomes(ide, after)) << ide.Tell("lines Module1");
+  ClickToolbar("insert-missing");
+  AnswerPlan(Program(), "Command2", [this] {
+    const HWND plan = Program().Form("frmPlan");
+    EXPECT_FALSE(IsWindowEnabled(window_driver::FindControl(plan, "Command1")));
+  });
+  EXPECT_EQ(ide.Tell("lines Module1"), "ok " + after);
+  Disconnect(ide);
+  EXPECT_TRUE(Ends());
+}
+
+TEST_F(AddInTest, AModuleThatChangesWhileThePlanIsShownIsLeftAlone) {
+  IdeProcess ide;
+  OpenModule(ide, "Option Explicit");
+  Connect(ide);
+  ClickButton(ide);
+  AddConstant();
+  ASSERT_TRUE(Eventually([this] { return ToolbarEnabled("insert-missing"); }));
+  ClickToolbar("insert-missing");
+  AnswerPlan(Program(), "Command1", [&] { ide.Tell("text Module1 ' somebody's"); });
+  AnswerMessage(u"Modul sa medzitým zmenil. Nič sa do neho nevložilo; skúste to znova.", IDOK);
+  EXPECT_EQ(ide.Tell("lines Module1"), "ok ' somebody's");
+  Disconnect(ide);
+  EXPECT_TRUE(Ends());
+}
+
 TEST_F(AddInTest, AnsweringNoLeavesTheModuleAlone) {
   IdeProcess ide;
   OpenModule(ide, "Option Explicit");

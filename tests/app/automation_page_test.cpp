@@ -4,6 +4,8 @@
 #include <string_view>
 
 #include "check/ui/check_form.h"
+#include "host/ui/plan_form.h"
+#include "host/ui/reading_window.h"
 #include "import/ui/add_dialog.h"
 #include "library/ui/history_dialog.h"
 #include "search/ui/search_form.h"
@@ -97,7 +99,8 @@ std::string SectionOf(const FormDefinition& form) {
 
 const FormDefinition* const kForms[] = {&MainFormDefinition(),    &AddDialogDefinition(),
                                         &HistoryFormDefinition(), &OptionsFormDefinition(),
-                                        &CheckFormDefinition(),   &SearchFormDefinition(),
+                                        &CheckFormDefinition(),   &PlanFormDefinition(),
+                                        &ReadingFormDefinition(), &SearchFormDefinition(),
                                         &WaitWindowDefinition(),  &SplashFormDefinition()};
 
 TEST(AutomationPage, ListsTheControlsOfEveryForm) {

@@ -3,6 +3,8 @@
 
 #include "app/window_fixture.h"
 #include "check/ui/check_form.h"
+#include "host/ui/plan_form.h"
+#include "host/ui/reading_window.h"
 #include "import/ui/add_dialog.h"
 #include "library/ui/history_dialog.h"
 #include "search/ui/search_form.h"
@@ -97,7 +99,8 @@ TEST_F(HelpTest, AMissingGuideIsReportedWithThePathOfThePage) {
 TEST(GuidePages, AreThereInBothLanguagesForEveryFormThatAsks) {
   const FormDefinition* const forms[] = {&MainFormDefinition(),    &AddDialogDefinition(),
                                          &HistoryFormDefinition(), &OptionsFormDefinition(),
-                                         &SearchFormDefinition(),  &CheckFormDefinition()};
+                                         &CheckFormDefinition(),   &PlanFormDefinition(),
+                                         &ReadingFormDefinition(), &SearchFormDefinition()};
   for (const auto* form : forms) {
     ASSERT_FALSE(form->help_topic.empty()) << form->name;
     for (const auto* language : {"sk", "en"}) {

@@ -20,8 +20,8 @@ BasketView::BasketView(const Library& library, ItemDisplay& display, const Baske
       display_(display),
       controls_(controls),
       has_code_module_(std::move(has_code_module)) {
-  auto& [frmMain, lstAdd, lstShare, Toolbar1, mnuPopup, mnuDelOnce, mnuDelGroup, mnuDelAll] =
-      controls_;
+  auto& [frmMain, lstAdd, lstShare, Toolbar1, mnuPopup, mnuDelOnce, mnuDelGroup, mnuDelAll,
+         mnuInsertMissing] = controls_;
   lstAdd.on_item_click = [this](int position) { lstAdd_ItemClick(position); };
   lstAdd.on_key_down = [this](KeyDown& key) { lstAdd_KeyDown(key); };
   lstAdd.on_context_menu = [this] { ShowPopup(controls_.lstAdd.Selected()); };
@@ -68,7 +68,10 @@ void BasketView::SetCEI() {
   for (const auto* key : {"delete", "copy", "export"}) {
     controls_.Toolbar1.SetButtonEnabled(key, has_entries);
   }
-  controls_.Toolbar1.SetButtonEnabled("insert", has_entries && has_code_module_());
+  const bool can_insert = has_entries && has_code_module_();
+  controls_.Toolbar1.SetButtonEnabled("insert", can_insert);
+  controls_.Toolbar1.SetButtonEnabled("insert-missing", can_insert);
+  controls_.mnuInsertMissing.SetEnabled(can_insert);
 }
 
 void BasketView::DeleteAddItem() {

@@ -4,6 +4,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "basket/basket.h"
 #include "library/library.h"
@@ -24,6 +25,7 @@ struct BasketControls {
   MenuItem& mnuDelOnce;
   MenuItem& mnuDelGroup;
   MenuItem& mnuDelAll;
+  MenuItem& mnuInsertMissing;
 };
 
 class BasketView {
@@ -44,6 +46,7 @@ class BasketView {
   // code module comes or goes.
   void SetCEI();
 
+  [[nodiscard]] std::vector<ItemView> Items() const { return basket_.Items(); }
   [[nodiscard]] std::u16string Text(std::u16string_view scope) const { return basket_.Text(scope); }
 
  private:

@@ -48,6 +48,7 @@ void ToolbarCommands::Toolbar1_ButtonClick(std::string_view key) {
   if (key == "insert") return actions_.insert();
   if (key == "find") return actions_.find();
   if (key == "settings") return actions_.settings();
+  if (key == "insert-missing") return actions_.insert_missing();
 }
 
 void ToolbarCommands::Copy() {

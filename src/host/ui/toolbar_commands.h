@@ -22,6 +22,7 @@ struct ToolbarActions {
   std::function<void()> insert;
   std::function<void()> find;
   std::function<void()> settings;
+  std::function<void()> insert_missing;
   std::function<std::u16string()> basket_text;  // for "copy" and "export"
 };
 

@@ -54,6 +54,7 @@ struct MainForm {
   MenuItem& mnuDeleteDbItem;
   MenuItem& mnuCheck;
   MenuItem& mnuClose;
+  MenuItem& mnuInsertMissing;
   MenuItem& mnuPopupAddList;
   MenuItem& mnuDelOnce;
   MenuItem& mnuDelGroup;

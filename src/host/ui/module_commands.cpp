@@ -1,0 +1,152 @@
+#include "host/ui/module_commands.h"
+
+#include <deque>
+#include <optional>
+#include <utility>
+
+#include "host/code_reading.h"
+#include "host/line_edits.h"
+#include "host/ui/plan_form.h"
+#include "host/ui/reading_window.h"
+#include "text/text.h"
+#include "text/user_texts.h"
+#include "toolkit/held_flag.h"
+
+namespace declarium {
+namespace {
+
+std::vector<LineEdit> EditsOf(const plan::InsertionPlan& plan) {
+  std::vector<LineEdit> edits;
+  for (auto& insertion : plan.Insertions()) {
+    edits.push_back({.line = static_cast<int>(insertion.line), .text = std::move(insertion.text)});
+  }
+  return edits;
+}
+
+std::u16string LinesThatStand(const std::vector<LineEdit>& edits, const EditReport& report) {
+  std::u16string lines;
+  for (std::size_t i = 0; i < edits.size(); ++i) {
+    if (!report.standing[i]) continue;
+    if (!lines.empty()) lines += u", ";
+    lines += CountText(static_cast<std::uint64_t>(edits[i].line));
+  }
+  return lines;
+}
+
+std::u16string OutcomeText(const std::vector<LineEdit>& edits, const EditReport& report) {
+  switch (report.outcome) {
+    case EditReport::Outcome::kDone:
+      break;
+    case EditReport::Outcome::kChanged:
+      return std::u16string(texts::kModuleChanged);
+    case EditReport::Outcome::kRefused:
+      return std::u16string(texts::kEditRefused);
+    case EditReport::Outcome::kPartly:
+      return std::u16string(texts::kEditPartly) + LinesThatStand(edits, report);
+    case EditReport::Outcome::kUnknown:
+      return std::u16string(texts::kEditUnknown);
+  }
+  return {};
+}
+
+std::vector<std::u16string> NotesOf(const plan::WantedItems& wanted,
+                                    const std::vector<std::u16string>& unread) {
+  std::vector<std::u16string> notes;
+  for (const auto& need : wanted.unknown) {
+    notes.push_back(need.name + u" – " + std::u16string(texts::kPlanUnknown) + need.via);
+  }
+  for (const auto& module : unread) {
+    notes.push_back(module + u" – " + std::u16string(texts::kPlanUnread));
+  }
+  return notes;
+}
+
+}  // namespace
+
+// The active module and the others of its project, as they were read. The active one is the first.
+struct ModuleCommands::Reading {
+  std::vector<ReadCode> codes;
+  std::vector<std::u16string> unread;
+  std::deque<vb::Module> parsed;
+  std::optional<plan::ProjectModules> modules;
+
+  void Parse(std::u16string_view project_name) {
+    std::vector<plan::ModuleText> texts;
+    for (const auto& code : codes) {
+      parsed.push_back(vb::ReadModule(code.text, code.kind));
+      texts.push_back({.name = code.name, .text = code.text, .parsed = &parsed.back()});
+    }
+    modules.emplace(texts, project_name);
+  }
+};
+
+ModuleCommands::ModuleCommands(Toolkit& toolkit, Form& owner, const DisplayColors& colors,
+                               ModuleCommandLinks links)
+    : toolkit_(toolkit), owner_(owner), colors_(colors), links_(std::move(links)) {}
+
+void ModuleCommands::InsertMissing() {
+  Run([this](Reading&, const LibrariesInUse& libraries) {
+    return plan::WithNeeds(links_.basket(), libraries.all);
+  });
+}
+
+void ModuleCommands::Run(
+    const std::function<plan::WantedItems(Reading&, const LibrariesInUse&)>& find_wanted) {
+  // Reading lets events in.
+  if (running_) return;
+  const HeldFlag running(running_);
+  const auto connection = links_.connection();
+  if (!connection) return;
+  const auto reading = Read(*connection);
+  if (!reading) return;
+  const auto libraries = links_.libraries();
+  const auto wanted = find_wanted(*reading, libraries);
+  plan::InsertionPlan plan(*reading->modules, 0, wanted.items, links_.options());
+  const PlanSubject subject{.module = reading->codes.front().name,
+                            .notes = NotesOf(wanted, reading->unread)};
+  if (AgreeToPlan(toolkit_, owner_, colors_, subject, plan)) Insert(*connection, *reading, plan);
+}
+
+std::unique_ptr<ModuleCommands::Reading> ModuleCommands::Read(HostConnection& connection) {
+  const auto module = connection.ActiveModule();
+  if (!module) {
+    Say(texts::kNoModuleToRead);
+    return nullptr;
+  }
+  auto active = ReadModule(module);
+  auto project = active ? active->component->Project()
+                        : HostResult<std::unique_ptr<HostProject>>(std::unexpected(active.error()));
+  if (!project || !connection.IsConnected()) {
+    Say(texts::kHostDoesNotAnswer);
+    return nullptr;
+  }
+  ProjectReading others(*std::move(project), &*active);
+  const auto end =
+      ReadWithWindow(toolkit_, owner_, others, [&connection] { return connection.IsConnected(); });
+  if (end == ReadingEnd::kFailed) Say(texts::kHostDoesNotAnswer);
+  if (end != ReadingEnd::kWhole) return nullptr;
+  auto reading = std::make_unique<Reading>();
+  reading->codes = std::move(others.Modules());
+  reading->codes.insert(reading->codes.begin(), *std::move(active));
+  reading->unread = others.Unread();
+  reading->Parse(others.ProjectName());
+  return reading;
+}
+
+void ModuleCommands::Insert(HostConnection& connection, const Reading& reading,
+                            const plan::InsertionPlan& plan) {
+  // The form has let the host in, which may have disconnected.
+  const auto application = connection.Application();
+  if (!application) return Say(texts::kHostDoesNotAnswer);
+  const auto& active = reading.codes.front();
+  const auto edits = EditsOf(plan);
+  const auto report = ApplyEdits(*active.module, active.text, edits);
+  if (report.outcome != EditReport::Outcome::kDone) return Say(OutcomeText(edits, report));
+  KeepCaretInView(*application, *active.module);
+}
+
+void ModuleCommands::Say(std::u16string_view text) {
+  toolkit_.ShowMessage({std::u16string(text), MessageButtons::kOk, MessageIcon::kExclamation});
+}
+
+}  // namespace declarium
