@@ -9,6 +9,7 @@
 #include "library/file_format.h"
 #include "library/file_io.h"
 #include "library/file_saver.h"
+#include "library/library_file.h"
 #include "source/item_text.h"
 #include "text/code_page.h"
 
@@ -44,6 +45,25 @@ std::filesystem::path BenchmarkFiles::Module(std::size_t lines) const {
   const auto path = folder_ / ("module-" + std::to_string(lines) + ".bas");
   if (!exists(path)) Write(path, GenerateModule(lines));
   return path;
+}
+
+std::filesystem::path BenchmarkFiles::Project(std::size_t lines,
+                                              const std::filesystem::path& library) const {
+  constexpr std::size_t kModuleLines = 1000;
+  auto folder = folder_ / ("project-" + std::to_string(lines));
+  const auto project = folder / "Program.vbp";
+  if (exists(project)) return folder;
+  std::filesystem::create_directories(folder);
+  const auto rows = LoadLibraryFile(library).value();
+  std::string list = "Type=Exe\r\n";
+  for (std::size_t i = 0; i < lines / kModuleLines; ++i) {
+    const auto name = "Module" + std::to_string(i);
+    Write(folder / (name + ".bas"), "Attribute VB_Name = \"" + name + "\"\r\n" +
+                                        GenerateProgramModule(rows, i, kModuleLines));
+    list += "Module=" + name + "; " + name + ".bas\r\n";
+  }
+  Write(project, list);
+  return folder;
 }
 
 }  // namespace declarium::bench

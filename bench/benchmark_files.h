@@ -17,6 +17,11 @@ class BenchmarkFiles {
   [[nodiscard]] std::filesystem::path Export(std::size_t items) const;
   [[nodiscard]] std::filesystem::path Module(std::size_t lines) const;
 
+  // The folder of a project, Program.vbp, with a module for each 1 000 lines, whose declarations
+  // are rows of `library`.
+  [[nodiscard]] std::filesystem::path Project(std::size_t lines,
+                                              const std::filesystem::path& library) const;
+
   // A file that a benchmark may write.
   [[nodiscard]] std::filesystem::path Output(const char* name) const { return folder_ / name; }
 

@@ -226,6 +226,7 @@ int main(int argc, char** argv) {
     if (size >= kProcessItems) {
       RegisterProcessBenchmarks(files, tool, size);
       RegisterReading(files, size);
+      RegisterProjectBenchmarks(files, tool, DECLARIUM_SOURCE_DIR "/data", size);
     }
   }
   if (largest >= kLargestItems) RegisterReading(files, kLargestLines);

@@ -1,10 +1,12 @@
 #include "bench/generated_library.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <string_view>
 
 #include "import/merge.h"
 #include "import/parser.h"
+#include "source/item_text.h"
 #include "text/code_page.h"
 #include "text/text.h"
 
@@ -111,6 +113,21 @@ class Writer {
     Line(u"End Enum");
   }
 
+  // Declarations of the library's rows, private as programs have them.
+  void RowsOf(const Library& library) {
+    for (const auto kind : {Kind::kConst, Kind::kDeclare, Kind::kType}) {
+      const auto& lists = library[kind];
+      for (auto rest = kind == Kind::kType ? 2U : 9U; rest > 0; --rest) {
+        const auto row = dice_.Below(lists.names.size());
+        const auto text = ItemText(kind, lists.names[row], lists.ItemAt(row));
+        text_ += u"Private ";
+        text_ += text;
+        if (!text_.ends_with(u'\n')) text_ += kCrLf;
+        lines_ += static_cast<std::size_t>(std::ranges::count(text, u'\n')) + 1;
+      }
+    }
+  }
+
   [[nodiscard]] std::size_t lines() const { return lines_; }
   [[nodiscard]] Dice& dice() { return dice_; }
   [[nodiscard]] std::u16string TakeText() { return std::move(text_); }
@@ -202,6 +219,18 @@ std::string GenerateModule(std::size_t lines) {
     if (number % 3 == 0) writer.Body(number);
     if (number % 4 == 0) writer.Comment();
     if (number % 16 == 0) writer.Enumeration(number);
+  }
+  return EncodeCodePage(writer.TakeText());
+}
+
+std::string GenerateProgramModule(const Library& library, std::size_t number, std::size_t lines) {
+  constexpr std::size_t kOwn = 10;
+  Writer writer(number);
+  writer.RowsOf(library);
+  for (std::size_t i = 0; i < kOwn; ++i) writer.Declaration(number * kOwn + i);
+  for (std::size_t i = 0; writer.lines() < lines; ++i) {
+    writer.Comment();
+    writer.Body(number * lines + i);
   }
   return EncodeCodePage(writer.TakeText());
 }

@@ -20,6 +20,12 @@ inline constexpr const char* kSoughtWord = "clipboard";
 // lines, some of them continued, between procedures, comments, enumerations and empty lines.
 [[nodiscard]] std::string GenerateModule(std::size_t lines);
 
+// A module of a program, of at least `lines` lines in the code page: about twenty declarations of
+// `library`, others for each `number`, then procedures that use what they declare. Its names are
+// not those of another number.
+[[nodiscard]] std::string GenerateProgramModule(const Library& library, std::size_t number,
+                                                std::size_t lines);
+
 // The library of GenerateDeclarations(items).
 [[nodiscard]] Library GenerateLibrary(std::size_t items);
 

@@ -3,6 +3,7 @@
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
 #include <spawn.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -50,7 +51,54 @@ void RegisterCommand(const std::string& name, const Command& command,
   benchmark::RegisterBenchmark(name.c_str(), measure)->UseRealTime()->Unit(benchmark::kMillisecond);
 }
 
+// Processor time of all processes that have ended, in seconds.
+double ChildrensSeconds() {
+  rusage usage = {};
+  getrusage(RUSAGE_CHILDREN, &usage);
+  const auto seconds = [](const timeval& time) {
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) * 1e-6;
+  };
+  return seconds(usage.ru_utime) + seconds(usage.ru_stime);
+}
+
+// 1 says that something was found.
+void RegisterProcessor(const std::string& name, const Command& command) {
+  const auto measure = [=](benchmark::State& state) {
+    for (auto _ : state) {
+      const auto before = ChildrensSeconds();
+      const auto status = Run(command);
+      if (status != 0 && status != 1) {
+        state.SkipWithError((command[0] + " failed").c_str());
+        break;
+      }
+      state.SetIterationTime(ChildrensSeconds() - before);
+    }
+  };
+  benchmark::RegisterBenchmark(name.c_str(), measure)
+      ->UseManualTime()
+      ->Unit(benchmark::kMillisecond);
+}
+
 }  // namespace
+
+void RegisterProjectBenchmarks(const BenchmarkFiles& files, const std::filesystem::path& tool,
+                               const std::filesystem::path& data, std::size_t lines) {
+  const auto suffix = "/" + std::to_string(lines);
+  const auto folder = files.Project(lines, data / "Win32.api");
+  Command against;
+  for (const auto& entry : std::filesystem::directory_iterator(data)) {
+    if (entry.path().extension() == ".api")
+      against.insert(against.end(), {"--against", entry.path()});
+  }
+  Command check = {tool, "check", folder / "Program.vbp"};
+  check.insert(check.end(), against.begin(), against.end());
+  Command convert = {tool, "convert", folder / "Program.vbp", "--target", "vba7"};
+  convert.insert(convert.end(), against.begin(), against.end());
+  RegisterProcessor("ctags_project" + suffix,
+                    {"ctags", "--languages=Basic", "-f", "/dev/null", "-R", folder});
+  RegisterProcessor("check" + suffix, check);
+  RegisterProcessor("convert" + suffix, convert);
+}
 
 void RegisterProcessBenchmarks(const BenchmarkFiles& files, const std::filesystem::path& tool,
                                std::size_t size) {
