@@ -87,41 +87,59 @@ std::string_view KnownProcedure::Since() const {
 }
 
 void Reference::Add(const Library& library, const FactsFile* facts) {
-  const auto source = sources_.size();
+  const auto source = static_cast<std::uint32_t>(sources_.size());
   sources_.push_back({&library, facts});
   for (const auto kind : kKinds) {
-    auto& positions = positions_[static_cast<std::size_t>(KindCode(kind))];
+    auto& [places, by_name] = kinds_[static_cast<std::size_t>(KindCode(kind))];
     const auto& names = library[kind].names;
-    positions.reserve(positions.size() + names.size());
-    for (std::size_t i = 0; i < names.size(); ++i)
-      positions.try_emplace(LowerCase(names[i]), source, i);
+    for (std::uint32_t i = 0; i < names.size(); ++i) {
+      by_name.Add(names[i], static_cast<std::uint32_t>(places.size()));
+      places.push_back({source, i});
+    }
   }
   AddEntries(source);
 }
 
-void Reference::AddEntries(std::size_t source) {
+std::uint32_t Reference::DllOf(std::u16string_view written) {
+  const auto [known, is_new] = dlls_as_written_.try_emplace(written, 0);
+  if (!is_new) return known->second;
+  auto key = DllKey(written);
+  const auto found = std::ranges::find(dlls_, key, &Dll::key);
+  known->second = static_cast<std::uint32_t>(found - dlls_.begin());
+  if (found == dlls_.end()) dlls_.push_back({std::move(key), {}});
+  return known->second;
+}
+
+void Reference::AddEntries(std::uint32_t source) {
   const auto& lists = (*sources_[source].library)[Kind::kDeclare];
-  for (std::size_t i = 0; i < lists.names.size(); ++i) {
+  for (std::uint32_t i = 0; i < lists.names.size(); ++i) {
     const auto [library, alias] = ReadTail(SplitDeclare(lists.ItemAt(i)).tail);
     if (library.empty()) continue;
-    const std::u16string entry(alias.empty() ? lists.names[i] : alias);
-    const auto dll = DllKey(library);
-    dlls_[dll].push_back(entry);
-    entries_[entry].push_back({source, i, dll, nullptr});
+    const auto entry = alias.empty() ? lists.names[i] : alias;
+    const auto dll = DllOf(library);
+    dlls_[dll].entries.push_back(entry);
+    entries_by_name_.Add(entry, static_cast<std::uint32_t>(entries_.size()));
+    entries_.push_back({{source, i}, dll, entry});
   }
 }
 
+const Reference::Dll* Reference::FindDll(std::u16string_view key) const {
+  const auto found = std::ranges::find(dlls_, key, &Dll::key);
+  return found == dlls_.end() ? nullptr : &*found;
+}
+
 bool Reference::KnowsDll(std::u16string_view dll) const {
-  return dlls_.contains(std::u16string(dll));
+  return FindDll(dll) != nullptr;
 }
 
 std::vector<const KnownProcedure*> Reference::Entries(std::u16string_view entry) {
   std::vector<const KnownProcedure*> procedures;
-  const auto found = entries_.find(std::u16string(entry));
-  if (found == entries_.end()) return procedures;
-  for (auto& row : found->second) {
-    if (const auto* const procedure = ProcedureOf(row)) procedures.push_back(procedure);
-  }
+  static_cast<void>(entries_by_name_.Find(entry, [&](std::uint32_t row) {
+    const auto* const procedure =
+        entries_[row].entry == entry ? ProcedureOf(entries_[row]) : nullptr;
+    if (procedure != nullptr) procedures.push_back(procedure);
+    return false;  // all of them
+  }));
   return procedures;
 }
 
@@ -140,22 +158,23 @@ std::vector<std::u16string_view> Reference::NearEntries(std::u16string_view dll,
                                                         std::u16string_view entry) const {
   constexpr std::size_t kFar = 2;
   std::vector<std::u16string_view> near[kFar];
-  const auto found = dlls_.find(std::u16string(dll));
-  if (found == dlls_.end()) return {};
-  for (const auto& each : found->second) {
+  const auto* const found = FindDll(dll);
+  if (found == nullptr) return {};
+  for (const auto each : found->entries) {
     if (LengthDifference(each, entry) >= kFar) continue;
     const auto distance = Distance(each, entry, kFar - 1);
-    if (distance < kFar) near[distance].emplace_back(each);
+    if (distance < kFar) near[distance].push_back(each);
   }
   near[0].insert(near[0].end(), near[1].begin(), near[1].end());
   return near[0];
 }
 
-const KnownRow* Reference::ReadRow(Kind kind, std::u16string_view name, std::u16string_view item,
-                                   const FactsFile* facts) {
+const KnownRow* Reference::ReadRow(Kind kind, const RowPlace& place) {
+  const auto& [library, facts] = sources_[place.source];
+  const auto name = NameAt(kind, place);
   auto& row = rows_.emplace_back();
   row.name = name;
-  row.text = ItemText(kind, name, item);
+  row.text = ItemText(kind, name, (*library)[kind].ItemAt(place.position));
   row.module = vb::ReadModule(row.text);
   if (!row.module.declarations.empty()) row.declaration = &row.module.declarations.front();
   if (facts == nullptr) return &row;
@@ -167,27 +186,25 @@ const KnownRow* Reference::ReadRow(Kind kind, std::u16string_view name, std::u16
 
 const KnownProcedure* Reference::ProcedureOf(EntryRow& row) {
   if (row.procedure == nullptr) {
-    const auto& [library, facts] = sources_[row.source];
-    const auto& lists = (*library)[Kind::kDeclare];
-    const auto* const read =
-        ReadRow(Kind::kDeclare, lists.names[row.position], lists.ItemAt(row.position), facts);
-    row.procedure = std::make_unique<KnownProcedure>(*read, row.dll);
+    const auto* const read = ReadRow(Kind::kDeclare, row.place);
+    row.procedure = std::make_unique<KnownProcedure>(*read, dlls_[row.dll].key);
   }
   return row.procedure->IsReadable() ? row.procedure.get() : nullptr;
 }
 
-const KnownRow* Reference::FindRow(Kind kind, std::u16string_view name, RowsByName& rows) {
-  const auto [known, is_new] = rows.try_emplace(LowerCase(name), nullptr);
-  if (!is_new) return known->second;
-  const auto& positions = positions_[static_cast<std::size_t>(KindCode(kind))];
-  const auto found = positions.find(known->first);
-  if (found == positions.end()) return nullptr;
-  const auto& [source, position] = found->second;
-  const auto& [library, facts] = sources_[source];
-  const auto& lists = (*library)[kind];
-  const auto* const row = ReadRow(kind, lists.names[position], lists.ItemAt(position), facts);
-  if (row->declaration != nullptr) rows[LowerCase(name)] = row;
-  return row->declaration == nullptr ? nullptr : row;
+std::u16string_view Reference::NameAt(Kind kind, const RowPlace& place) const {
+  return (*sources_[place.source].library)[kind].names[place.position];
+}
+
+const KnownRow* Reference::FindRow(Kind kind, std::u16string_view name, RowsByPosition& rows) {
+  const auto& [places, by_name] = kinds_[static_cast<std::size_t>(KindCode(kind))];
+  const auto found = by_name.Find(
+      name, [&](std::uint32_t row) { return EqualIgnoringCase(NameAt(kind, places[row]), name); });
+  if (found < 0) return nullptr;
+  const auto position = static_cast<std::uint32_t>(found);
+  const auto [known, is_new] = rows.try_emplace(position, nullptr);
+  if (is_new) known->second = ReadRow(kind, places[position]);
+  return known->second->declaration == nullptr ? nullptr : known->second;
 }
 
 const KnownRow* Reference::FindRecord(std::u16string_view name) {

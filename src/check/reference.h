@@ -2,6 +2,7 @@
 // DLL and entry, with the facts beside them. A row is read when it is asked for.
 #pragma once
 
+#include <cstdint>
 #include <deque>
 #include <memory>
 #include <optional>
@@ -12,6 +13,7 @@
 #include <vector>
 
 #include "check/c_type.h"
+#include "check/row_table.h"
 #include "facts/facts_file.h"
 #include "library/library.h"
 #include "vb/definitions.h"
@@ -89,29 +91,46 @@ class Reference {
     const Library* library;
     const FactsFile* facts;
   };
-  struct EntryRow {
-    std::size_t source;
-    std::size_t position;  // among the Declares
-    std::u16string dll;
-    std::unique_ptr<KnownProcedure> procedure;
+  // Where a row stands.
+  struct RowPlace {
+    std::uint32_t source;
+    std::uint32_t position;  // in the lists of its kind
   };
-  using RowsByName = std::unordered_map<std::u16string, const KnownRow*>;
+  struct EntryRow {
+    RowPlace place;
+    std::uint32_t dll;          // of dlls_
+    std::u16string_view entry;  // in the library
+    std::unique_ptr<KnownProcedure> procedure = nullptr;
+  };
+  struct Dll {
+    std::u16string key;
+    std::vector<std::u16string_view> entries;
+  };
+  // Those that were read, by their positions among the rows of the kind.
+  using RowsByPosition = std::unordered_map<std::uint32_t, const KnownRow*>;
 
-  void AddEntries(std::size_t source);
+  void AddEntries(std::uint32_t source);
+  [[nodiscard]] std::uint32_t DllOf(std::u16string_view written);
+  [[nodiscard]] std::u16string_view NameAt(Kind kind, const RowPlace& place) const;
+  [[nodiscard]] const Dll* FindDll(std::u16string_view key) const;
   [[nodiscard]] vb::Evaluated Evaluate(std::u16string_view expression);
-  const KnownRow* ReadRow(Kind kind, std::u16string_view name, std::u16string_view item,
-                          const FactsFile* facts);
-  const KnownRow* FindRow(Kind kind, std::u16string_view name, RowsByName& rows);
+  const KnownRow* ReadRow(Kind kind, const RowPlace& place);
+  const KnownRow* FindRow(Kind kind, std::u16string_view name, RowsByPosition& rows);
   [[nodiscard]] const KnownProcedure* ProcedureOf(EntryRow& row);
 
   std::vector<Source> sources_;
-  std::unordered_map<std::u16string, std::vector<EntryRow>> entries_;     // by spelling
-  std::unordered_map<std::u16string, std::vector<std::u16string>> dlls_;  // their entries
-  std::unordered_map<std::u16string, std::pair<std::size_t, std::size_t>>
-      positions_[kKindCount];  // source and position, by lower-cased name
+  std::vector<EntryRow> entries_;
+  RowTable entries_by_name_;
+  std::vector<Dll> dlls_;
+  std::unordered_map<std::u16string_view, std::uint32_t> dlls_as_written_;
+  struct RowsOfKind {
+    std::vector<RowPlace> places;
+    RowTable by_name;
+  };
+  RowsOfKind kinds_[kKindCount];
   std::deque<KnownRow> rows_;
-  RowsByName records_;
-  RowsByName constants_;
+  RowsByPosition records_;
+  RowsByPosition constants_;
   std::unordered_set<std::u16string> open_;  // names that are being evaluated
 };
 
