@@ -3,6 +3,7 @@
 #include "check/rule_groups.h"
 #include "facts/dll_key.h"
 #include "text/text.h"
+#include "vb/number.h"
 
 namespace declarium::check {
 namespace {
@@ -94,21 +95,25 @@ void CheckRecord(const ModuleContext& module, const vb::Declaration& declaration
   }
 }
 
-void CheckAddresses(const ModuleContext& module, const Code& code) {
+void CheckAddresses(const ModuleContext& module, const vb::Code& code) {
   for (const auto& address : code.addresses) {
+    const bool is_assigned = address.how == vb::AddressInLong::How::kAssigned;
     module.Report(RuleId::kAddressIntoLong, address.place, address.variable,
-                  ToUtf8(address.function) + " has 64 bits there, " + ToUtf8(address.variable) +
-                      " is a Long");
+                  ToUtf8(address.source) +
+                      (is_assigned ? " has 64 bits there, " : " writes 64 bits there, ") +
+                      ToUtf8(address.variable) + " is a Long");
   }
 }
 
-void CheckSizes(ModuleContext& module, const Code& code) {
+void CheckSizes(ModuleContext& module, const vb::Code& code) {
   for (const auto& size : code.sizes) {
     const auto* const record = module.FindSizedRecord(size.record, size.member);
-    if (record == nullptr || EqualIgnoringCase(size.value, u"Len")) continue;
+    if (record == nullptr || !size.IsNumber()) continue;
     const auto small = module.Definitions32().LayoutOf(*record);
     const auto large = module.Definitions64().LayoutOf(*record);
     if (!small || !large || small->extent.size == large->extent.size) continue;
+    const bool is_right_there = Val(size.value) == static_cast<double>(large->extent.size);
+    if (is_right_there && !module.SystemsOf(size.condition).Have32Bits()) continue;
     module.Report(RuleId::kSizeAsNumber, size.place, size.record,
                   ToUtf8(size.record) + " has " + std::to_string(small->extent.size) +
                       " bytes in 32 bits and " + std::to_string(large->extent.size) + " in 64");
@@ -117,7 +122,7 @@ void CheckSizes(ModuleContext& module, const Code& code) {
 
 }  // namespace
 
-void CheckBits(ModuleContext& module, const Code& code) {
+void CheckBits(ModuleContext& module, const vb::Code& code) {
   if (!module.whole.Checks64Bits()) return;
   for (const auto& declaration : module.parsed.declarations) {
     if (!module.SystemsOf(declaration).Have64Bits()) continue;

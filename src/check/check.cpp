@@ -1,11 +1,13 @@
 #include "check/check.h"
 
 #include <algorithm>
+#include <deque>
 #include <functional>
 #include <iterator>
 #include <tuple>
 
-#include "check/code.h"
+#include "check/code_reading.h"
+#include "check/name_counts.h"
 #include "check/rule_groups.h"
 #include "check/suppression.h"
 
@@ -41,7 +43,7 @@ void RemoveQuiet(const Subject& subject, std::vector<Finding>& findings) {
 }
 
 // Every group of rules over one module; false when the work is to stop.
-bool CheckModule(ModuleContext& module, const Code& code, const Options& options) {
+bool CheckModule(ModuleContext& module, const vb::Code& code, const Options& options) {
   const std::function<void()> groups[] = {
       [&] { CheckCompiles(module); }, [&] { CheckEntries(module); }, [&] { CheckFrames(module); },
       [&] { CheckValues(module, code); }, [&] { CheckBits(module, code); }};
@@ -59,15 +61,17 @@ std::vector<Finding> Check(const Subject& subject, Reference& reference, const O
   Context context(subject, reference, options);
   const bool has_code = subject.form != Subject::Form::kLibrary;
   auto uses = has_code ? NamesOf(subject) : NameCounts();
-  for (std::size_t i = 0; i < subject.modules.size(); ++i) {
-    ModuleContext module(context, i);
-    uses.BeginModule(i);
-    const bool may_have_code = has_code && CountNames(module.text, uses);
-    const auto code = may_have_code ? ReadCode(module.text) : Code();
+  std::deque<ModuleContext> modules;
+  for (std::size_t i = 0; i < subject.modules.size(); ++i) modules.emplace_back(context, i);
+  CodeReading reading(modules, uses);
+  for (auto& module : modules) {
+    uses.BeginModule(module.module);
+    const auto places = has_code ? CountNames(module.text, uses) : WatchedPlaces();
+    const auto code = reading.Read(module, places.addresses);
     if (!CheckModule(module, code, options)) return std::move(context.findings);
   }
   if (!options.go_on()) return std::move(context.findings);
-  CheckCleanUp(context, uses);
+  CheckCleanUp(modules, uses);
   auto findings = std::move(context.findings);
   std::ranges::stable_sort(findings, {}, Order);
   RemoveQuiet(subject, findings);

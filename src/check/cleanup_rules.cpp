@@ -71,11 +71,13 @@ std::u16string MeaningOf(const vb::Declaration& declaration) {
   return meaning;
 }
 
-void CheckTwice(const ModuleContext& module,
+void CheckTwice(const ModuleContext& module, const NameCounts& uses,
                 std::unordered_map<std::u16string, std::size_t>& first_modules) {
   for (const auto& declaration : module.parsed.declarations) {
     const bool is_value = declaration.As<vb::Enumeration>() == nullptr;
-    if (!is_value || IsLocal(declaration) || !module.SystemsOf(declaration).Any()) continue;
+    if (!is_value || IsLocal(declaration) || !module.SystemsOf(declaration).Any() ||
+        !uses.IsDeclaredTwice(declaration.name))
+      continue;
     const auto [first, is_new] = first_modules.try_emplace(MeaningOf(declaration), module.module);
     if (is_new || first->second == module.module) continue;
     module.Report(RuleId::kDeclaredTwice, declaration, declaration.name_place,
@@ -85,19 +87,13 @@ void CheckTwice(const ModuleContext& module,
 
 }  // namespace
 
-void CheckCleanUp(Context& context, const NameCounts& uses) {
-  const auto& subject = context.Checked();
-  if (subject.form == Subject::Form::kLibrary) {
-    for (std::size_t i = 0; i < subject.modules.size(); ++i)
-      CheckOtherNames(ModuleContext(context, i));
-    return;
-  }
+void CheckCleanUp(const std::deque<ModuleContext>& modules, const NameCounts& uses) {
   std::unordered_map<std::u16string, std::size_t> first_modules;
-  for (std::size_t i = 0; i < subject.modules.size(); ++i) {
-    const ModuleContext module(context, i);
-    CheckUnused(module, uses);
+  for (const auto& module : modules) {
+    const auto form = module.whole.Checked().form;
     CheckOtherNames(module);
-    if (subject.form == Subject::Form::kProject) CheckTwice(module, first_modules);
+    if (form != Subject::Form::kLibrary) CheckUnused(module, uses);
+    if (form == Subject::Form::kProject) CheckTwice(module, uses, first_modules);
   }
 }
 

@@ -3,6 +3,7 @@
 #include <functional>
 #include <utility>
 
+#include "text/scan.h"
 #include "text/text.h"
 
 namespace declarium::check {
@@ -151,8 +152,11 @@ bool IsType(const vb::TypeReference& type, std::u16string_view name) {
 }
 
 bool IsSizeMember(std::u16string_view name) {
-  const auto lowered = LowerCase(name);
-  return lowered.starts_with(u"cb") || lowered.contains(u"size") || lowered.ends_with(u"length");
+  constexpr std::u16string_view kLength = u"length";
+  return EqualIgnoringCase(name.substr(0, 2), u"cb") ||
+         FindIgnoringCase(name, u"size") != name.npos ||
+         (name.size() >= kLength.size() &&
+          EqualIgnoringCase(name.substr(name.size() - kLength.size()), kLength));
 }
 
 std::string Quoted(std::u16string_view text) {

@@ -1,8 +1,11 @@
 // The groups of rules: each function adds what it finds in one module to the context's findings.
 #pragma once
 
-#include "check/code.h"
+#include <deque>
+
 #include "check/context.h"
+#include "check/name_counts.h"
+#include "vb/code.h"
 
 namespace declarium::check {
 
@@ -13,11 +16,11 @@ void CheckEntries(const ModuleContext& module);
 // What is passed and comes back.
 void CheckFrames(const ModuleContext& module);
 // Values of constants, sizes and places of records.
-void CheckValues(ModuleContext& module, const Code& code);
+void CheckValues(ModuleContext& module, const vb::Code& code);
 // What 64-bit systems need; nothing for Visual Basic 6.0.
-void CheckBits(ModuleContext& module, const Code& code);
+void CheckBits(ModuleContext& module, const vb::Code& code);
 
-// What could go, in the whole subject. `uses` counts what all modules use.
-void CheckCleanUp(Context& context, const NameCounts& uses);
+// What could go, in all modules of the subject. `uses` counts what they use.
+void CheckCleanUp(const std::deque<ModuleContext>& modules, const NameCounts& uses);
 
 }  // namespace declarium::check

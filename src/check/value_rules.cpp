@@ -178,7 +178,7 @@ bool LenBIsSize(const vb::Record& record, vb::Definitions& definitions) {
   return layout && layout->in_memory.size == layout->extent.size;
 }
 
-void CheckSizes(ModuleContext& module, const Code& code) {
+void CheckSizes(ModuleContext& module, const vb::Code& code) {
   const bool has_32 = module.SystemsOf(0).Have32Bits();
   const bool has_64 = module.SystemsOf(0).Have64Bits();
   for (const auto& size : code.sizes) {
@@ -197,7 +197,7 @@ void CheckSizes(ModuleContext& module, const Code& code) {
 
 }  // namespace
 
-void CheckValues(ModuleContext& module, const Code& code) {
+void CheckValues(ModuleContext& module, const vb::Code& code) {
   for (const auto& declaration : module.parsed.declarations) {
     if (!module.SystemsOf(declaration).Any()) continue;
     if (const auto* const constant = declaration.As<vb::Constant>())

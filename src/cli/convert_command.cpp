@@ -17,7 +17,7 @@
 
 #include "facts/known_facts.h"
 #include "library/file_io.h"
-#include "target/long_variables.h"
+#include "target/places.h"
 #include "target/rewrite.h"
 #include "text/text.h"
 
@@ -34,6 +34,7 @@ struct ConvertOptions {
   bool in_place = false;
   bool difference = false;
   bool force = false;
+  bool declare_wide = false;
 };
 
 // A module with what becomes of it.
@@ -41,38 +42,23 @@ struct Converted {
   const SourceModule* module;
   std::string file_below;  // the name below the folder of -o
   Rewriting rewriting;
+  std::vector<PlaceToLookAt> places;
 };
-
-// The functions that return an address after the change, in lower case.
-void AddAddressFunctions(const SourceModule& module, const KnowledgeOf64& knowledge,
-                         std::set<std::u16string>& functions) {
-  for (const auto& declaration : module.parsed.declarations) {
-    const auto* external = declaration.As<vb::External>();
-    if (external == nullptr || !external->is_function) continue;
-    const bool is_address = EqualIgnoringCase(external->result.Text(), u"LongPtr") ||
-                            !knowledge.Of(declaration).result.empty();
-    if (is_address) functions.insert(LowerCase(declaration.name));
-  }
-}
 
 class Converter {
  public:
   Converter(const ConvertOptions& options, const Session& session)
       : options_(options),
         session_(session),
-        knowledge_(FactsBeside(LibrariesOf(options, session))) {}
+        knowledge_(FactsBeside(LibrariesOf(options, session)),
+                   options.declare_wide ? TextEntries::kWide : TextEntries::kAnsi) {}
 
   ExitStatus Run() {
     sources_ = ReadSources(options_.sources, session_);
     for (const auto& project : sources_) {
       SayErrors(session_, project);
       has_all_files_ = has_all_files_ && project.has_all_files;
-      for (const auto& module : project.modules) {
-        AddAddressFunctions(module, knowledge_, functions_);
-        converted_.push_back(
-            {&module, NameBelow(project, module),
-             RewriteDeclarations(module.text, module.parsed.kind, options_.target, knowledge_)});
-      }
+      Convert(project);
     }
     if (!has_all_files_ && IsWriting()) return ExitStatus::kFileFailed;
     if (IsWriting()) Write();
@@ -95,6 +81,24 @@ class Converter {
     return libraries;
   }
 
+  void Convert(const SourceProject& project) {
+    std::vector<ModuleWithForms> modules;
+    for (const auto& module : project.modules) {
+      const auto& forms = forms_.emplace_back(knowledge_.FormsOf(module.parsed));
+      modules.push_back({module.text, &module.parsed, forms});
+    }
+    const bool is_twin_basic = options_.target == vb::Audience::kTwinBasic;
+    Places places(modules, is_twin_basic ? vb::Target::kTwinBasic : vb::Target::kVba7x64,
+                  project.project.constants);
+    for (std::size_t i = 0; i < modules.size(); ++i) {
+      const auto& module = project.modules[i];
+      converted_.push_back(
+          {&module, NameBelow(project, module),
+           RewriteDeclarations(module.text, module.parsed, options_.target, modules[i].forms),
+           places.In(i)});
+    }
+  }
+
   [[nodiscard]] bool IsWriting() const { return options_.in_place || !options_.out.empty(); }
 
   // The module's path from the folder of its project, or its file name.
@@ -111,7 +115,7 @@ class Converter {
   void Write() {
     std::vector<std::pair<std::string, std::string>> files;
     std::set<std::string> targets;
-    for (const auto& [module, below, rewriting] : converted_) {
+    for (const auto& [module, below, rewriting, places] : converted_) {
       if (options_.in_place && rewriting.replacements.empty()) continue;
       if (module->name == SourceName("-"))
         throw CommandFailed(ExitStatus::kWrongUse, "standard input has no file to write to");
@@ -152,7 +156,7 @@ class Converter {
         continue;
       }
       for (const auto& change : converted.rewriting.changes) PrintChange(*converted.module, change);
-      PrintCalls(*converted.module);
+      for (const auto& place : converted.places) PrintPlace(*converted.module, place);
     }
   }
 
@@ -174,26 +178,20 @@ class Converter {
                          << change.reason << '\n';
   }
 
-  // What a person has to look at: half an address fits into a Long.
-  void PrintCalls(const SourceModule& module) const {
-    if (options_.target == vb::Audience::kVb6) return;
-    for (const auto& call : AddressesInLongs(module.text, functions_)) {
-      const auto reason =
-          OneLine(call.function) + " gives an address, " + OneLine(call.variable) + " is a Long";
-      if (session_.IsJson()) {
-        PrintJson(session_, {{"source", module.name},
-                             {"line", call.place.line},
-                             {"name", ToUtf8(call.variable)},
-                             {"change", "call"},
-                             {"reason", reason},
-                             {"before", ToUtf8(call.statement)},
-                             {"after", ""},
-                             {"guess", false}});
-      } else {
-        session_.streams.out << module.name << ':' << call.place.line << ": look at "
-                             << OneLine(call.variable) << ": " << reason << '\n';
-      }
+  void PrintPlace(const SourceModule& module, const PlaceToLookAt& place) const {
+    if (session_.IsJson()) {
+      PrintJson(session_, {{"source", module.name},
+                           {"line", place.place.line},
+                           {"name", ToUtf8(place.name)},
+                           {"change", "call"},
+                           {"reason", place.reason},
+                           {"before", ToUtf8(place.statement)},
+                           {"after", ""},
+                           {"guess", false}});
+      return;
     }
+    session_.streams.out << module.name << ':' << place.place.line << ": look at "
+                         << OneLine(place.name) << ": " << OneLine(FromUtf8(place.reason)) << '\n';
   }
 
   const ConvertOptions& options_;
@@ -201,7 +199,7 @@ class Converter {
   KnowledgeOf64 knowledge_;
   std::deque<SourceProject> sources_;
   std::vector<Converted> converted_;
-  std::set<std::u16string> functions_;
+  std::deque<std::vector<FormFor64>> forms_;  // what the places refer into
   bool has_all_files_ = true;
 };
 
@@ -210,6 +208,8 @@ ExitStatus RunConvert(const ConvertOptions& options, const Session& session) {
       (options.out.empty() ? 0 : 1) + (options.in_place ? 1 : 0) + (options.difference ? 1 : 0);
   if (places > 1)
     throw CommandFailed(ExitStatus::kWrongUse, "-o, --in-place and --diff exclude each other");
+  if (options.declare_wide && options.target != vb::Audience::kTwinBasic)
+    throw CommandFailed(ExitStatus::kWrongUse, "--declare-wide is for --target twinbasic");
   return Converter(options, session).Run();
 }
 
@@ -225,9 +225,9 @@ void AddConvertCommand(const CommandSet& set) {
        "form under #Else. What the libraries' facts know is certain; the rest is read by its "
        "names\n"
        "and marked with a comment. A line of the report is a declaration that changes, or a place\n"
-       "where code puts an address into a Long, which stays. Without -o, --in-place or --diff "
-       "nothing\n"
-       "is written but the report.\n\n"},
+       "to look at, which stays: code that puts an address into a Long, or measures a record "
+       "whose\n"
+       "layout changes. Without -o, --in-place or --diff nothing is written but the report.\n\n"},
       [](CLI::App& command, ConvertOptions& options) {
         DefineSources(command, options.sources);
         DefineTarget(command, options.target)->required();
@@ -242,6 +242,9 @@ void AddConvertCommand(const CommandSet& set) {
         command.add_flag("--in-place", options.in_place, "Change the modules themselves");
         command.add_flag("--diff", options.difference,
                          "Print the changes as a patch; the exit status is 1 when there are some");
+        command.add_flag("--declare-wide", options.declare_wide,
+                         "For twinbasic: call the entries of wide text by DeclareWide, where only "
+                         "texts differ");
         DefineForce(command, options.force, "Replace files in the folder of -o");
       },
       RunConvert);

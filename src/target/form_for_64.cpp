@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <optional>
 
+#include "check/c_type.h"
 #include "facts/dll_key.h"
 #include "text/text.h"
-#include "vb/module.h"
 
 namespace declarium {
 namespace {
@@ -48,11 +48,29 @@ bool SoundsLikeAddress(std::u16string_view name) {
   return std::ranges::find(kWords, lowered) != std::end(kWords);
 }
 
+// Whether the name of a variable that is passed by reference says a handle: hKey, phToken. What
+// stands at lpSize or pCount is a number.
+bool SoundsLikeHandle(std::u16string_view name) {
+  for (const std::u16string_view prefix : {u"lph", u"ph", u"h"}) {
+    if (name.starts_with(prefix)) return SoundsLikeAddress(name.substr(prefix.size() - 1));
+  }
+  return false;
+}
+
+bool SoundsLikeAddress(const vb::Parameter& parameter) {
+  return parameter.passing == vb::Passing::kByValue ? SoundsLikeAddress(parameter.name)
+                                                    : SoundsLikeHandle(parameter.name);
+}
+
+bool SoundsLikeAddress(const vb::Member& member) {
+  return SoundsLikeAddress(member.name);
+}
+
 template <class Values>
 FormFor64 GuessedForm(const Values& values) {
   FormFor64 form;
   for (const auto& value : values) {
-    const bool is_guessed = IsLong(value.type) && SoundsLikeAddress(value.name);
+    const bool is_guessed = IsLong(value.type) && SoundsLikeAddress(value);
     form.types.emplace_back(is_guessed ? kAddress : u"");
     if (is_guessed) form.guessed.emplace_back(value.name);
   }
@@ -113,16 +131,46 @@ FormFor64 FormOf(const RowFacts& facts, const vb::External& external) {
   return form;
 }
 
+// The entry that takes UTF-16 where this one takes ANSI; empty where more than the texts differ:
+// then callers would have to change too.
+std::u16string WideEntryOf(const FactsFile& file, const RowFacts& facts,
+                           const vb::External& external) {
+  const auto wide = std::ranges::find(facts.related, "wide", &RelatedRow::how);
+  if (external.is_wide || wide == facts.related.end()) return {};
+  const auto name = FromUtf8(wide->name);
+  const auto other = file.Find(Kind::kDeclare, name);
+  if (!other || other->values.size() != facts.values.size()) return {};
+  bool has_text = false;
+  for (std::size_t i = 0; i < facts.values.size(); ++i) {
+    const auto& parameter = external.parameters[i];
+    const bool is_string = EqualIgnoringCase(parameter.type.name, u"String");
+    const bool is_text = check::CTypeOf(facts.values[i].c_type) == check::CType::kText &&
+                         check::CTypeOf(other->values[i].c_type) == check::CType::kWideText;
+    const bool is_same = facts.values[i].c_type == other->values[i].c_type;
+    // What is text for the entry is a String here, and nothing else is.
+    const bool is_plain_text =
+        is_text && is_string && !parameter.is_array && parameter.passing == vb::Passing::kByValue;
+    if (!is_plain_text && (is_string || !is_same)) return {};
+    has_text = has_text || is_plain_text;
+  }
+  if (!has_text) return {};
+  return other->entry.empty() ? name : FromUtf8(other->entry);
+}
+
 // A row has the name of the entry point, that without its A, or the name of the declaration.
 std::optional<FormFor64> KnownForm(const FactsFile& file, std::u16string_view declared,
-                                   const vb::External& external) {
+                                   const vb::External& external, TextEntries entries) {
   const auto entry = external.EntryOr(declared);
   const auto plain = entry.substr(0, entry.size() - (entry.ends_with(u'A') ? 1 : 0));
   for (const auto name : {declared, entry, plain}) {
     const auto facts = file.Find(Kind::kDeclare, name);
     if (!facts || !IsAbout(*facts, name, external, entry)) continue;
     const auto whole = file.FindForm64(Kind::kDeclare, name);
-    if (!whole) return FormOf(*facts, external);
+    if (!whole) {
+      auto form = FormOf(*facts, external);
+      if (entries == TextEntries::kWide) form.wide_entry = WideEntryOf(file, *facts, external);
+      return form;
+    }
     FormFor64 form;
     form.missing = FromUtf8(whole->reason);
     TakeDeclaration(external, whole->text, form);
@@ -157,7 +205,7 @@ std::optional<FormFor64> KnownForm(const FactsFile& file, std::u16string_view de
 
 bool FormFor64::IsSame() const {
   return signature.empty() && members.empty() && missing.empty() && result.empty() &&
-         std::ranges::all_of(types, &std::u16string::empty);
+         wide_entry.empty() && std::ranges::all_of(types, &std::u16string::empty);
 }
 
 bool FormFor64::HasLongLong() const {
@@ -167,7 +215,8 @@ bool FormFor64::HasLongLong() const {
 FormFor64 KnowledgeOf64::Of(const vb::Declaration& declaration) const {
   if (const auto* external = declaration.As<vb::External>()) {
     for (const auto& file : facts_)
-      if (auto form = KnownForm(file, declaration.name, *external)) return *std::move(form);
+      if (auto form = KnownForm(file, declaration.name, *external, entries_))
+        return *std::move(form);
     return GuessedForm(external->parameters);
   }
   if (const auto* record = declaration.As<vb::Record>()) {
@@ -176,6 +225,13 @@ FormFor64 KnowledgeOf64::Of(const vb::Declaration& declaration) const {
     return GuessedForm(record->members);
   }
   return {};
+}
+
+std::vector<FormFor64> KnowledgeOf64::FormsOf(const vb::Module& module) const {
+  std::vector<FormFor64> forms;
+  forms.reserve(module.declarations.size());
+  for (const auto& declaration : module.declarations) forms.push_back(Of(declaration));
+  return forms;
 }
 
 }  // namespace declarium

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "facts/facts_file.h"
-#include "vb/declaration.h"
+#include "vb/module.h"
 
 namespace declarium {
 
@@ -21,6 +21,7 @@ struct FormFor64 {
   std::u16string signature;
   std::u16string alias;  // in the facts' declaration; of use with a signature only
   std::vector<std::u16string> members;
+  std::u16string wide_entry;            // to be called by DeclareWide instead; empty for the same
   std::u16string missing;               // why there is none in 64 bits; empty when there is one
   std::vector<std::u16string> guessed;  // the parameters and members taken for addresses by name
 
@@ -29,18 +30,26 @@ struct FormFor64 {
   [[nodiscard]] bool HasLongLong() const;
 };
 
+// Which entries of a DLL take the texts of Declares: those of ANSI, or for DeclareWide those of
+// UTF-16.
+enum class TextEntries : unsigned char { kAnsi, kWide };
+
 // Finds what is known of a declaration.
 class KnowledgeOf64 {
  public:
   // Of several files that know a declaration the first counts.
-  explicit KnowledgeOf64(std::vector<FactsFile> facts) : facts_(std::move(facts)) {}
+  explicit KnowledgeOf64(std::vector<FactsFile> facts, TextEntries entries = TextEntries::kAnsi)
+      : facts_(std::move(facts)), entries_(entries) {}
 
   // Of a Declare or a Type, which the facts know when library, entry point and the number of
   // parameters agree, or the name and the number of members. Of anything else the form is the same.
   [[nodiscard]] FormFor64 Of(const vb::Declaration& declaration) const;
+  // Of all declarations of the module, in their order.
+  [[nodiscard]] std::vector<FormFor64> FormsOf(const vb::Module& module) const;
 
  private:
   std::vector<FactsFile> facts_;
+  TextEntries entries_;
 };
 
 }  // namespace declarium

@@ -48,6 +48,7 @@ class FormWriter {
     std::vector<Edit> edits;
     if (const auto* external = declaration_.As<vb::External>()) {
       AddPtrSafe(*external, edits);
+      if (!form_.wide_entry.empty()) AddWideEntry(*external, edits);
       AddTypes(external->parameters, is_wide, edits);
       AddResult(*external, is_wide, edits);
     } else if (const auto* record = declaration_.As<vb::Record>()) {
@@ -63,6 +64,19 @@ class FormWriter {
   // Behind the word Declare.
   void AddPtrSafe(const vb::External& external, std::vector<Edit>& edits) const {
     if (!external.is_ptr_safe) edits.push_back({BehindDeclare(), 0, u" PtrSafe"});
+  }
+  // "DeclareWide" with the entry as alias.
+  void AddWideEntry(const vb::External& external, std::vector<Edit>& edits) const {
+    const auto offset_of = [&](std::u16string_view part) {
+      return static_cast<std::size_t>(part.data() - declaration_.text.data());
+    };
+    edits.insert(edits.begin(), {BehindDeclare(), 0, u"Wide"});
+    if (external.alias.empty()) {
+      const auto behind_library = offset_of(external.library) + external.library.size() + 1;
+      edits.push_back({behind_library, 0, u" Alias \"" + form_.wide_entry + u"\""});
+    } else {
+      edits.push_back({offset_of(external.alias), external.alias.size(), form_.wide_entry});
+    }
   }
   [[nodiscard]] std::size_t BehindDeclare() const {
     vb::Tokenizer tokens(declaration_.text);
@@ -184,7 +198,7 @@ std::u16string WithoutLongLines(std::u16string_view text, std::u16string_view li
 // A declaration that the target wants otherwise, and the lines that it stands on.
 struct Job {
   const Declaration* declaration = nullptr;
-  FormFor64 form;
+  const FormFor64* form = nullptr;
   std::size_t begin = 0;   // of its first line
   std::size_t end = 0;     // behind the line end of its last line
   bool keeps_vb6 = false;  // its old text goes under #Else
@@ -193,17 +207,18 @@ struct Job {
 class Rewriter {
  public:
   Rewriter(std::u16string_view text, const vb::Module& module, vb::Audience target,
-           const KnowledgeOf64& knowledge)
+           std::span<const FormFor64> forms)
       : text_(text),
         module_(module),
         target_(target),
-        knowledge_(knowledge),
-        in_64_(vb::BranchesOf(module, vb::Target::kVba7x64)),
+        forms_(forms),
+        in_64_(vb::BranchesOf(module, target == vb::Audience::kTwinBasic ? vb::Target::kTwinBasic
+                                                                         : vb::Target::kVba7x64)),
         in_vb6_(vb::BranchesOf(module, vb::Target::kVb6)),
         line_end_(FirstLineEnd(text)) {}
 
   Rewriting Rewrite() {
-    for (const auto& declaration : module_.declarations) Consider(declaration);
+    for (std::size_t i = 0; i < forms_.size(); ++i) Consider(module_.declarations[i], forms_[i]);
     std::size_t done = 0;
     for (std::size_t i = 0; i < jobs_.size();) {
       const auto count = RunFrom(i);
@@ -226,12 +241,11 @@ class Rewriter {
     return text.substr(at).starts_with(u"\r\n") ? text.substr(at, 2) : text.substr(at, 1);
   }
 
-  void Consider(const Declaration& declaration) {
+  void Consider(const Declaration& declaration, const FormFor64& form) {
     const auto* external = declaration.As<vb::External>();
     const auto* record = declaration.As<vb::Record>();
     const bool can_differ = external != nullptr || record != nullptr;
     if (!can_differ || in_64_[declaration.condition] == vb::Branch::kLeftOut) return;
-    auto form = knowledge_.Of(declaration);
     const bool is_safe = external == nullptr || external->is_ptr_safe;
     if (form.IsSame() && is_safe) return;
     if (record != nullptr && HoldsDirective(declaration.text)) {
@@ -242,13 +256,13 @@ class Rewriter {
       Leave(declaration, "some of it is no Visual Basic");
       return;
     }
-    Job job{&declaration, std::move(form), LineBegin(declaration.place.offset),
-            LineEndBehind(declaration), KeepsVb6(declaration)};
+    Job job{&declaration, &form, LineBegin(declaration.place.offset), LineEndBehind(declaration),
+            KeepsVb6(declaration)};
     if (!StandsAlone(job)) {
       Leave(declaration, "it shares its line with another statement");
       return;
     }
-    jobs_.push_back(std::move(job));
+    jobs_.push_back(job);
   }
 
   // Whether some line begins with "#".
@@ -355,7 +369,7 @@ class Rewriter {
   }
 
   [[nodiscard]] std::u16string TextFor(const Job& job) const {
-    const FormWriter writer(*job.declaration, job.form, line_end_);
+    const FormWriter writer(*job.declaration, *job.form, line_end_);
     auto narrow = WithoutLongLines(writer.Narrow(), line_end_);
     if (!writer.IsParted()) return narrow;
     const std::u16string next = std::u16string(line_end_) + std::u16string(Front(job));
@@ -363,27 +377,60 @@ class Rewriter {
            next + narrow + next + u"#End If";
   }
 
+  // "PtrSafe; LongPtr for hWnd, the result"
+  static std::string ReasonOf(const vb::External& external, const FormFor64& form) {
+    std::vector<std::string> reasons;
+    if (!external.is_ptr_safe) reasons.emplace_back("PtrSafe");
+    for (const std::u16string_view type : {u"LongPtr", u"LongLong"}) {
+      const auto names = NamesOf(external, form, type);
+      if (!names.empty()) reasons.push_back(ToUtf8(type) + " for " + names);
+    }
+    if (!form.signature.empty()) reasons.emplace_back("other parameters in 64 bits");
+    if (!form.wide_entry.empty()) reasons.push_back("wide text by " + ToUtf8(form.wide_entry));
+    return Joined(reasons, "; ");
+  }
+
+  // What gets the type, the result at last.
+  static std::string NamesOf(const vb::External& external, const FormFor64& form,
+                             std::u16string_view type) {
+    std::vector<std::string> names;
+    for (std::size_t i = 0; i < form.types.size() && i < external.parameters.size(); ++i)
+      if (form.types[i] == type) names.push_back(ToUtf8(external.parameters[i].name));
+    if (form.result == type) names.emplace_back("the result");
+    return Joined(names, ", ");
+  }
+
+  static std::string Joined(const std::vector<std::string>& texts, std::string_view between) {
+    std::string joined;
+    for (const auto& text : texts) {
+      if (!joined.empty()) joined += between;
+      joined += text;
+    }
+    return joined;
+  }
+
   void Report(const Job& job) {
     const auto& declaration = *job.declaration;
     const bool is_record = declaration.As<vb::Record>() != nullptr;
-    std::string reason = is_record ? "its layout changes" : "PtrSafe";
-    const auto missing = ToUtf8(job.form.missing);
-    if (!missing.empty()) reason = missing;
-    if (!job.form.guessed.empty()) reason += ", addresses by their names";
+    const auto missing = ToUtf8(job.form->missing);
+    auto reason = !missing.empty() ? missing
+                  : is_record      ? std::string("its layout changes")
+                                   : ReasonOf(*declaration.As<vb::External>(), *job.form);
+    if (!job.form->guessed.empty()) reason += "; addresses by their names";
     result_.changes.push_back({.line = declaration.place.line,
                                .name = std::u16string(declaration.name),
                                .is_record = is_record,
                                .reason = std::move(reason),
                                .before = std::u16string(declaration.text),
                                .after = TextFor(job),
-                               .is_guess = !job.form.guessed.empty(),
+                               .is_guess = !job.form->guessed.empty(),
                                .missing = missing});
   }
 
   std::u16string_view text_;
   const vb::Module& module_;
   vb::Audience target_;
-  const KnowledgeOf64& knowledge_;
+  std::span<const FormFor64> forms_;
   std::vector<vb::Branch> in_64_;
   std::vector<vb::Branch> in_vb6_;
   std::u16string_view line_end_;
@@ -393,11 +440,16 @@ class Rewriter {
 
 }  // namespace
 
+Rewriting RewriteDeclarations(std::u16string_view text, const vb::Module& module,
+                              vb::Audience target, std::span<const FormFor64> forms) {
+  if (target == vb::Audience::kVb6) return {std::u16string(text), {}, {}};
+  return Rewriter(text, module, target, forms).Rewrite();
+}
+
 Rewriting RewriteDeclarations(std::u16string_view text, vb::ModuleKind kind, vb::Audience target,
                               const KnowledgeOf64& knowledge) {
-  if (target == vb::Audience::kVb6) return {std::u16string(text), {}, {}};
   const auto module = vb::ReadModule(text, kind);
-  return Rewriter(text, module, target, knowledge).Rewrite();
+  return RewriteDeclarations(text, module, target, knowledge.FormsOf(module));
 }
 
 }  // namespace declarium

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -41,6 +42,10 @@ struct Rewriting {
 // target keeps that. Declarations on lines of their own that follow each other share one #If. What
 // is right already stays to the letter, so the result rewritten again is the same. For VB6 nothing
 // changes. A declaration that shares its line with others is left, and listed.
+// `forms` has one for each declaration of the module, which was read from the text.
+[[nodiscard]] Rewriting RewriteDeclarations(std::u16string_view text, const vb::Module& module,
+                                            vb::Audience target, std::span<const FormFor64> forms);
+// The same for a text alone.
 [[nodiscard]] Rewriting RewriteDeclarations(std::u16string_view text, vb::ModuleKind kind,
                                             vb::Audience target, const KnowledgeOf64& knowledge);
 

@@ -9,6 +9,7 @@
 #include "vb/declaration_reader.h"
 #include "vb/name.h"
 #include "vb/statement.h"
+#include "vb/variables.h"
 
 namespace declarium::vb {
 namespace {
@@ -18,6 +19,7 @@ struct Prefix {
   std::size_t words = 0;
   std::optional<Scope> scope;
   bool is_global = false;
+  bool is_friend = false;
 };
 
 Prefix ReadPrefix(const std::vector<Token>& tokens) {
@@ -25,6 +27,7 @@ Prefix ReadPrefix(const std::vector<Token>& tokens) {
   for (const auto& token : tokens) {
     if (token.IsWord(u"public") || token.IsWord(u"friend")) {
       prefix.scope = Scope::kPublic;
+      prefix.is_friend = token.IsWord(u"friend");
     } else if (token.IsWord(u"global")) {
       prefix.scope = Scope::kPublic;
       prefix.is_global = true;
@@ -84,12 +87,6 @@ bool MattersInProcedure(std::u16string_view first_word) {
     default:
       return IsDigit(first_word.front());
   }
-}
-
-bool StandsBeforeVariable(const Token& token) {
-  constexpr std::u16string_view kWords[] = {u"withevents", u"optional", u"byval", u"byref",
-                                            u"paramarray"};
-  return std::ranges::any_of(kWords, [&](auto each) { return token.IsWord(each); });
 }
 
 class ModuleReader {
@@ -458,8 +455,9 @@ class ModuleReader {
       module_.procedures.back().end_line = place.line - 1;
     }
     if (module_.procedures.empty()) module_.declarations_end = place.line - 1;
-    module_.procedures.push_back(
-        {kind, prefix.scope.value_or(Scope::kPublic), name.text, place, place.line});
+    module_.procedures.push_back({kind, prefix.scope.value_or(Scope::kPublic), prefix.is_friend,
+                                  name.text, statement_.Text(), conditions_.Current(), place,
+                                  place.line});
     procedure_ = true;
     const bool has_character = TokenAt(Tokens(), name_at + 1).kind == TokenKind::kTypeCharacter;
     const auto bracket_at = name_at + (has_character ? 2 : 1);

@@ -36,7 +36,10 @@ struct Procedure {
   enum class Kind : unsigned char { kSub, kFunction, kPropertyGet, kPropertyLet, kPropertySet };
   Kind kind = Kind::kSub;
   Scope scope = Scope::kPublic;
+  bool is_friend = false;  // public in the project alone
   std::u16string_view name;
+  std::u16string_view head;  // the statement with its parameters and result
+  std::uint32_t condition = 0;
   Place place;
   std::uint32_t end_line = 1;  // of End Sub, or where the module ends without one
 };

@@ -19,8 +19,9 @@ struct Statement {
 
 class StatementReader {
  public:
-  // `text` must outlive the reader and what it read.
-  explicit StatementReader(std::u16string_view text) : text_(text), tokenizer_(text) {}
+  // `text` must outlive the reader and what it read. `start` is where a statement begins.
+  explicit StatementReader(std::u16string_view text, Place start = {})
+      : text_(text), tokenizer_(text, start) {}
 
   // Reads the next statement with a token or a comment over `statement`; false at the end.
   bool Next(Statement& statement);

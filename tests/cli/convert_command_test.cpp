@@ -61,8 +61,8 @@ class ConvertCommand : public CliTest {
 TEST_F(ConvertCommand, WithoutAPlaceToWriteToItReportsOnly) {
   const auto run = Convert({module_});
   EXPECT_EQ(run.status, 0);
-  EXPECT_EQ(run.out, module_ + ":3: declare GetOuter: PtrSafe\n" + module_ +
-                         ":7: look at h: GetOuter gives an address, h is a Long\n");
+  EXPECT_EQ(run.out, module_ + ":3: declare GetOuter: PtrSafe; LongPtr for hWnd, the result\n" +
+                         module_ + ":7: look at h: GetOuter gives an address, h is a Long\n");
   EXPECT_EQ(ContentOf(module_), kModule);
 }
 
@@ -134,7 +134,9 @@ TEST_F(ConvertCommand, JsonHasAnObjectForEachChangeAndEachPlace) {
       "{\"declarium\":1,\"command\":\"convert\",\"target\":\"vba7-only\"}\n"
       "{\"source\":\"" +
           source +
-          "\",\"line\":3,\"name\":\"GetOuter\",\"change\":\"declare\",\"reason\":\"PtrSafe\","
+          "\",\"line\":3,\"name\":\"GetOuter\",\"change\":\"declare\",\"reason\":\"PtrSafe; "
+          "LongPtr "
+          "for hWnd, the result\","
           "\"before\":\"Declare Function GetOuter Lib \\\"user32\\\" (ByVal hWnd As Long, lpOuter "
           "As Outer) As Long\",\"after\":\"Declare PtrSafe Function GetOuter Lib "
           "\\\"user32\\\" (ByVal hWnd As LongPtr, lpOuter As Outer) As LongPtr\",\"guess\":false}\n"

@@ -18,6 +18,12 @@ constexpr std::string_view kFacts =
     "LongLong) As LongPtr\n"
     "T\tfilled\tcb As Long|filler(3) As Byte|big As Currency\n"
     "d\tcheck\tsample.h\tuser32\t\t\t\t\t|||\ta\n"
+    "d\tfindtext\tsample.h\tuser32\tFindTextA\t\t\twide=FindTextW\t||int\ta|i|LPCSTR||*\tn|i|int\n"
+    "d\tfindtextw\tsample.h\tuser32\t\t\t\tansi=FindText\t||int\ta|i|LPCWSTR||LongPtr\tn|i|int\n"
+    "d\tgetbytes\tsample.h\tuser32\tGetBytesA\t\t\twide=GetBytesW\t||int\ta|i|LPCSTR||*\t"
+    "p|o|LPBYTE||*\n"
+    "d\tgetbytesw\tsample.h\tuser32\t\t\t\tansi=GetBytes\t||int\ta|i|LPCWSTR||LongPtr\t"
+    "p|o|LPBYTE||*\n"
     "d\tgetmem4\tsample.h\tmsvbvm60\t\t\t\t\t\tAddr\tRetVal\n"
     "d\tgetparent\tsample.h\tuser32\t\t\t\t\t||HWND||LongPtr\thWnd|i|HWND||LongPtr\n"
     "d\tregopenkey\tsample.h\tadvapi32\tRegOpenKeyA\t\t\t\t||LONG\thKey|i|HKEY||LongPtr\t"
@@ -30,11 +36,12 @@ constexpr std::string_view kFacts =
     "t\tmsg\tsample.h\thWnd||HWND||LongPtr\tmessage||UINT\tpt||POINT\n"
     "t\trect\tsample.h\tLeft||LONG\tTop||LONG\n";
 
-Rewriting Changes(std::u16string_view text, vb::Audience target) {
+Rewriting Changes(std::u16string_view text, vb::Audience target,
+                  TextEntries entries = TextEntries::kAnsi) {
   std::vector<FactsFile> facts;
   facts.push_back(FactsFile::Of(ViewOf(std::string(kFacts)), "sample.facts").value());
   return RewriteDeclarations(text, vb::ModuleKind::kStandard, target,
-                             KnowledgeOf64(std::move(facts)));
+                             KnowledgeOf64(std::move(facts), entries));
 }
 
 std::string Rewritten(std::u16string_view text, vb::Audience target) {
@@ -259,6 +266,49 @@ TEST(RewriteDeclarations, TwiceGivesTheSame) {
     EXPECT_EQ(Rewritten(FromUtf8(c.vba7), vb::Audience::kVba7), c.vba7) << c.name;
     EXPECT_EQ(Rewritten(FromUtf8(c.vba7_only), vb::Audience::kVba7Only), c.vba7_only) << c.name;
   }
+}
+
+// The declaration for twinBASIC with entries of wide text.
+std::string Wide(std::u16string_view text) {
+  return ToUtf8(Changes(text, vb::Audience::kTwinBasic, TextEntries::kWide).text);
+}
+
+TEST(RewriteDeclarations, TwinBasicMayCallTheEntryOfWideText) {
+  EXPECT_EQ(Wide(u"Declare Function FindText Lib \"user32\" Alias \"FindTextA\" (ByVal a As "
+                 u"String, ByVal n As Long) As Long\n"),
+            "DeclareWide PtrSafe Function FindText Lib \"user32\" Alias \"FindTextW\" (ByVal a As "
+            "String, ByVal n As Long) As Long\n");
+  const std::u16string without_alias =
+      u"Private Declare PtrSafe Function FindTextA Lib \"user32\" (ByVal a As String, ByVal n As "
+      u"Long) As Long ' why\n";
+  const auto wide = Wide(without_alias);
+  EXPECT_EQ(wide,
+            "Private DeclareWide PtrSafe Function FindTextA Lib \"user32\" Alias \"FindTextW\" "
+            "(ByVal a As String, ByVal n As Long) As Long ' why\n");
+  EXPECT_EQ(Wide(FromUtf8(wide)), wide);
+  EXPECT_EQ(ToUtf8(Changes(without_alias, vb::Audience::kTwinBasic).text), ToUtf8(without_alias));
+}
+
+TEST(RewriteDeclarations, WhatIsMoreThanTextKeepsItsEntry) {
+  for (const auto* text :
+       {u"Declare PtrSafe Function GetBytes Lib \"user32\" Alias \"GetBytesA\" (ByVal a As String, "
+        u"ByVal p As String) As Long\n",
+        u"Declare PtrSafe Function FindText Lib \"user32\" Alias \"FindTextA\" (a As Byte, ByVal n "
+        u"As Long) As Long\n",
+        u"Declare PtrSafe Function FindText Lib \"user32\" Alias \"FindTextA\" (ByVal a As Any, "
+        u"ByVal n As Long) As Long\n",
+        u"Declare PtrSafe Function FindText Lib \"mine\" Alias \"FindTextA\" (ByVal a As String, "
+        u"ByVal n As Long) As Long\n"})
+    EXPECT_EQ(Wide(text), ToUtf8(text));
+}
+
+TEST(RewriteDeclarations, WhatIsPassedByReferenceIsAHandleOnlyByItsName) {
+  EXPECT_EQ(
+      Rewritten(u"Declare Sub Own Lib \"own\" (hKey As Long, phToken As Long, lpSize As Long, "
+                u"pCount As Long)\n",
+                vb::Audience::kVba7Only),
+      "Declare PtrSafe Sub Own Lib \"own\" (hKey As LongPtr, phToken As LongPtr, lpSize As "
+      "Long, pCount As Long) ' check: hKey, phToken are taken for addresses\n");
 }
 
 TEST(RewriteDeclarations, KeepsEveryLineEnd) {

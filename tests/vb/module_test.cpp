@@ -171,6 +171,32 @@ TEST(Modules, OfFormsAreReadBehindTheirHeader) {
   EXPECT_EQ(module.lines, 14u);
 }
 
+TEST(Modules, KnowTheHeadsAndBranchesOfTheirProcedures) {
+  constexpr std::u16string_view kText =
+      u"Friend Sub A(ByVal n _\n  As Long)\nEnd Sub\n#If X Then\nFunction B&()\nEnd "
+      u"Function\n#End If\n";
+  const auto module = ReadModule(kText);
+  ASSERT_EQ(module.procedures.size(), 2u);
+  EXPECT_EQ(module.procedures[0].head, u"Friend Sub A(ByVal n _\n  As Long)");
+  EXPECT_TRUE(module.procedures[0].is_friend);
+  EXPECT_EQ(module.procedures[0].condition, 0u);
+  EXPECT_EQ(module.procedures[1].head, u"Function B&()");
+  EXPECT_FALSE(module.procedures[1].is_friend);
+  EXPECT_EQ(module.conditions[module.procedures[1].condition].text, u"X");
+}
+
+TEST(Modules, KnowTheirVariables) {
+  const auto module = ReadModule(
+      u"Dim a, b As Long\nPublic WithEvents c As Thing, d(1, 2) As Long\nGlobal e\nPrivate f\n"
+      u"Public Const G = 1\nPublic Event H(x)\nSub S()\nDim i\nStatic j\nEnd Sub\n");
+  std::string names;
+  for (const auto& member : module.members) {
+    if (member.kind == ModuleMember::Kind::kVariable)
+      names += ToUtf8(member.name) + (member.scope == Scope::kPublic ? "+ " : "- ");
+  }
+  EXPECT_EQ(names, "a- b- c+ d+ e+ f- ");
+}
+
 TEST(Modules, KnowWhereTheirProceduresAre) {
   const auto module = ReadModule(
       u"Dim x\nPrivate Static Sub A()\n x = \"End Sub\"\n ' End Sub\nEnd Sub\nProperty Get P()\n"

@@ -16,7 +16,8 @@ Register-ArgumentCompleter -Native -CommandName 'declarium-cli', 'declarium-cli.
         'parse'     = '--modules', '--uses', '--target'
         'check'     = '--against', '--target', '--windows', '--format', '--fail-on', '--baseline',
                       '--fix', '--rules'
-        'convert'   = '--target', '--against', '--output', '-o', '--in-place', '--diff', '--force'
+        'convert'   = '--target', '--against', '--output', '-o', '--in-place', '--diff',
+            '--declare-wide', '--force'
         'show'      = '--target'
         'shared'    = '--closure', '--constants'
         'facts'     = @()
