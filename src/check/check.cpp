@@ -6,6 +6,7 @@
 #include <iterator>
 #include <tuple>
 
+#include "check/ambiguous_names.h"
 #include "check/code_reading.h"
 #include "check/name_counts.h"
 #include "check/rule_groups.h"
@@ -64,10 +65,12 @@ std::vector<Finding> Check(const Subject& subject, Reference& reference, const O
   std::deque<ModuleContext> modules;
   for (std::size_t i = 0; i < subject.modules.size(); ++i) modules.emplace_back(context, i);
   CodeReading reading(modules, uses);
+  const AmbiguousNames ambiguous(modules, uses);
   for (auto& module : modules) {
     uses.BeginModule(module.module);
     const auto places = has_code ? CountNames(module.text, uses) : WatchedPlaces();
     const auto code = reading.Read(module, places.addresses);
+    if (places.has_ambiguous) ambiguous.Check(module);
     if (!CheckModule(module, code, options)) return std::move(context.findings);
   }
   if (!options.go_on()) return std::move(context.findings);

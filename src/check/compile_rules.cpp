@@ -1,8 +1,10 @@
 #include <algorithm>
 #include <map>
 #include <utility>
+#include <vector>
 
 #include "check/rule_groups.h"
+#include "text/scan.h"
 #include "text/text.h"
 
 namespace declarium::check {
@@ -142,12 +144,8 @@ void CheckDuplicates(const ModuleContext& module) {
   Scope values;
   Scope types;
   std::map<std::size_t, Scope> locals;
-  // A procedure does not say which branch of #If it stands in.
-  const bool knows_procedures = module.parsed.conditions.size() == 1;
-  if (knows_procedures) {
-    for (const auto& procedure : module.parsed.procedures)
-      values.Add(procedure.name, module.SystemsOf(0));
-  }
+  for (const auto& procedure : module.parsed.procedures)
+    values.Add(procedure.name, module.SystemsOf(procedure.condition));
   for (const auto& declaration : module.parsed.declarations) {
     const auto& systems = module.SystemsOf(declaration);
     CheckNamesInside(module, declaration);
@@ -336,12 +334,85 @@ void CheckVisualBasic6(const ModuleContext& module, const vb::Declaration& decla
   }
 }
 
+// Whether a procedure or record that others see may not show the type.
+bool IsHidden(const ModuleContext& module, std::u16string_view name) {
+  const auto* const type = module.whole.FindType(name, module.module);
+  if (type == nullptr) return false;
+  if (type->declaration->scope == vb::Scope::kPrivate) return true;
+  const auto& subject = module.whole.Checked();
+  const auto kind_of = [&](std::size_t position) { return subject.modules[position].parsed->kind; };
+  return subject.form == Subject::Form::kProject &&
+         type->declaration->As<vb::Record>() != nullptr &&
+         kind_of(module.module) != vb::ModuleKind::kStandard &&
+         kind_of(type->module) == vb::ModuleKind::kStandard;
+}
+
+void CheckPublicProcedure(const ModuleContext& module, const vb::Procedure& procedure) {
+  const auto end = procedure.place.offset + procedure.head.size();
+  vb::Tokenizer tokens(module.text, procedure.place);
+  bool is_behind_as = false;
+  for (auto token = tokens.NextSignificant(); token.place.offset < end;
+       token = tokens.NextSignificant()) {
+    const bool is_type = std::exchange(is_behind_as, token.IsWord(u"as"));
+    if (!is_type || token.kind != vb::TokenKind::kName || !IsHidden(module, token.text)) continue;
+    const auto behind = tokens.NextSignificant();
+    if (behind.IsOperator(u'.')) continue;  // of a library or module that is named
+    module.Report(RuleId::kHiddenTypeInPublic, token.place, procedure.name,
+                  ToUtf8(procedure.name) + " is public and shows " + ToUtf8(token.text));
+  }
+}
+
+void CheckPublicRecord(const ModuleContext& module, const vb::Declaration& declaration) {
+  const auto* const record = declaration.As<vb::Record>();
+  if (record == nullptr || declaration.scope != vb::Scope::kPublic) return;
+  for (const auto& member : record->members) {
+    if (member.type.name.contains(u'.') || !IsHidden(module, member.type.name)) continue;
+    module.Report(RuleId::kHiddenTypeInPublic, declaration, member.place,
+                  ToUtf8(declaration.name) + " is public and shows " + ToUtf8(member.type.name));
+  }
+}
+
+// In lower case.
+std::vector<std::u16string> PrivateTypes(const vb::Module& module) {
+  std::vector<std::u16string> names;
+  for (const auto& declaration : module.declarations) {
+    const bool is_type =
+        declaration.As<vb::Record>() != nullptr || declaration.As<vb::Enumeration>() != nullptr;
+    if (is_type && declaration.scope == vb::Scope::kPrivate)
+      names.push_back(LowerCase(declaration.name));
+  }
+  return names;
+}
+
+// What others see of the module names no type that they do not.
+void CheckPublicSignatures(const ModuleContext& module) {
+  if (module.whole.Wanted().audience == Audience::kTwinBasic) return;
+  const bool is_object = module.parsed.kind != vb::ModuleKind::kStandard;
+  const bool shows_others = is_object && module.whole.Checked().form == Subject::Form::kProject;
+  const auto hidden = PrivateTypes(module.parsed);
+  if (hidden.empty() && !shows_others) return;
+  // Most procedures show none of the module's few own types; then nothing is cut into tokens.
+  const auto may_show = [&](const vb::Procedure& procedure) {
+    return shows_others || std::ranges::any_of(hidden, [&](const auto& name) {
+             return FindIgnoringCase(procedure.head, name) != procedure.head.npos;
+           });
+  };
+  for (const auto& procedure : module.parsed.procedures) {
+    const bool is_public = procedure.scope == vb::Scope::kPublic && !procedure.is_friend;
+    if (is_public && module.SystemsOf(procedure.condition).Any() && may_show(procedure))
+      CheckPublicProcedure(module, procedure);
+  }
+  for (const auto& declaration : module.parsed.declarations)
+    if (module.SystemsOf(declaration).Any()) CheckPublicRecord(module, declaration);
+}
+
 }  // namespace
 
 void CheckCompiles(ModuleContext& module) {
   CheckSyntax(module);
   CheckDuplicates(module);
   CheckForwardRecords(module);
+  CheckPublicSignatures(module);
   for (const auto& declaration : module.parsed.declarations) {
     if (!module.SystemsOf(declaration).Any()) continue;
     CheckTypes(module, declaration);

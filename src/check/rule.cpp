@@ -39,7 +39,25 @@ constexpr Rule kRules[] = {
     {RuleId::kTooLong, "D106", texts::kD106, kError, "Longer than the language takes",
      "Visual Basic cuts or refuses lines of more than 1023 characters, statements of more than 25 "
      "lines, and more than 60 parameters.",
-     "", ""},
+     "Declare Sub Fill Lib \"mine\" _\n(ByVal A1 As Long, _\nByVal A2 As Long, _\nByVal A3 As "
+     "Long, "
+     "_\nByVal A4 As Long, _\nByVal A5 As Long, _\nByVal A6 As Long, _\nByVal A7 As Long, _\nByVal "
+     "A8 "
+     "As Long, _\nByVal A9 As Long, _\nByVal B1 As Long, _\nByVal B2 As Long, _\nByVal B3 As Long, "
+     "_\nByVal B4 As Long, _\nByVal B5 As Long, _\nByVal B6 As Long, _\nByVal B7 As Long, _\nByVal "
+     "B8 "
+     "As Long, _\nByVal B9 As Long, _\nByVal C1 As Long, _\nByVal C2 As Long, _\nByVal C3 As Long, "
+     "_\nByVal C4 As Long, _\nByVal C5 As Long, _\nByVal C6 As Long, _\nByVal C7 As Long)",
+     "Declare Sub Fill Lib \"mine\" (ByVal A1 As Long, ByVal A2 As Long, ByVal A3 As Long, _\n  "
+     "ByVal A4 As Long, ByVal A5 As Long, ByVal A6 As Long, ByVal A7 As Long, ByVal A8 As Long, "
+     "_\n  "
+     "ByVal A9 As Long, ByVal B1 As Long, ByVal B2 As Long, ByVal B3 As Long, ByVal B4 As Long, "
+     "_\n  "
+     "ByVal B5 As Long, ByVal B6 As Long, ByVal B7 As Long, ByVal B8 As Long, ByVal B9 As Long, "
+     "_\n  "
+     "ByVal C1 As Long, ByVal C2 As Long, ByVal C3 As Long, ByVal C4 As Long, ByVal C5 As Long, "
+     "_\n  "
+     "ByVal C6 As Long, ByVal C7 As Long)"},
     {RuleId::kParameterNamedLikeProcedure, "D107", texts::kD107, kError,
      "A parameter named like its procedure",
      "The module does not compile: the name is declared twice in the procedure.",
@@ -59,6 +77,19 @@ constexpr Rule kRules[] = {
      "it away.",
      "Declare PtrSafe Sub Sleep Lib \"kernel32\" (ByVal dwMilliseconds As Long)",
      "Declare Sub Sleep Lib \"kernel32\" (ByVal dwMilliseconds As Long)"},
+    {RuleId::kHiddenTypeInPublic, "D111", texts::kD111, kError,
+     "A type in public that others cannot see",
+     "The module does not compile: public procedures and records take no private types, and those "
+     "of classes and forms no records of standard modules.",
+     "Private Type CELLS\n  Count As Long\nEnd Type\nPublic Sub Fill(r As CELLS)\nEnd Sub",
+     "Public Type CELLS\n  Count As Long\nEnd Type\nPublic Sub Fill(r As CELLS)\nEnd Sub"},
+    {RuleId::kAmbiguousName, "D112", texts::kD112, kError, "A name that two modules make public",
+     "The project does not compile where a third module uses the name: Visual Basic finds it "
+     "ambiguous.",
+     "' Module1\nPublic Const LIMIT = 1\n' Module2\nPublic Const LIMIT = 2\n' Module3\nSub "
+     "Fill()\n  Debug.Print LIMIT\nEnd Sub",
+     "' Module1\nPublic Const LIMIT = 1\n' Module2\nPublic Const LIMIT = 2\n' Module3\nSub "
+     "Fill()\n  Debug.Print Module1.LIMIT\nEnd Sub"},
 
     {RuleId::kSuffixMissing, "D201", texts::kD201, kError,
      "The A or W at the end of the entry is missing",
@@ -210,7 +241,12 @@ constexpr Rule kRules[] = {
      "Nothing happens; the declaration can go.", "Private Const LIMIT = 5",
      "Private Const LIMIT = 5\nSub Fill()\n  Debug.Print LIMIT\nEnd Sub"},
     {RuleId::kDeclaredTwice, "D602", texts::kD602, kNote, "Declared in several modules",
-     "Nothing happens; the declaration could be made Public once.", "", ""},
+     "Nothing happens; the declaration could be made Public once.",
+     "' Module1\nPrivate Const LIMIT = 5\nSub Fill()\n  Debug.Print LIMIT\nEnd Sub\n' "
+     "Module2\nPrivate "
+     "Const LIMIT = 5\nSub Look()\n  Debug.Print LIMIT\nEnd Sub",
+     "' Module1\nPublic Const LIMIT = 5\nSub Fill()\n  Debug.Print LIMIT\nEnd Sub\n' Module2\nSub "
+     "Look()\n  Debug.Print LIMIT\nEnd Sub"},
     {RuleId::kOtherName, "D603", texts::kD603, kNote,
      "Declared as in the library under another name",
      "Nothing happens; one procedure has two names.",

@@ -31,6 +31,8 @@ enum class RuleId : std::uint16_t {
   kRecordByValue = 108,
   kValueDoesNotFit = 109,
   kNotInVisualBasic6 = 110,
+  kHiddenTypeInPublic = 111,
+  kAmbiguousName = 112,
 
   kSuffixMissing = 201,
   kLettersDiffer = 202,

@@ -26,6 +26,7 @@ struct Subject {
   Form form = Form::kModules;
   std::vector<SubjectModule> modules;
   vb::ProjectConstants constants;
+  bool is_listed = true;  // by a project's file: a folder may hold modules of several programs
   bool may_have_other_types = false;  // of type libraries that the project refers to
 };
 

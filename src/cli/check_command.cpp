@@ -125,6 +125,7 @@ class Checker {
     check::Subject subject;
     subject.form = is_whole ? check::Subject::Form::kProject : check::Subject::Form::kModules;
     subject.constants = project.project.constants;
+    subject.is_listed = !project.text.empty();
     subject.may_have_other_types = MayHaveOtherTypes(project);
     for (const auto& module : project.modules)
       subject.modules.push_back({module.text, &module.parsed});

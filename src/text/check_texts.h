@@ -42,6 +42,13 @@ inline constexpr RuleText kD110 = {
     u"Slovo, ktoré Visual Basic 6.0 nemá",
     u"Visual Basic 6.0 riadok číta a PtrSafe, LongPtr aj LongLong odmietne; #If VBA7 ho pred ním "
     u"skryje."};
+inline constexpr RuleText kD111 = {
+    u"Verejne použitý typ, ktorý ostatní nevidia",
+    u"Modul sa nepreloží: verejné procedúry a záznamy nesmú použiť súkromný typ, procedúry tried a "
+    u"formulárov ani záznam zo štandardného modulu."};
+inline constexpr RuleText kD112 = {
+    u"Názov, ktorý zverejňujú dva moduly",
+    u"Projekt sa nepreloží tam, kde názov použije tretí modul: pre Visual Basic je nejednoznačný."};
 
 // Wrong entry
 inline constexpr RuleText kD201 = {u"Názvu v DLL chýba na konci A alebo W",

@@ -1,6 +1,6 @@
 // Every rule on its cases: cases/D301.txt holds sources with exactly that fault and sources with
 // none. A case is "bad" or "good" with its options in the first line, then lines of source up to a
-// blank line; "=====" parts modules.
+// blank line; "=====" parts modules, with the kind of the next where it is another one.
 //
 //   target=vba7  form=project|library  kind=class|form  windows=6.0
 #include <filesystem>
@@ -74,17 +74,28 @@ Subject::Form FormOf(const Case& each) {
   return form->second == "project" ? Subject::Form::kProject : Subject::Form::kLibrary;
 }
 
+vb::ModuleKind KindOf(const std::string& word) {
+  if (word == "class") return vb::ModuleKind::kClass;
+  return word == "form" ? vb::ModuleKind::kForm : vb::ModuleKind::kStandard;
+}
+
 std::vector<Source> SourcesOf(const Case& each) {
+  constexpr std::string_view kBetween = "=====";
   const auto kind = each.options.find("kind");
-  const auto module_kind = kind == each.options.end() ? vb::ModuleKind::kStandard
-                           : kind->second == "class"  ? vb::ModuleKind::kClass
-                                                      : vb::ModuleKind::kForm;
-  constexpr std::string_view kBetween = "=====\r\n";
-  std::vector<Source> sources;
-  for (std::size_t start = 0; start <= each.source.size();) {
-    const auto end = std::min(each.source.find(kBetween, start), each.source.size());
-    sources.push_back({each.source.substr(start, end - start), module_kind});
-    start = end == each.source.size() ? end + 1 : end + kBetween.size();
+  std::vector<Source> sources = {
+      {"", KindOf(kind == each.options.end() ? std::string() : kind->second)}};
+  std::istringstream lines(each.source);
+  for (std::string line; std::getline(lines, line);) {
+    std::istringstream words(line);
+    std::string word;
+    words >> word;
+    if (word == kBetween) {
+      word.clear();
+      words >> word;
+      sources.push_back({"", word.empty() ? sources.back().kind : KindOf(word)});
+    } else {
+      sources.back().text += line + "\n";
+    }
   }
   return sources;
 }
