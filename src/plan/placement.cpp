@@ -144,11 +144,15 @@ class Placer {
     std::vector<PlacedPieces> placed;
     for (auto& [place, pieces] : by_place) {
       const auto goes_on = [&](const Piece& piece, std::uint32_t line) {
-        return section_.IsBlank(line) || (IsOneLine(piece) && section_.IsOf(piece.kind, line));
+        return IsOneLine(piece) && section_.IsOf(piece.kind, line);
       };
-      const bool is_first = place == 0;
-      const bool before = !is_first && !goes_on(pieces_[pieces.front()], place);
-      const bool behind = !goes_on(pieces_[pieces.back()], place + 1);
+      const auto& first = pieces_[pieces.front()];
+      const auto& last = pieces_[pieces.back()];
+      const bool continues = goes_on(first, place);
+      const bool before = !continues && !section_.IsBlank(place);
+      // What parted the lines above from those below still does behind more of the same kind.
+      const bool is_more = continues && first.kind == last.kind && IsOneLine(last);
+      const bool behind = !is_more && !goes_on(last, place + 1) && !section_.IsBlank(place + 1);
       placed.push_back({place + 1, std::move(pieces), before, behind});
     }
     return placed;
