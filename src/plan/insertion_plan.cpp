@@ -1,11 +1,13 @@
 #include "plan/insertion_plan.h"
 
 #include <algorithm>
+#include <map>
 #include <utility>
 
 #include "source/item_text.h"
 #include "text/text.h"
 #include "vb/name.h"
+#include "vb/name_use.h"
 
 namespace declarium::plan {
 namespace {
@@ -28,8 +30,9 @@ InsertionPlan::InsertionPlan(ProjectModules& project, std::size_t module,
   const bool is_standard = project.At(module).parsed->kind == vb::ModuleKind::kStandard;
   scope_ = is_standard ? options.scope : vb::Scope::kPrivate;
   ReadSources(wanted);
+  FindNeeds();
   Decide();
-  RenewTexts();
+  Renew();
 }
 
 std::u16string InsertionPlan::Rewritten(std::u16string_view text) const {
@@ -77,7 +80,32 @@ NewNames InsertionPlan::Renames() const {
   return names;
 }
 
-void InsertionPlan::RenewTexts() {
+void InsertionPlan::FindNeeds() {
+  std::map<std::pair<Kind, std::u16string>, std::size_t> positions;
+  for (std::size_t i = 0; i < entries_.size(); ++i)
+    positions.emplace(std::pair(entries_[i].kind, LowerCase(entries_[i].name)), i);
+  for (const auto& source : sources_) {
+    auto& needs = needs_.emplace_back();
+    for (const auto& use : vb::ReadNameUses(source.rewritten, source.module)) {
+      const auto kind = use.kind == vb::UseKind::kType ? Kind::kType : Kind::kConst;
+      const auto found = positions.find({kind, LowerCase(use.name)});
+      if (found != positions.end()) needs.push_back(found->second);
+    }
+  }
+}
+
+void InsertionPlan::Renew() {
+  std::vector<std::size_t> needed;
+  for (std::size_t i = 0; i < entries_.size(); ++i) {
+    entries_[i].is_needed = entries_[i].level == 0;
+    if (entries_[i].is_needed) needed.push_back(i);
+  }
+  // The list grows while it is walked.
+  for (std::size_t i = 0; i < needed.size(); ++i) {
+    if (!entries_[needed[i]].IsInserted()) continue;
+    for (const auto need : needs_[needed[i]])
+      if (!std::exchange(entries_[need].is_needed, true)) needed.push_back(need);
+  }
   const auto names = Renames();
   for (std::size_t i = 0; i < entries_.size(); ++i) {
     const auto text = Renamed(sources_[i].rewritten, names);
@@ -87,12 +115,12 @@ void InsertionPlan::RenewTexts() {
 
 void InsertionPlan::LeaveOut(std::size_t entry, bool is_left_out) {
   entries_[entry].is_left_out = is_left_out;
-  RenewTexts();
+  Renew();
 }
 
 void InsertionPlan::Keep(std::size_t entry) {
   entries_[entry].new_name.clear();
-  RenewTexts();
+  Renew();
 }
 
 bool InsertionPlan::IsFree(std::size_t entry, std::u16string_view name) const {
@@ -113,7 +141,7 @@ std::expected<void, NameRefusal> InsertionPlan::InsertAs(std::size_t entry,
   if (!IsFree(entry, new_name)) return std::unexpected(NameRefusal::kTaken);
   entries_[entry].new_name = new_name;
   entries_[entry].is_left_out = false;
-  RenewTexts();
+  Renew();
   return {};
 }
 

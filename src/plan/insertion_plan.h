@@ -34,9 +34,10 @@ struct PlannedEntry {
   std::u16string text;         // as it is or would be inserted: lines with CR LF between them
   std::u16string new_name;     // the other name that it is inserted under; empty for its own
   bool is_left_out = false;
+  bool is_needed = true;  // false when only what stays out needs it
 
   [[nodiscard]] bool IsInserted() const {
-    return !is_left_out && (does == Does::kInsert || !new_name.empty());
+    return is_needed && !is_left_out && (does == Does::kInsert || !new_name.empty());
   }
 };
 
@@ -85,8 +86,10 @@ class InsertionPlan {
   };
 
   void ReadSources(std::span<const WantedItem> wanted);
+  void FindNeeds();
   void Decide();
-  void RenewTexts();
+  // What follows from the choices.
+  void Renew();
   [[nodiscard]] NewNames Renames() const;
   [[nodiscard]] bool IsFree(std::size_t entry, std::u16string_view name) const;
   [[nodiscard]] std::u16string Rewritten(std::u16string_view text) const;
@@ -100,7 +103,8 @@ class InsertionPlan {
   PlanOptions options_;
   vb::Scope scope_;
   std::vector<PlannedEntry> entries_;
-  std::deque<Source> sources_;  // one for each entry
+  std::deque<Source> sources_;                   // one for each entry
+  std::vector<std::vector<std::size_t>> needs_;  // of each entry, among the entries
 };
 
 }  // namespace declarium::plan

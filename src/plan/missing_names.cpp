@@ -73,8 +73,8 @@ class Finder {
       if (asked.is_variable) continue;
       auto candidates = CandidatesFor(*asked.first, asked.kinds);
       if (!candidates.empty())
-        missing.push_back({std::u16string(asked.first->name), asked.first->place,
-                           std::move(candidates)});
+        missing.push_back(
+            {std::u16string(asked.first->name), asked.first->place, std::move(candidates)});
     }
     return missing;
   }

@@ -27,8 +27,8 @@ struct Candidate {
 };
 
 struct MissingName {
-  std::u16string name;  // as the code has it first
-  vb::Place place;      // of its first use
+  std::u16string name;                // as the code has it first
+  vb::Place place;                    // of its first use
   std::vector<Candidate> candidates;  // each says something else; one unless it is ambiguous
 
   [[nodiscard]] bool IsAmbiguous() const { return candidates.size() > 1; }

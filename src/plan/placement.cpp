@@ -93,17 +93,20 @@ class Placer {
     });
   }
 
-  // What the module's own declarations need of the pieces.
+  // What the module's own declarations and variables need of the pieces.
   void ReadModuleUses() {
     const auto& declarations = module_.declarations;
     std::size_t next = 0;
     for (const auto& use : vb::ReadNameUses(section_.Text(), module_)) {
       while (next < declarations.size() && declarations[next].end_line < use.place.line) ++next;
-      if (next == declarations.size()) return;
-      const auto& user = declarations[next];
-      if (user.place.line > use.place.line || user.As<vb::External>() != nullptr) continue;
+      const bool is_declared =
+          next < declarations.size() && declarations[next].place.line <= use.place.line;
+      if (is_declared && declarations[next].As<vb::External>() != nullptr) continue;
+      // A variable may stand in front of its record, but not of what its bounds name.
+      if (!is_declared && use.kind == vb::UseKind::kType) continue;
+      const auto line = is_declared ? declarations[next].place.line : use.place.line;
       ForPiecesUsed(use, [&](std::size_t position) {
-        high_[position] = std::min(high_[position], user.place.line - 1);
+        high_[position] = std::min(high_[position], line - 1);
       });
     }
   }

@@ -8,6 +8,7 @@
 #include "text/text.h"
 #include "vb/layout.h"
 #include "vb/name_use.h"
+#include "vb/runtime_names.h"
 
 namespace declarium::plan {
 namespace {
@@ -38,9 +39,11 @@ class Collector {
       if (!use.qualifier.empty()) continue;
       const auto kind = use.kind == vb::UseKind::kType ? Kind::kType : Kind::kConst;
       if (kind == Kind::kType && vb::BuiltInExtent(use.name, vb::Target::kVba7x64)) continue;
+      const bool is_runtime =
+          kind == Kind::kType ? vb::IsRuntimeType(use.name) : vb::IsRuntimeValue(use.name);
       if (const auto found = Find(kind, use.name)) {
         Add(*found, user.level + 1, user.name);
-      } else if (met_.emplace(kind, LowerCase(use.name)).second) {
+      } else if (!is_runtime && met_.emplace(kind, LowerCase(use.name)).second) {
         wanted_.unknown.push_back({kind, std::u16string(use.name), user.name});
       }
     }

@@ -1,100 +1,78 @@
 #include "vb/runtime_names.h"
 
-#include <algorithm>
-#include <array>
-#include <span>
+#include <string>
 
 #include "text/text.h"
 
 namespace declarium::vb {
 namespace {
 
-// In lower case and in their order. Functions, objects and constants of VBA, VB and stdole, and the
-// words that statements such as Open have of their own.
-constexpr std::u16string_view kValues[] = {
-    u"abs", u"access", u"alias", u"app", u"appactivate", u"append", u"array", u"asc", u"ascb",
-    u"ascw", u"atn", u"attribute", u"b", u"base", u"beep", u"bf", u"binary", u"callbyname",
-    u"cbool", u"cbyte", u"ccur", u"cdate", u"cdbl", u"cdec", u"chdir", u"chdrive", u"checked",
-    u"choose", u"chr", u"chrb", u"chrw", u"cint", u"circle", u"clipboard", u"clng", u"color",
-    u"command", u"compare", u"cos", u"createobject", u"csng", u"cstr", u"curdir", u"cvar",
-    u"cvdate", u"cverr", u"date", u"dateadd", u"datediff", u"datepart", u"dateserial", u"datevalue",
-    u"day", u"ddb", u"debug", u"default", u"deletesetting", u"dir", u"doevents", u"environ", u"eof",
-    u"erl", u"err", u"error", u"exp", u"explicit", u"fileattr", u"filecopy", u"filedatetime",
-    u"filelen", u"filter", u"fix", u"format", u"formatcurrency", u"formatdatetime", u"formatnumber",
-    u"formatpercent", u"forms", u"freefile", u"fv", u"getallsettings", u"getattr", u"getobject",
-    u"getsetting", u"global", u"gray", u"hex", u"hour", u"iif", u"imestatus", u"input", u"inputb",
-    u"inputbox", u"instr", u"instrb", u"instrrev", u"int", u"ipmt", u"irr", u"isarray", u"isdate",
-    u"isempty", u"iserror", u"ismissing", u"isnull", u"isnumeric", u"isobject", u"join", u"kill",
-    u"lbound", u"lcase", u"left", u"leftb", u"len", u"lenb", u"lib", u"licenses", u"line", u"load",
-    u"loadpicture", u"loadresdata", u"loadrespicture", u"loadresstring", u"loc", u"lof", u"log",
-    u"ltrim", u"macid", u"macscript", u"me", u"mid", u"midb", u"minute", u"mirr", u"mkdir",
-    u"module", u"monochrome", u"month", u"monthname", u"msgbox", u"name", u"now", u"nper", u"npv",
-    u"object", u"objptr", u"oct", u"output", u"partition", u"pmt", u"ppmt", u"printer", u"printers",
-    u"property", u"pset", u"pv", u"qbcolor", u"random", u"randomize", u"rate", u"read", u"replace",
-    u"reset", u"rgb", u"right", u"rightb", u"rmdir", u"rnd", u"round", u"rtrim", u"savepicture",
-    u"savesetting", u"scale", u"screen", u"second", u"seek", u"sendkeys", u"setattr", u"sgn",
-    u"shell", u"sin", u"sln", u"space", u"spc", u"split", u"sqr", u"stdole", u"step", u"str",
-    u"strcomp", u"strconv", u"string", u"strptr", u"strreverse", u"switch", u"syd", u"tab", u"tan",
-    u"text", u"time", u"timer", u"timeserial", u"timevalue", u"trim", u"typename", u"ubound",
-    u"ucase", u"unchecked", u"unload", u"val", u"varptr", u"vartype", u"vb", u"vba", u"vbrun",
-    u"vgacolor", u"weekday", u"weekdayname", u"width", u"year",};
-static_assert(std::ranges::is_sorted(kValues));
+// In lower case, each between blanks. Functions, objects and constants of VBA, VB and stdole, and
+// the words that statements such as Open have of their own.
+constexpr std::u16string_view kValues =
+    u" abs access alias app appactivate append array asc ascb ascw atn attribute b base beep bf"
+    u" binary callbyname cbool cbyte ccur cdate cdbl cdec chdir chdrive checked choose chr chrb"
+    u" chrw cint circle clipboard clng color command compare cos createobject csng cstr curdir"
+    u" cvar cvdate cverr date dateadd datediff datepart dateserial datevalue day ddb debug"
+    u" default deletesetting dir doevents environ eof erl err error exp explicit fileattr"
+    u" filecopy filedatetime filelen filter fix format formatcurrency formatdatetime"
+    u" formatnumber formatpercent forms freefile fv getallsettings getattr getobject getsetting"
+    u" global gray hex hour iif imestatus input inputb inputbox instr instrb instrrev int ipmt"
+    u" irr isarray isdate isempty iserror ismissing isnull isnumeric isobject join kill lbound"
+    u" lcase left leftb len lenb lib licenses line load loadpicture loadresdata loadrespicture"
+    u" loadresstring loc lof log ltrim macid macscript me mid midb minute mirr mkdir module"
+    u" monochrome month monthname msgbox name now nper npv object objptr oct output partition"
+    u" pmt ppmt printer printers property pset pv qbcolor random randomize rate read replace"
+    u" reset rgb right rightb rmdir rnd round rtrim savepicture savesetting scale screen second"
+    u" seek sendkeys setattr sgn shell sin sln space spc split sqr stdole step str strcomp"
+    u" strconv string strptr strreverse switch syd tab tan text time timer timeserial timevalue"
+    u" trim typename ubound ucase unchecked unload val varptr vartype vb vba vbrun vgacolor"
+    u" weekday weekdayname width year"
+    u" ";
 
 // Types and classes.
-constexpr std::u16string_view kTypes[] = {
-    u"ambientproperties", u"app", u"asyncproperty", u"checkbox", u"clipboard", u"collection",
-    u"combobox", u"commandbutton", u"containedcontrols", u"control", u"controls", u"currency",
-    u"data", u"databinding", u"databindings", u"datamembers", u"dataobject", u"dataobjectfiles",
-    u"date", u"decimal", u"dirlistbox", u"drivelistbox", u"errobject", u"eventparameter",
-    u"eventparameters", u"exportedfunctions", u"filelistbox", u"font", u"fontevents", u"form",
-    u"frame", u"global", u"hscrollbar", u"hyperlink", u"idispatch", u"ienumvariant", u"ifont",
-    u"ifontdisp", u"image", u"ipicture", u"ipicturedisp", u"iunknown", u"label", u"licenseinfo",
-    u"line", u"listbox", u"longlong", u"longptr", u"mdiform", u"menu", u"object", u"ole",
-    u"ole_cancelbool", u"ole_color", u"ole_enabledefaultbool", u"ole_handle", u"ole_optexclusive",
-    u"ole_tristate", u"ole_xpos_container", u"ole_xpos_himetric", u"ole_xpos_pixels",
-    u"ole_xsize_container", u"ole_xsize_himetric", u"ole_xsize_pixels", u"ole_ypos_container",
-    u"ole_ypos_himetric", u"ole_ypos_pixels", u"ole_ysize_container", u"ole_ysize_himetric",
-    u"ole_ysize_pixels", u"optionbutton", u"parentcontrols", u"picture", u"picturebox", u"printer",
-    u"propertybag", u"propertypage", u"screen", u"selectedcontrols", u"shape", u"single",
-    u"stdfont", u"stdpicture", u"textbox", u"timer", u"usercontrol", u"userdocument", u"vscrollbar",};
-static_assert(std::ranges::is_sorted(kTypes));
+constexpr std::u16string_view kTypes =
+    u" ambientproperties app asyncproperty checkbox clipboard collection combobox commandbutton"
+    u" containedcontrols control controls currency data databinding databindings datamembers"
+    u" dataobject dataobjectfiles date decimal dirlistbox drivelistbox errobject eventparameter"
+    u" eventparameters exportedfunctions filelistbox font fontevents form frame global"
+    u" hscrollbar hyperlink idispatch ienumvariant ifont ifontdisp image ipicture ipicturedisp"
+    u" iunknown label licenseinfo line listbox longlong longptr mdiform menu object ole"
+    u" ole_cancelbool ole_color ole_enabledefaultbool ole_handle ole_optexclusive ole_tristate"
+    u" ole_xpos_container ole_xpos_himetric ole_xpos_pixels ole_xsize_container"
+    u" ole_xsize_himetric ole_xsize_pixels ole_ypos_container ole_ypos_himetric ole_ypos_pixels"
+    u" ole_ysize_container ole_ysize_himetric ole_ysize_pixels optionbutton parentcontrols"
+    u" picture picturebox printer propertybag propertypage screen selectedcontrols shape single"
+    u" stdfont stdpicture textbox timer usercontrol userdocument vscrollbar"
+    u" ";
 
 // What the code of a form, a control, a document, a property page or a class may call without an
 // object in front.
-constexpr std::u16string_view kOwnMembers[] = {
-    u"accesskeys", u"activecontrol", u"activeform", u"add", u"ambient", u"appearance",
-    u"applychanges", u"arrange", u"asyncread", u"autoredraw", u"autoshowchildren", u"backcolor",
-    u"backstyle", u"borderstyle", u"cancelasyncread", u"cangetfocus", u"canpropertychange",
-    u"caption", u"changed", u"circle", u"clipbehavior", u"clipcontrols", u"cls",
-    u"containedcontrols", u"containerhwnd", u"continuousscroll", u"controlbox", u"controls",
-    u"count", u"currentx", u"currenty", u"datamember", u"datamemberchanged", u"datamembers",
-    u"datasource", u"defaultcancel", u"drawmode", u"drawstyle", u"drawwidth", u"editproperty",
-    u"enabled", u"event", u"eventsfrozen", u"extender", u"fillcolor", u"fillstyle", u"font",
-    u"fontbold", u"fontitalic", u"fontname", u"fontsize", u"fontstrikethru", u"fonttransparent",
-    u"fontunderline", u"forecolor", u"forwardfocus", u"hasdc", u"hdc", u"height", u"helpcontextid",
-    u"hide", u"hitbehavior", u"hscrollsmallchange", u"hwnd", u"hyperlink", u"icon", u"image",
-    u"initialize", u"invisibleatruntime", u"item", u"keypreview", u"left", u"line", u"linkmode",
-    u"linktopic", u"maskcolor", u"maskpicture", u"maxbutton", u"mdichild", u"minbutton",
-    u"minheight", u"minwidth", u"mouseicon", u"mousepointer", u"move", u"moveable",
-    u"mtstransactionmode", u"name", u"negotiatemenus", u"oledrag", u"oledropmode", u"paintpicture",
-    u"palette", u"palettemode", u"parent", u"parentcontrols", u"picture", u"point", u"popupmenu",
-    u"print", u"printform", u"propertychanged", u"propertypages", u"pset", u"public", u"refresh",
-    u"remove", u"righttoleft", u"scale", u"scaleheight", u"scaleleft", u"scalemode", u"scaletop",
-    u"scalewidth", u"scalex", u"scaley", u"scrollbars", u"selectedcontrols", u"setfocus",
-    u"setviewport", u"show", u"showintaskbar", u"size", u"standardsize", u"startupposition", u"tag",
-    u"terminate", u"textheight", u"textwidth", u"toolboxbitmap", u"top", u"validatecontrols",
-    u"viewportheight", u"viewportleft", u"viewporttop", u"viewportwidth", u"visible",
-    u"vscrollsmallchange", u"whatsthisbutton", u"whatsthishelp", u"whatsthismode", u"width",
-    u"windowless", u"windowstate", u"zorder",};
-static_assert(std::ranges::is_sorted(kOwnMembers));
+constexpr std::u16string_view kOwnMembers =
+    u" accesskeys activecontrol activeform add ambient appearance applychanges arrange"
+    u" asyncread autoredraw autoshowchildren backcolor backstyle borderstyle cancelasyncread"
+    u" cangetfocus canpropertychange caption changed circle clipbehavior clipcontrols cls"
+    u" containedcontrols containerhwnd continuousscroll controlbox controls count currentx"
+    u" currenty datamember datamemberchanged datamembers datasource defaultcancel drawmode"
+    u" drawstyle drawwidth editproperty enabled event eventsfrozen extender fillcolor fillstyle"
+    u" font fontbold fontitalic fontname fontsize fontstrikethru fonttransparent fontunderline"
+    u" forecolor forwardfocus hasdc hdc height helpcontextid hide hitbehavior"
+    u" hscrollsmallchange hwnd hyperlink icon image initialize invisibleatruntime item"
+    u" keypreview left line linkmode linktopic maskcolor maskpicture maxbutton mdichild"
+    u" minbutton minheight minwidth mouseicon mousepointer move moveable mtstransactionmode"
+    u" name negotiatemenus oledrag oledropmode paintpicture palette palettemode parent"
+    u" parentcontrols picture point popupmenu print printform propertychanged propertypages"
+    u" pset public refresh remove righttoleft scale scaleheight scaleleft scalemode scaletop"
+    u" scalewidth scalex scaley scrollbars selectedcontrols setfocus setviewport show"
+    u" showintaskbar size standardsize startupposition tag terminate textheight textwidth"
+    u" toolboxbitmap top validatecontrols viewportheight viewportleft viewporttop viewportwidth"
+    u" visible vscrollsmallchange whatsthisbutton whatsthishelp whatsthismode width windowless"
+    u" windowstate zorder"
+    u" ";
 
-bool IsOneOf(std::span<const std::u16string_view> names, std::u16string_view name) {
-  std::array<char16_t, 32> lowered;
-  if (name.size() > lowered.size()) return false;
-  const auto* const end = std::ranges::transform(name, lowered.begin(), [](char16_t unit) {
-                            return LowerCase(unit);
-                          }).out;
-  return std::ranges::binary_search(names, std::u16string_view(lowered.data(), end));
+bool IsOneOf(std::u16string_view words, std::u16string_view name) {
+  if (name.empty() || name.find(u' ') != name.npos) return false;
+  return words.find(u" " + LowerCase(name) + u" ") != words.npos;
 }
 
 // "vbOKOnly"

@@ -17,8 +17,7 @@ constexpr std::string_view kLibrary =
     "Type FIND_DATA\nTime As FILETIME\nName As String * MAX_PATH\nEnd Type\n"
     "Type POINT\nx As Long\ny As Long\nEnd Type\n";
 
-PlannedProject Project(std::u16string_view text,
-                       vb::ModuleKind kind = vb::ModuleKind::kStandard) {
+PlannedProject Project(std::u16string_view text, vb::ModuleKind kind = vb::ModuleKind::kStandard) {
   PlannedProject project(LibraryOf(kLibrary));
   project.Add(u"M", std::u16string(text), kind);
   return project;
@@ -71,8 +70,7 @@ TEST(InsertionPlan, TellsForEachEntryWhatHappens) {
       {u"Type POINT\n X As Long ' x\n\n Y As Long\nEnd Type\n", u"POINT", "present POINT (M:1)"},
       {u"Type POINT\ny As Long\nx As Long\nEnd Type\n", u"POINT", "differs POINT (M:1)"},
       {u"Enum POINT\nx\nEnd Enum\n", u"POINT", "clash POINT (M:1)"},
-      {u"", u"FindFirst",
-       "insert FindFirst, insert FIND_DATA, insert FILETIME, insert MAX_PATH"},
+      {u"", u"FindFirst", "insert FindFirst, insert FIND_DATA, insert FILETIME, insert MAX_PATH"},
       {u"Const MAX_PATH = 260\n", u"FIND_DATA",
        "insert FIND_DATA, insert FILETIME, present MAX_PATH (M:1)"},
   };
@@ -86,8 +84,7 @@ TEST(InsertionPlan, CountsDeclarationsOfBranchesThatTheTargetCompiles) {
       {u"#If VBA7 Then\nConst A = 5\n#Else\nConst A = 1\n#End If\n", u"A", "present A (M:4)"},
       {u"#If X Then\nConst A = 1\n#End If\n", u"A", "insert A (M:2)"},
       {u"#If X Then\nConst A = 1\n#Else\nConst A = 1\n#End If\n", u"A", "present A (M:2)"},
-      {u"#If X Then\nConst A = 1\n#ElseIf Y Then\nConst A = 1\n#End If\n", u"A",
-       "insert A (M:2)"},
+      {u"#If X Then\nConst A = 1\n#ElseIf Y Then\nConst A = 1\n#End If\n", u"A", "insert A (M:2)"},
       {u"#If X Then\nConst A = 2\n#End If\n", u"A", "differs A (M:2)"},
       {u"#If X Then\n#If Y Then\nConst A = 1\n#End If\n#End If\n", u"A", "insert A (M:3)"},
       {u"#If Win32 Then\n#If Y Then\nConst A = 1\n#End If\n#End If\n", u"A", "insert A (M:3)"},
@@ -141,8 +138,8 @@ TEST(InsertionPlan, OwnDeclarationsCountBeforePublicOnes) {
 }
 
 TEST(InsertionPlan, ControlsOfAFormTakeNames) {
-  auto project =
-      Project(u"VERSION 5.00\nBegin VB.Form F\n Begin VB.Timer A\n End\nEnd\n", vb::ModuleKind::kForm);
+  auto project = Project(u"VERSION 5.00\nBegin VB.Form F\n Begin VB.Timer A\n End\nEnd\n",
+                         vb::ModuleKind::kForm);
   EXPECT_EQ(Told(project.Plan({u"A"})), "clash A (M:3)");
   EXPECT_EQ(HolderText(project.Plan({u"A"}).Entries()[0].found->holder), "control");
 }
@@ -177,8 +174,7 @@ void ExpectPlaced(std::span<const Placed> cases) {
 constexpr std::u16string_view kSub = u"Sub S()\nEnd Sub\n";
 #define SUB u"Sub S()\nEnd Sub\n"
 #define A_LINE u"Private Const A = 1\n"
-#define SLEEP_LINE \
-  u"Private Declare Sub Sleep Lib \"kernel32\" (ByVal dwMilliseconds As Long)\n"
+#define SLEEP_LINE u"Private Declare Sub Sleep Lib \"kernel32\" (ByVal dwMilliseconds As Long)\n"
 #define POINT_LINES u"Private Type POINT\n\tx As Long\n\ty As Long\nEnd Type\n"
 
 TEST(InsertionPlan, FindsThePlaceOfDeclarations) {
@@ -191,9 +187,7 @@ TEST(InsertionPlan, FindsThePlaceOfDeclarations) {
        {u"A"},
        u"Option Explicit\n\n" A_LINE u"\n' about S\n' more\n" SUB},
       {u"' about S\n" SUB, {u"A"}, A_LINE u"\n' about S\n" SUB},
-      {u"' the module\n\n' about S\n" SUB,
-       {u"A"},
-       u"' the module\n\n" A_LINE u"\n' about S\n" SUB},
+      {u"' the module\n\n' about S\n" SUB, {u"A"}, u"' the module\n\n" A_LINE u"\n' about S\n" SUB},
       {u"Const Z = 1\nDim x\n" SUB, {u"A"}, u"Const Z = 1\n" A_LINE u"Dim x\n" SUB},
       {u"Const Z = 1\n\nDeclare Sub D Lib \"l\" ()\n\nDim x\n",
        {u"A", u"Sleep"},
@@ -209,9 +203,7 @@ TEST(InsertionPlan, FindsThePlaceOfDeclarations) {
        u"#If X Then\nConst Z = 1\n#End If\n\n" A_LINE u"\n" SUB},
       {u"#If X Then\n" SUB u"#End If\n", {u"A"}, A_LINE u"\n#If X Then\n" SUB u"#End If\n"},
       {u"Const Z = 1 + _\n 2\nDim x\n", {u"A"}, u"Const Z = 1 + _\n 2\n" A_LINE u"Dim x\n"},
-      {u"Const Z = 1 ' c _\n more\nDim x\n",
-       {u"A"},
-       u"Const Z = 1 ' c _\n more\nDim x\n\n" A_LINE},
+      {u"Const Z = 1 ' c _\n more\nDim x\n", {u"A"}, u"Const Z = 1 ' c _\n more\nDim x\n\n" A_LINE},
       {u"DefLng A-Z\nOption Base 1\n", {u"A"}, u"DefLng A-Z\nOption Base 1\n\n" A_LINE},
       {u"Const Z = 1\nOption Explicit\n", {u"A"}, u"Const Z = 1\nOption Explicit\n\n" A_LINE},
       {u"Attribute VB_Name = \"M\"\n" SUB,
@@ -219,11 +211,13 @@ TEST(InsertionPlan, FindsThePlaceOfDeclarations) {
        u"Attribute VB_Name = \"M\"\n\n" A_LINE u"\n" SUB},
       {u"Attribute VB_Name = \"M\"\nConst Z = 1\nPublic x\nAttribute x.VB_VarHelpID = -1\n",
        {u"POINT"},
-       u"Attribute VB_Name = \"M\"\nConst Z = 1\nPublic x\nAttribute x.VB_VarHelpID = -1\n\n" POINT_LINES},
+       u"Attribute VB_Name = \"M\"\nConst Z = 1\nPublic x\nAttribute x.VB_VarHelpID = "
+       u"-1\n\n" POINT_LINES},
       {u"Const Z = 1: Dim x\n" SUB, {u"A"}, u"Const Z = 1: Dim x\n" A_LINE SUB},
       {u"VERSION 5.00\nBegin VB.Form F\n Caption = \"x\"\nEnd\nAttribute VB_Name = \"F\"\n" SUB,
        {u"A"},
-       u"VERSION 5.00\nBegin VB.Form F\n Caption = \"x\"\nEnd\nAttribute VB_Name = \"F\"\n\n" A_LINE u"\n" SUB},
+       u"VERSION 5.00\nBegin VB.Form F\n Caption = \"x\"\nEnd\nAttribute VB_Name = "
+       u"\"F\"\n\n" A_LINE u"\n" SUB},
   };
   ExpectPlaced(kCases);
 }
@@ -241,6 +235,9 @@ TEST(InsertionPlan, KeepsWhatOthersNeedAboveThem) {
        u"Type T\n a As Long\nEnd Type\n\nPrivate Type FILETIME\n\tLow As Long\n\tHigh As Long\n"
        u"End Type\n\nConst MAX_PATH = 260\n\nPrivate Type FIND_DATA\n\tTime As FILETIME\n\tName "
        u"As String * MAX_PATH\nEnd Type\n"},
+      {u"Dim x, _\n y(A) As POINT\n",
+       {u"A", u"POINT"},
+       A_LINE u"\nDim x, _\n y(A) As POINT\n\n" POINT_LINES},
       // In front of the branch that needs it.
       {u"Dim x\n#If X Then\nConst Z = A\n#End If\n",
        {u"A"},
@@ -262,8 +259,8 @@ TEST(InsertionPlan, LeavesOutWhatIsUnticked) {
 }
 
 TEST(InsertionPlan, InsertsUnderAnotherName) {
-  auto project = Project(
-      u"Sub Sleep()\nEnd Sub\nType FILETIME\n x As Long\nEnd Type\nConst MAX_PATH = 3\n");
+  auto project =
+      Project(u"Sub Sleep()\nEnd Sub\nType FILETIME\n x As Long\nEnd Type\nConst MAX_PATH = 3\n");
   auto& plan = project.Plan({u"Sleep", u"FindFirst"});
   EXPECT_EQ(Told(plan),
             "clash Sleep (M:1), insert FindFirst, insert FIND_DATA, differs FILETIME (M:3), "
@@ -284,6 +281,17 @@ TEST(InsertionPlan, InsertsUnderAnotherName) {
   EXPECT_EQ(ToUtf8(plan.Entries()[2].text),
             "Private Type FIND_DATA\r\n\tTime As FILETIME\r\n\tName As String * MAX_PATH2\r\n"
             "End Type");
+}
+
+TEST(InsertionPlan, WhatOnlyAKeptDeclarationNeedsStaysOut) {
+  auto project = Project(u"Type FIND_DATA\nx As Long\nEnd Type\n");
+  auto& plan = project.Plan({u"FIND_DATA", u"A"});
+  EXPECT_FALSE(plan.Entries()[2].is_needed);
+  EXPECT_EQ(ToUtf8(project.Changed()), ToUtf8(u"Type FIND_DATA\nx As Long\nEnd Type\n\n" A_LINE));
+  ASSERT_TRUE(plan.InsertAs(0, u"FIND_DATA_A"));
+  EXPECT_TRUE(plan.Entries()[2].IsInserted());
+  plan.LeaveOut(0, true);
+  EXPECT_FALSE(plan.Entries()[2].IsInserted());
 }
 
 TEST(InsertionPlan, ADeclareWithAnAliasKeepsItUnderAnotherName) {
@@ -323,7 +331,8 @@ TEST(InsertionPlan, WritesForTheTargetAndNeighborsShareTheirBranch) {
 }
 
 TEST(InsertionPlan, TellsNeedsThatNoLibraryHas) {
-  PlannedProject project(LibraryOf("Declare Sub D Lib \"l\" (x As Lost, y As Long, z As Object)\n"));
+  PlannedProject project(
+      LibraryOf("Declare Sub D Lib \"l\" (x As Lost, y As Long, z As Object, p As IUnknown)\n"));
   project.Add(u"M", u"");
   project.Plan({u"D"});
   ASSERT_EQ(project.Wanted().unknown.size(), 1u);

@@ -113,7 +113,7 @@ std::u16string DoesText(const PlannedEntry& entry) {
   const auto where = entry.found ? PlaceText(*entry.found) : std::u16string();
   switch (entry.does) {
     case Does::kInsert:
-      return std::u16string(entry.is_left_out ? texts::kPlanLeftOut : texts::kPlanInserted);
+      return std::u16string(entry.IsInserted() ? texts::kPlanInserted : texts::kPlanLeftOut);
     case Does::kPresent:
       return std::u16string(texts::kPlanPresent) + where;
     case Does::kDiffers:
