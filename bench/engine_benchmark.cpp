@@ -21,6 +21,7 @@
 #include "library/file_io.h"
 #include "library/file_saver.h"
 #include "library/library_file.h"
+#include "plan/insertion_plan.h"
 #include "search/quick_find.h"
 #include "search/search_engine.h"
 #include "text/code_page.h"
@@ -32,6 +33,8 @@ namespace {
 
 constexpr std::size_t kLargestItems = 1'000'000;
 constexpr std::size_t kLargestLines = 10'000'000;
+constexpr std::size_t kPlannedItems = 200;
+constexpr std::size_t kPlannedLines = 20'000;
 
 enum class Flush { kNo, kYes };
 
@@ -162,6 +165,34 @@ void ReadSource(benchmark::State& state, const std::filesystem::path& path) {
   for (auto _ : state) benchmark::DoNotOptimize(vb::ReadModule(text).lines);
 }
 
+// As many items of the library, one as far from the other.
+std::vector<ItemView> SomeItems(const Library& library, std::size_t count) {
+  std::vector<ItemView> items;
+  const auto kind = Kind::kDeclare;
+  const auto& lists = library[kind];
+  for (std::size_t i = 0; i < count; ++i) {
+    const auto position = i * lists.names.size() / count;
+    items.push_back({kind, lists.names.At(position), lists.ItemAt(position)});
+  }
+  return items;
+}
+
+// Reads the module, follows what the items need, and plans.
+void PlanInsertion(benchmark::State& state, const Library& library,
+                   const std::filesystem::path& path) {
+  const auto text = DecodeCodePage(*ReadWholeFile(path));
+  const auto items = SomeItems(library, kPlannedItems);
+  const Library* const libraries[] = {&library};
+  for (auto _ : state) {
+    const auto module = vb::ReadModule(text);
+    const plan::ModuleText modules[] = {{u"Module1", text, &module}};
+    plan::ProjectModules project(modules);
+    const auto wanted = plan::WithNeeds(items, libraries);
+    const plan::InsertionPlan plan(project, 0, wanted.items, {});
+    benchmark::DoNotOptimize(plan.Insertions().size());
+  }
+}
+
 template <typename Measure>
 void Register(const char* name, std::size_t size, Measure measure) {
   const auto full_name = std::string(name) + "/" + std::to_string(size);
@@ -197,6 +228,14 @@ void RegisterEngineBenchmarks(const BenchmarkFiles& files, std::size_t size) {
   Register("search_name", size, [=](auto& state) { SearchAll(state, *library, name_anywhere); });
 }
 
+// The plan and the plain reading of its module.
+void RegisterPlanning(const BenchmarkFiles& files, std::size_t items) {
+  const auto library = std::make_shared<const Library>(Loaded(files.Library(items)));
+  const auto path = files.Module(kPlannedLines);
+  Register("plan", items, [=](auto& state) { PlanInsertion(state, *library, path); });
+  Register("plan_floor", items, [=](auto& state) { ReadSource(state, path); });
+}
+
 void RegisterReading(const BenchmarkFiles& files, std::size_t lines) {
   Register("read", lines, [path = files.Module(lines)](auto& state) { ReadSource(state, path); });
 }
@@ -228,6 +267,7 @@ int main(int argc, char** argv) {
       RegisterReading(files, size);
       RegisterProjectBenchmarks(files, tool, DECLARIUM_SOURCE_DIR "/data", size);
     }
+    if (size == kProcessItems) RegisterPlanning(files, size);
   }
   if (largest >= kLargestItems) RegisterReading(files, kLargestLines);
   benchmark::RunSpecifiedBenchmarks();
