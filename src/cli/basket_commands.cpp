@@ -1,17 +1,21 @@
 #include "cli/basket_commands.h"
 
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <ostream>
 
 #include "cli/library_files.h"
+#include "cli/missing_insertion.h"
 #include "cli/names.h"
 #include "cli/output.h"
+#include "cli/planned_insertion.h"
 #include "cli/target_option.h"
 
 #include "basket/basket.h"
 #include "basket/closure.h"
 #include "basket/insertion_order.h"
 #include "basket/insertion_text.h"
+#include "facts/known_facts.h"
 #include "library/file_io.h"
 #include "source/module_text.h"
 #include "target/target_writer.h"
@@ -30,8 +34,16 @@ struct BasketOptions {
   std::string scope = "Private";
   bool closure = false;
   bool force = false;
-  std::string encoding;  // of insert
   vb::Audience language = vb::Audience::kVb6;
+
+  // Of insert.
+  std::string encoding;
+  bool missing = false;
+  bool dry_run = false;
+  bool difference = false;
+  std::string project;
+  std::vector<std::string> others;
+  std::vector<std::string> without;
 };
 
 // What the basket holds after adding the names in their order, each followed by what it needs.
@@ -104,7 +116,28 @@ ChangedModule ModuleWith(std::u16string_view text, const BasketOptions& options)
                                                    OneLine(std::u16string(1, module.error())));
 }
 
+ExitStatus RunInsertMissing(const BasketOptions& options, const Session& session) {
+  const auto library = LoadLibrary(options.file);
+  const auto items = ResolveNames(library, options.names);
+  const auto old = ReadWholeFile(PathOf(options.target));
+  if (!old) throw FileFailed(old.error());
+  CheckModule(options.target, *old, ForceOf(options.force));
+  std::optional<KnowledgeOf64> knowledge;
+  if (options.language != vb::Audience::kVb6)
+    knowledge.emplace(FactsFor(PathOf(options.file), session.streams.program));
+  const auto scope = options.scope == "Public" ? vb::Scope::kPublic : vb::Scope::kPrivate;
+  const MissingInsertion insertion{options.target,
+                                   options.project,
+                                   options.others,
+                                   options.without,
+                                   {scope, options.language, knowledge ? &*knowledge : nullptr},
+                                   WritingOf(options.dry_run, options.difference),
+                                   EncodingOf(options.encoding)};
+  return InsertMissing(insertion, library, items, session);
+}
+
 ExitStatus RunInsert(const BasketOptions& options, const Session& session) {
+  if (options.missing) return RunInsertMissing(options, session);
   const auto basket = CollectItems(options, session);
   const auto module = ModuleWith(TextOf(basket, options, session), options);
   WriteBytes(session, module.bytes, options.target);
@@ -123,14 +156,35 @@ ExitStatus RunInsert(const BasketOptions& options, const Session& session) {
 
 void DefineBasket(CLI::App& command, BasketOptions& options) {
   DefineNames(command, options.names);
-  command
-      .add_option("--scope", options.scope,
-                  "Scope word in front of each declaration; Private when left out")
-      ->transform(OneOf({"Private", "Public"}))
-      ->type_name("Private|Public");
+  DefineScope(command, options.scope);
   DefineTarget(command, options.language);
   command.add_flag("--closure", options.closure,
                    "Also add what the items need, and what that needs");
+}
+
+void DefineMissing(CLI::App& command, BasketOptions& options) {
+  auto* const missing =
+      command.add_flag("--missing", options.missing, "Insert only what the module lacks");
+  command.add_option("--project", options.project, "The project that the module belongs to")
+      ->type_name("PROJECT")
+      ->needs(missing);
+  command.add_flag("--dry-run", options.dry_run, kDryRunText)->needs(missing);
+  command.add_flag("--diff", options.difference, kDifferenceText)->needs(missing);
+  command
+      .add_option("--as", options.others,
+                  "NAME=NEW: insert an item under another name, a Declare with an Alias; several "
+                  "times for several")
+      ->take_all()
+      ->allow_extra_args(false)
+      ->type_name("NAME=NEW")
+      ->needs(missing);
+  command
+      .add_option("--without", options.without,
+                  "Leave an item out that others need; several times for several")
+      ->take_all()
+      ->allow_extra_args(false)
+      ->type_name("NAME")
+      ->needs(missing);
 }
 
 }  // namespace
@@ -156,7 +210,10 @@ void AddBasketCommands(const CommandSet& set) {
        "The text goes behind the module's first run of Attribute lines, otherwise behind its "
        "first\n"
        "line, in the module's encoding and with its line ends. A file whose name does not end in\n"
-       "frm, ctl, dob, pag, bas or cls is replaced by the text.\n\n"},
+       "frm, ctl, dob, pag, bas or cls is replaced by the text.\n"
+       "With --missing only what the module and its project lack is inserted, with all that the\n"
+       "items need, behind the module's declarations; one line an item tells what happens:\n"
+       "insert, present (where), differs or clash (both texts), which stay out without --as.\n\n"},
       [](CLI::App& command, BasketOptions& options) {
         DefineFile(command, options.file);
         command.add_option("MODULE", options.target, "The module file, which is changed")
@@ -165,6 +222,7 @@ void AddBasketCommands(const CommandSet& set) {
         DefineBasket(command, options);
         DefineEncoding(command, options.encoding, "modules");
         DefineForce(command, options.force, "Change a file that is no source too");
+        DefineMissing(command, options);
       },
       RunInsert);
 }

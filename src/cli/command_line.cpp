@@ -16,6 +16,7 @@
 #include "cli/history_commands.h"
 #include "cli/import_command.h"
 #include "cli/library_commands.h"
+#include "cli/missing_command.h"
 #include "cli/parse_command.h"
 #include "cli/session.h"
 #include "cli/shared_command.h"
@@ -73,6 +74,7 @@ void Define(CLI::App& app, Session& session) {
   AddFactsCommand(set);
   AddFindCommands(set);
   AddBasketCommands(set);
+  AddMissingCommand(set);
   AddGenerateCommand(set);
   AddHistoryCommands(set);
 }

@@ -19,28 +19,29 @@ std::vector<Edit> WithoutOverlaps(std::vector<Edit> edits) {
   return kept;
 }
 
-std::string BytesWith(const std::string& file, std::u16string_view text, std::u16string_view now) {
+std::string BytesWith(const std::string& file, std::u16string_view text, std::u16string_view now,
+                      const Encoding& otherwise) {
   const auto bytes = ReadWholeFile(PathOf(file));
   if (!bytes) throw FileFailed(bytes.error());
-  const auto encoding = RecognizeEncoding(*bytes, kLibraryEncoding);
+  const auto encoding = RecognizeEncoding(*bytes, otherwise);
   const auto mark = MarkLength(encoding);
   // Bytes that no character stands for, or that somebody has changed, would be lost.
   const auto same = EncodeText(text, encoding);
   if (!same || std::string_view(*bytes).substr(mark) != *same) {
     throw CommandFailed(ExitStatus::kFileFailed,
-                        file + ": holds what cannot be written back; it is not mended");
+                        file + ": holds what cannot be written back; it is not changed");
   }
   const auto mended = EncodeText(now, encoding);
   if (!mended) {
     throw CommandFailed(ExitStatus::kFileFailed,
-                        file + ": its encoding does not have what would come; it is not mended");
+                        file + ": its encoding does not have what would come; it is not changed");
   }
   return bytes->substr(0, mark) + *mended;
 }
 
 void MendFile(const Session& session, const std::string& file, std::u16string_view text,
-              const std::vector<Edit>& edits) {
-  WriteBytes(session, BytesWith(file, text, Edited(text, edits)), file);
+              const std::vector<Edit>& edits, const Encoding& otherwise) {
+  WriteBytes(session, BytesWith(file, text, Edited(text, edits), otherwise), file);
 }
 
 }  // namespace declarium::cli

@@ -20,7 +20,11 @@ _declarium_cli_options() {
       ;;
     restore) echo "$common --output -o --force" ;;
     basket) echo "$common --scope --target --closure --output -o --force" ;;
-    insert) echo "$common --scope --target --closure --encoding --force" ;;
+    insert)
+      echo "$common --scope --target --closure --encoding --force --missing --project --dry-run" \
+        "--diff --as --without"
+      ;;
+    missing) echo "$common --library --scope --target --insert --dry-run --diff" ;;
     show) echo "$common --target" ;;
     databases | facts | history) echo "$common" ;;
     *) echo "$common --version" ;;
@@ -47,7 +51,7 @@ _declarium_cli_values() {
 
 _declarium_cli() {
   local commands='new list export rename delete databases import parse check convert show shared
-    facts find complete search basket insert generate history restore'
+    facts find complete search basket insert missing generate history restore'
   local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
   local command='' word values
   COMPREPLY=()

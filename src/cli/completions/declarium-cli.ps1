@@ -27,7 +27,9 @@ Register-ArgumentCompleter -Native -CommandName 'declarium-cli', 'declarium-cli.
                       '--const-whole', '--value', '--value-whole', '--value-number', '--arg',
                       '--arg-whole', '--text', '--text-whole'
         'basket'    = '--scope', '--target', '--closure', '--output', '-o', '--force'
-        'insert'    = '--scope', '--target', '--closure', '--encoding', '--force'
+        'insert'    = '--scope', '--target', '--closure', '--encoding', '--force', '--missing',
+                      '--project', '--dry-run', '--diff', '--as', '--without'
+        'missing'   = '--library', '--scope', '--target', '--insert', '--dry-run', '--diff'
         'generate'  = '--output', '-o', '--library', '--target', '--check', '--force'
         'history'   = @()
         'restore'   = '--output', '-o', '--force'
