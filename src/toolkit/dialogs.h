@@ -2,7 +2,10 @@
 // language's.
 #pragma once
 
+#include <cstdint>
+#include <functional>
 #include <string>
+#include <utility>
 
 namespace declarium {
 
@@ -46,6 +49,51 @@ enum class Answer {
   kIgnore = 5,
   kYes = 6,
   kNo = 7,
+};
+
+// What a message box stands in front of.
+enum class MessagePlace {
+  kActiveForm,    // and no form takes input while it is open
+  kOtherProgram,  // a window of another program, or everything; the forms go on working
+};
+
+// A message box, for who places it or may have to end it before the user answers.
+class OpenMessage {
+ public:
+  OpenMessage() = default;
+  // In front of `window` of another program, which takes no input meanwhile; 0: of everything.
+  explicit OpenMessage(std::uintptr_t window)
+      : place_(MessagePlace::kOtherProgram), window_(window) {}
+  OpenMessage(const OpenMessage&) = delete;
+  OpenMessage& operator=(const OpenMessage&) = delete;
+
+  // Answers in the user's place: the box leaves the screen at once, and ShowMessage returns the
+  // answer when the events that are being handled meanwhile are over. Nothing when it is not open.
+  void End(Answer answer) {
+    if (end_) end_(answer);
+  }
+
+  [[nodiscard]] MessagePlace Place() const noexcept { return place_; }
+  [[nodiscard]] std::uintptr_t Window() const noexcept { return window_; }
+
+  // The backend's side: while the box is on the screen, and what ends it.
+  class Shown {
+   public:
+    Shown(OpenMessage& box, std::function<void(Answer)> end) : box_(box) {
+      box_.end_ = std::move(end);
+    }
+    Shown(const Shown&) = delete;
+    Shown& operator=(const Shown&) = delete;
+    ~Shown() { box_.end_ = nullptr; }
+
+   private:
+    OpenMessage& box_;
+  };
+
+ private:
+  MessagePlace place_ = MessagePlace::kActiveForm;
+  std::uintptr_t window_ = 0;
+  std::function<void(Answer)> end_;
 };
 
 struct FileDialog {

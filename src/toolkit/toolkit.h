@@ -33,7 +33,9 @@ class Toolkit {
   // The title of message and input boxes.
   virtual void SetApplicationTitle(std::u16string_view title) = 0;
 
-  virtual Answer ShowMessage(const Message& message) = 0;
+  Answer ShowMessage(const Message& message);
+  // `box` outlives the call.
+  virtual Answer ShowMessage(const Message& message, OpenMessage& box) = 0;
   // The text typed; empty when cancelled.
   [[nodiscard]] virtual std::u16string AskText(std::u16string_view prompt,
                                                std::u16string_view initial_text) = 0;

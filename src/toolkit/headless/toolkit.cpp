@@ -53,9 +53,13 @@ std::unique_ptr<Form> HeadlessToolkit::CreateForm(const FormDefinition& definiti
   return std::make_unique<HeadlessForm>(*this, definition);
 }
 
-Answer HeadlessToolkit::ShowMessage(const Message& message) {
-  const OpenDialog open(*this, nullptr);
-  return script_.Ask(message);
+Answer HeadlessToolkit::ShowMessage(const Message& message, OpenMessage& box) {
+  std::optional<OpenDialog> open;
+  if (box.Place() == MessagePlace::kActiveForm) open.emplace(*this, nullptr);
+  std::optional<Answer> ended;
+  const OpenMessage::Shown shown(box, [&ended](Answer answer) { ended = answer; });
+  const Answer answer = script_.Ask(message);
+  return ended.value_or(answer);
 }
 
 std::u16string HeadlessToolkit::AskText(std::u16string_view prompt,

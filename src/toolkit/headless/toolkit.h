@@ -23,7 +23,8 @@ class HeadlessToolkit : public Toolkit {
   [[nodiscard]] std::unique_ptr<Form> CreateForm(const FormDefinition& definition) override;
   void SetApplicationTitle(std::u16string_view title) override { title_ = title; }
 
-  Answer ShowMessage(const Message& message) override;
+  using Toolkit::ShowMessage;
+  Answer ShowMessage(const Message& message, OpenMessage& box) override;
   [[nodiscard]] std::u16string AskText(std::u16string_view prompt,
                                        std::u16string_view initial_text) override;
   [[nodiscard]] std::optional<std::u16string> ChooseFileToOpen(const FileDialog& dialog) override;

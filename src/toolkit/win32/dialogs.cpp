@@ -1,6 +1,9 @@
 // The system's dialogs: messages, files, colors; and the input box, which is a form of ours.
 
 #include <algorithm>
+#include <array>
+#include <string_view>
+#include <utility>
 
 #include "text/user_texts.h"
 #include "toolkit/captioned.h"
@@ -37,6 +40,43 @@ std::optional<std::u16string> ChooseFile(const FileDialog& dialog, HWND owner, D
   return std::u16string(path.c_str());
 }
 
+// Notices the first dialog that the thread opens: MessageBoxW does not tell its window.
+class DialogFinder {
+ public:
+  DialogFinder()
+      : previous_(std::exchange(current_, this)),
+        hook_(SetWindowsHookExW(WH_CBT, Notice, nullptr, GetCurrentThreadId())) {}
+  DialogFinder(const DialogFinder&) = delete;
+  DialogFinder& operator=(const DialogFinder&) = delete;
+  ~DialogFinder() {
+    current_ = previous_;
+    if (hook_) UnhookWindowsHookEx(hook_);
+  }
+
+  [[nodiscard]] HWND Found() const noexcept { return found_; }
+
+ private:
+  static LRESULT CALLBACK Notice(int code, WPARAM window, LPARAM details) noexcept {
+    const auto created = reinterpret_cast<HWND>(window);
+    if (code == HCBT_CREATEWND && current_ && !current_->found_ && IsDialog(created)) {
+      current_->found_ = created;
+    }
+    return CallNextHookEx(nullptr, code, window, details);
+  }
+  static bool IsDialog(HWND window) noexcept {
+    std::array<wchar_t, 8> name{};
+    GetClassNameW(window, name.data(), static_cast<int>(name.size()));
+    return std::wstring_view(name.data()) == L"#32770";
+  }
+
+  static thread_local DialogFinder* current_;  // of the innermost box
+  DialogFinder* previous_;
+  HWND found_ = nullptr;
+  HHOOK hook_;
+};
+
+thread_local DialogFinder* DialogFinder::current_ = nullptr;
+
 constexpr ControlDefinition kInputControls[] = {
     {.kind = ControlKind::kLabel, .name = "Label1", .bounds = {12, 12, 336, 34}},
     {.kind = ControlKind::kTextBox, .name = "Text1", .bounds = {12, 50, 336, 21}},
@@ -57,12 +97,22 @@ constexpr FormDefinition kInputForm = {
 
 }  // namespace
 
-Answer Win32Toolkit::ShowMessage(const Message& message) {
+Answer Win32Toolkit::ShowMessage(const Message& message, OpenMessage& box) {
+  if (box.Place() == MessagePlace::kOtherProgram) {
+    const auto window = reinterpret_cast<HWND>(box.Window());
+    return ShowBox(message, box, IsWindow(window) ? window : nullptr);
+  }
   const ModalScope modal(*this, active_);
-  const HWND owner = OwnerWindow();
-  // Without a window of the program to stand before, a box would open behind those of the program
-  // that is in the foreground, and nobody would find it.
+  return ShowBox(message, box, OwnerWindow());
+}
+
+Answer Win32Toolkit::ShowBox(const Message& message, OpenMessage& box, HWND owner) {
+  // Without a window to stand before, a box would open behind those of the program that is in the
+  // foreground, and nobody would find it.
   const UINT order = owner ? MB_SETFOREGROUND : MB_SETFOREGROUND | MB_TOPMOST;
+  const DialogFinder finder;
+  const OpenMessage::Shown shown(
+      box, [&finder](Answer answer) { EndDialog(finder.Found(), static_cast<INT_PTR>(answer)); });
   const int answer = MessageBoxW(owner, Wide(message.text), Wide(title_),
                                  static_cast<UINT>(message.Style()) | order);
   return static_cast<Answer>(answer);

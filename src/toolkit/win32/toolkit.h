@@ -38,7 +38,8 @@ class Win32Toolkit : public Toolkit {
   [[nodiscard]] std::unique_ptr<Form> CreateForm(const FormDefinition& definition) override;
   void SetApplicationTitle(std::u16string_view title) override { title_ = title; }
 
-  Answer ShowMessage(const Message& message) override;
+  using Toolkit::ShowMessage;
+  Answer ShowMessage(const Message& message, OpenMessage& box) override;
   [[nodiscard]] std::u16string AskText(std::u16string_view prompt,
                                        std::u16string_view initial_text) override;
   [[nodiscard]] std::optional<std::u16string> ChooseFileToOpen(const FileDialog& dialog) override;
@@ -85,6 +86,8 @@ class Win32Toolkit : public Toolkit {
   void ForgetFocus() { focused_ = nullptr; }
 
  private:
+  // `owner` may be null.
+  Answer ShowBox(const Message& message, OpenMessage& box, HWND owner);
   // Waits for a message and handles it.
   void HandleNext();
   void Dispatch(MSG& message);
