@@ -11,7 +11,7 @@ namespace declarium {
 class KeptClipboard {
  public:
   virtual ~KeptClipboard() = default;
-  // Puts the contents back; an empty clipboard becomes empty again.
+  // Puts the contents back, once; an empty clipboard becomes empty again.
   [[nodiscard]] virtual HostResult<> Restore() = 0;
 };
 

@@ -9,8 +9,7 @@ namespace declarium::win32 {
 
 namespace {
 
-constexpr int kOpenAttempts = 25;
-constexpr DWORD kOpenPause = 20;  // milliseconds
+constexpr std::chrono::milliseconds kOpenPause{20};
 
 UniqueGlobalMemory CopyOf(const void* bytes, std::size_t count, std::size_t zeros) {
   UniqueGlobalMemory memory(GlobalAlloc(GHND, std::max<std::size_t>(count + zeros, 1)));
@@ -23,11 +22,13 @@ UniqueGlobalMemory CopyOf(const void* bytes, std::size_t count, std::size_t zero
 
 }  // namespace
 
-OpenedClipboard::OpenedClipboard(HWND owner) {
-  for (int attempt = 0; attempt < kOpenAttempts && !open_; ++attempt) {
-    if (attempt > 0) Sleep(kOpenPause);
+OpenedClipboard::OpenedClipboard(HWND owner, std::chrono::milliseconds patience) {
+  const auto end = std::chrono::steady_clock::now() + patience;
+  for (;;) {
     open_ = OpenClipboard(owner) != FALSE;
     error_ = open_ ? ERROR_SUCCESS : GetLastError();
+    if (open_ || std::chrono::steady_clock::now() >= end) return;
+    Sleep(static_cast<DWORD>(kOpenPause.count()));
   }
 }
 
@@ -41,6 +42,14 @@ UniqueGlobalMemory MemoryWith(std::span<const std::uint8_t> bytes) {
 
 UniqueGlobalMemory MemoryWith(std::u16string_view text) {
   return CopyOf(text.data(), text.size() * sizeof(char16_t), sizeof(char16_t));
+}
+
+UniqueGlobalMemory CopyOf(HGLOBAL memory) {
+  const void* const bytes = GlobalLock(memory);
+  if (!bytes) return {};
+  auto copy = CopyOf(bytes, GlobalSize(memory), 0);
+  GlobalUnlock(memory);
+  return copy;
 }
 
 std::optional<std::vector<std::uint8_t>> BytesIn(HGLOBAL memory) {

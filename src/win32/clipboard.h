@@ -1,6 +1,7 @@
 // The opened clipboard, and the memory blocks in which it keeps most of its formats.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <expected>
 #include <optional>
@@ -14,12 +15,14 @@
 
 namespace declarium::win32 {
 
+inline constexpr std::chrono::milliseconds kClipboardPatience{500};
+
 // The clipboard, open for as long as the object lives. Another program that has it open is waited
-// for, up to half a second.
+// for.
 class OpenedClipboard {
  public:
   // `owner` becomes the owner of what is put there; without one the system takes nothing.
-  explicit OpenedClipboard(HWND owner);
+  explicit OpenedClipboard(HWND owner, std::chrono::milliseconds patience = kClipboardPatience);
   OpenedClipboard(const OpenedClipboard&) = delete;
   OpenedClipboard& operator=(const OpenedClipboard&) = delete;
   ~OpenedClipboard();
@@ -36,6 +39,9 @@ class OpenedClipboard {
 // A new block with a copy of the bytes, or with the text and a NUL behind it; none without memory.
 [[nodiscard]] UniqueGlobalMemory MemoryWith(std::span<const std::uint8_t> bytes);
 [[nodiscard]] UniqueGlobalMemory MemoryWith(std::u16string_view text);
+
+// A new block with the same bytes; none without memory.
+[[nodiscard]] UniqueGlobalMemory CopyOf(HGLOBAL memory);
 
 // All bytes of a block; nullopt when it cannot be read.
 [[nodiscard]] std::optional<std::vector<std::uint8_t>> BytesIn(HGLOBAL memory);

@@ -1,7 +1,11 @@
+#include <atomic>
 #include <cstring>
+#include <functional>
 #include <gtest/gtest.h>
 #include <map>
+#include <semaphore>
 #include <string>
+#include <thread>
 #include <vector>
 #include <windows.h>
 
@@ -35,11 +39,14 @@ class LateOwner {
   [[nodiscard]] HWND window() const { return window_; }
   [[nodiscard]] int rendered() const { return rendered_; }
 
+  std::function<void()> on_render = nullptr;
+
  private:
   static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wide, LPARAM last) {
     auto* self = reinterpret_cast<LateOwner*>(GetWindowLongPtrW(window, GWLP_USERDATA));
     if (message == WM_RENDERFORMAT && self && wide == self->format_) {
       ++self->rendered_;
+      if (self->on_render) self->on_render();
       EXPECT_TRUE(PutBytes(self->format_, Bytes{9, 8, 7}));
       return 0;
     }
@@ -138,7 +145,7 @@ class NoDrawingObjects {
   std::vector<HBRUSH> brushes_;
 };
 
-TEST_F(ClipboardTest, AFormatThatDoesNotGoBackLeavesTheOthers) {
+TEST_F(ClipboardTest, AFormatThatCannotBeCopiedIsNotGivenUpForThePicture) {
   const Bytes bytes{1, 2, 3, 0, 5};
   {
     const OpenedClipboard clipboard(owner_.Window());
@@ -147,14 +154,68 @@ TEST_F(ClipboardTest, AFormatThatDoesNotGoBackLeavesTheOthers) {
     ASSERT_TRUE(SetClipboardData(CF_BITMAP, CreateBitmap(8, 8, 1, 1, nullptr)));
     ASSERT_TRUE(PutBytes(own_format_, bytes));
   }
-  const auto kept = face_clipboard_.Save();
-  ASSERT_TRUE(kept);
-  Empty();
   {
     const NoDrawingObjects none;
-    EXPECT_FALSE((*kept)->Restore());
+    EXPECT_FALSE(face_clipboard_.Save());
   }
   EXPECT_EQ(Contents()[own_format_], bytes);
+}
+
+// An owner, on a thread of its own, that does not render before it is allowed to.
+class SlowOwner {
+ public:
+  explicit SlowOwner(UINT format) : thread_([this, format] { Run(format); }) { ready_.acquire(); }
+  SlowOwner(const SlowOwner&) = delete;
+  SlowOwner& operator=(const SlowOwner&) = delete;
+  ~SlowOwner() {
+    ended_ = true;
+    thread_.join();
+  }
+  void Allow() { allowed_.release(); }
+
+ private:
+  void Run(UINT format) {
+    LateOwner late(format);
+    late.on_render = [this] { allowed_.acquire(); };
+    {
+      const OpenedClipboard clipboard(late.window());
+      EmptyClipboard();
+      SetClipboardData(format, nullptr);
+    }
+    ready_.release();
+    while (!ended_) {
+      MSG message;
+      MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
+      while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
+    }
+  }
+
+  std::binary_semaphore ready_{0};
+  std::binary_semaphore allowed_{0};
+  std::atomic<bool> ended_ = false;
+  std::thread thread_;
+};
+
+TEST_F(ClipboardTest, AnOwnerThatIsSlowToRenderIsNotWaitedForAndLosesNothing) {
+  SlowOwner owner(own_format_);
+  EXPECT_FALSE(face_clipboard_.Save());
+  owner.Allow();
+  EXPECT_EQ(Contents().at(own_format_), (Bytes{9, 8, 7}));
+}
+
+TEST_F(ClipboardTest, AClipboardThatAnotherProgramHoldsIsWaitedFor) {
+  Empty();
+  std::binary_semaphore held{0};
+  std::thread holder([&] {
+    const LateOwner other(own_format_);
+    const OpenedClipboard clipboard(other.window());
+    held.release();
+    // Longer than the clipboard's own patience.
+    std::this_thread::sleep_for(win32::kClipboardPatience + std::chrono::milliseconds(200));
+  });
+  held.acquire();
+  EXPECT_TRUE(face_clipboard_.Save());
+  holder.join();
 }
 
 TEST_F(ClipboardTest, MetafileComesBack) {

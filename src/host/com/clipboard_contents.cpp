@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <string_view>
+#include <tuple>
 #include <utility>
 
 namespace declarium::com {
@@ -21,9 +22,18 @@ bool IsPrivate(UINT format) {
   return text == L"DataObject" || text == L"Ole Private Data";
 }
 
-bool IsMemory(UINT format) {
-  return format != CF_BITMAP && format != CF_PALETTE && format != CF_METAFILEPICT &&
-         format != CF_ENHMETAFILE;
+// Whether the data can be copied: a drawing object that has a copying function, or memory.
+bool CanBeCopied(UINT format, HANDLE data) {
+  if (format == CF_BITMAP || format == CF_ENHMETAFILE) return true;
+  return format != CF_PALETTE && format != CF_METAFILEPICT && GlobalSize(data) > 0;
+}
+
+// Takes the object out of its owner when the clipboard has taken it over.
+template <class Owner>
+bool GiveToClipboard(UINT format, Owner& object) {
+  if (!SetClipboardData(format, object.Get())) return false;
+  std::ignore = object.Release();
+  return true;
 }
 
 }  // namespace
@@ -38,68 +48,47 @@ HostResult<> PutBytes(UINT format, std::span<const std::uint8_t> bytes) {
   return {};
 }
 
-// One saved format: its bytes, or a GDI object of its own.
-struct ClipboardContents::Format {
-  UINT format = 0;
-  std::vector<std::uint8_t> bytes;
-  win32::UniqueBitmap bitmap;
-  win32::UniqueMetafile metafile;
-
-  // False when there is nothing to keep.
-  bool Take(UINT wanted, HANDLE data) {
-    format = wanted;
-    if (format == CF_BITMAP) {
-      bitmap.Reset(static_cast<HBITMAP>(CopyImage(data, IMAGE_BITMAP, 0, 0, 0)));
-      return static_cast<bool>(bitmap);
-    }
-    if (format == CF_ENHMETAFILE) {
-      metafile.Reset(CopyEnhMetaFileW(static_cast<HENHMETAFILE>(data), nullptr));
-      return static_cast<bool>(metafile);
-    }
-    return IsMemory(format) && TakeMemory(data);
+bool ClipboardContents::Format::Copy(HANDLE data) {
+  if (format == CF_BITMAP) {
+    bitmap.Reset(static_cast<HBITMAP>(CopyImage(data, IMAGE_BITMAP, 0, 0, 0)));
+    return static_cast<bool>(bitmap);
   }
-
-  bool TakeMemory(HGLOBAL memory) {
-    auto copy = win32::BytesIn(memory);
-    if (!copy) return false;
-    bytes = std::move(*copy);
-    return true;
+  if (format == CF_ENHMETAFILE) {
+    metafile.Reset(CopyEnhMetaFileW(static_cast<HENHMETAFILE>(data), nullptr));
+    return static_cast<bool>(metafile);
   }
+  memory = win32::CopyOf(data);
+  return static_cast<bool>(memory);
+}
 
-  [[nodiscard]] HostResult<> Put() const {
-    if (bitmap) return PutObject(CopyImage(bitmap.Get(), IMAGE_BITMAP, 0, 0, 0));
-    if (metafile) return PutObject(CopyEnhMetaFileW(metafile.Get(), nullptr));
-    return PutBytes(format, bytes);
-  }
+bool ClipboardContents::Format::Put() {
+  if (bitmap) return GiveToClipboard(format, bitmap);
+  if (metafile) return GiveToClipboard(format, metafile);
+  return GiveToClipboard(format, memory);
+}
 
-  [[nodiscard]] HostResult<> PutObject(HANDLE object) const {
-    if (object && SetClipboardData(format, object)) return {};
-    return std::unexpected(ClipboardError(GetLastError()));
-  }
-};
-
-HostResult<ClipboardContents> ClipboardContents::Save(HWND owner) {
-  const win32::OpenedClipboard clipboard(owner);
-  if (!clipboard) return std::unexpected(ClipboardError(clipboard.Error()));
+HostResult<ClipboardContents> ClipboardContents::Copy(const std::atomic<bool>& wanted) {
   ClipboardContents contents;
   for (UINT format = EnumClipboardFormats(0); format; format = EnumClipboardFormats(format)) {
+    if (!wanted) return std::unexpected(ClipboardError(ERROR_CANCELLED));
     if (IsPrivate(format)) continue;
     const HANDLE data = GetClipboardData(format);
-    if (!data) continue;
-    auto saved = std::make_shared<Format>();
-    if (saved->Take(format, data)) contents.formats_.push_back(std::move(saved));
+    if (!data || !CanBeCopied(format, data)) continue;
+    Format saved{.format = format, .memory = {}, .bitmap = {}, .metafile = {}};
+    if (!saved.Copy(data)) return std::unexpected(ClipboardError(ERROR_NOT_ENOUGH_MEMORY));
+    contents.formats_.push_back(std::move(saved));
   }
   return contents;
 }
 
-HostResult<> ClipboardContents::Restore(HWND owner) const {
-  const win32::OpenedClipboard clipboard(owner);
+HostResult<> ClipboardContents::Restore(HWND owner) && {
+  const win32::OpenedClipboard clipboard(owner, kHeldClipboardLimit);
   if (!clipboard) return std::unexpected(ClipboardError(clipboard.Error()));
   if (!EmptyClipboard()) return std::unexpected(ClipboardError(GetLastError()));
   // A format that does not go back must not take those behind it along.
   HostResult<> result;
-  for (const auto& format : formats_) {
-    if (auto put = format->Put(); !put && result) result = put;
+  for (auto& format : formats_) {
+    if (!format.Put() && result) result = std::unexpected(ClipboardError(GetLastError()));
   }
   return result;
 }

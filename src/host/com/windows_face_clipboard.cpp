@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "host/com/clipboard_contents.h"
+#include "host/com/clipboard_saver.h"
 #include "host/toolbar_face.h"
 
 namespace declarium::com {
@@ -13,7 +14,7 @@ class KeptWindowsClipboard final : public KeptClipboard {
  public:
   KeptWindowsClipboard(HWND owner, ClipboardContents contents)
       : owner_(owner), contents_(std::move(contents)) {}
-  HostResult<> Restore() override { return contents_.Restore(owner_); }
+  HostResult<> Restore() override { return std::move(contents_).Restore(owner_); }
 
  private:
   HWND owner_;
@@ -23,14 +24,14 @@ class KeptWindowsClipboard final : public KeptClipboard {
 }  // namespace
 
 HostResult<std::unique_ptr<KeptClipboard>> WindowsFaceClipboard::Save() {
-  auto contents = ClipboardContents::Save(owner_);
+  auto contents = SaveClipboard();
   if (!contents) return std::unexpected(contents.error());
   return std::make_unique<KeptWindowsClipboard>(owner_, std::move(*contents));
 }
 
 HostResult<> WindowsFaceClipboard::PutPicture() {
   const auto face = ToolbarFace();
-  const win32::OpenedClipboard clipboard(owner_);
+  const win32::OpenedClipboard clipboard(owner_, kHeldClipboardLimit);
   if (!clipboard) return std::unexpected(ClipboardError(clipboard.Error()));
   EmptyClipboard();
   // Command bars want all three: the bitmap for the picture, the pair for transparency.
