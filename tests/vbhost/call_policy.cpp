@@ -26,6 +26,15 @@ void CallPolicy::FailMember(const std::string& member, HRESULT result) {
   failing_members_[member] = result;
 }
 
+void CallPolicy::Lie(const std::string& member, const std::string& answer) {
+  lies_[member] = answer;
+}
+
+const std::string* CallPolicy::LieOf(const std::string& name) const {
+  const auto lie = lies_.find(name.substr(name.find('.') + 1));
+  return lie == lies_.end() ? nullptr : &lie->second;
+}
+
 void CallPolicy::DieAtCall(int number) {
   until_death_ = number;
 }
@@ -34,6 +43,7 @@ void CallPolicy::Clear() {
   until_failure_ = 0;
   until_death_ = 0;
   failing_members_.clear();
+  lies_.clear();
   busy_calls_ = 0;
 }
 

@@ -20,6 +20,11 @@ class CallPolicy {
   void FailCall(int number, HRESULT result);
   // Every call of the member returns `result`; S_OK ends that. "Member" without the object.
   void FailMember(const std::string& member, HRESULT result);
+  // Every call of the member succeeds and answers this, whatever it should: a whole number as such,
+  // "nothing" with an empty value, other words as text. "Member" without the object.
+  void Lie(const std::string& member, const std::string& answer);
+  // What to answer in the place of "Object.Member"; null for the truth.
+  [[nodiscard]] const std::string* LieOf(const std::string& name) const;
   // The process ends inside the `number`th call from now on.
   void DieAtCall(int number);
   void Clear();
@@ -39,6 +44,7 @@ class CallPolicy {
   HRESULT failure_ = S_OK;
   int until_death_ = 0;
   std::map<std::string, HRESULT> failing_members_;
+  std::map<std::string, std::string> lies_;
   DWORD busy_answer_ = 0;
   int busy_calls_ = 0;
   int rejected_ = 0;

@@ -304,6 +304,10 @@ void Commands::AddFaultCommands() {
                                 ide_.policy.FailMember(words[0], Status(words[1]));
                                 return Ok();
                               }};
+  commands_["lie"] = {2, [this](const Words& words) {
+                        ide_.policy.Lie(words[0], words[1]);
+                        return Ok();
+                      }};
   commands_["die-at"] = {1, [this](const Words& words) {
                            ide_.policy.DieAtCall(Number(words[0]));
                            return Ok();

@@ -1,12 +1,28 @@
 #include "vbhost/model_object.h"
 
 #include <algorithm>
+#include <charconv>
 #include <olectl.h>
 
 #include "text/text.h"
 #include "win32/wide.h"
 
 namespace declarium::vbhost {
+namespace {
+
+VARIANT AnswerOf(const std::string& lie) {
+  VARIANT answer;
+  VariantInit(&answer);
+  if (lie == "nothing") return answer;
+  int number = 0;
+  const char* const end = lie.data() + lie.size();
+  Variant value(FromUtf8(lie));
+  if (std::from_chars(lie.data(), end, number).ptr == end) value = Variant(number);
+  VariantCopy(&answer, value.Borrow());
+  return answer;
+}
+
+}  // namespace
 
 DWORD SinkList::Add(ComPtr<IDispatch> sink) {
   sinks_.emplace(next_cookie_, std::move(sink));
@@ -80,6 +96,10 @@ STDMETHODIMP ModelObject::Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS
       found == members_.end() ? std::to_string(id) : ToUtf8(win32::FromWide(found->second.name));
   if (const HRESULT status = policy_.Enter(name_ + "." + member_name); status != S_OK)
     return status;
+  if (const auto* lie = policy_.LieOf(name_ + "." + member_name); lie && result) {
+    *result = AnswerOf(*lie);
+    return S_OK;
+  }
   if (found == members_.end()) return DISP_E_MEMBERNOTFOUND;
   if (!parameters) return E_POINTER;
   const auto& member = found->second;
