@@ -11,7 +11,9 @@
 namespace declarium {
 namespace {
 
+// The bits of LoadBehavior; 2, that the host has it loaded, says nothing of its next start.
 constexpr std::uint32_t kLoadAtStartup = 1;
+constexpr std::uint32_t kLoadOnCommandLine = 4;
 
 std::u16string_view RootName(RegistryRoot root) {
   switch (root) {
@@ -29,10 +31,12 @@ std::u16string_view ViewName(RegistryView view) {
   return view == RegistryView::k32Bit ? u" (32-bit view)" : u" (64-bit view)";
 }
 
-// The program of a LocalServer32 value: without the quotes and what follows them.
-std::u16string ProgramOf(std::u16string_view command) {
-  if (!command.starts_with(u'"')) return std::u16string(command);
-  return std::u16string(command.substr(1, command.find(u'"', 1) - 1));
+std::u16string_view FileNameOf(std::u16string_view path) {
+  return path.substr(path.find_last_of(u"\\/") + 1);
+}
+
+const FindingText& TextOf(FindingKind kind) {
+  return FindingTexts()[static_cast<std::size_t>(kind)];
 }
 
 // Where COM looks for a class, in this order; it takes the first entry that it finds.
@@ -48,27 +52,36 @@ class Examination {
     ExamineAddInList();
     for (const auto root : kClassesInOrder) ExamineClassId(root);
     // A 32-bit program gets the 32-bit server where there is one.
-    for (const auto root : kClassesInOrder) ExamineProgram(root, RegistryView::k32Bit);
-    const bool narrow = program_found_;
-    for (const auto root : kClassesInOrder) ExamineProgram(root, RegistryView::k64Bit);
-    if (!narrow && program_found_) {
-      Add(FindingLevel::kWarning,
-          u"Only the 64-bit view has the program, the IDE is a 32-bit "
-          u"program; register the 32-bit Declarium.exe");
-    }
-    Judge();
+    for (const auto root : kClassesInOrder) ExamineServer(root, RegistryView::k32Bit);
+    const bool narrow = server_found_;
+    for (const auto root : kClassesInOrder) ExamineServer(root, RegistryView::k64Bit);
+    Judge(narrow);
     return std::move(findings_);
   }
 
  private:
-  void Add(FindingLevel level, std::u16string text) {
-    findings_.push_back({level, std::move(text)});
+  // `subject`, which may be empty, stands between the place and what is found of it.
+  void Add(FindingKind kind, std::u16string_view place, std::u16string_view subject = {}) {
+    Add(kind, TextOf(kind).level, place, subject);
+  }
+
+  void Add(FindingKind kind, FindingLevel level, std::u16string_view place,
+           std::u16string_view subject) {
+    const auto& said = TextOf(kind);
+    std::u16string text(place);
+    if (!place.empty()) text.append(u": ");
+    text.append(subject);
+    if (!subject.empty()) text.append(u": ");
+    text.append(said.what);
+    if (!said.mend.empty()) text.append(u"; ").append(said.mend);
+    findings_.push_back({kind, level, std::move(text)});
   }
 
   // A broken entry does no harm behind the one that is taken.
-  void AddBroken(bool& found, std::u16string text) {
-    const bool behind = std::exchange(found, true);
-    Add(behind ? FindingLevel::kWarning : FindingLevel::kWrong, std::move(text));
+  void AddEntry(bool& found, FindingKind kind, std::u16string_view place,
+                std::u16string_view subject) {
+    const auto worst = std::exchange(found, true) ? FindingLevel::kWarning : FindingLevel::kWrong;
+    Add(kind, std::min(TextOf(kind).level, worst), place, subject);
   }
 
   // As COM reads it.
@@ -76,8 +89,8 @@ class Examination {
                                      std::u16string_view name, RegistryView view) const {
     const auto value = registry_.Read(root, key, name, view);
     if (!value) return std::nullopt;
-    if (value->type == kRegistryText) return TextOf(*value);
-    if (value->type == kRegistryExpandableText) return registry_.Expand(TextOf(*value));
+    if (value->type == kRegistryText) return declarium::TextOf(*value);
+    if (value->type == kRegistryExpandableText) return registry_.Expand(declarium::TextOf(*value));
     return std::nullopt;
   }
 
@@ -87,25 +100,18 @@ class Examination {
     const std::u16string where = std::u16string(RootName(root)) + key;
     const auto load = registry_.Read(root, key, u"LoadBehavior", RegistryView::kOwn);
     if (!load) {
-      Add(FindingLevel::kWrong, where +
-                                    u": missing, the IDE does not list the add-in for this "
-                                    u"user; run /RegServer");
-      ExamineOtherUsers(key);
-      return;
+      Add(FindingKind::kNotListed, where);
+      return ExamineOtherUsers(key);
     }
     const auto behavior = NumberOf(*load);
-    if (!behavior) {
-      Add(FindingLevel::kWrong, where + u": LoadBehavior is no number");
-      return;
-    }
-    const std::u16string value = u": LoadBehavior " + NumberText(*behavior);
-    if (*behavior & kLoadAtStartup) {
-      Add(FindingLevel::kFine, where + value);
-    } else {
-      Add(FindingLevel::kWrong, where + value +
-                                    u": disabled in the IDE's Add-In Manager; check "
-                                    u"Load on Startup there");
-    }
+    if (!behavior) return Add(FindingKind::kLoadBehaviorUnreadable, where);
+    Add(LoadingBy(*behavior), where, u"LoadBehavior " + NumberText(*behavior));
+  }
+
+  static FindingKind LoadingBy(std::uint32_t behavior) {
+    if (behavior & kLoadAtStartup) return FindingKind::kLoadsAtStart;
+    if (behavior & kLoadOnCommandLine) return FindingKind::kLoadsOnCommandLine;
+    return FindingKind::kLoadsByHand;
   }
 
   void ExamineOtherUsers(std::u16string_view key) {
@@ -114,8 +120,8 @@ class Examination {
       if (!registry_.Read(RegistryRoot::kUsers, theirs, u"LoadBehavior", RegistryView::kOwn)) {
         continue;
       }
-      Add(FindingLevel::kWarning, std::u16string(RootName(RegistryRoot::kUsers)) + theirs +
-                                      u": the add-in is registered for another user");
+      Add(FindingKind::kListedForOtherUser,
+          std::u16string(RootName(RegistryRoot::kUsers)) + theirs);
     }
   }
 
@@ -123,45 +129,73 @@ class Examination {
     const auto key = ProgIdKey(server_) + u"\\CLSID";
     const std::u16string where = std::u16string(RootName(root)) + key;
     const auto class_id = Text(root, key, u"", RegistryView::kOwn);
-    if (!class_id) {
-      Add(FindingLevel::kFine, where + u": not registered");
-    } else if (!EqualIgnoringCase(*class_id, server_.class_id)) {
-      AddBroken(class_id_found_, where + u": " + *class_id + u" is not this program's class");
-    } else {
-      class_id_found_ = true;
-      Add(FindingLevel::kFine, where + u": " + *class_id);
-      if (root == RegistryRoot::kLocalMachine) machine_class_id_ = true;
+    if (!class_id) return Add(FindingKind::kNoClassId, where);
+    if (!EqualIgnoringCase(*class_id, server_.class_id)) {
+      return AddEntry(class_id_found_, FindingKind::kForeignClassId, where, *class_id);
     }
+    class_id_found_ = true;
+    Add(FindingKind::kClassId, where, *class_id);
+    if (root == RegistryRoot::kLocalMachine) machine_class_id_ = true;
   }
 
-  void ExamineProgram(RegistryRoot root, RegistryView view) {
+  void ExamineServer(RegistryRoot root, RegistryView view) {
     const auto key = LocalServerKey(server_);
     const std::u16string where =
         std::u16string(RootName(root)) + key + std::u16string(ViewName(view));
     const auto command = Text(root, key, u"", view);
-    if (!command) return Add(FindingLevel::kFine, where + u": nothing");
-    const auto program = ProgramOf(*command);
-    if (!facts_.file_exists(program)) {
-      AddBroken(program_found_, where + u": " + program + u" does not exist; run /RegServer");
-      return;
+    if (!command) return Add(FindingKind::kNoServer, where);
+    // Some versions of Windows start the one and some the other: both have to be right.
+    const auto executable = Text(root, key, u"ServerExecutable", view);
+    auto program = ProgramOf(*command);
+    auto kind = KindOf(program);
+    if (executable && TextOf(KindOf(*executable)).level > TextOf(kind).level) {
+      program = *executable;
+      kind = KindOf(program);
     }
-    program_found_ = true;
-    if (root == RegistryRoot::kLocalMachine) machine_program_ = true;
-    if (!EqualIgnoringCase(program, facts_.program)) {
-      Add(FindingLevel::kWarning, where + u": " + program + u" is another copy of the program");
-    } else {
-      Add(FindingLevel::kFine, where + u": " + program);
+    AddEntry(server_found_, kind, where, program);
+    if (!executable) Add(FindingKind::kNoServerExecutable, where);
+    if (root == RegistryRoot::kLocalMachine && TextOf(kind).level != FindingLevel::kWrong) {
+      machine_server_ = true;
     }
   }
 
-  void Judge() {
-    if (!class_id_found_ || !program_found_) {
-      Add(FindingLevel::kWrong, u"The class cannot be started; run /RegServer");
-    } else if (!machine_class_id_ || !machine_program_) {
-      Add(FindingLevel::kWarning,
-          u"The class is registered for this user only: an IDE that runs as "
-          u"administrator does not see it; run /RegServer:machine as "
-          u"administrator if yours does");
+  FindingKind KindOf(std::u16string_view program) const {
+    switch (facts_.kind_of(program)) {
+      case FileKind::kMissing:
+        return FindingKind::kServerIsMissing;
+      case FileKind::kFolder:
+        return FindingKind::kServerIsFolder;
+      case FileKind::kFile:
+        break;
+    }
+    if (EqualIgnoringCase(program, facts_.program)) return FindingKind::kServer;
+    const bool same_name = EqualIgnoringCase(FileNameOf(program), FileNameOf(facts_.program));
+    return same_name ? FindingKind::kServerIsOtherCopy : FindingKind::kServerIsOtherProgram;
+  }
+
+  // The program of a LocalServer32 value. Without quotes Windows takes the shortest beginning that
+  // ends before a blank and is a program; the whole value when there is none.
+  std::u16string ProgramOf(std::u16string_view command) const {
+    if (command.starts_with(u'"')) {
+      return std::u16string(command.substr(1, command.find(u'"', 1) - 1));
+    }
+    for (auto blank = command.find(u' '); blank != std::u16string_view::npos;
+         blank = command.find(u' ', blank + 1)) {
+      for (const auto* ending : {u"", u".exe"}) {
+        auto beginning = std::u16string(command.substr(0, blank)) + ending;
+        if (facts_.kind_of(beginning) == FileKind::kFile) return beginning;
+      }
+    }
+    return std::u16string(command);
+  }
+
+  void Judge(bool narrow_server) {
+    if (!class_id_found_ || !server_found_) {
+      Add(FindingKind::kCannotStart, u"");
+    } else if (!narrow_server) {
+      Add(FindingKind::kOnlyWideServer, u"");
+    } else if (!machine_class_id_ || !machine_server_) {
+      Add(FindingKind::kUserOnly, u"");
     }
   }
 
@@ -169,9 +203,9 @@ class Examination {
   const ServerIdentity& server_;
   const DoctorFacts& facts_;
   bool class_id_found_ = false;
-  bool program_found_ = false;
+  bool server_found_ = false;
   bool machine_class_id_ = false;
-  bool machine_program_ = false;
+  bool machine_server_ = false;
   std::vector<Finding> findings_;
 };
 
@@ -187,6 +221,21 @@ std::u16string_view LevelName(FindingLevel level) {
   return u"WRONG    ";
 }
 
+bool Has(std::span<const Finding> findings, FindingKind kind) {
+  return std::ranges::find(findings, kind, &Finding::kind) != findings.end();
+}
+
+std::u16string_view Verdict(std::span<const Finding> findings) {
+  if (!CanBeLoaded(findings)) return u"The IDE cannot load the add-in.";
+  if (Has(findings, FindingKind::kLoadsByHand)) {
+    return u"The IDE can load the add-in, by hand.";
+  }
+  if (Has(findings, FindingKind::kLoadsOnCommandLine)) {
+    return u"The IDE can load the add-in, by hand or on the command line.";
+  }
+  return u"The IDE can load the add-in.";
+}
+
 }  // namespace
 
 std::vector<Finding> ExamineRegistration(const Registry& registry, const ServerIdentity& server,
@@ -194,15 +243,16 @@ std::vector<Finding> ExamineRegistration(const Registry& registry, const ServerI
   return Examination(registry, server, facts).Run();
 }
 
-std::u16string DoctorReport(const std::vector<Finding>& findings) {
+bool CanBeLoaded(std::span<const Finding> findings) {
+  return std::ranges::find(findings, FindingLevel::kWrong, &Finding::level) == findings.end();
+}
+
+std::u16string DoctorReport(std::span<const Finding> findings) {
   std::u16string report;
   for (const auto& finding : findings) {
     report.append(LevelName(finding.level)).append(finding.text).append(kCrLf);
   }
-  const bool wrong = std::ranges::any_of(
-      findings, [](const auto& finding) { return finding.level == FindingLevel::kWrong; });
-  report.append(wrong ? u"The IDE cannot load the add-in." : u"The IDE can load the add-in.");
-  return report.append(kCrLf);
+  return report.append(Verdict(findings)).append(kCrLf);
 }
 
 }  // namespace declarium

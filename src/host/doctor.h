@@ -1,8 +1,9 @@
 // A report on why the host does or does not find the add-in: every key that matters, what stands
-// there and what is wrong with it.
+// there, what is wrong with it and how to mend that.
 #pragma once
 
 #include <functional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,15 +14,51 @@ namespace declarium {
 
 enum class FindingLevel { kFine, kWarning, kWrong };
 
-struct Finding {
-  FindingLevel level;
-  std::u16string text;
+enum class FindingKind {
+  kLoadsAtStart,
+  kLoadsByHand,
+  kLoadsOnCommandLine,
+  kNotListed,
+  kLoadBehaviorUnreadable,
+  kListedForOtherUser,
+  kNoClassId,
+  kClassId,
+  kForeignClassId,
+  kNoServer,
+  kServer,
+  kServerIsMissing,
+  kServerIsFolder,
+  kServerIsOtherProgram,
+  kServerIsOtherCopy,
+  kNoServerExecutable,
+  kOnlyWideServer,
+  kCannotStart,
+  kUserOnly,
 };
+
+// What is said of a kind of finding, in the report and in the guide.
+struct FindingText {
+  FindingKind kind;
+  FindingLevel level;  // at most, where another entry is used before the one it is about
+  std::u16string_view what;
+  std::u16string_view mend;  // "" when there is nothing to mend
+};
+
+// One for each kind, in the order of the kinds.
+[[nodiscard]] std::span<const FindingText> FindingTexts() noexcept;
+
+struct Finding {
+  FindingKind kind;
+  FindingLevel level;
+  std::u16string text;  // where, what and the mend
+};
+
+enum class FileKind { kMissing, kFolder, kFile };
 
 // Facts from outside the registry.
 struct DoctorFacts {
   std::u16string program;  // the full path of the running program
-  std::function<bool(std::u16string_view path)> file_exists;
+  std::function<FileKind(std::u16string_view path)> kind_of;
 };
 
 // Looks at everything, also after something wrong was found.
@@ -29,7 +66,10 @@ struct DoctorFacts {
                                                        const ServerIdentity& server,
                                                        const DoctorFacts& facts);
 
+// Whether the host can load the add-in: nothing wrong was found.
+[[nodiscard]] bool CanBeLoaded(std::span<const Finding> findings);
+
 // One line per finding, "ok", "warning" or "WRONG" first, and a last line with the verdict. CR LF.
-[[nodiscard]] std::u16string DoctorReport(const std::vector<Finding>& findings);
+[[nodiscard]] std::u16string DoctorReport(std::span<const Finding> findings);
 
 }  // namespace declarium

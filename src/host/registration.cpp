@@ -25,6 +25,12 @@ class Writer {
              const RegistryValue& value) {
     if (result_) result_ = registry_.Write(root, key, name, value);
   }
+  // Leaves a number that is there already.
+  void WriteNumberOnce(RegistryRoot root, std::u16string_view key, std::u16string_view name,
+                       std::uint32_t number) {
+    const auto value = registry_.Read(root, key, name);
+    if (!value || !NumberOf(*value)) Write(root, key, name, NumberValue(number));
+  }
   [[nodiscard]] std::expected<void, RegistryError> Result() const { return result_; }
 
  private:
@@ -33,14 +39,16 @@ class Writer {
 };
 
 void WriteClass(Writer& writer, const ServerIdentity& server, std::u16string_view program,
-                RegistryRoot root) {
+                RegistryRoot root, ServerLog log) {
   const auto class_id = TextValue(server.class_id);
   const auto description = TextValue(server.description);
   writer.Write(root, ProgIdKey(server), u"", description);
   writer.Write(root, ProgIdKey(server) + u"\\CLSID", u"", class_id);
   writer.Write(root, ClassKey(server), u"", description);
   writer.Write(root, ClassKey(server) + u"\\ProgID", u"", TextValue(server.prog_id));
-  writer.Write(root, LocalServerKey(server), u"", TextValue(Joined(u"\"", program) + u"\""));
+  // The system adds switches of its own.
+  const auto* switches = log == ServerLog::kOn ? u"\" /Log" : u"\"";
+  writer.Write(root, LocalServerKey(server), u"", TextValue(Joined(u"\"", program) + switches));
   writer.Write(root, LocalServerKey(server), u"ServerExecutable", TextValue(program));
 }
 
@@ -49,8 +57,9 @@ void WriteAddIn(Writer& writer, const ServerIdentity& server) {
   const auto key = AddInKey(server);
   writer.Write(root, key, u"FriendlyName", TextValue(server.friendly_name));
   writer.Write(root, key, u"Description", TextValue(server.description));
-  writer.Write(root, key, u"LoadBehavior", NumberValue(kLoadAtStartup));
-  writer.Write(root, key, u"CommandLineSafe", NumberValue(0));
+  // What the user chose in the host's list stays.
+  writer.WriteNumberOnce(root, key, u"LoadBehavior", kLoadAtStartup);
+  writer.WriteNumberOnce(root, key, u"CommandLineSafe", 0);
 }
 
 }  // namespace
@@ -73,9 +82,9 @@ std::u16string AddInKey(const ServerIdentity& server) {
 
 std::expected<void, RegistryError> RegisterServer(Registry& registry, const ServerIdentity& server,
                                                   std::u16string_view program,
-                                                  RegistrationScope scope) {
+                                                  RegistrationScope scope, ServerLog log) {
   Writer writer(registry);
-  WriteClass(writer, server, program, ClassesRoot(scope));
+  WriteClass(writer, server, program, ClassesRoot(scope), log);
   WriteAddIn(writer, server);
   return writer.Result();
 }

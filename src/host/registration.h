@@ -42,12 +42,17 @@ inline constexpr ServerIdentity kDeclariumServer = {
                                            : RegistryRoot::kLocalMachine;
 }
 
-// Writes everything for the program at `program` (a full path). What a failure leaves unwritten
+// Whether a server that the system starts writes a log.
+enum class ServerLog { kOff, kOn };
+
+// Writes everything for the program at `program` (a full path); whether the host loads the add-in
+// at its start stays as the user chose it. What a failure leaves unwritten
 // stays so; registering again completes it.
 [[nodiscard]] std::expected<void, RegistryError> RegisterServer(Registry& registry,
                                                                 const ServerIdentity& server,
                                                                 std::u16string_view program,
-                                                                RegistrationScope scope);
+                                                                RegistrationScope scope,
+                                                                ServerLog log = ServerLog::kOff);
 
 // Removes everything RegisterServer wrote, also keys above that it had to create and that are empty
 // now. Goes on after a failure and returns the first one.

@@ -3,6 +3,7 @@
 
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "host/registration.h"
@@ -15,17 +16,32 @@ enum class ServerTask {
   kRegister,    // write the registration and end
   kUnregister,  // remove the registration and end
   kDoctor,      // report on the registration and end
+  kHelp,        // show the switches and end
 };
 
 struct ServerSwitches {
   ServerTask task = ServerTask::kNone;
   RegistrationScope scope = RegistrationScope::kUser;
+  bool quiet = false;                // where there is no console, nothing is shown
+  bool log = false;                  // calls and failures are written down
   std::vector<std::u16string> rest;  // the arguments that are none of these switches, in order
 };
 
-// Reads -Embedding, -Automation, -RegServer, -UnregServer (each of the two also with ":machine")
-// and -Doctor; "/" and any case are as good. `arguments` is without the program's own name. The
-// last of several switches counts.
+// One switch: its name without the mark, what it is for, and what it does.
+struct ServerSwitch {
+  std::u16string_view name;
+  std::u16string_view purpose;
+  void (*apply)(ServerSwitches& switches);
+};
+
+// All of them, as the help lists them.
+[[nodiscard]] std::span<const ServerSwitch> AllServerSwitches() noexcept;
+
+// Finds the switches, with "-" or "/" and in any case. `arguments` is without the program's own
+// name. The last of several tasks counts.
 [[nodiscard]] ServerSwitches ParseServerSwitches(std::span<const std::u16string> arguments);
+
+// How the program is called, with every switch; lines end with CR LF.
+[[nodiscard]] std::u16string SwitchHelp();
 
 }  // namespace declarium

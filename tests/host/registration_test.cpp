@@ -1,6 +1,9 @@
 #include "host/registration.h"
 
+#include <algorithm>
+#include <functional>
 #include <gtest/gtest.h>
+#include <set>
 
 #include "host/doctor.h"
 #include "host/fake_registry.h"
@@ -13,6 +16,9 @@ namespace {
 
 const std::u16string kProgram = u"C:\\Program Files\\Declarium\\Declarium.exe";
 const std::u16string kMissingProgram = u"D:\\Old\\Declarium.exe";
+const std::u16string kOtherProgram = u"D:\\a.exe";
+const std::u16string kOtherCopy = u"D:\\Declarium.exe";
+const std::u16string kFolder = u"D:\\Folder";
 const std::u16string kClassId(kDeclariumServer.class_id);
 
 TEST(Registration, WritesTheClassAndTheIdesList) {
@@ -65,6 +71,28 @@ TEST(Registration, UnregisteringLeavesOthersAlone) {
   EXPECT_TRUE(registry.emptied.empty());
 }
 
+TEST(Registration, RegisteringAgainKeepsWhatTheUserChose) {
+  const std::u16string add_in =
+      u"HKCU\\Software\\Microsoft\\Visual Basic\\6.0\\Addins\\Declarium.Connect|";
+  for (const std::uint32_t chosen : {0U, 2U, 3U, 4U, 5U}) {
+    FakeRegistry registry;
+    registry.values[add_in + u"LoadBehavior"] = NumberValue(chosen);
+    registry.values[add_in + u"CommandLineSafe"] = NumberValue(1);
+    ASSERT_TRUE(RegisterServer(registry, kDeclariumServer, kProgram, RegistrationScope::kUser));
+    EXPECT_EQ(registry.Number(add_in + u"LoadBehavior"), chosen);
+    EXPECT_EQ(registry.Number(add_in + u"CommandLineSafe"), 1u);
+  }
+}
+
+TEST(Registration, RegisteringAgainMendsWhatIsNoNumber) {
+  const std::u16string load_behavior =
+      u"HKCU\\Software\\Microsoft\\Visual Basic\\6.0\\Addins\\Declarium.Connect|LoadBehavior";
+  FakeRegistry registry;
+  registry.values[load_behavior] = TextValue(u"1");
+  ASSERT_TRUE(RegisterServer(registry, kDeclariumServer, kProgram, RegistrationScope::kUser));
+  EXPECT_EQ(registry.Number(load_behavior), 1u);
+}
+
 TEST(Registration, RefusedWriteIsReported) {
   FakeRegistry registry;
   registry.read_only_root = RegistryRoot::kLocalMachine;
@@ -78,9 +106,14 @@ TEST(Registration, RefusedWriteIsReported) {
 class DoctorTest : public testing::Test {
  protected:
   std::u16string Report(bool file_exists = true) {
-    const DoctorFacts facts{
-        kProgram, [=](std::u16string_view path) { return file_exists && path != kMissingProgram; }};
-    return DoctorReport(ExamineRegistration(registry_, kDeclariumServer, facts));
+    const DoctorFacts facts{kProgram, [=](std::u16string_view path) {
+                              if (path == kFolder) return FileKind::kFolder;
+                              const bool there =
+                                  path == kProgram || path == kOtherProgram || path == kOtherCopy;
+                              return file_exists && there ? FileKind::kFile : FileKind::kMissing;
+                            }};
+    findings_ = ExamineRegistration(registry_, kDeclariumServer, facts);
+    return DoctorReport(findings_);
   }
   void Register(RegistrationScope scope) {
     ASSERT_TRUE(RegisterServer(registry_, kDeclariumServer, kProgram, scope));
@@ -89,8 +122,133 @@ class DoctorTest : public testing::Test {
     return report.find(part) != std::u16string::npos;
   }
 
+  static std::u16string ServerName(std::u16string_view name, const char16_t* root = u"HKCU") {
+    return std::u16string(root)
+        .append(u"\\Software\\Classes\\CLSID\\" + kClassId + u"\\LocalServer32|")
+        .append(name);
+  }
+  void SetServer(std::u16string_view command) {
+    registry_.values[ServerName(u"")] = TextValue(command);
+  }
+  void SetExecutable(std::u16string_view path) {
+    registry_.values[ServerName(u"ServerExecutable")] = TextValue(path);
+  }
+  void SetLoadBehavior(const RegistryValue& value) {
+    registry_.values[kAddIn + u"|LoadBehavior"] = value;
+  }
+
+  inline static const std::u16string kAddIn =
+      u"HKCU\\Software\\Microsoft\\Visual Basic\\6.0\\Addins\\Declarium.Connect";
   FakeRegistry registry_;
+  std::vector<Finding> findings_;  // of the last report
 };
+
+TEST_F(DoctorTest, EveryFindingIsMadeWithItsMendAndItsVerdict) {
+  const struct {
+    FindingKind kind;
+    bool loadable;
+    std::function<void()> set_up;  // from a full registration of the user
+  } cases[] = {
+      {FindingKind::kLoadsAtStart, true, [] {}},
+      {FindingKind::kLoadsByHand, true, [this] { SetLoadBehavior(NumberValue(0)); }},
+      {FindingKind::kLoadsByHand, true, [this] { SetLoadBehavior(NumberValue(2)); }},
+      {FindingKind::kLoadsOnCommandLine, true, [this] { SetLoadBehavior(NumberValue(4)); }},
+      {FindingKind::kLoadsOnCommandLine, true, [this] { SetLoadBehavior(NumberValue(6)); }},
+      {FindingKind::kLoadsAtStart, true, [this] { SetLoadBehavior(NumberValue(7)); }},
+      {FindingKind::kNotListed, false,
+       [this] { registry_.values.erase(kAddIn + u"|LoadBehavior"); }},
+      {FindingKind::kLoadBehaviorUnreadable, false, [this] { SetLoadBehavior(TextValue(u"1")); }},
+      {FindingKind::kListedForOtherUser, false,
+       [this] {
+         registry_.values.erase(kAddIn + u"|LoadBehavior");
+         registry_.values[u"HKU\\S-1-5-21" + kAddIn.substr(4) + u"|LoadBehavior"] = NumberValue(1);
+       }},
+      {FindingKind::kNoClassId, true, [] {}},
+      {FindingKind::kClassId, true, [] {}},
+      {FindingKind::kForeignClassId, false,
+       [this] {
+         registry_.values[u"HKCU\\Software\\Classes\\Declarium.Connect\\CLSID|"] =
+             TextValue(u"{0}");
+       }},
+      {FindingKind::kNoServer, true, [] {}},
+      {FindingKind::kServer, true, [] {}},
+      {FindingKind::kServer, true, [this] { SetServer(kProgram + u" /Automation"); }},
+      {FindingKind::kServerIsMissing, false,
+       [this] { SetServer(u"\"" + kMissingProgram + u"\""); }},
+      {FindingKind::kServerIsMissing, false, [this] { SetExecutable(kMissingProgram); }},
+      {FindingKind::kServerIsMissing, false,
+       [this] {
+         SetServer(u"\"" + kMissingProgram + u"\"");
+         SetExecutable(kOtherCopy);
+       }},
+      {FindingKind::kServerIsFolder, false, [this] { SetServer(u"\"" + kFolder + u"\""); }},
+      {FindingKind::kServerIsFolder, false, [this] { SetExecutable(kFolder); }},
+      {FindingKind::kServerIsOtherProgram, false, [this] { SetServer(kOtherProgram + u" /x"); }},
+      {FindingKind::kServerIsOtherProgram, false, [this] { SetExecutable(kOtherProgram); }},
+      {FindingKind::kServerIsOtherCopy, true,
+       [this] {
+         SetServer(kOtherCopy);
+         SetExecutable(kOtherCopy);
+       }},
+      {FindingKind::kNoServerExecutable, true,
+       [this] { registry_.values.erase(ServerName(u"ServerExecutable")); }},
+      {FindingKind::kOnlyWideServer, false,
+       [this] { registry_.hidden_view = RegistryView::k32Bit; }},
+      {FindingKind::kCannotStart, false, [this] { registry_.values.erase(ServerName(u"")); }},
+      {FindingKind::kUserOnly, true, [] {}},
+  };
+  std::set<FindingKind> seen;
+  for (const auto& c : cases) {
+    registry_ = {};
+    Register(RegistrationScope::kUser);
+    c.set_up();
+    const auto report = Report();
+    const auto& said = FindingTexts()[static_cast<std::size_t>(c.kind)];
+    const auto found = std::ranges::find(findings_, c.kind, &Finding::kind);
+    ASSERT_NE(found, findings_.end()) << ToUtf8(said.what) << "\n" << ToUtf8(report);
+    EXPECT_EQ(found->level, said.level);
+    std::u16string ending(said.what);
+    if (!said.mend.empty()) ending.append(u"; ").append(said.mend);
+    EXPECT_TRUE(found->text.ends_with(ending)) << ToUtf8(found->text);
+    EXPECT_EQ(said.mend.empty(), said.level == FindingLevel::kFine);
+    EXPECT_EQ(CanBeLoaded(findings_), c.loadable) << ToUtf8(report);
+    EXPECT_EQ(Has(report, u"The IDE can load the add-in"), c.loadable);
+    seen.insert(c.kind);
+  }
+  EXPECT_EQ(seen.size(), FindingTexts().size()) << "a finding that no case makes";
+}
+
+TEST_F(DoctorTest, VerdictSaysWhenTheIdeDoesNotLoadTheAddInByItself) {
+  const struct {
+    std::uint32_t behavior;
+    std::u16string_view verdict;
+  } cases[] = {
+      {0, u"The IDE can load the add-in, by hand.\r\n"},
+      {1, u"The IDE can load the add-in.\r\n"},
+      {2, u"The IDE can load the add-in, by hand.\r\n"},
+      {3, u"The IDE can load the add-in.\r\n"},
+      {4, u"The IDE can load the add-in, by hand or on the command line.\r\n"},
+      {5, u"The IDE can load the add-in.\r\n"},
+  };
+  Register(RegistrationScope::kUser);
+  for (const auto& c : cases) {
+    SetLoadBehavior(NumberValue(c.behavior));
+    EXPECT_TRUE(Report().ends_with(c.verdict)) << c.behavior;
+  }
+}
+
+TEST_F(DoctorTest, TheGuideShowsEveryFindingThatNeedsAMend) {
+  for (const std::string language : {"sk", "en"}) {
+    const auto page = ContentOf(DECLARIUM_SOURCE_DIR "/docs/guide/" + language + "/ide.md");
+    for (const auto& said : FindingTexts()) {
+      if (said.mend.empty()) continue;
+      const std::string level = said.level == FindingLevel::kWrong ? "WRONG" : "warning";
+      const std::string row =
+          "| `" + level + "` | `" + ToUtf8(said.what) + "` | `" + ToUtf8(said.mend) + "` |";
+      EXPECT_NE(page.find(row), std::string::npos) << language << ' ' << row;
+    }
+  }
+}
 
 TEST_F(DoctorTest, FullRegistrationIsFine) {
   Register(RegistrationScope::kUser);
@@ -144,7 +302,7 @@ TEST_F(DoctorTest, MissingProgramIsWrongOnlyInTheEntryThatTheIdeGets) {
         missing;
     if (view == RegistryView::k32Bit) registry_.wide_values[server(root)] = program;
     const auto report = Report();
-    EXPECT_TRUE(Has(report, kMissingProgram + u" does not exist"));
+    EXPECT_TRUE(Has(report, kMissingProgram + u": does not exist"));
     return report.ends_with(u"The IDE can load the add-in.\r\n");
   };
   EXPECT_FALSE(verdict(u"HKCU", RegistryView::k32Bit));
@@ -162,43 +320,12 @@ TEST_F(DoctorTest, ForeignClassBehindTheOneThatTheIdeGetsIsAWarning) {
   EXPECT_TRUE(report.ends_with(u"The IDE can load the add-in.\r\n"));
 }
 
-TEST_F(DoctorTest, AddInDisabledInTheIdeIsWrong) {
-  Register(RegistrationScope::kUser);
-  registry_.values
-      [u"HKCU\\Software\\Microsoft\\Visual Basic\\6.0\\Addins\\Declarium.Connect"
-       u"|LoadBehavior"] = NumberValue(0);
-  EXPECT_TRUE(Has(Report(), u"LoadBehavior 0: disabled"));
-}
-
 TEST_F(DoctorTest, TheProgramsPathMayNameEnvironmentVariables) {
   Register(RegistrationScope::kUser);
   auto path = TextValue(u"\"%PROGRAMS%\\Declarium\\Declarium.exe\"");
   path.type = kRegistryExpandableText;
   registry_.values[u"HKCU\\Software\\Classes\\CLSID\\" + kClassId + u"\\LocalServer32|"] = path;
-  EXPECT_TRUE(Has(Report(), u": " + kProgram + u"\r\n"));
-}
-
-TEST_F(DoctorTest, RegistrationOfAnotherUserIsNamed) {
-  registry_.values
-      [u"HKU\\S-1-5-21\\Software\\Microsoft\\Visual Basic\\6.0\\Addins"
-       u"\\Declarium.Connect|LoadBehavior"] = NumberValue(1);
-  EXPECT_TRUE(Has(Report(), u"warning  HKEY_USERS\\S-1-5-21\\"));
-}
-
-TEST_F(DoctorTest, ProgramInTheWideViewOnlyIsAWarning) {
-  Register(RegistrationScope::kUser);
-  registry_.hidden_view = RegistryView::k32Bit;
-  EXPECT_TRUE(Has(Report(), u"warning  Only the 64-bit view has the program"));
-}
-
-TEST_F(DoctorTest, AnotherCopyAndAnotherClassAreNamed) {
-  Register(RegistrationScope::kUser);
-  const std::u16string classes = u"HKCU\\Software\\Classes\\";
-  registry_.values[classes + u"CLSID\\" + kClassId + u"\\LocalServer32|"] =
-      TextValue(u"\"D:\\a.exe\" /x");
-  EXPECT_TRUE(Has(Report(), u"D:\\a.exe is another copy"));
-  registry_.values[classes + u"Declarium.Connect\\CLSID|"] = TextValue(u"{0}");
-  EXPECT_TRUE(Has(Report(), u"{0} is not this program's class"));
+  EXPECT_TRUE(Has(Report(), u": " + kProgram + u": this program\r\n"));
 }
 
 TEST(ServerSwitches, AreFoundWithEitherMarkAndAnyCase) {
@@ -215,6 +342,8 @@ TEST(ServerSwitches, AreFoundWithEitherMarkAndAnyCase) {
       {u"/UnregServer", ServerTask::kUnregister, RegistrationScope::kUser},
       {u"-unregserver:Machine", ServerTask::kUnregister, RegistrationScope::kMachine},
       {u"/Doctor", ServerTask::kDoctor, RegistrationScope::kUser},
+      {u"/?", ServerTask::kHelp, RegistrationScope::kUser},
+      {u"-?", ServerTask::kHelp, RegistrationScope::kUser},
   };
   for (const auto& c : cases) {
     const auto switches = ParseServerSwitches(std::vector{c.argument});
@@ -222,6 +351,44 @@ TEST(ServerSwitches, AreFoundWithEitherMarkAndAnyCase) {
     EXPECT_EQ(switches.scope, c.scope);
     EXPECT_TRUE(switches.rest.empty());
   }
+}
+
+TEST(ServerSwitches, QuietAndLogGoWithATask) {
+  const auto switches =
+      ParseServerSwitches(std::vector<std::u16string>{u"/quiet", u"/RegServer", u"-LOG"});
+  EXPECT_EQ(switches.task, ServerTask::kRegister);
+  EXPECT_TRUE(switches.quiet);
+  EXPECT_TRUE(switches.log);
+  const auto none = ParseServerSwitches(std::vector<std::u16string>{u"/RegServer"});
+  EXPECT_FALSE(none.quiet);
+  EXPECT_FALSE(none.log);
+}
+
+TEST(ServerSwitches, TheHelpAndTheGuideHaveThemAll) {
+  const auto help = SwitchHelp();
+  for (const auto& one : AllServerSwitches()) {
+    const std::u16string line = u"/" + std::u16string(one.name) + u" ";
+    EXPECT_NE(help.find(line), std::u16string::npos) << ToUtf8(line);
+    EXPECT_NE(help.find(std::u16string(one.purpose) + u"\r\n"), std::u16string::npos);
+  }
+  auto shown = ToUtf8(help);
+  std::erase(shown, '\r');
+  for (const std::string language : {"sk", "en"}) {
+    const auto page = ContentOf(DECLARIUM_SOURCE_DIR "/docs/guide/" + language + "/ide.md");
+    EXPECT_NE(page.find("```\n" + shown + "```\n"), std::string::npos) << language << shown;
+  }
+}
+
+TEST(Registration, LogIsASwitchOfTheServerThatTheNextRegistrationTakesBack) {
+  FakeRegistry registry;
+  const std::u16string server =
+      u"HKCU\\Software\\Classes\\CLSID\\" + kClassId + u"\\LocalServer32|";
+  ASSERT_TRUE(RegisterServer(registry, kDeclariumServer, kProgram, RegistrationScope::kUser,
+                             ServerLog::kOn));
+  EXPECT_EQ(registry.Text(server), u"\"" + kProgram + u"\" /Log");
+  EXPECT_EQ(registry.Text(server + u"ServerExecutable"), kProgram);
+  ASSERT_TRUE(RegisterServer(registry, kDeclariumServer, kProgram, RegistrationScope::kUser));
+  EXPECT_EQ(registry.Text(server), u"\"" + kProgram + u"\"");
 }
 
 TEST(ServerSwitches, LeaveOtherArgumentsAlone) {

@@ -1,10 +1,11 @@
 #include "host/com/server_tasks.h"
 
-#include <algorithm>
+#include <utility>
 #include <windows.h>
 
 #include "host/doctor.h"
 #include "text/text.h"
+#include "text/user_texts.h"
 #include "vb/number.h"
 #include "win32/program.h"
 #include "win32/system_registry.h"
@@ -14,11 +15,11 @@ namespace declarium::com {
 namespace {
 
 // A window program has no console of its own; its output goes to where it was redirected to, else
-// to the console of the shell that started it.
-void Print(std::u16string_view text) {
+// to the console of the shell that started it. False when there is neither.
+bool Print(std::u16string_view text) {
   HANDLE output = GetStdHandle(STD_OUTPUT_HANDLE);
   if (!output || output == INVALID_HANDLE_VALUE) {
-    if (!AttachConsole(ATTACH_PARENT_PROCESS)) return;
+    if (!AttachConsole(ATTACH_PARENT_PROCESS)) return false;
     output = GetStdHandle(STD_OUTPUT_HANDLE);
   }
   DWORD mode = 0;
@@ -26,54 +27,79 @@ void Print(std::u16string_view text) {
   if (GetConsoleMode(output, &mode)) {
     const std::wstring wide = win32::WideString(text);
     WriteConsoleW(output, wide.data(), static_cast<DWORD>(wide.size()), &written, nullptr);
-    return;
+  } else {
+    const std::string bytes = ToUtf8(text);
+    WriteFile(output, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
   }
-  const std::string bytes = ToUtf8(text);
-  WriteFile(output, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
+  return true;
 }
 
-int Report(std::u16string_view done, const std::expected<void, RegistryError>& result) {
-  if (result) {
-    Print(std::u16string(done).append(kCrLf));
-    return 0;
+// What a task says, and whether it succeeded.
+struct Outcome {
+  std::u16string text;  // on a console
+  std::u16string box;   // where there is none
+  bool succeeded;
+};
+
+int Tell(const Outcome& outcome, bool quiet) {
+  if (!Print(outcome.text) && !quiet) {
+    const std::u16string title(texts::kProgram);
+    const UINT icon = outcome.succeeded ? MB_ICONINFORMATION : MB_ICONERROR;
+    MessageBoxW(nullptr, win32::Wide(outcome.box), win32::Wide(title), icon | MB_SETFOREGROUND);
   }
+  return outcome.succeeded ? 0 : 1;
+}
+
+Outcome Written(std::u16string_view done, std::u16string_view box,
+                const std::expected<void, RegistryError>& result) {
+  if (result) return {std::u16string(done).append(kCrLf), std::u16string(box), true};
   const auto& error = result.error();
   std::u16string text =
       error.root == RegistryRoot::kLocalMachine ? u"HKEY_LOCAL_MACHINE\\" : u"HKEY_CURRENT_USER\\";
   text.append(error.key).append(u": error ").append(NumberText(error.code));
   if (error.code == ERROR_ACCESS_DENIED) text.append(u" (run as administrator)");
-  Print(text.append(kCrLf));
-  return 1;
+  std::u16string refused(texts::kRegistryRefused);
+  refused.append(kCrLf).append(text);
+  return {text.append(kCrLf), std::move(refused), false};
 }
 
-int Diagnose(const Registry& registry, const ServerIdentity& server) {
-  const DoctorFacts facts{win32::ProgramPath(), [](std::u16string_view path) {
-                            return GetFileAttributesW(win32::WideString(path).c_str()) !=
-                                   INVALID_FILE_ATTRIBUTES;
-                          }};
+FileKind KindOf(std::u16string_view path) {
+  const DWORD attributes = GetFileAttributesW(win32::WideString(path).c_str());
+  if (attributes == INVALID_FILE_ATTRIBUTES) return FileKind::kMissing;
+  return attributes & FILE_ATTRIBUTE_DIRECTORY ? FileKind::kFolder : FileKind::kFile;
+}
+
+Outcome Diagnose(const Registry& registry, const ServerIdentity& server) {
+  const DoctorFacts facts{win32::ProgramPath(), KindOf};
   const auto findings = ExamineRegistration(registry, server, facts);
-  Print(DoctorReport(findings));
-  return std::ranges::any_of(
-      findings, [](const auto& finding) { return finding.level == FindingLevel::kWrong; });
+  const auto report = DoctorReport(findings);
+  return {report, report, CanBeLoaded(findings)};
+}
+
+Outcome Run(const ServerSwitches& switches, const ServerIdentity& server) {
+  win32::SystemRegistry registry;
+  switch (switches.task) {
+    case ServerTask::kRegister:
+      return Written(u"registered", texts::kRegistered,
+                     RegisterServer(registry, server, win32::ProgramPath(), switches.scope,
+                                    switches.log ? ServerLog::kOn : ServerLog::kOff));
+    case ServerTask::kUnregister:
+      return Written(u"unregistered", texts::kUnregistered,
+                     UnregisterServer(registry, server, switches.scope));
+    case ServerTask::kDoctor:
+      return Diagnose(registry, server);
+    case ServerTask::kHelp:
+    case ServerTask::kNone:
+    case ServerTask::kServe:
+      break;
+  }
+  return {SwitchHelp(), SwitchHelp(), true};
 }
 
 }  // namespace
 
 int RunServerTask(const ServerSwitches& switches, const ServerIdentity& server) {
-  win32::SystemRegistry registry;
-  switch (switches.task) {
-    case ServerTask::kRegister:
-      return Report(u"registered",
-                    RegisterServer(registry, server, win32::ProgramPath(), switches.scope));
-    case ServerTask::kUnregister:
-      return Report(u"unregistered", UnregisterServer(registry, server, switches.scope));
-    case ServerTask::kDoctor:
-      return Diagnose(registry, server);
-    case ServerTask::kNone:
-    case ServerTask::kServe:
-      break;
-  }
-  return 1;
+  return Tell(Run(switches, server), switches.quiet);
 }
 
 }  // namespace declarium::com

@@ -6,9 +6,9 @@
 
 namespace declarium::com {
 
-// Does kRegister, kUnregister or kDoctor and says on standard output, or on the console that the
-// program was started from, what happened. Returns the exit status: 0 done or nothing wrong, 1
-// otherwise.
+// Does kRegister, kUnregister, kDoctor or kHelp and says on standard output, or on the console that
+// the program was started from, what happened; where there is neither, in a box. Returns the exit
+// status: 0 done or nothing wrong, 1 otherwise.
 [[nodiscard]] int RunServerTask(const ServerSwitches& switches, const ServerIdentity& server);
 
 }  // namespace declarium::com
