@@ -1,7 +1,7 @@
 ; The installer for one user; packaging/windows/installer calls makensis.
 ;
 ;   setup.exe [/S] [/NOIDE | /IDE] [/NOMENU | /MENU] [/D=FOLDER]
-;   Uninstall.exe [/S] [/SETTINGS]
+;   Uninstall.exe [/S] [/SETTINGS]    (uninstall.nsi, which starts Removal.exe)
 ;
 ; Registering for the IDE and the shortcut are on, or as they were chosen last time. With /S nothing
 ; is shown and messages go to the standard output. Exit status: 0 done; 1 cancelled; 2 failed;
@@ -15,8 +15,9 @@ ManifestDPIAware true
 !define UNINSTALL "Software\Microsoft\Windows\CurrentVersion\Uninstall\Declarium"
 !define LIBRARIES "${UNINSTALL}\Libraries"
 !define SETTINGS "Software\Brindlework\Declarium 3.0"
-!define SERVER "Software\Classes\CLSID\{E935511A-4C2D-4094-9A51-D7CF1373CE55}\LocalServer32"
-!define STATUS_IN_USE 3
+!define CLASS "Software\Classes\CLSID\{E935511A-4C2D-4094-9A51-D7CF1373CE55}"
+!define SERVER "${CLASS}\LocalServer32"
+!define PROG_ID "Software\Classes\Declarium.Connect"
 !define STATUS_NOT_REGISTERED 4
 
 Name "Declarium ${VERSION}"
@@ -49,81 +50,14 @@ ShowUninstDetails show
 !insertmacro MUI_LANGUAGE "English"
 !insertmacro MUI_LANGUAGE "Slovak"
 !include "${TEXTS}"
+!include "${RUNNING}"
 
-VIProductVersion "${VERSION}.0"
-VIFileVersion "${VERSION}.0"
-!macro VersionTexts language
-  VIAddVersionKey /LANG=${language} "ProductName" "Declarium"
-  VIAddVersionKey /LANG=${language} "CompanyName" "${PUBLISHER}"
-  VIAddVersionKey /LANG=${language} "LegalCopyright" "${COPYRIGHT}"
-  VIAddVersionKey /LANG=${language} "FileDescription" "Declarium"
-  VIAddVersionKey /LANG=${language} "FileVersion" "${VERSION}"
-  VIAddVersionKey /LANG=${language} "ProductVersion" "${VERSION}"
-!macroend
-!insertmacro VersionTexts ${LANG_ENGLISH}
-!insertmacro VersionTexts ${LANG_SLOVAK}
+!insertmacro VersionResource
 
 ; ---- for the installer and the uninstaller ----
 
 !macro Functions un
-; Shows the text on the stack in the details; writes it to the standard output when silent.
-Function ${un}Say
-  Exch $R0
-  DetailPrint $R0
-  IfSilent 0 done
-  Push $R1
-  Push $R2
-  Push $R3
-  System::Call 'kernel32::GetStdHandle(i -11)p.R1'
-  ${If} $R1 P= 0
-  ${OrIf} $R1 P= -1
-    ; A window program that was started from a console.
-    System::Call 'kernel32::AttachConsole(i -1)'
-    System::Call 'kernel32::GetStdHandle(i -11)p.R1'
-  ${EndIf}
-  StrCpy $R0 "$R0$\r$\n"
-  StrLen $R2 $R0
-  System::Call 'kernel32::WriteConsoleW(p R1, w R0, i R2, *i, p 0)i.R3'
-  ${If} $R3 = 0
-    System::Alloc 4096
-    Pop $R2
-    System::Call 'kernel32::WideCharToMultiByte(i 65001, i 0, w R0, i -1, p R2, i 4096, p 0, p 0)i.R3'
-    IntOp $R3 $R3 - 1
-    System::Call 'kernel32::WriteFile(p R1, p R2, i R3, *i, p 0)'
-    System::Free $R2
-  ${EndIf}
-  Pop $R3
-  Pop $R2
-  Pop $R1
-done:
-  Pop $R0
-FunctionEnd
-
-; Goes on when no program of the folder runs. Until then the user is asked; without one, or when he
-; gives up, it ends here.
-Function ${un}RequireClosed
-  ${For} $1 1 2
-    StrCpy $R9 "$INSTDIR\Declarium.exe"
-    ${If} $1 = 2
-      StrCpy $R9 "$INSTDIR\declarium-cli.exe"
-    ${EndIf}
-    ${DoWhile} ${FileExists} $R9
-      ; A program that runs cannot be opened for writing.
-      ClearErrors
-      FileOpen $0 $R9 a
-      ${IfNot} ${Errors}
-        FileClose $0
-        ${ExitDo}
-      ${EndIf}
-      MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION "$(InUse)" /SD IDCANCEL IDRETRY again
-      Push "$(InUse)"
-      Call ${un}Say
-      SetErrorLevel ${STATUS_IN_USE}
-      Quit
-again:
-    ${Loop}
-  ${Next}
-FunctionEnd
+!insertmacro RunningFunctions "${un}"
 
 ; The SHA-256 of the file whose path is on the stack; empty when it cannot be read.
 Function ${un}HashOf
@@ -219,8 +153,9 @@ FunctionEnd
 
 ; The program that the IDE starts, "" when none is registered for the user.
 Function ${un}RegisteredProgram
-  ReadRegStr $0 HKCU "${SERVER}" "ServerExecutable"
   Push $0
+  ReadRegStr $0 HKCU "${SERVER}" "ServerExecutable"
+  Exch $0
 FunctionEnd
 !macroend
 !insertmacro Functions ""
@@ -304,7 +239,8 @@ Section "!$(NameProgram)" SectionProgram
   File /r /x *.api "${SOURCE}/*"
   File "/oname=installed-files.txt" "${LIST}"
   Call InstallLibraries
-  WriteUninstaller "$INSTDIR\Uninstall.exe"
+  WriteUninstaller "$INSTDIR\Removal.exe"
+  File "/oname=$INSTDIR\Uninstall.exe" "${UNINSTALLER}"
   WriteRegStr HKCU "${UNINSTALL}" "DisplayName" "Declarium"
   WriteRegStr HKCU "${UNINSTALL}" "DisplayVersion" "${VERSION}"
   WriteRegStr HKCU "${UNINSTALL}" "Publisher" "${PUBLISHER}"
@@ -322,7 +258,7 @@ Section "$(NameMenu)" SectionMenu
 SectionEnd
 
 Section "$(NameIde)" SectionIde
-  ExecWait '"$INSTDIR\Declarium.exe" /RegServer' $0
+  ExecWait '"$INSTDIR\Declarium.exe" /RegServer /Quiet' $0
   ${If} $0 != 0
     Push "$(NotRegistered)"
     Call Say
@@ -339,7 +275,7 @@ Section -Unchosen
     Call RegisteredProgram
     Pop $0
     ${If} $0 == "$INSTDIR\Declarium.exe"
-      ExecWait '"$INSTDIR\Declarium.exe" /UnregServer' $0
+      ExecWait '"$INSTDIR\Declarium.exe" /UnregServer /Quiet' $0
     ${EndIf}
   ${EndIf}
   Push "$(Installed)"
@@ -393,6 +329,33 @@ Var Left  ; what stays, a line each
   StrCpy $Left "$Left${text}$\r$\n"
 !macroend
 
+; The program that is registered for every user, "" when none is.
+Function un.MachineProgram
+  Push $0
+  ReadRegStr $0 HKLM "${SERVER}" "ServerExecutable"
+  Exch $0
+FunctionEnd
+
+; Takes the registration for every user away where it is this program's. That needs an
+; administrator, for whom Windows asks unless nothing is to be shown.
+Function un.UnregisterForMachine
+  Call un.MachineProgram
+  Pop $R9
+  ${If} $R9 != "$INSTDIR\Declarium.exe"
+    Return
+  ${EndIf}
+  ExecWait '"$INSTDIR\Declarium.exe" /UnregServer:machine /Quiet' $0
+  ${If} $0 != 0
+  ${AndIfNot} ${Silent}
+    ExecShellWait "runas" "$INSTDIR\Declarium.exe" "/UnregServer:machine /Quiet"
+  ${EndIf}
+  Call un.MachineProgram
+  Pop $R9
+  ${If} $R9 == "$INSTDIR\Declarium.exe"
+    !insertmacro Stays "$(LeftMachine)"
+  ${EndIf}
+FunctionEnd
+
 ; The user's own files, of which the folder may hold any number.
 Function un.TellWhatIsLeft
   ClearErrors
@@ -413,10 +376,11 @@ Section "un.$(NameProgram)" UnSectionProgram
   SectionIn RO
   StrCpy $Left ""
   Call un.RequireClosed
+  Call un.UnregisterForMachine
   Call un.RegisteredProgram
   Pop $R9
   ${If} $R9 == "$INSTDIR\Declarium.exe"
-    ExecWait '"$INSTDIR\Declarium.exe" /UnregServer' $0
+    ExecWait '"$INSTDIR\Declarium.exe" /UnregServer /Quiet' $0
     ${If} $0 != 0
       !insertmacro Stays "$(NotUnregistered)"
     ${EndIf}
@@ -426,6 +390,7 @@ Section "un.$(NameProgram)" UnSectionProgram
   Delete "$SMPROGRAMS\Declarium.lnk"
   Call un.DeleteUnchangedLibraries
   Call un.DeleteListed
+  Delete "$INSTDIR\Removal.exe"
   Delete "$INSTDIR\Uninstall.exe"
   SetOutPath $TEMP
   RMDir $INSTDIR

@@ -43,6 +43,9 @@
   "Declarium ${VERSION} je nainštalovaný: $INSTDIR"
 !insertmacro Text Removed "Declarium is removed." "Declarium je odinštalovaný."
 !insertmacro Text LeftFile "Left, since it is yours: $R9" "Zostáva, lebo je vaše: $R9"
+!insertmacro Text LeftMachine \
+  "Left, since only an administrator can remove it: the registration for all users. As administrator: reg delete HKLM\${CLASS} /f /reg:32 and reg delete HKLM\${PROG_ID} /f" \
+  "Zostáva registrácia pre všetkých, zrušiť ju môže iba správca. Ako správca: reg delete HKLM\${CLASS} /f /reg:32 a reg delete HKLM\${PROG_ID} /f"
 !insertmacro Text LeftSettings \
   "Left, your settings: HKEY_CURRENT_USER\${SETTINGS}" \
   "Zostávajú vaše nastavenia: HKEY_CURRENT_USER\${SETTINGS}"

@@ -79,6 +79,12 @@ class Installed(unittest.TestCase):
         self.assertIn("Win32_Network.api", kept)
         self.assertEqual(shipped, kept)
 
+    def test_brings_the_modules_that_the_guide_works_with(self):
+        examples = ROOT / "usr/share/doc/declarium-cli/examples"
+        for path in (PROJECT / "examples").rglob("*.*"):
+            shipped = examples / path.relative_to(PROJECT / "examples")
+            self.assertEqual(shipped.read_bytes(), path.read_bytes())
+
     def test_brings_what_is_known_of_the_declarations(self):
         library = "/usr/share/declarium-cli/Win32.api"
         self.assertIn("SWP_NOSIZE", self.run_tool("facts", library, "SetWindowPos"))

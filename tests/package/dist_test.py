@@ -10,6 +10,7 @@ import zipfile
 from products import DIST, VERSION, ZIP, product
 from wine_session import PROJECT
 
+EXAMPLES = PROJECT / "examples"
 LICENCES = {"Declarium", "CLI11", "nlohmann-json", "gcc-runtime", "mingw-w64",
             "win32-metadata", "nsis", "README"}
 
@@ -122,6 +123,13 @@ class PortableFolder(unittest.TestCase):
         self.assertIn(b"ZPL", licences["mingw-w64"])
         for name in LICENCES - {"README"}:
             self.assertIn(f"{name}.txt".encode(), licences["README"])
+
+    def test_has_the_modules_that_the_guide_works_with(self):
+        with zipfile.ZipFile(ZIP) as archive:
+            shipped = {name.partition("/examples/")[2]: archive.read(name)
+                       for name in archive.namelist() if "/examples/" in name}
+        self.assertEqual(shipped, {path.relative_to(EXAMPLES).as_posix(): path.read_bytes()
+                                   for path in EXAMPLES.rglob("*") if path.is_file()})
 
     def test_has_programs_that_name_no_folder_of_the_build(self):
         with zipfile.ZipFile(ZIP) as archive:

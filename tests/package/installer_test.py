@@ -94,7 +94,7 @@ class SilentInstall(Installer):
         with zipfile.ZipFile(DIST / f"declarium-{VERSION}-win32.zip") as archive:
             shipped = {name.partition("/")[2] for name in archive.namelist()}
         self.assertEqual(files_below(folder_of(installed)) - shipped,
-                         {"Uninstall.exe", "installed-files.txt"})
+                         {"Uninstall.exe", "Removal.exe", "installed-files.txt"})
 
     def test_writes_an_entry_that_uninstalls(self):
         entry = installed.registry()[UNINSTALL]
@@ -260,6 +260,19 @@ class Upgrade(Installer):
         self.assertNotIn(ADD_IN, profile.registry())
         self.assertEqual(shortcuts(profile), set())
 
+    def test_keeps_the_registration_and_what_the_user_chose_in_the_ide(self):
+        for behavior in (0, 1, 3):
+            with self.subTest(behavior=behavior):
+                profile = self.profile(installed)
+                self.run_to_end(profile, "reg", "add", ADD_IN, "/v", "LoadBehavior",
+                                "/t", "REG_DWORD", "/d", str(behavior), "/f")
+                self.assertNotIn("unregistered", self.upgrade(profile))
+                profile.settle()
+                registry = profile.registry()
+                self.assertEqual(registry[ADD_IN]["LoadBehavior"], f"dword:{behavior:08x}")
+                self.assertEqual(registry[f"hkcu\\{CLASS}\\localserver32"]["ServerExecutable"],
+                                 FOLDER + r"\Declarium.exe")
+
     def test_without_the_ide_takes_the_registration_back(self):
         profile = self.profile(installed)
         self.assertIn(ADD_IN, profile.registry())
@@ -277,7 +290,10 @@ class WhileAnIdeHasItLoaded(InTheIde):
         program = folder_of(profile) / "Declarium.exe"
         before = (program.read_bytes(), files_below(folder_of(profile)))
         for words in ((windows_path(SETUP), "/S"),
-                      (FOLDER + r"\Uninstall.exe", "/S", "_?=" + FOLDER)):
+                      (FOLDER + r"\Uninstall.exe", "/S"),
+                      (FOLDER + r"\Uninstall.exe", "/SETTINGS", "/S"),
+                      (FOLDER + r"\Uninstall.exe", "/S", "_?=" + FOLDER),
+                      (FOLDER + r"\Removal.exe", "/S", "_?=" + FOLDER)):
             said = self.run_to_end(profile, *words, status=3)
             self.assertIn(FOLDER + r"\Declarium.exe is running or cannot be written.", said)
             self.assertIn("Close Declarium and every IDE", said)
@@ -309,7 +325,8 @@ class Removal(Installer):
         for name in ("own.api", "Win32.api"):
             self.assertIn(f"Left, since it is yours: {FOLDER}\\{name}\r\n", said)
         # The uninstaller cannot delete itself when it is told to run where it is.
-        self.assertEqual(files_below(folder) - {"Uninstall.exe"}, {"own.api", "Win32.api"})
+        self.assertEqual(files_below(folder) - {"Uninstall.exe", "Removal.exe"},
+                         {"own.api", "Win32.api"})
         profile.settle()
         self.assertEqual(self.keys_left(profile), set())
 
@@ -326,6 +343,24 @@ class Removal(Installer):
                 self.assertEqual(SETTINGS in profile.registry(), left)
                 self.assertEqual(r"Left, your settings: HKEY_CURRENT_USER\Software\Brindlework"
                                  in said, left)
+
+    def test_takes_the_registration_for_all_users_away(self):
+        profile = self.profile(installed)
+        self.run_to_end(profile, FOLDER + r"\Declarium.exe", "/RegServer:machine")
+        profile.settle()
+        self.assertIn("hklm\\" + CLASS, profile.registry())
+        self.uninstall(profile)
+        self.assertEqual(self.keys_left(profile), set())
+
+    def test_says_how_to_remove_the_registration_for_all_users_when_it_cannot(self):
+        profile = self.profile(installed)
+        self.run_to_end(profile, FOLDER + r"\Declarium.exe", "/RegServer:machine")
+        # A program that fails to unregister, as one without an administrator's rights.
+        folder = folder_of(profile)
+        shutil.copy(folder / "declarium-cli.exe", folder / "Declarium.exe")
+        said = self.run_to_end(profile, FOLDER + r"\Uninstall.exe", "/S", "_?=" + FOLDER)
+        self.assertIn("only an administrator can remove it", said)
+        self.assertIn(r"reg delete HKLM\Software\Classes\CLSID", said)
 
     def test_leaves_the_registration_of_another_copy(self):
         profile = self.profile(installed)
