@@ -9,6 +9,7 @@
 #include "app/main_window.h"
 #include "app/named_library.h"
 #include "app/program_windows.h"
+#include "host/call_log.h"
 #include "host/com/connect.h"
 #include "host/com/host_calls.h"
 #include "host/com/posted_calls.h"
@@ -61,7 +62,19 @@ int RunStandalone(const fs::path& library) {
   return toolkit.Run();
 }
 
-int Serve() {
+// The log of a server that is to write one.
+std::optional<LogFile> OpenLog(bool wanted) {
+  const char16_t* const kFolder = u"%LOCALAPPDATA%\\Declarium\\Log";
+  std::optional<LogFile> log;
+  if (wanted) {
+    log.emplace(win32::SystemRegistry().Expand(kFolder), LogName(GetCurrentProcessId()));
+  }
+  return log;
+}
+
+int Serve(bool with_log) {
+  auto log = OpenLog(with_log);
+  const com::CallLogUse log_use(log ? &*log : nullptr);
   const com::ComApartment apartment;
   const com::BusyHostFilter filter;
   win32::Win32Toolkit toolkit;
@@ -73,7 +86,10 @@ int Serve() {
   ProgramWindows windows(
       toolkit, store, ProgramFolder(),
       [&process] { return std::make_shared<com::ServerHold>(process); }, HistoryFolder());
-  const FailureReport failures(toolkit, [&windows] { return windows.KeepUnsaved(); });
+  const FailureReport failures(toolkit, [&windows] {
+    com::WriteToCallLog("an unexpected failure");
+    return windows.KeepUnsaved();
+  });
   com::WindowsFaceClipboard clipboard(posted_calls.Window());
   HostSessions sessions(clipboard, windows, [&posted_calls](std::function<void()> call) {
     posted_calls.Post(std::move(call));
@@ -94,10 +110,11 @@ int Run() {
     case ServerTask::kNone:
       return RunStandalone(library);
     case ServerTask::kServe:
-      return Serve();
+      return Serve(switches.log);
     case ServerTask::kRegister:
     case ServerTask::kUnregister:
     case ServerTask::kDoctor:
+    case ServerTask::kHelp:
       break;
   }
   return com::RunServerTask(switches, kDeclariumServer);

@@ -8,6 +8,21 @@
 
 namespace declarium {
 
+// A box in the list of those that are open, for as long as it is. Those that are opened meanwhile
+// have closed by its end.
+class ProgramWindows::ListedBox {
+ public:
+  ListedBox(std::vector<HostBox>& boxes, const HostBox& box) : boxes_(boxes) {
+    boxes_.push_back(box);
+  }
+  ListedBox(const ListedBox&) = delete;
+  ListedBox& operator=(const ListedBox&) = delete;
+  ~ListedBox() { boxes_.pop_back(); }
+
+ private:
+  std::vector<HostBox>& boxes_;
+};
+
 ProgramWindows::ProgramWindows(Toolkit& toolkit, SettingsStore& store, std::filesystem::path folder,
                                MakeHold make_hold, std::filesystem::path history)
     : toolkit_(toolkit),
@@ -54,6 +69,7 @@ void ProgramWindows::Show() {
 }
 
 void ProgramWindows::ForgetConnection(HostConnection& connection, HostConnection* successor) {
+  CloseBoxes(connection);
   if (connection_ != &connection) return;
   connection_ = successor;
   if (window_) window_->CodeModuleChanged();
@@ -84,9 +100,23 @@ void ProgramWindows::ActiveCodeModuleChanged(HostConnection& connection) {
   if (window_ && connection_ == &connection) window_->CodeModuleChanged();
 }
 
-void ProgramWindows::ShowFailure(std::u16string_view text) {
-  toolkit_.ShowMessage(
-      {std::u16string(text), MessageButtons::kAbortRetryIgnore, MessageIcon::kCritical});
+void ProgramWindows::ShowFailure(HostConnection& connection, std::u16string_view text) {
+  OpenMessage box(connection.MainWindow());
+  ShowFor(connection, box,
+          {std::u16string(text), MessageButtons::kAbortRetryIgnore, MessageIcon::kCritical},
+          Answer::kIgnore);
+}
+
+void ProgramWindows::CloseBoxes(HostConnection& connection) {
+  for (const auto& open : boxes_) {
+    if (open.connection == &connection) open.box->End(open.closed);
+  }
+}
+
+Answer ProgramWindows::ShowFor(HostConnection& connection, OpenMessage& box, const Message& message,
+                               Answer closed) {
+  const ListedBox listed(boxes_, {&connection, &box, closed});
+  return toolkit_.ShowMessage(message, box);
 }
 
 HostLink ProgramWindows::LinkToHost() {
@@ -104,12 +134,21 @@ HostLink ProgramWindows::LinkToHost() {
 }
 
 void ProgramWindows::Insert(const std::function<std::u16string()>& text) {
-  const auto ask = [this](std::u16string_view question) {
-    return toolkit_.ShowMessage({std::u16string(question), MessageButtons::kYesNo,
-                                 MessageIcon::kQuestion}) == Answer::kYes;
-  };
-  // A host that refuses leaves its module as it was.
-  CallHost([&](HostConnection& connection) { (void)connection.Insert(ask, text); });
+  CallHost([&](HostConnection& connection) {
+    const auto ask = [&](std::u16string_view question) {
+      OpenMessage box;
+      return ShowFor(connection, box,
+                     {std::u16string(question), MessageButtons::kYesNo, MessageIcon::kQuestion},
+                     Answer::kNo) == Answer::kYes;
+    };
+    const auto outcome = connection.Insert(ask, text);
+    // Of a host that has gone meanwhile nothing more is wanted.
+    if (outcome || !connection.IsConnected()) return;
+    OpenMessage box;
+    ShowFor(connection, box,
+            {InsertionFailureText(outcome.error()), MessageButtons::kOk, MessageIcon::kCritical},
+            Answer::kOk);
+  });
 }
 
 void ProgramWindows::CallHost(const std::function<void(HostConnection&)>& call) const {

@@ -6,6 +6,7 @@
 #include <functional>
 #include <memory>
 #include <string_view>
+#include <vector>
 
 #include "app/main_window.h"
 #include "host/main_window_link.h"
@@ -30,7 +31,8 @@ class ProgramWindows final : public MainWindowLink {
   bool MayStay() override;
   void UnloadAll() override;
   void ActiveCodeModuleChanged(HostConnection& connection) override;
-  void ShowFailure(std::u16string_view text) override;
+  void ShowFailure(HostConnection& connection, std::u16string_view text) override;
+  void CloseBoxes(HostConnection& connection) override;
 
   // As MainWindow's.
   bool KeepUnsaved() { return window_ && window_->KeepUnsaved(); }
@@ -42,8 +44,19 @@ class ProgramWindows final : public MainWindowLink {
   [[nodiscard]] bool UnloadWindow();
   void Show();
   void Insert(const std::function<std::u16string()>& text);
+  // Shows a box that closes with `closed` when the connection is about to end.
+  Answer ShowFor(HostConnection& connection, OpenMessage& box, const Message& message,
+                 Answer closed);
   // Calls the host, which may disconnect meanwhile: the connection stays until the call is over.
   void CallHost(const std::function<void(HostConnection&)>& call) const;
+
+  // A box that is open for a host.
+  struct HostBox {
+    HostConnection* connection;
+    OpenMessage* box;
+    Answer closed;
+  };
+  class ListedBox;
 
   Toolkit& toolkit_;
   SettingsStore& store_;
@@ -54,6 +67,7 @@ class ProgramWindows final : public MainWindowLink {
   HostConnection* connection_ = nullptr;  // the host that the window is bound to
   std::shared_ptr<void> hold_;            // while the window is shown
   bool unloading_ = false;
+  std::vector<HostBox> boxes_;  // the innermost last
 };
 
 }  // namespace declarium

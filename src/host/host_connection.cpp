@@ -4,6 +4,8 @@
 #include <exception>
 #include <utility>
 
+#include "host/failure_text.h"
+#include "text/text.h"
 #include "text/user_texts.h"
 #include "vb/number.h"
 
@@ -14,20 +16,25 @@ namespace {
 constexpr std::u16string_view kStandardBar = u"Standard";
 constexpr std::u16string_view kAddInsBar = u"Add-Ins";
 
+// The index of the step that adds the second of the two controls.
+constexpr std::size_t kLastControlStep = 4;
+
 std::u16string FailureText(std::u16string_view beginning, int step) {
   std::u16string text(beginning);
   return text.append(NumberText(step)).append(texts::kHostErrorBehind);
 }
 
 // E_FAIL, for failures that are not the host's.
-constexpr HostError kOwnFailure{static_cast<std::int32_t>(0x80004005)};
+HostError OwnFailure() {
+  return {static_cast<std::int32_t>(0x80004005)};
+}
 
 // A step that throws is a step that failed.
-bool Succeeds(const std::function<HostResult<>()>& step) {
+HostResult<> Do(const std::function<HostResult<>()>& step) {
   try {
-    return step().has_value();
+    return step();
   } catch (const std::exception&) {
-    return false;
+    return std::unexpected(OwnFailure());
   }
 }
 
@@ -47,36 +54,62 @@ HostConnection::~HostConnection() {
 }
 
 void HostConnection::Connect() {
-  if (const int step = RunConnectionSteps()) {
-    windows_.ShowFailure(FailureText(texts::kConnectionErrorBefore, step));
-    return;
-  }
-  active_->Follow();
+  const auto done = RunConnectionSteps();
+  if (done) return active_->Follow();
+  const auto& [step, error] = done.error();
+  // Nobody is left to read it, and its box would stand in the way of other hosts.
+  if (IsHostGone(error)) return;
+  std::u16string text = FailureText(texts::kConnectionErrorBefore, step);
+  text.append(kCrLf).append(kCrLf);
+  text.append(texts::kConnectionSteps[static_cast<std::size_t>(step) - 1]).append(u" ");
+  text.append(ReasonText(error));
+  FindMainWindow();
+  windows_.ShowFailure(*this, text);
 }
 
-int HostConnection::RunConnectionSteps() {
-  std::unique_ptr<KeptClipboard> kept;
-  const std::array<std::function<HostResult<>()>, 7> steps = {
+void HostConnection::FindMainWindow() {
+  main_window_ = application_->MainWindow().value_or(0);
+}
+
+std::expected<void, HostConnection::StepFailure> HostConnection::RunConnectionSteps() {
+  const std::array<std::function<HostResult<>()>, texts::kConnectionSteps.size()> steps = {
       [this]() -> HostResult<> {
         if (windows_.LoadMainWindow(*this)) return {};
-        return std::unexpected(kOwnFailure);
+        return std::unexpected(OwnFailure());
       },
-      [this, &kept]() -> HostResult<> {
-        auto saved = clipboard_.Save();
-        if (!saved) return std::unexpected(saved.error());
-        kept = std::move(*saved);
+      [this]() -> HostResult<> {
+        if (auto saved = clipboard_.Save()) kept_ = std::move(*saved);
         return {};
       },
-      [this] { return clipboard_.PutPicture(); },
+      [this] { return PutPicture(); },
       [this] { return AddButton(); },
       [this] { return AddMenuEntry(); },
       [this] { return BindClicks(); },
-      [&kept] { return kept->Restore(); },
+      [this] { return RestoreClipboard(); },
   };
   for (std::size_t i = 0; i < steps.size(); ++i) {
-    if (!Succeeds(steps[i])) return static_cast<int>(i) + 1;
+    const auto done = Do(steps[i]);
+    if (done) continue;
+    GiveClipboardUp(i > kLastControlStep || IsHostGone(done.error()));
+    return std::unexpected(StepFailure{static_cast<int>(i) + 1, done.error()});
   }
-  return 0;
+  return {};
+}
+
+HostResult<> HostConnection::PutPicture() {
+  if (!kept_ || clipboard_.PutPicture()) return {};
+  return RestoreClipboard();
+}
+
+void HostConnection::GiveClipboardUp(bool restore) {
+  const auto kept = std::move(kept_);
+  if (kept && restore) [[maybe_unused]]
+    const auto restored = Do([&] { return kept->Restore(); });
+}
+
+HostResult<> HostConnection::RestoreClipboard() {
+  const auto kept = std::move(kept_);
+  return kept ? kept->Restore() : HostResult<>();
 }
 
 HostResult<> HostConnection::AddButton() {
@@ -84,7 +117,8 @@ HostResult<> HostConnection::AddButton() {
   if (!control) return std::unexpected(control.error());
   button_control_ = std::move(*control);
   // Hosts refuse faces at random; a button with its caption works as well.
-  [[maybe_unused]] const auto pasted = button_control_->PasteFace();
+  if (kept_) [[maybe_unused]]
+    const auto pasted = button_control_->PasteFace();
   if (auto done = button_control_->SetCaption(texts::kHostButton); !done) return done;
   return button_control_->SetTooltipText(texts::kHostButton);
 }
@@ -93,7 +127,8 @@ HostResult<> HostConnection::AddMenuEntry() {
   auto control = application_->AddControl(kAddInsBar);
   if (!control) return std::unexpected(control.error());
   menu_control_ = std::move(*control);
-  [[maybe_unused]] const auto pasted = menu_control_->PasteFace();
+  if (kept_) [[maybe_unused]]
+    const auto pasted = menu_control_->PasteFace();
   return menu_control_->SetCaption(texts::kHostMenuEntry);
 }
 
@@ -125,10 +160,14 @@ bool HostConnection::Disconnect() {
   bool removed = true;
   for (const auto& control :
        {std::exchange(menu_control_, {}), std::exchange(button_control_, {})}) {
-    if (control && !control->Delete()) removed = false;
+    if (!control) continue;
+    const auto deleted = control->Delete();
+    // What the host had is gone with it.
+    if (!deleted && !IsHostGone(deleted.error())) removed = false;
   }
+  if (!removed && application_) FindMainWindow();
   Abandon();
-  if (!removed) windows_.ShowFailure(FailureText(texts::kDisconnectionErrorBefore, 1));
+  if (!removed) windows_.ShowFailure(*this, FailureText(texts::kDisconnectionErrorBefore, 1));
   return removed;
 }
 
@@ -137,18 +176,23 @@ void HostConnection::Abandon() {
   button_handler_.reset();
   menu_control_.reset();
   button_control_.reset();
+  inserted_into_.reset();
   active_->Stop();
   application_.reset();
 }
 
-HostResult<Insertion> HostConnection::Insert(
+std::expected<Insertion, InsertionFailure> HostConnection::Insert(
     const std::function<bool(std::u16string_view question)>& ask,
     const std::function<std::u16string()>& text) {
-  // The question lets the host in, which may make another module the active one or disconnect.
-  const auto module = active_->Module();
+  // The question lets the host in, which may make another module the active one or disconnect. The
+  // member is the only reference, so that disconnecting takes it back.
+  inserted_into_ = active_->Module();
+  auto outcome = InsertIntoActiveModule([this] { return inserted_into_; }, ask, text);
+  const auto module = std::exchange(inserted_into_, nullptr);
   const auto application = application_;
-  auto outcome = InsertIntoActiveModule(module.get(), ask, text);
-  if (outcome && *outcome == Insertion::kInserted) KeepCaretInView(*application, *module);
+  if (outcome && *outcome == Insertion::kInserted && module && application) {
+    KeepCaretInView(*application, *module);
+  }
   return outcome;
 }
 

@@ -1,6 +1,8 @@
 // One connection between a running host and the add-in: from OnConnection to OnDisconnection.
 #pragma once
 
+#include <cstdint>
+#include <expected>
 #include <functional>
 #include <memory>
 #include <string>
@@ -28,9 +30,10 @@ class HostConnection : public std::enable_shared_from_this<HostConnection> {
   ~HostConnection();
 
   // Loads the main window, adds the toolbar button and the menu entry and follows the host's active
-  // code module. A failing step is shown with its number and ends the connection routine; controls
-  // already added stay. The clipboard is as before unless a control could not be added. A face that
-  // cannot be pasted is no failure: the control then shows its caption.
+  // code module. A failing step is shown with its number and name and ends the connection routine,
+  // without a box when the host is gone; controls already added stay. The clipboard is as before
+  // unless a control could not be added. A face that cannot be pasted is no failure, nor is a
+  // clipboard that cannot be had: the control then shows its caption.
   void Connect();
 
   // Removes the controls and ends all events. Returns false when a step failed, which has been
@@ -58,18 +61,35 @@ class HostConnection : public std::enable_shared_from_this<HostConnection> {
   [[nodiscard]] std::shared_ptr<HostApplication> Application() const noexcept {
     return application_;
   }
+  // False when it was disconnected or abandoned.
   [[nodiscard]] bool IsConnected() const noexcept { return application_ != nullptr; }
 
-  // InsertIntoActiveModule on the active code module; the caret's line stays in view.
-  [[nodiscard]] HostResult<Insertion> Insert(
+  // The handle of the host's main window, known while a failure is shown; 0 when the host did not
+  // say it.
+  [[nodiscard]] std::uintptr_t MainWindow() const noexcept { return main_window_; }
+
+  // InsertIntoActiveModule on the active code module; the caret's line stays in view. A host that
+  // disconnects during the question has everything back when Disconnect returns.
+  [[nodiscard]] std::expected<Insertion, InsertionFailure> Insert(
       const std::function<bool(std::u16string_view question)>& ask,
       const std::function<std::u16string()>& text);
 
  private:
-  // Does the steps in turn; the number of the failing one, 0 when all succeeded.
-  [[nodiscard]] int RunConnectionSteps();
+  struct StepFailure {
+    int step;  // from 1 on
+    HostError error;
+  };
+
+  [[nodiscard]] std::expected<void, StepFailure> RunConnectionSteps();
+  void FindMainWindow();
+  // Puts the picture on the clipboard, whose contents it keeps; without the clipboard the controls
+  // come without it.
+  [[nodiscard]] HostResult<> PutPicture();
   [[nodiscard]] HostResult<> AddButton();
   [[nodiscard]] HostResult<> AddMenuEntry();
+  [[nodiscard]] HostResult<> RestoreClipboard();
+  // After a failure: a control that could not be added leaves the picture on the clipboard.
+  void GiveClipboardUp(bool restore);
   [[nodiscard]] HostResult<> BindClicks();
   // The toolbar button's click; the menu entry's forwards to it.
   void ButtonClicked();
@@ -79,6 +99,9 @@ class HostConnection : public std::enable_shared_from_this<HostConnection> {
   FaceClipboard& clipboard_;
   MainWindowLink& windows_;
   Post post_;
+  std::shared_ptr<CodeModule> inserted_into_;  // while it is asked about and written to
+  std::unique_ptr<KeptClipboard> kept_;        // while the picture is on the clipboard
+  std::uintptr_t main_window_ = 0;
   std::unique_ptr<CommandBarControl> menu_control_;
   std::unique_ptr<CommandBarControl> button_control_;
   std::unique_ptr<Subscription> menu_handler_;

@@ -16,16 +16,20 @@
 
 namespace declarium {
 
-// A failed call to the host: the status it returned (an HRESULT).
+// A failed call to the host.
 struct HostError {
-  std::int32_t code;
+  std::int32_t code;                // the status it returned, an HRESULT
+  std::u16string description = {};  // the host's own words, empty when it said none
 };
 
 // RPC_E_CALL_REJECTED or RPC_E_SERVERCALL_RETRYLATER: the host takes no calls now.
-[[nodiscard]] constexpr bool IsBusy(const HostError& error) noexcept {
-  return error.code == static_cast<std::int32_t>(0x80010001) ||
-         error.code == static_cast<std::int32_t>(0x8001010A);
-}
+[[nodiscard]] bool IsBusy(const HostError& error) noexcept;
+
+// Whether the failure says that the host's process is no longer there to answer.
+[[nodiscard]] bool IsHostGone(const HostError& error) noexcept;
+
+// DISP_E_TYPEMISMATCH: the host answered with something else than was asked for.
+inline constexpr std::int32_t kWrongAnswer = static_cast<std::int32_t>(0x80020005);
 
 template <class T = void>
 using HostResult = std::expected<T, HostError>;
@@ -147,6 +151,9 @@ class HostApplication {
 
   // Null when no project is open.
   [[nodiscard]] virtual HostResult<std::unique_ptr<HostProject>> ActiveProject() = 0;
+
+  // The handle of the host's main window.
+  [[nodiscard]] virtual HostResult<std::uintptr_t> MainWindow() = 0;
 
   // Null when the host has no active code pane.
   [[nodiscard]] virtual HostResult<std::unique_ptr<CodePane>> ActivePane() = 0;

@@ -8,18 +8,19 @@ HostSessions::HostSessions(FaceClipboard& clipboard, MainWindowLink& windows,
                            HostConnection::Post post)
     : clipboard_(clipboard), windows_(windows), post_(std::move(post)) {}
 
-std::shared_ptr<HostConnection> HostSessions::Connect(
-    std::unique_ptr<HostApplication> application) {
-  auto connection =
-      std::make_shared<HostConnection>(std::move(application), clipboard_, windows_, post_);
-  connections_.push_back(connection);
+std::shared_ptr<HostConnection> HostSessions::Begin(std::unique_ptr<HostApplication> application) {
+  return connections_.emplace_back(
+      std::make_shared<HostConnection>(std::move(application), clipboard_, windows_, post_));
+}
+
+void HostSessions::Connect(HostConnection& connection) {
+  const auto kept = connection.shared_from_this();
   try {
-    connection->Connect();
+    connection.Connect();
   } catch (...) {
-    Disconnect(*connection);
+    Disconnect(connection);
     throw;
   }
-  return connection;
 }
 
 void HostSessions::Disconnect(HostConnection& connection) {

@@ -13,9 +13,15 @@ class HostSessions {
  public:
   HostSessions(FaceClipboard& clipboard, MainWindowLink& windows, HostConnection::Post post);
 
-  // Makes a connection to the host of `application` and connects it. The connection is kept until
-  // it is disconnected or abandoned; when connecting throws, none is left.
-  std::shared_ptr<HostConnection> Connect(std::unique_ptr<HostApplication> application);
+  // Makes a connection to the host of `application`, which is kept until it is disconnected or
+  // abandoned.
+  std::shared_ptr<HostConnection> Begin(std::unique_ptr<HostApplication> application);
+
+  // Connects it; when that throws, it is disconnected.
+  void Connect(HostConnection& connection);
+
+  // The host of `connection`, which may still be connecting, is gone: its boxes close.
+  void CloseBoxes(HostConnection& connection) { windows_.CloseBoxes(connection); }
 
   // Takes the controls out of the host and ends the connection. With the last connection the
   // program's windows are unloaded, unless the main window may stay or the controls could not be

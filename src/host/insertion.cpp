@@ -2,24 +2,76 @@
 
 #include <algorithm>
 
+#include "host/failure_text.h"
+#include "text/text.h"
 #include "text/user_texts.h"
 
 namespace declarium {
+namespace {
 
-HostResult<Insertion> InsertIntoActiveModule(
-    CodeModule* module, const std::function<bool(std::u16string_view question)>& ask,
+bool IsCountOfLines(int count) {
+  return count >= 0 && count <= kMostModuleLines;
+}
+
+bool IsLine(int line) {
+  return line >= 1 && line <= kMostModuleLines;
+}
+
+std::u16string_view WhatFailed(InsertionStep step) {
+  switch (step) {
+    case InsertionStep::kName:
+      return texts::kNoModuleName;
+    case InsertionStep::kDeclarations:
+      return texts::kNoDeclarationLines;
+    case InsertionStep::kText:
+      break;
+  }
+  return texts::kTextRefused;
+}
+
+// The count of lines that the host gave, when it can be one.
+HostResult<int> CountOfDeclarationLines(CodeModule& module) {
+  auto lines = module.CountOfDeclarationLines();
+  if (lines && !IsCountOfLines(*lines)) return std::unexpected(HostError{kWrongAnswer});
+  return lines;
+}
+
+}  // namespace
+
+std::expected<Insertion, InsertionFailure> InsertIntoActiveModule(
+    const std::function<std::shared_ptr<CodeModule>()>& module,
+    const std::function<bool(std::u16string_view question)>& ask,
     const std::function<std::u16string()>& text) {
-  if (!module) return Insertion::kNoModule;
-  const auto name = module->ComponentName();
-  if (!name) return std::unexpected(name.error());
+  auto active = module();
+  if (!active) return Insertion::kNoModule;
+  const auto name = active->ComponentName();
+  if (!name) return std::unexpected(InsertionFailure{InsertionStep::kName, u"", name.error()});
+  // The host that disconnects during the question wants its module back at once.
+  active.reset();
   std::u16string question(texts::kAskInsertBefore);
   question.append(*name).append(texts::kAskInsertBehind);
   if (!ask(question)) return Insertion::kDeclined;
-  const auto declaration_lines = module->CountOfDeclarationLines();
-  if (!declaration_lines) return std::unexpected(declaration_lines.error());
-  const auto inserted = module->InsertLines(*declaration_lines + 1, text());
-  if (!inserted) return std::unexpected(inserted.error());
+  active = module();
+  if (!active) return Insertion::kDeclined;
+  const auto lines = CountOfDeclarationLines(*active);
+  if (!lines) {
+    return std::unexpected(InsertionFailure{InsertionStep::kDeclarations, *name, lines.error()});
+  }
+  const auto inserted = active->InsertLines(*lines + 1, text());
+  if (!inserted) {
+    return std::unexpected(InsertionFailure{InsertionStep::kText, *name, inserted.error()});
+  }
   return Insertion::kInserted;
+}
+
+std::u16string InsertionFailureText(const InsertionFailure& failure) {
+  std::u16string text(texts::kNotInserted);
+  if (!failure.component.empty()) {
+    text.append(texts::kNotInsertedInto).append(failure.component).append(u"'");
+  }
+  text.append(u".").append(kCrLf).append(WhatFailed(failure.step)).append(u" ");
+  text.append(ReasonText(failure.error)).append(kCrLf).append(kCrLf);
+  return text.append(texts::kBasketStays);
 }
 
 int TopLineForCaret(int top, int visible_lines, int caret) noexcept {
@@ -37,6 +89,7 @@ void KeepCaretInView(HostApplication& application, CodeModule& module) {
   const auto top = (*pane)->TopLine();
   const auto visible_lines = (*pane)->CountOfVisibleLines();
   if (!caret || !top || !visible_lines) return;
+  if (!IsLine(*caret) || !IsLine(*top) || !IsCountOfLines(*visible_lines)) return;
   const int wanted = TopLineForCaret(*top, *visible_lines, *caret);
   if (wanted == *top) return;
   [[maybe_unused]] const auto scrolled = (*pane)->SetTopLine(wanted);

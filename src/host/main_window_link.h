@@ -34,9 +34,13 @@ class MainWindowLink {
   // The active code module of `connection` was replaced.
   virtual void ActiveCodeModuleChanged(HostConnection& connection) = 0;
 
-  // Shows a box with the Abort, Retry and Ignore buttons and the critical icon. The choice has no
-  // effect.
-  virtual void ShowFailure(std::u16string_view text) = 0;
+  // Shows a box with the Abort, Retry and Ignore buttons and the critical icon, in front of the
+  // host's window. The choice has no effect. Windows of the program that other hosts use go on.
+  virtual void ShowFailure(HostConnection& connection, std::u16string_view text) = 0;
+
+  // The host of `connection` is gone: the boxes that are open for it close. ForgetConnection does
+  // so too, for a host that disconnects.
+  virtual void CloseBoxes(HostConnection& connection) = 0;
 };
 
 }  // namespace declarium

@@ -1,6 +1,7 @@
 // Every text of the windows that a user sees, once. They are Slovak; "&" marks an access key.
 #pragma once
 
+#include <array>
 #include <string_view>
 
 namespace declarium::texts {
@@ -131,6 +132,18 @@ inline constexpr std::u16string_view kDeleteAll = u"Odstrániť &všetko";
 // Insertion into the host's module
 inline constexpr std::u16string_view kAskInsertBefore = u"Vložiť do '";
 inline constexpr std::u16string_view kAskInsertBehind = u"' ?";
+inline constexpr std::u16string_view kNotInserted = u"Výber sa nevložil";
+inline constexpr std::u16string_view kNotInsertedInto = u" do '";  // the module's name follows
+inline constexpr std::u16string_view kNoModuleName = u"Prostredie nepovedalo názov modulu.";
+inline constexpr std::u16string_view kNoDeclarationLines =
+    u"Prostredie nepovedalo, kde sa končia deklarácie modulu.";
+inline constexpr std::u16string_view kTextRefused = u"Prostredie neprijalo text.";
+inline constexpr std::u16string_view kHostIsBusy =
+    u"Má otvorené dialógové okno alebo v ňom beží program; ukončite ho a skúste to znova.";
+inline constexpr std::u16string_view kHostIsGone = u"Už nebeží.";
+inline constexpr std::u16string_view kErrorBefore = u"(Chyba ";
+inline constexpr std::u16string_view kErrorBehind = u".)";
+inline constexpr std::u16string_view kBasketStays = u"Výber zostáva, ako bol.";
 
 // Insertion of what is missing
 inline constexpr std::u16string_view kMenuModule = u"&Modul";
@@ -268,6 +281,12 @@ inline constexpr std::u16string_view kCheckGo = u"P&rejsť na položku";
 inline constexpr std::u16string_view kCheckAgain = u"Skontrolovať z&nova";
 inline constexpr std::u16string_view kCheckGone = u"Táto položka už v otvorenej databáze nie je.";
 
+// Registration, when there is no console
+inline constexpr std::u16string_view kRegistered =
+    u"Doplnok je zaregistrovaný. Prostredie ho načíta pri svojom najbližšom spustení.";
+inline constexpr std::u16string_view kUnregistered = u"Registrácia doplnku je zrušená.";
+inline constexpr std::u16string_view kRegistryRefused = u"Register systému sa nedal zmeniť:";
+
 // Host
 inline constexpr std::u16string_view kHostButton = u"Brindlework Declarium 3.0";
 inline constexpr std::u16string_view kHostMenuEntry = u"Declar&ium";
@@ -276,6 +295,16 @@ inline constexpr std::u16string_view kConnectionErrorBefore =
 inline constexpr std::u16string_view kDisconnectionErrorBefore =
     u"Vyskytla sa chyba vo funkcii 'IDTExtensibility_OnDisconnection' na riadku '";
 inline constexpr std::u16string_view kHostErrorBehind = u"'.";
+// What did not succeed, by the number of the step from 1 on.
+inline constexpr std::array<std::u16string_view, 7> kConnectionSteps = {
+    u"Hlavné okno sa nenačítalo.",
+    u"Obsah schránky sa neodložil.",
+    u"Obrázok tlačidla sa nedostal cez schránku.",
+    u"Na panel Standard sa nepridalo tlačidlo.",
+    u"Do ponuky Add-Ins sa nepridala položka.",
+    u"Kliknutia na tlačidlo a položku sa nepripojili.",
+    u"Obsah schránky sa nevrátil.",
+};
 
 // Splash window
 inline constexpr std::u16string_view kSplashLine = u"Knižnica deklarácií pre Visual Basic 6.0";

@@ -17,7 +17,9 @@ class ProgramWindowsTest : public WindowTest {
   ProgramWindowsTest() { WriteWinLibrary(); }
 
   HostConnection& Connect(FakeHostState& host) {
-    return *sessions_.Connect(std::make_unique<FakeApplication>(host));
+    const auto connection = sessions_.Begin(std::make_unique<FakeApplication>(host));
+    sessions_.Connect(*connection);
+    return *connection;
   }
   void RunPosted() {
     while (!posted_.empty()) {
@@ -234,6 +236,76 @@ TEST_F(ProgramWindowsTest, ConnectingAnotherHostLeavesTheShownWindowToTheFirst) 
   EXPECT_EQ(other_.selected->insertions.size(), 1u);
 }
 
+TEST_F(ProgramWindowsTest, RefusedInsertionIsToldAndTheBasketStays) {
+  host_.selected = std::make_shared<FakeModule>(FakeModule{.name = u"Module1"});
+  Show(Connect(host_));
+  PutIntoBasket();
+  const auto basket = Main().Get<ListView>("lstAdd").Count();
+  for (const char* failing : {"CountOfDeclarationLines", "InsertLines"}) {
+    host_.record.failing = failing;
+    Script().AnswerMessage(Answer::kYes);
+    Script().AnswerMessage(Answer::kOk);
+    User().ClickToolbar(Main().Get<Toolbar>("Toolbar1"), "insert");
+    EXPECT_EQ(Script().LastMessage().icon, MessageIcon::kCritical);
+    const auto messages = Messages();
+    ASSERT_EQ(messages.size(), 2u) << failing;
+    EXPECT_TRUE(messages[1].starts_with(u"Výber sa nevložil do 'Module1'.\r\n"));
+    EXPECT_EQ(Main().Get<ListView>("lstAdd").Count(), basket);
+  }
+  host_.record.failing.clear();
+  Script().AnswerMessage(Answer::kYes);
+  User().ClickToolbar(Main().Get<Toolbar>("Toolbar1"), "insert");
+  EXPECT_EQ(host_.selected->insertions.size(), 1u);
+}
+
+TEST_F(ProgramWindowsTest, QuestionOfAHostThatDisconnectsIsAnsweredNo) {
+  host_.selected = std::make_shared<FakeModule>(FakeModule{.name = u"Module1"});
+  auto& connection = Connect(host_);
+  Show(connection);
+  PutIntoBasket();
+  const std::weak_ptr<FakeModule> module = host_.selected;
+  long references = 0;
+  Script().AnswerMessage(Answer::kYes, [&] {
+    sessions_.Disconnect(connection);
+    references = module.use_count();
+  });
+  User().ClickToolbar(Main().Get<Toolbar>("Toolbar1"), "insert");
+  EXPECT_EQ(references, 1) << "only the host's own";
+  EXPECT_TRUE(host_.selected->insertions.empty());
+  EXPECT_EQ(Messages().size(), 1u);
+  EXPECT_TRUE(Main().Visible()) << "the basket in it is still of use";
+}
+
+TEST_F(ProgramWindowsTest, QuestionOfADeadHostClosesAndLeavesTheOtherHostsAlone) {
+  host_.selected = std::make_shared<FakeModule>(FakeModule{.name = u"First"});
+  other_.selected = std::make_shared<FakeModule>(FakeModule{.name = u"Second"});
+  auto& first = Connect(host_);
+  auto& second = Connect(other_);
+  Show(first);
+  PutIntoBasket();
+  Script().AnswerMessage(Answer::kYes, [&] { sessions_.Abandon(first); });
+  User().ClickToolbar(Main().Get<Toolbar>("Toolbar1"), "insert");
+  EXPECT_TRUE(host_.selected->insertions.empty());
+  EXPECT_TRUE(other_.selected->insertions.empty());
+  Show(second);
+  Script().AnswerMessage(Answer::kYes);
+  User().ClickToolbar(Main().Get<Toolbar>("Toolbar1"), "insert");
+  EXPECT_EQ(other_.selected->insertions.size(), 1u);
+}
+
+TEST_F(ProgramWindowsTest, FailureOfOneHostKeepsNoOtherFromItsWindow) {
+  auto& healthy = Connect(other_);
+  host_.record.failing = "Add-Ins.Add";
+  bool worked = false;
+  Script().AnswerMessage(Answer::kAbort, [&] {
+    Show(healthy);
+    User().ChooseRow(Main().Get<ComboBox>("cmbSelector"), 1);
+    worked = Main().Get<ComboBox>("cmbSelector").ListIndex() == 1;
+  });
+  Connect(host_);
+  EXPECT_TRUE(worked);
+}
+
 TEST_F(ProgramWindowsTest, EndOfTheSessionUnloadsTheShownWindow) {
   auto& connection = Connect(host_);
   Show(connection);
@@ -296,10 +368,12 @@ TEST_F(ProgramWindowsTest, WindowThatCannotBeLoadedIsStepOneAndLeavesNothing) {
   ProgramWindows windows(*toolkit_, store, folder_ / "program", [] { return nullptr; });
   HostSessions sessions(clipboard_, windows, [](auto) {});
   Script().AnswerMessage(Answer::kIgnore);
-  const auto connection = sessions.Connect(std::make_unique<FakeApplication>(host_));
-  EXPECT_EQ(Messages(),
-            (std::vector<std::u16string>{
-                u"Vyskytla sa chyba vo funkcii 'IDTExtensibility_OnConnection' na riadku '1'."}));
+  const auto connection = sessions.Begin(std::make_unique<FakeApplication>(host_));
+  sessions.Connect(*connection);
+  const auto messages = Messages();
+  ASSERT_EQ(messages.size(), 1u);
+  EXPECT_TRUE(messages[0].starts_with(
+      u"Vyskytla sa chyba vo funkcii 'IDTExtensibility_OnConnection' na riadku '1'.\r\n"));
   EXPECT_TRUE(host_.record.entries.empty());
   EXPECT_EQ(FormCount(), forms);
   connection->ShowMainWindow();

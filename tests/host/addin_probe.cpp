@@ -95,7 +95,10 @@ class LoggingWindow final : public MainWindowLink {
   void ActiveCodeModuleChanged(HostConnection& connection) override {
     log_.Write(connection.HasActiveCodeModule() ? "module" : "no module");
   }
-  void ShowFailure(std::u16string_view text) override { log_.Write("box " + ToUtf8(text)); }
+  void ShowFailure(HostConnection&, std::u16string_view text) override {
+    log_.Write("box " + ToUtf8(text.substr(0, text.find(u'\r'))));
+  }
+  void CloseBoxes(HostConnection&) override { log_.Write("boxes close"); }
 
   // The 100 ms timer of the main window.
   void Check() {

@@ -264,6 +264,46 @@ TEST_F(Connection, EveryFailingCallIsReportedWithItsStep) {
   ASSERT_EQ(keeper.Tell(kDisconnect), "ok");
 }
 
+TEST_F(Connection, EverySubscriptionThatIsRejectedIsMadeAgain) {
+  IdeProcess keeper;
+  ASSERT_EQ(keeper.Tell(kConnect), "ok");
+  IdeProcess ide;
+  OpenModule(ide, "Option Explicit");
+  ASSERT_EQ(ide.Tell(kConnect), "ok");
+  const auto sinks = ide.Ask("sinks");
+  std::istringstream words(ide.Tell("call-names").substr(3));
+  ASSERT_EQ(ide.Tell(kDisconnect), "ok");
+  int number = 0;
+  int subscriptions = 0;
+  for (std::string name; words >> name;) {
+    ++number;
+    if (!name.ends_with(".Advise") && !name.ends_with(".FindConnectionPoint")) continue;
+    ++subscriptions;
+    ASSERT_EQ(ide.Tell("fail " + std::to_string(number) + " 80010001"), "ok");
+    ASSERT_EQ(ide.Tell(kConnect), "ok");
+    EXPECT_EQ(ide.Ask("sinks"), sinks) << name;
+    ASSERT_EQ(ide.Tell(kDisconnect), "ok");
+  }
+  EXPECT_EQ(subscriptions, 8);
+  EXPECT_EQ(log_.Count(Box(6)), 0);
+  ASSERT_EQ(keeper.Tell(kDisconnect), "ok");
+}
+
+TEST_F(Connection, CountOfProjectsThatIsALieEndsWithTheFirstThatIsNotThere) {
+  IdeProcess ide;
+  OpenModule(ide, "Option Explicit");
+  ASSERT_EQ(ide.Tell(kConnect), "ok");
+  const auto calls = ide.Ask("calls");
+  const auto sinks = ide.Ask("sinks");
+  ASSERT_EQ(ide.Tell(kDisconnect), "ok");
+  ASSERT_EQ(ide.Tell("lie Count 2000000000"), "ok");
+  ASSERT_EQ(ide.Tell("calls reset"), "ok 0");
+  ASSERT_EQ(ide.Tell(kConnect), "ok");
+  EXPECT_EQ(ide.Ask("sinks"), sinks);
+  EXPECT_LE(ide.Ask("calls"), calls + 10);
+  ASSERT_EQ(ide.Tell(kDisconnect), "ok");
+}
+
 TEST_F(Connection, MainWindowThatDoesNotLoadIsStepOne) {
   log_.Set(".noload", "");
   IdeProcess ide;

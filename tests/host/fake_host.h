@@ -277,6 +277,7 @@ struct FakeHostState {
     if (!modules.empty()) selected = modules.front();
     project->modules = std::move(modules);
   }
+  std::uintptr_t main_window = 4711;
 
   std::unique_ptr<CodeModule> Module(const std::shared_ptr<FakeModule>& module) {
     if (!module) return nullptr;
@@ -323,6 +324,7 @@ class FakeApplication final : public HostApplication {
     if (!state_.project) return nullptr;
     return std::make_unique<FakeProject>(state_.project, state_.record);
   }
+  HostResult<std::uintptr_t> MainWindow() override { return state_.main_window; }
   HostResult<std::unique_ptr<CodePane>> ActivePane() override {
     if (!state_.pane) return nullptr;
     return std::make_unique<FakeCodePane>(state_.pane);
@@ -378,7 +380,10 @@ class FakeWindows final : public MainWindowLink {
   }
   void UnloadAll() override { Note("unload"); }
   void ActiveCodeModuleChanged(HostConnection&) override { Note("module changed"); }
-  void ShowFailure(std::u16string_view text) override { Note("box " + ToUtf8(text)); }
+  void ShowFailure(HostConnection&, std::u16string_view text) override {
+    Note("box " + ToUtf8(text));
+  }
+  void CloseBoxes(HostConnection&) override { Note("boxes close"); }
 
   bool may_stay = false;
 

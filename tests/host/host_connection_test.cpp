@@ -4,9 +4,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <new>
+#include <set>
 
 #include "host/fake_host.h"
 #include "host/host_sessions.h"
+#include "text/user_texts.h"
 
 namespace declarium {
 namespace {
@@ -15,7 +17,20 @@ using testing::ElementsAre;
 
 class HostConnectionTest : public testing::Test {
  protected:
-  HostConnection& Connect() { return *sessions_.Connect(std::make_unique<FakeApplication>(host_)); }
+  HostConnection& Connect() { return Connect(host_); }
+  HostConnection& Connect(FakeHostState& host) {
+    const auto connection = sessions_.Begin(std::make_unique<FakeApplication>(host));
+    sessions_.Connect(*connection);
+    return *connection;
+  }
+  // The boxes that were shown, without what follows their first line.
+  std::vector<std::string> Boxes() {
+    std::vector<std::string> boxes;
+    for (const auto& entry : entries()) {
+      if (entry.starts_with("box ")) boxes.push_back(entry.substr(4, entry.find('\r') - 4));
+    }
+    return boxes;
+  }
   void RunPosted() {
     while (!posted_.empty()) {
       const auto call = std::move(posted_.front());
@@ -46,14 +61,17 @@ TEST_F(HostConnectionTest, ConnectsStepByStep) {
                           "SubscribeComponents", "ActiveModule", "module changed"));
 }
 
+std::string ConnectionFailure(int step) {
+  return "Vyskytla sa chyba vo funkcii 'IDTExtensibility_OnConnection' na riadku '" +
+         std::to_string(step) + "'.";
+}
+
 TEST_F(HostConnectionTest, FailingStepIsShownWithItsNumberAndEndsTheRoutine) {
   const struct {
     const char* failing;
     int step;
   } cases[] = {
       {"load", 1},
-      {"Save", 2},
-      {"PutPicture", 3},
       {"Standard.Add", 4},
       {"Standard.Caption Brindlework Declarium 3.0", 4},
       {"Standard.TooltipText Brindlework Declarium 3.0", 4},
@@ -67,12 +85,71 @@ TEST_F(HostConnectionTest, FailingStepIsShownWithItsNumberAndEndsTheRoutine) {
     entries().clear();
     host_.record.failing = c.failing;
     HostConnection& connection = Connect();
-    ASSERT_GE(entries().size(), 2u);
-    EXPECT_EQ(entries()[entries().size() - 2], c.failing);
-    EXPECT_EQ(entries().back(),
-              "box Vyskytla sa chyba vo funkcii 'IDTExtensibility_OnConnection' na riadku '" +
-                  std::to_string(c.step) + "'.");
+    EXPECT_THAT(Boxes(), ElementsAre(ConnectionFailure(c.step)));
+    EXPECT_TRUE(entries().back().starts_with("box ")) << c.failing;
+    EXPECT_EQ(host_.record.Count("SubscribeComponents"), 0);
     sessions_.Disconnect(connection);
+  }
+}
+
+TEST_F(HostConnectionTest, FailureNamesItsStepAndTheReason) {
+  host_.record.failing = "Add-Ins.Add";
+  host_.record.failure = {static_cast<std::int32_t>(0x800A01A8), u"Object required."};
+  Connect();
+  EXPECT_EQ(entries().back(), "box " + ConnectionFailure(5) +
+                                  "\r\n\r\nDo ponuky Add-Ins sa nepridala položka. Object "
+                                  "required. (Chyba 800A01A8.)");
+}
+
+TEST_F(HostConnectionTest, EveryStepHasANameOfItsOwn) {
+  std::set<std::u16string_view> names(texts::kConnectionSteps.begin(),
+                                      texts::kConnectionSteps.end());
+  EXPECT_EQ(names.size(), 7u);
+}
+
+TEST_F(HostConnectionTest, HostThatIsGoneIsToldNothingAndTheClipboardComesBack) {
+  for (const std::uint32_t gone :
+       {0x80010108U, 0x80010007U, 0x80010012U, 0x800706BAU, 0x800706BEU, 0x800706BFU}) {
+    host_.record.failure = {static_cast<std::int32_t>(gone)};
+    for (const char* failing : {"Standard.Add", "Add-Ins.Add", "Add-Ins.SubscribeClick"}) {
+      entries().clear();
+      host_.record.failing = failing;
+      HostConnection& connection = Connect();
+      EXPECT_THAT(Boxes(), ElementsAre()) << failing;
+      EXPECT_EQ(clipboard_.contents, "the user's") << failing;
+      sessions_.Abandon(connection);
+    }
+  }
+}
+
+TEST_F(HostConnectionTest, DisconnectingFromAHostThatIsGoneShowsNothingAndUnloads) {
+  HostConnection& connection = Connect();
+  host_.record.failure = {static_cast<std::int32_t>(0x80010108)};
+  host_.record.failing = "Standard.Delete";
+  sessions_.Disconnect(connection);
+  EXPECT_THAT(Boxes(), ElementsAre());
+  EXPECT_EQ(host_.record.Count("unload"), 1);
+}
+
+TEST_F(HostConnectionTest, ClipboardThatCannotBeHadLeavesTheControlsWithoutPicture) {
+  for (const char* failing : {"Save", "PutPicture"}) {
+    entries().clear();
+    host_.record.failing = failing;
+    Connect();
+    EXPECT_THAT(Boxes(), ElementsAre());
+    EXPECT_EQ(host_.record.Count("Standard.PasteFace"), 0);
+    EXPECT_EQ(host_.record.Count("Add-Ins.PasteFace"), 0);
+    EXPECT_EQ(host_.record.Count("Add-Ins.Caption Declar&ium"), 1);
+    EXPECT_EQ(host_.record.Count("SubscribeComponents"), 1);
+    EXPECT_EQ(clipboard_.contents, "the user's");
+  }
+}
+
+TEST_F(HostConnectionTest, ClipboardIsRestoredWhenAStepBehindTheControlsFails) {
+  for (const char* failing : {"Standard.SubscribeClick", "Add-Ins.SubscribeClick"}) {
+    host_.record.failing = failing;
+    Connect();
+    EXPECT_EQ(clipboard_.contents, "the user's") << failing;
   }
 }
 
@@ -81,8 +158,7 @@ TEST_F(HostConnectionTest, StepThatThrowsIsShownAsAFailingOne) {
     if (entry == "Add-Ins.Add") throw std::bad_alloc();
   };
   Connect();
-  EXPECT_EQ(entries().back(),
-            "box Vyskytla sa chyba vo funkcii 'IDTExtensibility_OnConnection' na riadku '5'.");
+  EXPECT_THAT(Boxes(), ElementsAre(ConnectionFailure(5)));
 }
 
 TEST_F(HostConnectionTest, ConnectionThatThrowsLeavesNothing) {
@@ -108,7 +184,7 @@ TEST_F(HostConnectionTest, AnotherHostThatConnectsDuringACallKeepsTheUsersClipbo
     host_.record.on_enter = [&](const std::string& entry) {
       if (entry != call) return;
       host_.record.on_enter = nullptr;
-      sessions_.Connect(std::make_unique<FakeApplication>(other_));
+      Connect(other_);
       EXPECT_EQ(clipboard_.contents, "the picture") << "the face of the first is still to come";
     };
     Connect();
@@ -171,10 +247,8 @@ TEST_F(HostConnectionTest, ControlThatCannotBeDeletedIsShownAndTheOtherIsDeleted
   sessions_.Disconnect(connection);
   EXPECT_EQ(host_.record.Count("Standard.Delete"), 1);
   EXPECT_EQ(host_.record.Count("end of Standard clicks"), 1);
-  EXPECT_EQ(host_.record.Count(
-                "box Vyskytla sa chyba vo funkcii 'IDTExtensibility_OnDisconnection' na riadku "
-                "'1'."),
-            1);
+  EXPECT_THAT(Boxes(), ElementsAre("Vyskytla sa chyba vo funkcii "
+                                   "'IDTExtensibility_OnDisconnection' na riadku '1'."));
   EXPECT_EQ(host_.record.Count("unload"), 0);
 }
 
@@ -190,7 +264,7 @@ TEST_F(HostConnectionTest, DisconnectingAfterAFailedConnectionRemovesWhatIsThere
 TEST_F(HostConnectionTest, SecondHostTakesTheMainWindowOver) {
   FakeHostState other;
   HostConnection& first = Connect();
-  HostConnection& second = *sessions_.Connect(std::make_unique<FakeApplication>(other));
+  HostConnection& second = Connect(other);
   sessions_.Disconnect(first);
   EXPECT_EQ(host_.record.Count("handover"), 1);
   EXPECT_EQ(host_.record.Count("unload"), 0);
@@ -208,18 +282,40 @@ TEST_F(HostConnectionTest, DeadHostIsNotCalled) {
   EXPECT_EQ(host_.record.Count("unload"), 1);
 }
 
-TEST_F(HostConnectionTest, HostMayDisconnectWhileTheQuestionIsOpen) {
+TEST_F(HostConnectionTest, HostThatDisconnectsDuringTheQuestionGetsItsModuleBackAtOnce) {
   host_.selected = std::make_shared<FakeModule>(FakeModule{.name = u"M", .declaration_lines = 2});
+  const std::weak_ptr<FakeModule> module = host_.selected;
   HostConnection& connection = Connect();
+  const auto kept = connection.shared_from_this();
+  long references = 0;
   const auto outcome = connection.Insert(
       [&](std::u16string_view) {
         sessions_.Disconnect(connection);
+        references = module.use_count();
         return true;
       },
       [] { return std::u16string(u"text"); });
+  EXPECT_EQ(references, 1) << "only the host's own";
   ASSERT_TRUE(outcome.has_value());
-  EXPECT_EQ(host_.selected->insertions.size(), 1u);
+  EXPECT_EQ(*outcome, Insertion::kDeclined);
+  EXPECT_TRUE(host_.selected->insertions.empty());
+  EXPECT_FALSE(connection.IsConnected());
   RunPosted();
+}
+
+TEST_F(HostConnectionTest, ModuleThatIsSelectedDuringTheQuestionIsNotInsertedInto) {
+  const auto asked = std::make_shared<FakeModule>(FakeModule{.name = u"Asked"});
+  const auto other = std::make_shared<FakeModule>(FakeModule{.name = u"Other"});
+  host_.selected = asked;
+  HostConnection& connection = Connect();
+  ASSERT_TRUE(connection.Insert(
+      [&](std::u16string_view) {
+        host_.events.lock()->ComponentSelected(host_.Module(other));
+        return true;
+      },
+      [] { return std::u16string(u"text"); }));
+  EXPECT_EQ(asked->insertions.size(), 1u);
+  EXPECT_TRUE(other->insertions.empty());
 }
 
 TEST_F(HostConnectionTest, PollReadsOnlyTheCountOfLinesAndIgnoresItsFailure) {

@@ -1,6 +1,7 @@
 #include "host/insertion.h"
 
 #include <gtest/gtest.h>
+#include <limits>
 
 #include "host/fake_host.h"
 
@@ -9,18 +10,17 @@ namespace {
 
 class InsertionTest : public testing::Test {
  protected:
-  HostResult<Insertion> Insert(bool answer) {
-    const auto module = host_.Module(module_);
-    return InsertIntoActiveModule(
-        module.get(),
-        [&](std::u16string_view question) {
-          question_ = question;
-          return answer;
-        },
-        [this] {
-          host_.record.entries.push_back("text");
-          return std::u16string(u"Const A = 1");
-        });
+  std::expected<Insertion, InsertionFailure> Insert(bool answer) {
+    const std::shared_ptr<CodeModule> module = host_.Module(module_);
+    return InsertIntoActiveModule([&] { return module; },
+                                  [&](std::u16string_view question) {
+                                    question_ = question;
+                                    return answer;
+                                  },
+                                  [this] {
+                                    host_.record.entries.push_back("text");
+                                    return std::u16string(u"Const A = 1");
+                                  });
   }
 
   FakeHostState host_;
@@ -59,16 +59,67 @@ TEST_F(InsertionTest, WithoutModuleItAsksNothing) {
   EXPECT_TRUE(question_.empty());
 }
 
-TEST_F(InsertionTest, FailingCallEndsIt) {
+TEST_F(InsertionTest, FailingCallEndsItAndIsNamed) {
   module_->gone = true;
-  EXPECT_FALSE(Insert(true));
+  auto outcome = Insert(true);
+  ASSERT_FALSE(outcome);
+  EXPECT_EQ(outcome.error().step, InsertionStep::kName);
   EXPECT_TRUE(question_.empty());
   module_->gone = false;
-  for (const char* failing : {"CountOfDeclarationLines", "InsertLines"}) {
-    host_.record.failing = failing;
-    EXPECT_FALSE(Insert(true));
+  const struct {
+    const char* failing;
+    InsertionStep step;
+  } cases[] = {{"CountOfDeclarationLines", InsertionStep::kDeclarations},
+               {"InsertLines", InsertionStep::kText}};
+  for (const auto& c : cases) {
+    host_.record.failing = c.failing;
+    outcome = Insert(true);
+    ASSERT_FALSE(outcome);
+    EXPECT_EQ(outcome.error().step, c.step);
+    EXPECT_EQ(outcome.error().component, u"Modul č");
   }
   EXPECT_TRUE(module_->insertions.empty());
+}
+
+TEST_F(InsertionTest, CountOfLinesThatNoModuleHasIsAFailure) {
+  constexpr int kMost = std::numeric_limits<int>::max();
+  for (const int lines : {-1, kMostModuleLines + 1, kMost, -kMost - 1}) {
+    module_->declaration_lines = lines;
+    const auto outcome = Insert(true);
+    ASSERT_FALSE(outcome) << lines;
+    EXPECT_EQ(outcome.error().step, InsertionStep::kDeclarations);
+  }
+  EXPECT_TRUE(module_->insertions.empty());
+  module_->declaration_lines = kMostModuleLines;
+  EXPECT_TRUE(Insert(true));
+}
+
+TEST(InsertionFailureText, SaysWhatWasNotDoneAndWhy) {
+  const auto code = [](std::uint32_t status) { return static_cast<std::int32_t>(status); };
+  const struct {
+    InsertionFailure failure;
+    std::u16string_view text;
+  } cases[] = {
+      {{InsertionStep::kName, u"", {code(0x800401FD)}},
+       u"Výber sa nevložil.\r\nProstredie nepovedalo názov modulu. (Chyba 800401FD.)\r\n\r\n"
+       u"Výber zostáva, ako bol."},
+      {{InsertionStep::kDeclarations, u"Module1", {kWrongAnswer}},
+       u"Výber sa nevložil do 'Module1'.\r\nProstredie nepovedalo, kde sa končia deklarácie "
+       u"modulu. (Chyba 80020005.)\r\n\r\nVýber zostáva, ako bol."},
+      {{InsertionStep::kText, u"Module1", {code(0x80010001)}},
+       u"Výber sa nevložil do 'Module1'.\r\nProstredie neprijalo text. Má otvorené dialógové okno "
+       u"alebo v ňom beží program; ukončite ho a skúste to znova.\r\n\r\nVýber zostáva, ako bol."},
+      {{InsertionStep::kText, u"Module1", {code(0x8001010A)}},
+       u"Výber sa nevložil do 'Module1'.\r\nProstredie neprijalo text. Má otvorené dialógové okno "
+       u"alebo v ňom beží program; ukončite ho a skúste to znova.\r\n\r\nVýber zostáva, ako bol."},
+      {{InsertionStep::kText, u"Module1", {code(0x80010108)}},
+       u"Výber sa nevložil do 'Module1'.\r\nProstredie neprijalo text. Už nebeží.\r\n\r\n"
+       u"Výber zostáva, ako bol."},
+      {{InsertionStep::kText, u"Module1", {code(0x800A9D00), u"Line too long."}},
+       u"Výber sa nevložil do 'Module1'.\r\nProstredie neprijalo text. Line too long. (Chyba "
+       u"800A9D00.)\r\n\r\nVýber zostáva, ako bol."},
+  };
+  for (const auto& c : cases) EXPECT_EQ(InsertionFailureText(c.failure), c.text);
 }
 
 TEST(TopLineForCaret, ScrollsJustFarEnough) {
@@ -81,6 +132,21 @@ TEST(TopLineForCaret, ScrollsJustFarEnough) {
   for (const auto& c : cases) {
     EXPECT_EQ(TopLineForCaret(c.top, c.visible_lines, c.caret), c.expected)
         << c.top << ' ' << c.visible_lines << ' ' << c.caret;
+  }
+}
+
+TEST_F(InsertionTest, LinesThatCannotBeScrollNoPane) {
+  FakeApplication application(host_);
+  const auto module = host_.Module(module_);
+  constexpr int kMost = std::numeric_limits<int>::max();
+  const FakePaneState cases[] = {{module_, 1, 10, kMost},
+                                 {module_, kMost, 10, 1},
+                                 {module_, 5, kMost, 1},
+                                 {module_, 5, 10, -1}};
+  for (const auto& pane : cases) {
+    host_.pane = std::make_shared<FakePaneState>(pane);
+    KeepCaretInView(application, *module);
+    EXPECT_EQ(host_.pane->top, pane.top);
   }
 }
 

@@ -1,5 +1,7 @@
 #include "host/com/automation.h"
 
+#include <algorithm>
+#include <iterator>
 #include <new>
 
 #include "win32/wide.h"
@@ -52,7 +54,19 @@ Variant Variant::Dereferenced(const VARIANT& value) {
   return copy;
 }
 
+namespace {
+
+bool IsNumber(VARTYPE type) {
+  static constexpr VARTYPE kNumbers[] = {VT_I1,  VT_I2,  VT_I4,  VT_I8,     VT_INT,
+                                         VT_UI1, VT_UI2, VT_UI4, VT_UI8,    VT_UINT,
+                                         VT_R4,  VT_R8,  VT_CY,  VT_DECIMAL};
+  return std::ranges::find(kNumbers, type) != std::end(kNumbers);
+}
+
+}  // namespace
+
 HRESULT Variant::ToNumber(std::int32_t& number) const {
+  if (!IsNumber(value_.vt)) return DISP_E_TYPEMISMATCH;
   Variant changed;
   const HRESULT result = VariantChangeType(&changed.value_, Borrow(), 0, VT_I4);
   if (SUCCEEDED(result)) number = changed.value_.lVal;

@@ -46,7 +46,8 @@ class Variant {
     return &value_;
   }
 
-  // The value as another type; DISP_E_TYPEMISMATCH and the like when it has none.
+  // The value as another type; DISP_E_TYPEMISMATCH and the like when it has none. Empty, a truth
+  // value, a date and a text are no number.
   [[nodiscard]] HRESULT ToNumber(std::int32_t& number) const;
   [[nodiscard]] HRESULT ToText(std::u16string& text) const;
   // Null for Nothing and for a value that is no object.

@@ -131,10 +131,12 @@ HRESULT Connect::InvokeOnConnection(const DISPPARAMS& parameters, UINT* wrong_ar
 STDMETHODIMP Connect::OnConnection(IDispatch* application, int, IDispatch*, SAFEARRAY**) noexcept {
   if (!application) return E_INVALIDARG;
   if (connecting_) return E_UNEXPECTED;
+  WriteToCallLog("OnConnection");
   const ComPtr<IDispatch> host(application);
   connecting_ = true;
   const HRESULT connected = Try([&] { ConnectTo(host); });
   connecting_ = false;
+  WriteToCallLog("connected");
   const HRESULT caught_up = Try([&] { CatchUp(host); });
   return FAILED(connected) ? connected : caught_up;
 }
@@ -147,7 +149,10 @@ void Connect::ConnectTo(const ComPtr<IDispatch>& host) {
       [&posted_calls = context_.posted_calls, weak = std::weak_ptr<Connect*>(self_)] {
         posted_calls.Post(HostDiedOf(weak));
       });
-  connection_ = context_.sessions.Connect(MakeHostApplication(host, context_.posted_calls.Guard()));
+  const auto connection =
+      context_.sessions.Begin(MakeHostApplication(host, context_.posted_calls.Guard()));
+  connection_ = connection;
+  context_.sessions.Connect(*connection);
 }
 
 void Connect::CatchUp(const ComPtr<IDispatch>& host) {
@@ -165,6 +170,7 @@ void Connect::CatchUp(const ComPtr<IDispatch>& host) {
 }
 
 STDMETHODIMP Connect::OnDisconnection(int, SAFEARRAY**) noexcept {
+  WriteToCallLog("OnDisconnection");
   // The connection that is being made has to be complete before it can be taken apart.
   if (connecting_) {
     disconnected_while_connecting_ = true;
@@ -187,9 +193,11 @@ std::function<void()> Connect::HostDiedOf(std::weak_ptr<Connect*> connect) {
 }
 
 void Connect::HostDied() {
-  // A failure of the connection is on the screen; what there is of it can be given up afterwards.
+  WriteToCallLog("the host is gone");
+  // What there is of the connection can be given up when it has been made.
   if (connecting_) {
     died_while_connecting_ = true;
+    if (const auto connection = connection_.lock()) context_.sessions.CloseBoxes(*connection);
     return;
   }
   const ComPtr<AddInEntries> self(this);

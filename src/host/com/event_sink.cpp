@@ -53,7 +53,8 @@ class AdvisedSink final : public Subscription {
   AdvisedSink& operator=(const AdvisedSink&) = delete;
   ~AdvisedSink() override {
     sink_->Detach();
-    point_->Unadvise(cookie_);
+    [[maybe_unused]] const auto ended =
+        CallWithPatience([this] { return point_->Unadvise(cookie_); });
     // A host that died or forgot the cookie must not keep the sink.
     CoDisconnectObject(sink_.Get(), 0);
   }
@@ -69,21 +70,26 @@ class AdvisedSink final : public Subscription {
 
 HostResult<std::unique_ptr<Subscription>> Advise(const HostObject& source, const IID& events,
                                                  Boundary& boundary, EventHandler handler) {
-  const auto failure = [](HRESULT status) {
-    return std::unexpected(HostError{static_cast<std::int32_t>(status)});
-  };
-  const auto container = ComPtr<IDispatch>(source.Get())
-                             .Query<IConnectionPointContainer>(IID_IConnectionPointContainer);
-  if (!container) return failure(E_NOINTERFACE);
+  if (!source) return std::unexpected(HostError{static_cast<std::int32_t>(E_POINTER)});
+  ComPtr<IConnectionPointContainer> container;
+  if (const auto found = CallWithPatience([&] {
+        return source.Get()->QueryInterface(IID_IConnectionPointContainer,
+                                            reinterpret_cast<void**>(container.Receive()));
+      });
+      !found) {
+    return std::unexpected(found.error());
+  }
   ComPtr<IConnectionPoint> point;
-  if (const HRESULT status = container->FindConnectionPoint(events, point.Receive());
-      FAILED(status)) {
-    return failure(status);
+  if (const auto found =
+          CallWithPatience([&] { return container->FindConnectionPoint(events, point.Receive()); });
+      !found) {
+    return std::unexpected(found.error());
   }
   auto sink = ComPtr<EventSink>::Attach(new EventSink(events, boundary, std::move(handler)));
   DWORD cookie = 0;
-  if (const HRESULT status = point->Advise(sink.Get(), &cookie); FAILED(status)) {
-    return failure(status);
+  if (const auto advised = CallWithPatience([&] { return point->Advise(sink.Get(), &cookie); });
+      !advised) {
+    return std::unexpected(advised.error());
   }
   return std::make_unique<AdvisedSink>(source, std::move(point), std::move(sink), cookie);
 }

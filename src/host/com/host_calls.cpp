@@ -2,17 +2,23 @@
 
 #include <algorithm>
 #include <chrono>
-#include <iterator>
+#include <utility>
 #include <vector>
 
 #include "host/com/com_object.h"
+#include "host/failure_text.h"
+#include "text/text.h"
 #include "win32/unique_handle.h"
+#include "win32/wide.h"
 
 namespace declarium::com {
 namespace {
 
 // The policy of the call in progress: COM's message filter has no way to pass it.
 thread_local BusyHost policy_in_force = BusyHost::kWaitFor;
+
+// The same of the log: every reference to an object of the host would have to carry it.
+thread_local CallLog* log_in_force = nullptr;
 
 class PolicyScope {
  public:
@@ -55,6 +61,37 @@ class RetryFilter final : public ComObject<IMessageFilter> {
   }
 };
 
+// What a member says of its failure beside the status.
+class ExceptionInfo {
+ public:
+  ExceptionInfo() = default;
+  ExceptionInfo(const ExceptionInfo&) = delete;
+  ExceptionInfo& operator=(const ExceptionInfo&) = delete;
+  ~ExceptionInfo() {
+    SysFreeString(info_.bstrSource);
+    SysFreeString(info_.bstrDescription);
+    SysFreeString(info_.bstrHelpFile);
+  }
+
+  [[nodiscard]] EXCEPINFO* Receive() noexcept { return &info_; }
+  [[nodiscard]] HostError ErrorOf(HRESULT status) {
+    if (status != DISP_E_EXCEPTION) return {static_cast<std::int32_t>(status)};
+    if (info_.pfnDeferredFillIn) info_.pfnDeferredFillIn(&info_);
+    const HRESULT cause = FAILED(info_.scode) ? info_.scode : status;
+    return {static_cast<std::int32_t>(cause), TextOf(info_.bstrDescription)};
+  }
+
+ private:
+  EXCEPINFO info_{};
+};
+
+// The member, and the status when the call failed. Not what the host says: it may quote the source.
+void LogCall(HostMember member, const HostResult<>& done) {
+  std::string line = ToUtf8(win32::FromWide(member.name));
+  if (!done) line.append(" ").append(ToUtf8(StatusText(done.error().code)));
+  log_in_force->Add(line);
+}
+
 template <class T>
 HostResult<T> Failure(HRESULT result) {
   return std::unexpected(HostError{static_cast<std::int32_t>(result)});
@@ -62,36 +99,68 @@ HostResult<T> Failure(HRESULT result) {
 
 }  // namespace
 
-HRESULT HostObject::InvokeOnce(HostMember member, WORD flags, DISPPARAMS& parameters,
-                               Variant& result) const {
-  const auto invoke = [&](DISPID id) {
-    return object_->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters, result.Receive(),
-                           nullptr, nullptr);
-  };
-  const HRESULT status = invoke(member.id);
-  if (status != DISP_E_MEMBERNOTFOUND && status != TYPE_E_ELEMENTNOTFOUND) return status;
-  DISPID id = DISPID_UNKNOWN;
-  std::wstring name = member.name;
-  wchar_t* names[] = {name.data()};
-  if (FAILED(object_->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id))) return status;
-  return invoke(id);
-}
-
-HRESULT HostObject::InvokeWithPatience(HostMember member, WORD flags, DISPPARAMS& parameters,
-                                       Variant& result, BusyHost policy) const {
+HostResult<> CallWithPatience(BusyHost policy, const std::function<HostResult<>()>& call) {
   const PolicyScope scope(policy);
   const auto start = std::chrono::steady_clock::now();
   // Systems whose COM does not ask the message filter return the rejection here; after a filter
   // that gave up the time is over as well.
   for (;;) {
-    const HRESULT status = InvokeOnce(member, flags, parameters, result);
-    if (!IsBusy({.code = status})) return status;
+    auto done = call();
+    if (done || !IsBusy(done.error())) return done;
     const auto elapsed = std::chrono::steady_clock::now() - start;
     const auto pause =
         PauseBeforeRetry(policy, std::chrono::duration_cast<std::chrono::milliseconds>(elapsed));
-    if (!pause) return status;
+    if (!pause) return done;
     Pause(*pause);
   }
+}
+
+HostResult<> CallWithPatience(const std::function<HRESULT()>& call) {
+  return CallWithPatience(BusyHost::kWaitFor, [&call]() -> HostResult<> {
+    const HRESULT status = call();
+    if (FAILED(status)) return Failure<void>(status);
+    return {};
+  });
+}
+
+CallLogUse::CallLogUse(CallLog* log) : previous_(std::exchange(log_in_force, log)) {}
+
+CallLogUse::~CallLogUse() {
+  log_in_force = previous_;
+}
+
+void WriteToCallLog(std::string_view line) noexcept {
+  if (log_in_force) log_in_force->Add(line);
+}
+
+HostResult<> HostObject::InvokeOnce(HostMember member, WORD flags, DISPPARAMS& parameters,
+                                    Variant& result) const {
+  const auto invoke = [&](DISPID id) -> HostResult<> {
+    ExceptionInfo exception;
+    const HRESULT status = object_->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters,
+                                           result.Receive(), exception.Receive(), nullptr);
+    if (FAILED(status)) return std::unexpected(exception.ErrorOf(status));
+    return {};
+  };
+  auto done = invoke(member.id);
+  if (done ||
+      (done.error().code != DISP_E_MEMBERNOTFOUND && done.error().code != TYPE_E_ELEMENTNOTFOUND)) {
+    return done;
+  }
+  DISPID id = DISPID_UNKNOWN;
+  std::wstring name = member.name;
+  wchar_t* names[] = {name.data()};
+  if (FAILED(object_->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id))) return done;
+  return invoke(id);
+}
+
+HostResult<> HostObject::InvokeWithPatience(HostMember member, WORD flags, DISPPARAMS& parameters,
+                                            Variant& result, BusyHost policy) const {
+  auto done =
+      CallWithPatience(policy, [&] { return InvokeOnce(member, flags, parameters, result); });
+  // The call that is made all the time and gives up at once says nothing when it succeeds.
+  if (log_in_force && (!done || policy == BusyHost::kWaitFor)) LogCall(member, done);
+  return done;
 }
 
 HostResult<Variant> HostObject::Invoke(HostMember member, WORD flags,
@@ -108,8 +177,8 @@ HostResult<Variant> HostObject::Invoke(HostMember member, WORD flags,
     parameters.cNamedArgs = 1;
   }
   Variant result;
-  const HRESULT status = InvokeWithPatience(member, flags, parameters, result, policy);
-  if (FAILED(status)) return Failure<Variant>(status);
+  auto done = InvokeWithPatience(member, flags, parameters, result, policy);
+  if (!done) return std::unexpected(std::move(done.error()));
   return result;
 }
 
@@ -171,22 +240,7 @@ HostResult<HostObject> HostObject::CallObject(HostMember member,
 HostResult<> HostObject::CallWith(HostMember member, DISPPARAMS& parameters) const {
   if (!object_) return Failure<void>(E_POINTER);
   Variant result;
-  const HRESULT status =
-      InvokeWithPatience(member, DISPATCH_METHOD, parameters, result, BusyHost::kWaitFor);
-  if (FAILED(status)) return Failure<void>(status);
-  return {};
-}
-
-bool IsHostGone(const HostError& error) noexcept {
-  static constexpr HRESULT kGone[] = {
-      RPC_E_DISCONNECTED,
-      RPC_E_SERVER_DIED,
-      RPC_E_SERVER_DIED_DNE,
-      __HRESULT_FROM_WIN32(RPC_S_SERVER_UNAVAILABLE),
-      __HRESULT_FROM_WIN32(RPC_S_CALL_FAILED),
-      __HRESULT_FROM_WIN32(RPC_S_CALL_FAILED_DNE),
-  };
-  return std::ranges::find(kGone, static_cast<HRESULT>(error.code)) != std::end(kGone);
+  return InvokeWithPatience(member, DISPATCH_METHOD, parameters, result, BusyHost::kWaitFor);
 }
 
 BusyHostFilter::BusyHostFilter() {

@@ -1,5 +1,6 @@
 #include "host/com/vb_host_application.h"
 
+#include <algorithm>
 #include <map>
 #include <utility>
 #include <vector>
@@ -10,6 +11,17 @@
 
 namespace declarium::com {
 namespace {
+
+// A group of more is nobody's; a host that counts more is wrong about it.
+constexpr int kMostProjects = 1000;
+
+HostResult<HWND> MainWindowOf(const HostObject& application) {
+  const auto handle = Then(application.Object(vb::kMainWindow),
+                           [](const HostObject& window) { return window.Number(vb::kHWnd); });
+  // Window handles have 32 significant bits, whatever the size of the process.
+  if (!handle) return std::unexpected(handle.error());
+  return reinterpret_cast<HWND>(static_cast<INT_PTR>(*handle));
+}
 
 class VbControl final : public CommandBarControl {
  public:
@@ -63,25 +75,31 @@ class ComponentFollower : public std::enable_shared_from_this<ComponentFollower>
   void FollowOpenProjects(const HostObject& application) {
     const auto projects = application.Object(vb::kVBProjects);
     if (!projects) return;
-    const auto count = projects->Number(vb::kCount);
-    for (int i = 1; i <= count.value_or(0); ++i) {
-      if (const auto project = projects->Object(vb::kItem, {Variant(i)})) Follow(*project);
+    const int count = projects->Number(vb::kCount).value_or(0);
+    for (int i = 1; i <= std::min(count, kMostProjects); ++i) {
+      const auto project = projects->Object(vb::kItem, {Variant(i)});
+      // What was counted is not there, or the host answers no more.
+      if (!project || !*project) return;
+      const auto followed = Follow(*project);
+      if (!followed && (IsHostGone(followed.error()) || IsBusy(followed.error()))) return;
     }
   }
 
-  void Follow(const HostObject& project) {
-    if (!project) return;
+  HostResult<> Follow(const HostObject& project) {
+    if (!project) return {};
     const auto source = event_sources_.Object(vb::kVBComponentsEvents, {Variant(project.Get())});
-    if (!source) return;
+    if (!source) return std::unexpected(source.error());
     auto advised =
         Advise(*source, vb::kComponentsEventSet, boundary_,
                [weak = weak_from_this()](DISPID event, std::span<const VARIANT> arguments) {
                  if (const auto self = weak.lock()) self->ComponentEvent(event, arguments);
                });
+    if (!advised) return std::unexpected(advised.error());
     // The following may have ended meanwhile.
-    if (!advised || !projects_) return;
+    if (!projects_) return {};
     const auto earlier =
         std::exchange(components_[IdentityOf(project)], {project, std::move(*advised)});
+    return {};
   }
 
   // The object an event is about is its first argument.
@@ -92,7 +110,8 @@ class ComponentFollower : public std::enable_shared_from_this<ComponentFollower>
 
   void ProjectEvent(DISPID event, std::span<const VARIANT> arguments) {
     const auto project = SubjectOf(arguments);
-    if (event == vb::kProjectAdded) Follow(project);
+    if (event == vb::kProjectAdded) [[maybe_unused]]
+      const auto followed = Follow(project);
     if (event == vb::kProjectRemoved) {
       const auto ended = components_.extract(IdentityOf(project));
     }
@@ -217,6 +236,12 @@ class VbApplication final : public HostApplication {
     return MakeProject(*std::move(project));
   }
 
+  HostResult<std::uintptr_t> MainWindow() override {
+    const auto window = MainWindowOf(application_);
+    if (!window) return std::unexpected(window.error());
+    return reinterpret_cast<std::uintptr_t>(*window);
+  }
+
   HostResult<std::unique_ptr<CodePane>> ActivePane() override {
     auto pane = application_.Object(vb::kActiveCodePane);
     if (!pane) return std::unexpected(pane.error());
@@ -236,11 +261,7 @@ std::unique_ptr<HostApplication> MakeHostApplication(ComPtr<IDispatch> applicati
 }
 
 HostResult<HWND> HostMainWindow(const ComPtr<IDispatch>& application) {
-  const auto handle = Then(HostObject(application).Object(vb::kMainWindow),
-                           [](const HostObject& window) { return window.Number(vb::kHWnd); });
-  // Window handles have 32 significant bits, whatever the size of the process.
-  if (!handle) return std::unexpected(handle.error());
-  return reinterpret_cast<HWND>(static_cast<INT_PTR>(*handle));
+  return MainWindowOf(HostObject(application));
 }
 
 }  // namespace declarium::com

@@ -1,0 +1,26 @@
+#include "host/failure_text.h"
+
+#include "text/user_texts.h"
+
+namespace declarium {
+
+std::u16string StatusText(std::int32_t code) {
+  constexpr std::u16string_view kDigits = u"0123456789ABCDEF";
+  std::u16string text;
+  for (int shift = 28; shift >= 0; shift -= 4) {
+    text += kDigits[static_cast<std::uint32_t>(code) >> shift & 0xF];
+  }
+  return text;
+}
+
+std::u16string ReasonText(const HostError& error) {
+  if (IsBusy(error)) return std::u16string(texts::kHostIsBusy);
+  if (IsHostGone(error)) return std::u16string(texts::kHostIsGone);
+  std::u16string reason = error.description;
+  if (!reason.empty()) reason.append(u" ");
+  return reason.append(texts::kErrorBefore)
+      .append(StatusText(error.code))
+      .append(texts::kErrorBehind);
+}
+
+}  // namespace declarium
