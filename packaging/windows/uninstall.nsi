@@ -39,10 +39,12 @@ Function .onInit
   ${GetOptions} $R0 "_?=" $R1
   ${If} ${Errors}
     Exec '"$INSTDIR\Removal.exe" $R0'
+    StrCpy $R1 0
   ${Else}
     ExecWait '"$INSTDIR\Removal.exe" $R0' $R1
-    SetErrorLevel $R1
   ${EndIf}
+  ; Without a status, leaving here is a failure.
+  SetErrorLevel $R1
   Quit
 FunctionEnd
 

@@ -43,6 +43,12 @@ int NumberAt(const Call& call, std::size_t index) {
   return number;
 }
 
+bool TruthAt(const Call& call, std::size_t index) {
+  if (index >= call.arguments.size()) return false;
+  const auto& value = call.arguments[index].Get();
+  return value.vt == VT_BOOL && value.boolVal != VARIANT_FALSE;
+}
+
 // The element of a collection that an Item argument names by position or by name.
 template <class T>
 std::shared_ptr<T> ItemOf(const std::vector<std::shared_ptr<T>>& all, const Variant& index) {
@@ -148,7 +154,7 @@ ComPtr<IDispatch> ObjectModel::ControlsOf(const std::shared_ptr<Bar>& bar) {
         return E_INVALIDARG;
       }
       auto control = std::make_shared<Control>();
-      control->temporary = NumberAt(c, 4) != 0;
+      control->temporary = TruthAt(c, 4);
       bar->controls.push_back(control);
       ide_.changed();
       return Answer(c, Of(control));
