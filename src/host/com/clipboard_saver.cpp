@@ -65,8 +65,8 @@ bool WaitFor(HANDLE event, milliseconds limit) {
 HostResult<ClipboardContents> SaveClipboard() {
   const auto work = std::make_shared<Work>();
   std::thread([work] { CopyOnThread(*work); }).detach();
-  const bool done = WaitFor(work->opened.Get(), 2 * kHeldClipboardLimit) &&
-                    WaitFor(work->done.Get(), kCopyLimit);
+  const bool done =
+      WaitFor(work->opened.Get(), 2 * kHeldClipboardLimit) && WaitFor(work->done.Get(), kCopyLimit);
   work->wanted = false;
   if (!done) return std::unexpected(ClipboardError(ERROR_TIMEOUT));
   if (!work->contents) return std::unexpected(ClipboardError(ERROR_NOT_ENOUGH_MEMORY));
