@@ -178,7 +178,7 @@ TEST_F(AddInTest, InsertsWhatIsMissingOnceAndNothingTheSecondTime) {
   ASSERT_TRUE(Eventually([this] { return ToolbarEnabled("insert-missing"); }));
   ClickToolbar("insert-missing");
   AnswerPlan(Program(), "Command1");
-  const std::string after = "Option Explicit\\nPrivate Const A = 1\\n\\nSub X()\\nEnd Sub";
+  const std::string after = "Option Explicit\\n\\nPrivate Const A = 1\\n\\nSub X()\\nEnd Sub";
   EXPECT_TRUE(ModuleBecomes(ide, after)) << ide.Tell("lines Module1");
   ClickToolbar("insert-missing");
   AnswerPlan(Program(), "Command2", [this] {
