@@ -143,10 +143,11 @@ std::vector<PlaceToLookAt> Places::In(std::size_t module) {
   const auto code = vb::ReadCode({text, *modules_[module].parsed, branches_[module]}, surroundings_,
                                  module, watched.addresses);
   std::vector<PlaceToLookAt> places;
+  places.reserve(code.addresses.size() + code.sizes.size());
   for (const auto& address : code.addresses) places.push_back(PlaceOf(address));
   for (const auto& size : code.sizes)
     if (IsSize(size) && changed_.contains(LowerCase(size.record))) places.push_back(PlaceOf(size));
-  std::ranges::stable_sort(places, {}, [](const auto& each) { return each.place.offset; });
+  std::ranges::sort(places, {}, [](const auto& each) { return each.place.offset; });
   return places;
 }
 
