@@ -12,6 +12,7 @@ bool IsRead(const ModuleContext& module, const Systems& systems) {
 
 std::vector<bool> BranchesToRead(const ModuleContext& module) {
   std::vector<bool> branches;
+  branches.reserve(module.parsed.conditions.size());
   for (std::uint32_t i = 0; i < module.parsed.conditions.size(); ++i)
     branches.push_back(IsRead(module, module.SystemsOf(i)));
   return branches;
