@@ -7,12 +7,6 @@
 #include "text/text.h"
 
 namespace declarium {
-namespace {
-
-constexpr char16_t kFieldSeparator = 0;
-
-}  // namespace
-
 std::optional<std::int32_t> Basket::Add(Kind kind, std::u16string_view name,
                                         std::u16string_view item) {
   // The groups stand in the order of their icons and each in that of its names, so the place need

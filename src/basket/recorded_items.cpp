@@ -7,8 +7,6 @@
 namespace declarium {
 namespace {
 
-constexpr char16_t kFieldSeparator = 0;
-
 // The element up to its second separator; the whole element when it has none.
 std::u16string_view KeyOf(std::u16string_view element) {
   const auto name = element.find(kFieldSeparator);

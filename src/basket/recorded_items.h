@@ -14,8 +14,11 @@
 
 namespace declarium {
 
-// Item key: kind digit, character 0, name. A record element is a key, another character 0 and the
-// item string.
+// Between the fields of a key and of an element.
+inline constexpr char16_t kFieldSeparator = 0;
+
+// Item key: kind digit, separator, name. A record element is a key, another separator and the item
+// string.
 [[nodiscard]] std::u16string ItemKey(int kind_code, std::u16string_view name);
 
 // A record ready to be looked into. It must not change meanwhile.

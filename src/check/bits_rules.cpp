@@ -64,7 +64,7 @@ void CheckResult(const ModuleContext& module, const vb::Declaration& declaration
              "the result has 64 bits there: LongPtr", {});
 }
 
-void CheckExternal(const ModuleContext& module, const vb::Declaration& declaration,
+void CheckExternalFor64(const ModuleContext& module, const vb::Declaration& declaration,
                    const vb::External& external) {
   CheckPtrSafe(module, declaration, external);
   const auto* const known = module.whole.Libraries().FindEntry(
@@ -127,7 +127,7 @@ void CheckBits(ModuleContext& module, const vb::Code& code) {
   for (const auto& declaration : module.parsed.declarations) {
     if (!module.SystemsOf(declaration).Have64Bits()) continue;
     if (const auto* const external = declaration.As<vb::External>())
-      CheckExternal(module, declaration, *external);
+      CheckExternalFor64(module, declaration, *external);
     if (const auto* const record = declaration.As<vb::Record>())
       CheckRecord(module, declaration, *record);
   }

@@ -104,7 +104,7 @@ ChangedModule ModuleWith(std::u16string_view text, const BasketOptions& options)
   const auto force = ForceOf(options.force);
   if (!IsSourceModuleName(FromUtf8(options.target))) {
     CheckReplaceable(options.target, force);
-    return {EncodeCodePage(text), std::u16string(text), kLibraryEncoding, LineEnd::kCrLf};
+    return {EncodeCodePage(text), std::u16string(text), kLibraryEncoding, LineEnd::kCrAndLf};
   }
   const auto old = ReadWholeFile(PathOf(options.target));
   if (!old) throw FileFailed(old.error());

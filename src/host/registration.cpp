@@ -11,8 +11,6 @@ constexpr std::u16string_view kAddIns = u"Software\\Microsoft\\Visual Basic\\6.0
 constexpr std::array<std::u16string_view, 3> kAboveAddIns = {
     kAddIns, u"Software\\Microsoft\\Visual Basic\\6.0", u"Software\\Microsoft\\Visual Basic"};
 
-constexpr std::uint32_t kLoadAtStartup = 1;
-
 std::u16string Joined(std::u16string_view a, std::u16string_view b) {
   return std::u16string(a).append(b);
 }

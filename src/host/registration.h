@@ -2,6 +2,7 @@
 // program, and the host's own list of add-ins.
 #pragma once
 
+#include <cstdint>
 #include <expected>
 #include <string>
 #include <string_view>
@@ -30,6 +31,9 @@ inline constexpr ServerIdentity kDeclariumServer = {
     u"Declarium",
     u"Libraries of external declarations: Declare, Const and Type",
 };
+
+// The bit of LoadBehavior that loads the add-in when the host starts.
+inline constexpr std::uint32_t kLoadAtStartup = 1;
 
 // The keys, relative to their root. The program's key is below the class's.
 [[nodiscard]] std::u16string ProgIdKey(const ServerIdentity& server);

@@ -53,7 +53,7 @@ class Lines {
   [[nodiscard]] std::optional<LineEnd> LineEndAt(std::size_t position) const {
     const auto rest = content_.substr(position);
     if (rest.empty()) return std::nullopt;
-    if (rest.starts_with(kCrLf)) return LineEnd::kCrLf;
+    if (rest.starts_with(kCrLf)) return LineEnd::kCrAndLf;
     return rest.front() == u'\n' ? LineEnd::kLf : LineEnd::kCr;
   }
 
@@ -145,7 +145,7 @@ std::expected<ChangedModule, char16_t> InsertIntoModule(std::string_view bytes,
   const auto encoding = RecognizeEncoding(bytes, otherwise);
   const auto content = ForPositions(bytes, encoding);
   const auto place = BehindHeader(content);
-  const auto line_end = place.End().value_or(LineEnd::kCrLf);
+  const auto line_end = place.End().value_or(LineEnd::kCrAndLf);
   const std::u16string line_end_text(FormsOf(line_end).text);
 
   ChangedModule module{{}, Replace(text, kCrLf, line_end_text), encoding, line_end};

@@ -13,7 +13,7 @@ namespace declarium {
 // the host language: frm, ctl, dob, pag, bas or cls.
 [[nodiscard]] bool IsSourceModuleName(std::u16string_view file_name);
 
-enum class LineEnd { kCrLf, kLf, kCr };
+enum class LineEnd { kCrAndLf, kLf, kCr };
 
 // "crlf", "lf" or "cr".
 [[nodiscard]] std::string_view LineEndName(LineEnd line_end);

@@ -8,7 +8,6 @@
 namespace declarium {
 namespace {
 
-constexpr char16_t kReplacement = 0xFFFD;
 
 constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 constexpr std::string_view kLittleEndianMark = "\xFF\xFE";
@@ -35,12 +34,12 @@ unsigned char ByteAt(std::string_view bytes, std::size_t i) {
 }
 
 bool IsAscii(std::string_view bytes) {
-  constexpr std::size_t kBlock = 32;
+  constexpr std::size_t kAtOnce = 32;
   std::size_t i = 0;
   // Blocks are looked at by vector instructions.
-  for (; bytes.size() - i >= kBlock; i += kBlock) {
+  for (; bytes.size() - i >= kAtOnce; i += kAtOnce) {
     unsigned char any = 0;
-    for (std::size_t k = 0; k < kBlock; ++k) any |= ByteAt(bytes, i + k);
+    for (std::size_t k = 0; k < kAtOnce; ++k) any |= ByteAt(bytes, i + k);
     if (any >= 0x80) return false;
   }
   return std::ranges::all_of(bytes.substr(i),

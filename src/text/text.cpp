@@ -34,7 +34,6 @@ constexpr auto kLowerCase = [] {
   return table;
 }();
 
-constexpr char16_t kReplacement = u'\uFFFD';
 
 void AppendCodePoint(char32_t code, std::u16string& out) {
   if (code < 0x10000) {

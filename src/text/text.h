@@ -12,6 +12,9 @@ namespace declarium {
 
 inline constexpr std::u16string_view kCrLf = u"\r\n";
 
+// What stands for text that cannot be decoded.
+inline constexpr char16_t kReplacement = u'\uFFFD';
+
 // Lower case, one unit to one unit. A character whose lower-case form is longer than one unit, and
 // every half of a surrogate pair, stays as it is, so lengths and positions never change.
 [[nodiscard]] char16_t LowerCase(char16_t unit) noexcept;

@@ -7,7 +7,7 @@
 namespace declarium::vb {
 namespace {
 
-using Failure = std::unexpected<std::string>;
+using NoLayout = std::unexpected<std::string>;
 
 // Far beyond what the language takes, and no sum of two such sizes leaves a 32-bit number.
 constexpr long kLargest = 1L << 28;
@@ -35,12 +35,12 @@ std::expected<Element, std::string> ElementOf(const Member& member, Target targe
   if (!type.length.empty()) {
     const auto length = lengths(type.length);
     if (!length || *length < 1 || *length > kLargest)
-      return Failure("the length " + ToUtf8(type.length) + " is not known");
+      return NoLayout("the length " + ToUtf8(type.length) + " is not known");
     return Element{{*length, 1}, {2 * *length, 2}, *length, length};
   }
   if (const auto own = BuiltInExtent(type.name, target)) return Uniform(*own);
   const auto record = records(type.name);
-  if (!record) return Failure("the type " + ToUtf8(type.name) + " is not known");
+  if (!record) return NoLayout("the type " + ToUtf8(type.name) + " is not known");
   return Element{record->extent, record->in_memory, record->written, std::nullopt};
 }
 
@@ -51,9 +51,9 @@ std::expected<long, std::string> CountOf(const Member& member, const LengthLooku
     const auto low = bounds.lower.empty() ? 0 : lengths(bounds.lower);
     const auto high = lengths(bounds.upper);
     if (!low || !high || *high < *low || *high > kLargest || *low < -kLargest)
-      return Failure("the bounds of " + ToUtf8(member.name) + " are not known");
+      return NoLayout("the bounds of " + ToUtf8(member.name) + " are not known");
     if (__builtin_mul_overflow(count, *high - *low + 1, &count))
-      return Failure(ToUtf8(member.name) + " is too large");
+      return NoLayout(ToUtf8(member.name) + " is too large");
   }
   return count;
 }
@@ -90,14 +90,14 @@ std::expected<RecordLayout, std::string> LayOut(const Record& record, Target tar
     const bool is_dynamic = member.is_array && member.dimensions.empty();
     const auto element =
         is_dynamic ? Uniform(pointer) : ElementOf(member, target, lengths, records);
-    if (!element) return Failure(element.error());
+    if (!element) return NoLayout(element.error());
     const auto count = CountOf(member, lengths);
-    if (!count) return Failure(count.error());
+    if (!count) return NoLayout(count.error());
     MemberPlace place;
     long in_memory = 0;
     const bool is_too_large = *count > kLargest / std::max(element->in_memory.size, 1L) ||
                               layout.in_memory.size > kLargest;
-    if (is_too_large) return Failure(ToUtf8(member.name) + " is too large");
+    if (is_too_large) return NoLayout(ToUtf8(member.name) + " is too large");
     Append(layout.extent, element->passed, *count, place.offset);
     Append(layout.in_memory, element->in_memory, *count, in_memory);
     layout.written += element->written * *count;

@@ -12,7 +12,6 @@
 namespace declarium {
 namespace {
 
-constexpr std::u16string_view kWriteError = u"Chyba pri zápise do súboru.";
 constexpr std::u16string_view kChangesKept =
     u"Čo sa nedalo zapísať, je uložené v histórii. Otvoríte to cez Databáza, Obnoviť staršiu "
     u"verziu.";

@@ -15,7 +15,6 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::StartsWith;
 
-constexpr std::u16string_view kWriteError = u"Chyba pri zápise do súboru.";
 constexpr std::u16string_view kAskReplace =
     u"Súbor medzitým zmenil niekto iný. Nahradiť ho? Jeho obsah zostane v histórii.";
 

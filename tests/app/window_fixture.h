@@ -36,6 +36,8 @@ std::string LibraryContent(std::u16string_view title,
                            const std::vector<std::pair<std::u16string, std::u16string>>& declares,
                            const std::vector<std::pair<std::u16string, std::u16string>>& types);
 
+inline constexpr std::u16string_view kWriteError = u"Chyba pri zápise do súboru.";
+
 class WindowTest : public testing::Test {
  protected:
   WindowTest();

@@ -6,7 +6,7 @@
 namespace declarium::cli {
 namespace {
 
-class Target : public CliTest {
+class TargetOption : public CliTest {
  protected:
   Target() {
     folder_.Put("sample.facts",
@@ -18,7 +18,7 @@ class Target : public CliTest {
   }
 };
 
-TEST_F(Target, ShowWritesTheFormOfTheTarget) {
+TEST_F(TargetOption, ShowWritesTheFormOfTheTarget) {
   EXPECT_EQ(RunCli({"show", library_, "GetOuter", "--target", "vba7"}).out,
             "#If VBA7 Then\n"
             "Declare PtrSafe Function GetOuter Lib \"user32\" (ByVal hWnd As LongPtr, lpOuter As "
@@ -34,12 +34,12 @@ TEST_F(Target, ShowWritesTheFormOfTheTarget) {
   }
 }
 
-TEST_F(Target, Vb6IsWhatTheLibraryKeeps) {
+TEST_F(TargetOption, Vb6IsWhatTheLibraryKeeps) {
   EXPECT_EQ(RunCli({"show", library_, "GetOuter", "--target", "vb6"}).out,
             RunCli({"show", library_, "GetOuter"}).out);
 }
 
-TEST_F(Target, ShowTellsWhat64BitsDoNotHaveAndGoesOn) {
+TEST_F(TargetOption, ShowTellsWhat64BitsDoNotHaveAndGoesOn) {
   const auto run =
       RunCli({"--json", "show", library_, "ResetAll", "GetOuter", "--target", "vba7-only"});
   EXPECT_EQ(run.status, 0);
@@ -48,7 +48,7 @@ TEST_F(Target, ShowTellsWhat64BitsDoNotHaveAndGoesOn) {
   EXPECT_TRUE(run.out.contains("\"name\":\"GetOuter\"")) << run.out;
 }
 
-TEST_F(Target, BasketInsertAndExportWriteTheSame) {
+TEST_F(TargetOption, BasketInsertAndExportWriteTheSame) {
   const std::string declaration =
       "Declare PtrSafe Function GetOuter Lib \"user32\" (ByVal hWnd As LongPtr, lpOuter As Outer) "
       "As LongPtr\r\n";
@@ -64,11 +64,11 @@ TEST_F(Target, BasketInsertAndExportWriteTheSame) {
   EXPECT_TRUE(ContentOf(all).contains(declaration)) << ContentOf(all);
 }
 
-TEST_F(Target, AnUnknownOneIsWrongUse) {
+TEST_F(TargetOption, AnUnknownOneIsWrongUse) {
   EXPECT_EQ(RunCli({"show", library_, "GetOuter", "--target", "vb5"}).status, 2);
 }
 
-TEST_F(Target, ALibraryWithoutFactsIsReadByNamesAndMarked) {
+TEST_F(TargetOption, ALibraryWithoutFactsIsReadByNamesAndMarked) {
   std::filesystem::remove(folder_ / "sample.facts");
   EXPECT_EQ(RunCli({"show", library_, "GetOuter", "--target", "vba7-only"}).out,
             "Declare PtrSafe Function GetOuter Lib \"user32\" (ByVal hWnd As LongPtr, lpOuter As "

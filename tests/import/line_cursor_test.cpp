@@ -28,18 +28,18 @@ Lines LinesOf(std::string_view bytes) {
   return lines;
 }
 
-using Texts = std::vector<std::string>;
+using LineTexts = std::vector<std::string>;
 using Numbers = std::vector<std::size_t>;
 
 TEST(FileCursor, ATextAlwaysEndsInALine) {
-  EXPECT_EQ(LinesOf("").texts, Texts{""});
-  EXPECT_EQ(LinesOf("a\r\n\r\nb\r\n").texts, (Texts{"a", "", "b", ""}));
-  EXPECT_EQ(LinesOf("a\rb\nc").texts, Texts{"a\rb\nc"});
+  EXPECT_EQ(LinesOf("").texts, LineTexts{""});
+  EXPECT_EQ(LinesOf("a\r\n\r\nb\r\n").texts, (LineTexts{"a", "", "b", ""}));
+  EXPECT_EQ(LinesOf("a\rb\nc").texts, LineTexts{"a\rb\nc"});
 }
 
 TEST(FileCursor, JoinsContinuedLinesAndKeepsTheBlank) {
   const auto lines = LinesOf("a _\r\n  b _\r\nc\r\nd _");
-  EXPECT_EQ(lines.texts, (Texts{"a   b c", "d _"}));
+  EXPECT_EQ(lines.texts, (LineTexts{"a   b c", "d _"}));
   EXPECT_EQ(lines.numbers, (Numbers{1, 4}));
   EXPECT_FALSE(lines.is_uncertain);
 }

@@ -45,7 +45,7 @@ Report ReportOf(const ParsedItems& parsed) {
   return report;
 }
 
-ParsedItems Parse(std::u16string text) {
+ParsedItems ParseText(std::u16string text) {
   return ParseDeclarations(ReadSource(std::move(text)));
 }
 
@@ -209,7 +209,7 @@ TEST_P(Losses, WhatIsNotUtf8InAFileWithAMarkIsForeign) {
 TEST_P(Losses, TheSameIsReadWhateverTheEncodingAndTheLineEndsAre) {
   const std::u16string text =
       u"Const \u010D = 1 '\u0161\nType T\n\t\u017E As Long\nEnd Type\nConst A = _\n \"\u0161\"\n";
-  const auto expected = Parse(Replace(text, u"\n", u"\r\n"));
+  const auto expected = ParseText(Replace(text, u"\n", u"\r\n"));
   ASSERT_THAT(TextsOf(expected[Kind::kConst].names), ElementsAre(u"\u010D", u"A"));
   for (const auto* name : {"windows-1250", "windows-1257", "utf-8", "utf-16le", "utf-16be"}) {
     for (const auto* line_end : {u"\r\n", u"\n", u"\r"}) {
@@ -293,7 +293,7 @@ TEST_P(Losses, WhateverStandsInASourceALibraryCanKeepWhatIsRead) {
   Random random(17);
   for (int round = 0; round < 10'000; ++round) {
     const auto source = random.Text(kPieces, 14);
-    auto parsed = Parse(source);
+    auto parsed = ParseText(source);
     if (GetParam() == Reading::kVisualBasic) parsed = ReadAsVisualBasic(source, parsed).items;
     for (const auto kind : kKinds) {
       for (const auto name : parsed[kind].names) ASSERT_TRUE(IsKeepable(name)) << ToUtf8(source);
@@ -322,14 +322,14 @@ TEST(LiteralLosses, ANestedRecordWithABadHeaderLeavesTheOneAroundItOutToo) {
 }
 
 TEST(LiteralLosses, AMemberReadAsADeclarationTooIsReportedOnce) {
-  const auto parsed = Parse(u"Type T\r\n\tConst B = 1 '\u2192\r\nEnd Type\r\n");
+  const auto parsed = ParseText(u"Type T\r\n\tConst B = 1 '\u2192\r\nEnd Type\r\n");
   EXPECT_THAT(ReportOf(parsed), ElementsAre("? 2:15"));
   EXPECT_THAT(TextsOf(parsed[Kind::kType].items), ElementsAre(u"\x0C"
                                                               u"Const B = 1 '?"));
 }
 
 TEST(LiteralLosses, ANameThatBeginsLikeACommentIsLeftOutToo) {
-  EXPECT_THAT(ReportOf(Parse(u"Const '\u2192 = 1")), ElementsAre("1 foreign 1:8"));
+  EXPECT_THAT(ReportOf(ParseText(u"Const '\u2192 = 1")), ElementsAre("1 foreign 1:8"));
 }
 
 struct VbCase {
@@ -342,7 +342,7 @@ class VisualBasicLosses : public testing::TestWithParam<VbCase> {};
 
 TEST_P(VisualBasicLosses, AreThoseOfTheDeclarationAlone) {
   const auto& [source, names, report] = GetParam();
-  const auto parsed = ReadAsVisualBasic(source, Parse(std::u16string(source))).items;
+  const auto parsed = ReadAsVisualBasic(source, ParseText(std::u16string(source))).items;
   EXPECT_EQ(TextsOf(parsed[Kind::kConst].names), names) << ToUtf8(source);
   EXPECT_EQ(ReportOf(parsed), report) << ToUtf8(source);
 }
@@ -374,7 +374,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(VisualBasicLosses, AreNoDifference) {
   const std::u16string_view source = u"Const A = \"\u2192\"\r\nConst B = 1 '\u2192\r\n";
-  EXPECT_TRUE(ReadAsVisualBasic(source, Parse(std::u16string(source))).differences.empty());
+  EXPECT_TRUE(ReadAsVisualBasic(source, ParseText(std::u16string(source))).differences.empty());
 }
 
 }  // namespace

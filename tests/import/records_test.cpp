@@ -14,7 +14,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-std::vector<std::u16string> Texts(const StringList& list) {
+std::vector<std::u16string> TextsIn(const StringList& list) {
   return {list.begin(), list.end()};
 }
 
@@ -30,20 +30,20 @@ ParsedItems ParsedBoth(const std::string& bytes) {
 
 TEST(Records, ARecordInsideAnotherHoldsTheRestOfIt) {
   const auto parsed = ParsedBoth("Type A\r\nx\r\nType B note\r\n'  y\r\nEnd Type\r\nType C\r\nz");
-  EXPECT_THAT(Texts(parsed[Kind::kType].names), ElementsAre(u"A", u"B", u"C"));
-  EXPECT_THAT(Texts(parsed[Kind::kType].items),
+  EXPECT_THAT(TextsIn(parsed[Kind::kType].names), ElementsAre(u"A", u"B", u"C"));
+  EXPECT_THAT(TextsIn(parsed[Kind::kType].items),
               ElementsAre(u"\x0Cx\x0DType B note\x0D'y", u"note\x0C'y", u"\x0Cz"));
 }
 
 TEST(Records, ARecordDirectlyBeforeTheEndHasNoMembers) {
   const auto parsed = ParsedBoth("Type A\r\nType B\r\nEnd Type\r\nType C\r\nType D");
-  EXPECT_THAT(Texts(parsed[Kind::kType].items),
+  EXPECT_THAT(TextsIn(parsed[Kind::kType].items),
               ElementsAre(u"\x0CType B", u"", u"\x0CType D", u""));
 }
 
 TEST(Records, AnEmptyMemberIsAMember) {
   const auto parsed = ParsedBoth("Type A\r\nType B\r\n\r\nEnd Type");
-  EXPECT_THAT(Texts(parsed[Kind::kType].items), ElementsAre(u"\x0CType B\x0D", u"\x0C"));
+  EXPECT_THAT(TextsIn(parsed[Kind::kType].items), ElementsAre(u"\x0CType B\x0D", u"\x0C"));
 }
 
 // Nested records of the names given, all inside one outermost record with one member of ten units
@@ -83,7 +83,7 @@ struct Nest {
 TEST(Records, WithinTheLimitEveryNestedRecordIsMade) {
   Nest nest(100, {u"A", u"B", u"C"});
   EXPECT_THAT(nest.DroppedLines(), IsEmpty());
-  EXPECT_THAT(Texts(nest.parsed[Kind::kType].items), ElementsAre(u"\x0C"
+  EXPECT_THAT(TextsIn(nest.parsed[Kind::kType].items), ElementsAre(u"\x0C"
                                                                  u"123456789\x0D"
                                                                  u"123456789\x0D"
                                                                  u"123456789",
@@ -100,14 +100,14 @@ TEST(Records, BeyondTheLimitOnlyWhatAMergeKeepsIsMade) {
   EXPECT_THAT(nest.DroppedLines(), IsEmpty());
   Library library;
   MergeItems(library, nest.parsed, Existing::kReplace);
-  EXPECT_THAT(Texts(library[Kind::kType].names), ElementsAre(u"A", u"Outermost"));
+  EXPECT_THAT(TextsIn(library[Kind::kType].names), ElementsAre(u"A", u"Outermost"));
   EXPECT_EQ(library[Kind::kType].items[0], u"");
 }
 
 TEST(Records, BeyondTheLimitTheLongestAreDroppedAndReported) {
   Nest nest(12, {u"A", u"B", u"C", u"D"});
   EXPECT_THAT(nest.DroppedLines(), ElementsAre(3, 2));
-  EXPECT_THAT(Texts(nest.parsed[Kind::kType].names), ElementsAre(u"Outermost", u"C", u"D"));
+  EXPECT_THAT(TextsIn(nest.parsed[Kind::kType].names), ElementsAre(u"Outermost", u"C", u"D"));
 }
 
 TEST(Records, ManyTypeLinesWithoutAnEndNeitherCrashNorFillTheMemory) {

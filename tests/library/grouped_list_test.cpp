@@ -8,14 +8,14 @@
 namespace declarium {
 namespace {
 
-GroupedList ListOf(const std::vector<std::u16string>& texts) {
+GroupedList GroupedListOf(const std::vector<std::u16string>& texts) {
   GroupedList list;
   for (const auto& text : texts) list.push_back({text, 1});
   return list;
 }
 
 TEST(AlphabeticInsertion, IsBeforeTheFirstGreaterText) {
-  const auto list = ListOf({u"b", u"D", u"f"});
+  const auto list = GroupedListOf({u"b", u"D", u"f"});
   EXPECT_EQ(GetAlphabeticInsertion(1, 3, u"A", list), 1);
   EXPECT_EQ(GetAlphabeticInsertion(1, 3, u"c", list), 2);
   EXPECT_EQ(GetAlphabeticInsertion(1, 3, u"E", list), 3);
@@ -23,18 +23,18 @@ TEST(AlphabeticInsertion, IsBeforeTheFirstGreaterText) {
 }
 
 TEST(AlphabeticInsertion, IsNoneForATextAlreadyInTheRange) {
-  const auto list = ListOf({u"b", u"D", u"f"});
+  const auto list = GroupedListOf({u"b", u"D", u"f"});
   EXPECT_EQ(GetAlphabeticInsertion(1, 3, u"d", list), -1);
   EXPECT_EQ(GetAlphabeticInsertion(3, 3, u"d", list), 3) << "outside the range it does not count";
 }
 
 TEST(AlphabeticInsertion, IsTheStartOfAnEmptyRange) {
   EXPECT_EQ(GetAlphabeticInsertion(1, 0, u"a", {}), 1);
-  EXPECT_EQ(GetAlphabeticInsertion(4, 3, u"a", ListOf({u"x", u"y", u"z"})), 4);
+  EXPECT_EQ(GetAlphabeticInsertion(4, 3, u"a", GroupedListOf({u"x", u"y", u"z"})), 4);
 }
 
 TEST(AlphabeticInsertion, InARangeOutOfOrderStopsAtTheFirstGreaterText) {
-  EXPECT_EQ(GetAlphabeticInsertion(1, 2, u"a", ListOf({u"b", u"a"})), 1);
+  EXPECT_EQ(GetAlphabeticInsertion(1, 2, u"a", GroupedListOf({u"b", u"a"})), 1);
 }
 
 TEST(FindItemByIcon, GivesTheFirstEntryWithTheIcon) {
@@ -50,7 +50,7 @@ TEST(InsertEntry, TakesPositionsFromOneToOneBeyondTheEnd) {
   InsertEntry(list, 1, {u"b", 1});
   InsertEntry(list, 1, {u"a", 1});
   InsertEntry(list, 3, {u"c", 1});
-  EXPECT_EQ(list, ListOf({u"a", u"b", u"c"}));
+  EXPECT_EQ(list, GroupedListOf({u"a", u"b", u"c"}));
 }
 
 }  // namespace

@@ -60,7 +60,7 @@ Library ConstLibrary(int count) {
   return library;
 }
 
-SearchCriteria NameIs(std::u16string text) {
+SearchCriteria WholeNameIs(std::u16string text) {
   SearchCriteria criteria;
   criteria.nameText = std::move(text);
   criteria.nameWhole = true;
@@ -69,14 +69,14 @@ SearchCriteria NameIs(std::u16string text) {
 
 TEST(Search, GoesThroughConstsDeclaresAndTypesInListOrder) {
   Recorder recorder;
-  EXPECT_EQ(Search(NameIs(u"*"), SmallLibrary(), recorder), SearchOutcome::kDone);
+  EXPECT_EQ(Search(WholeNameIs(u"*"), SmallLibrary(), recorder), SearchOutcome::kDone);
   EXPECT_EQ(recorder.hits, (Strings{u"A/1", u"b/1", u"A/2", u"A/3", u"C/3"}));
   EXPECT_EQ(recorder.begins, (Numbers{2}));
   EXPECT_EQ(recorder.ends, 1);
 }
 
 TEST(Search, LooksAtTheCheckedKindsOnly) {
-  auto criteria = NameIs(u"*");
+  auto criteria = WholeNameIs(u"*");
   criteria.searchConsts = false;
   criteria.searchDeclares = false;
   Recorder types;
@@ -120,15 +120,15 @@ TEST(Search, NoCriteriaIsSaidBeforeNotEnoughItems) {
 
 TEST(Search, KindsWithAtMostOneItemEachAreNotEnough) {
   Recorder recorder;
-  EXPECT_EQ(Search(NameIs(u"*"), Library(), recorder), SearchOutcome::kNotEnough);
-  auto declares = NameIs(u"*");
+  EXPECT_EQ(Search(WholeNameIs(u"*"), Library(), recorder), SearchOutcome::kNotEnough);
+  auto declares = WholeNameIs(u"*");
   declares.searchConsts = declares.searchTypes = false;
   EXPECT_EQ(Search(declares, SmallLibrary(), recorder), SearchOutcome::kNotEnough);
   Library one_each;
   one_each.SetItems(Kind::kConst, {{u"A"}, {}});
   one_each.SetItems(Kind::kType, {{u"B"}, {}});
-  EXPECT_EQ(Search(NameIs(u"*"), one_each, recorder), SearchOutcome::kNotEnough);
-  auto none = NameIs(u"*");
+  EXPECT_EQ(Search(WholeNameIs(u"*"), one_each, recorder), SearchOutcome::kNotEnough);
+  auto none = WholeNameIs(u"*");
   none.searchConsts = none.searchDeclares = none.searchTypes = false;
   EXPECT_EQ(Search(none, SmallLibrary(), recorder), SearchOutcome::kNotEnough);
   ExpectUntouched(recorder);
@@ -146,14 +146,14 @@ TEST(Search, ANameWithoutAnItemStringIsSearchedAsOneWithAnEmptyOne) {
 
 TEST(SearchProgress, IsWrittenForEveryItemOfASmallSearch) {
   Recorder recorder;
-  Search(NameIs(u"nothing"), ConstLibrary(5), recorder);
+  Search(WholeNameIs(u"nothing"), ConstLibrary(5), recorder);
   EXPECT_EQ(recorder.begins, (Numbers{4}));
   EXPECT_EQ(recorder.positions, (Numbers{0, 1, 2, 3, 4, 4}));
 }
 
 TEST(SearchProgress, IsWrittenAboutTwoHundredTimesInALargeSearch) {
   Recorder recorder;
-  Search(NameIs(u"nothing"), ConstLibrary(1001), recorder);
+  Search(WholeNameIs(u"nothing"), ConstLibrary(1001), recorder);
   Numbers expected;
   for (int position = 0; position <= 1000; position += 5) expected.push_back(position);
   expected.push_back(1000);
@@ -167,18 +167,18 @@ TEST(SearchProgress, NeverGoesBeyondTheMaximum) {
     library.SetItems(kind, {{u"A", u"B"}, {u"", u""}});
   }
   Recorder recorder;
-  Search(NameIs(u"nothing"), library, recorder);
+  Search(WholeNameIs(u"nothing"), library, recorder);
   EXPECT_EQ(recorder.begins, (Numbers{2}));
   EXPECT_EQ(recorder.positions, (Numbers{0, 1, 2}));
 }
 
 TEST(SearchCount, IsShownWhenItChangedAndMoreThanFiftyMillisecondsPassed) {
   Recorder slow(51);
-  Search(NameIs(u"*"), ConstLibrary(4), slow);
+  Search(WholeNameIs(u"*"), ConstLibrary(4), slow);
   EXPECT_EQ(slow.counts, (Numbers{0, 1, 2, 3, 4}));
 
   Recorder at_the_limit(50, 0);
-  Search(NameIs(u"*"), ConstLibrary(4), at_the_limit);
+  Search(WholeNameIs(u"*"), ConstLibrary(4), at_the_limit);
   EXPECT_EQ(at_the_limit.counts.front(), 0);
   EXPECT_EQ(at_the_limit.counts.back(), 4);
   EXPECT_EQ(at_the_limit.counts, (Numbers{0, 2, 4})) << "50 are not more than 50";
@@ -186,16 +186,16 @@ TEST(SearchCount, IsShownWhenItChangedAndMoreThanFiftyMillisecondsPassed) {
 
 TEST(SearchCount, OfAFastSearchIsShownAtTheStartAndAtTheEnd) {
   Recorder fast(0);
-  Search(NameIs(u"*"), ConstLibrary(100), fast);
+  Search(WholeNameIs(u"*"), ConstLibrary(100), fast);
   EXPECT_EQ(fast.counts, (Numbers{0, 100}));
   Recorder without_hits(0);
-  Search(NameIs(u"nothing"), ConstLibrary(100), without_hits);
+  Search(WholeNameIs(u"nothing"), ConstLibrary(100), without_hits);
   EXPECT_EQ(without_hits.counts, (Numbers{0}));
 }
 
 TEST(SearchCount, LivesThroughAClockThatWrapsAround) {
   Recorder recorder(60, 0xFFFFFFFFU - 100);
-  Search(NameIs(u"*"), ConstLibrary(4), recorder);
+  Search(WholeNameIs(u"*"), ConstLibrary(4), recorder);
   EXPECT_EQ(recorder.counts, (Numbers{0, 1, 2, 3, 4}));
 }
 

@@ -11,7 +11,7 @@ namespace {
 
 using namespace std::string_literals;
 
-constexpr std::u16string_view kKey = u"Software\\Test";
+constexpr std::u16string_view kStoreKey = u"Software\\Test";
 
 std::string Hex(std::string_view bytes) {
   constexpr char kDigits[] = "0123456789abcdef";
@@ -25,100 +25,100 @@ std::string Hex(std::string_view bytes) {
 
 TEST(SettingsStore, CreatesTheKeyBeforeItWrites) {
   MemoryStore store;
-  EXPECT_TRUE(store.SetValue(kKey, u"A", ValueType::kInteger, 1));
-  EXPECT_EQ(store.created, std::vector<std::u16string>{std::u16string(kKey)});
+  EXPECT_TRUE(store.SetValue(kStoreKey, u"A", ValueType::kInteger, 1));
+  EXPECT_EQ(store.created, std::vector<std::u16string>{std::u16string(kStoreKey)});
   EXPECT_EQ(store.written, std::vector<std::u16string>{u"A"});
 }
 
 TEST(SettingsStore, StoresIntegersAsFourBytesLowByteFirst) {
   MemoryStore store;
-  EXPECT_TRUE(store.SetValue(kKey, u"A", ValueType::kInteger, 0x01020304));
-  EXPECT_TRUE(store.SetValue(kKey, u"B", ValueType::kInteger, -1));
-  EXPECT_EQ(store.Type(kKey, u"A"), 4U);
-  EXPECT_EQ(Hex(store.Bytes(kKey, u"A")), "04030201");
-  EXPECT_EQ(Hex(store.Bytes(kKey, u"B")), "ffffffff");
-  EXPECT_EQ(store.GetValue(kKey, u"B", {}), SettingValue(-1));
+  EXPECT_TRUE(store.SetValue(kStoreKey, u"A", ValueType::kInteger, 0x01020304));
+  EXPECT_TRUE(store.SetValue(kStoreKey, u"B", ValueType::kInteger, -1));
+  EXPECT_EQ(store.Type(kStoreKey, u"A"), 4U);
+  EXPECT_EQ(Hex(store.Bytes(kStoreKey, u"A")), "04030201");
+  EXPECT_EQ(Hex(store.Bytes(kStoreKey, u"B")), "ffffffff");
+  EXPECT_EQ(store.GetValue(kStoreKey, u"B", {}), SettingValue(-1));
 }
 
 TEST(SettingsStore, StoresTextInUtf16WithItsTerminator) {
   MemoryStore store;
-  EXPECT_TRUE(store.SetValue(kKey, u"A", ValueType::kText, u"Až"s));
-  EXPECT_EQ(store.Type(kKey, u"A"), 1U);
-  EXPECT_EQ(Hex(store.Bytes(kKey, u"A")), "41007e010000");
+  EXPECT_TRUE(store.SetValue(kStoreKey, u"A", ValueType::kText, u"Až"s));
+  EXPECT_EQ(store.Type(kStoreKey, u"A"), 1U);
+  EXPECT_EQ(Hex(store.Bytes(kStoreKey, u"A")), "41007e010000");
 }
 
 TEST(SettingsStore, ReturnsTextExactlyAsItWasWritten) {
   MemoryStore store;
   for (const auto& text : {u""s, u"a"s, u"Databáza č. 1"s, u"\xD800"s, u"a\0b"s, u"a\0"s, u"\0"s,
                            u" a\r\n"s, u"日本"s}) {
-    ASSERT_TRUE(store.SetValue(kKey, u"A", ValueType::kText, text));
-    EXPECT_EQ(store.GetValue(kKey, u"A", 7), SettingValue(text));
+    ASSERT_TRUE(store.SetValue(kStoreKey, u"A", ValueType::kText, text));
+    EXPECT_EQ(store.GetValue(kStoreKey, u"A", 7), SettingValue(text));
   }
 }
 
 TEST(SettingsStore, ReadsTextThatWasStoredWithoutItsTerminator) {
   MemoryStore store;
-  store.Put(kKey, u"A", 1, "W\0i\0n\0"s);
-  EXPECT_EQ(store.GetValue(kKey, u"A", {}), SettingValue(u"Win"s));
-  store.Put(kKey, u"A", 1, "");
-  EXPECT_EQ(store.GetValue(kKey, u"A", {}), SettingValue(u""s));
+  store.Put(kStoreKey, u"A", 1, "W\0i\0n\0"s);
+  EXPECT_EQ(store.GetValue(kStoreKey, u"A", {}), SettingValue(u"Win"s));
+  store.Put(kStoreKey, u"A", 1, "");
+  EXPECT_EQ(store.GetValue(kStoreKey, u"A", {}), SettingValue(u""s));
 }
 
 TEST(SettingsStore, PassesOverHalfACharacterAtTheEndOfText) {
   MemoryStore store;
-  store.Put(kKey, u"A", 1, "W\0i"s);
-  EXPECT_EQ(store.GetValue(kKey, u"A", {}), SettingValue(u"W"s));
+  store.Put(kStoreKey, u"A", 1, "W\0i"s);
+  EXPECT_EQ(store.GetValue(kStoreKey, u"A", {}), SettingValue(u"W"s));
 }
 
 TEST(SettingsStore, ReturnsTheWholeOfABinaryValueAsText) {
   MemoryStore store;
-  EXPECT_TRUE(store.SetValue(kKey, u"A", ValueType::kBinary, u"ž\0"s));
-  EXPECT_EQ(store.Type(kKey, u"A"), 3U);
-  EXPECT_EQ(Hex(store.Bytes(kKey, u"A")), "9e00");
-  EXPECT_EQ(store.GetValue(kKey, u"A", {}), SettingValue(u"ž\0"s));
+  EXPECT_TRUE(store.SetValue(kStoreKey, u"A", ValueType::kBinary, u"ž\0"s));
+  EXPECT_EQ(store.Type(kStoreKey, u"A"), 3U);
+  EXPECT_EQ(Hex(store.Bytes(kStoreKey, u"A")), "9e00");
+  EXPECT_EQ(store.GetValue(kStoreKey, u"A", {}), SettingValue(u"ž\0"s));
 }
 
 TEST(SettingsStore, ReturnsAValueInTheTypeInWhichItIsStored) {
   MemoryStore store;
-  ASSERT_TRUE(store.SetValue(kKey, u"Text", ValueType::kText, u"abcdefgh"s));
-  ASSERT_TRUE(store.SetValue(kKey, u"Number", ValueType::kInteger, 5));
-  EXPECT_EQ(store.GetValue(kKey, u"Text", 3), SettingValue(u"abcdefgh"s));
-  EXPECT_EQ(store.GetValue(kKey, u"Number", u"x"s), SettingValue(5));
+  ASSERT_TRUE(store.SetValue(kStoreKey, u"Text", ValueType::kText, u"abcdefgh"s));
+  ASSERT_TRUE(store.SetValue(kStoreKey, u"Number", ValueType::kInteger, 5));
+  EXPECT_EQ(store.GetValue(kStoreKey, u"Text", 3), SettingValue(u"abcdefgh"s));
+  EXPECT_EQ(store.GetValue(kStoreKey, u"Number", u"x"s), SettingValue(5));
 }
 
 TEST(SettingsStore, ReturnsAnEmptyValueForOtherTypesAndBrokenIntegers) {
   MemoryStore store;
-  store.Put(kKey, u"Expandable", 2, "%\0\0\0"s);
-  store.Put(kKey, u"Quad", 11, "12345678");
-  store.Put(kKey, u"Short", 4, "12");
-  store.Put(kKey, u"Long", 4, "12345");
+  store.Put(kStoreKey, u"Expandable", 2, "%\0\0\0"s);
+  store.Put(kStoreKey, u"Quad", 11, "12345678");
+  store.Put(kStoreKey, u"Short", 4, "12");
+  store.Put(kStoreKey, u"Long", 4, "12345");
   for (const auto* name : {u"Expandable", u"Quad", u"Short", u"Long"}) {
-    EXPECT_EQ(store.GetValue(kKey, name, 9), SettingValue());
+    EXPECT_EQ(store.GetValue(kStoreKey, name, 9), SettingValue());
   }
 }
 
 TEST(SettingsStore, ReturnsTheDefaultForAMissingValueAndAFailedRead) {
   MemoryStore store;
-  EXPECT_EQ(store.GetValue(kKey, u"A", 9), SettingValue(9));
-  ASSERT_TRUE(store.SetValue(kKey, u"A", ValueType::kInteger, 1));
+  EXPECT_EQ(store.GetValue(kStoreKey, u"A", 9), SettingValue(9));
+  ASSERT_TRUE(store.SetValue(kStoreKey, u"A", ValueType::kInteger, 1));
   store.fails = true;
-  EXPECT_EQ(store.GetValue(kKey, u"A", u"x"s), SettingValue(u"x"s));
+  EXPECT_EQ(store.GetValue(kStoreKey, u"A", u"x"s), SettingValue(u"x"s));
 }
 
 TEST(SettingsStore, TellsWhetherTheWriteSucceeded) {
   MemoryStore store;
   store.fails = true;
-  EXPECT_FALSE(store.SetValue(kKey, u"A", ValueType::kInteger, 1));
+  EXPECT_FALSE(store.SetValue(kStoreKey, u"A", ValueType::kInteger, 1));
 }
 
 TEST(SettingsStore, ConvertsAValueToTheTypeThatIsToBeStored) {
   MemoryStore store;
-  EXPECT_TRUE(store.SetValue(kKey, u"A", ValueType::kInteger, u"-12"s));
-  EXPECT_EQ(store.GetValue(kKey, u"A", {}), SettingValue(-12));
-  EXPECT_TRUE(store.SetValue(kKey, u"A", ValueType::kText, -12));
-  EXPECT_EQ(store.GetValue(kKey, u"A", {}), SettingValue(u"-12"s));
-  EXPECT_FALSE(store.SetValue(kKey, u"A", ValueType::kInteger, u"twelve"s));
-  EXPECT_EQ(store.GetValue(kKey, u"A", {}), SettingValue(u"-12"s));
+  EXPECT_TRUE(store.SetValue(kStoreKey, u"A", ValueType::kInteger, u"-12"s));
+  EXPECT_EQ(store.GetValue(kStoreKey, u"A", {}), SettingValue(-12));
+  EXPECT_TRUE(store.SetValue(kStoreKey, u"A", ValueType::kText, -12));
+  EXPECT_EQ(store.GetValue(kStoreKey, u"A", {}), SettingValue(u"-12"s));
+  EXPECT_FALSE(store.SetValue(kStoreKey, u"A", ValueType::kInteger, u"twelve"s));
+  EXPECT_EQ(store.GetValue(kStoreKey, u"A", {}), SettingValue(u"-12"s));
 }
 
 TEST(SettingsStore, ReadsIntegersOutOfTextsOfNumbers) {

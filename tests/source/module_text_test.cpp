@@ -133,7 +133,7 @@ TEST(InsertIntoModule, TouchesNoByteOfAnyModule) {
     ASSERT_TRUE(module);
     const auto at = module->bytes.find("<>");
     ASSERT_NE(at, std::string::npos);
-    const auto line_end = module->line_end == LineEnd::kCrLf ? std::string("\r\n")
+    const auto line_end = module->line_end == LineEnd::kCrAndLf ? std::string("\r\n")
                           : module->line_end == LineEnd::kLf ? std::string("\n")
                                                              : std::string("\r");
     const auto before = module->bytes.substr(0, at);

@@ -23,14 +23,14 @@ std::string_view UpToNul(std::string_view text) {
   return text.substr(0, text.find('\0'));
 }
 
-std::string_view Part(std::string_view bytes, std::size_t offset, std::size_t size) {
+std::string_view BytesAt(std::string_view bytes, std::size_t offset, std::size_t size) {
   return offset <= bytes.size() ? bytes.substr(offset, size) : std::string_view();
 }
 
 std::string SymbolName(std::string_view bytes, std::size_t entry, std::size_t strings) {
-  if (Number(bytes, entry, 4) != 0) return std::string(UpToNul(Part(bytes, entry, 8)));
+  if (Number(bytes, entry, 4) != 0) return std::string(UpToNul(BytesAt(bytes, entry, 8)));
   const std::size_t offset = strings + Number(bytes, entry + 4, 4);
-  return std::string(UpToNul(Part(bytes, offset, std::string_view::npos)));
+  return std::string(UpToNul(BytesAt(bytes, offset, std::string_view::npos)));
 }
 
 }  // namespace
@@ -53,8 +53,8 @@ std::optional<CoffObject> ReadObject(std::string_view bytes) {
   for (std::size_t i = 0; i < section_count; ++i) {
     const std::size_t header = sections + i * kSectionHeader;
     object.sections.push_back(
-        {std::string(UpToNul(Part(bytes, header, 8))),
-         Part(bytes, Number(bytes, header + 20, 4), Number(bytes, header + 16, 4))});
+        {std::string(UpToNul(BytesAt(bytes, header, 8))),
+         BytesAt(bytes, Number(bytes, header + 20, 4), Number(bytes, header + 16, 4))});
   }
   const std::size_t strings = symbols + symbol_count * kSymbolEntry;
   for (std::size_t i = 0; i < symbol_count; ++i) {
@@ -75,7 +75,7 @@ bool ForEachMember(std::string_view bytes, const std::function<void(std::string_
     const std::string_view digits = bytes.substr(position + 48, 10);
     std::size_t size = 0;
     std::from_chars(digits.data(), digits.data() + digits.size(), size);
-    visit(Part(bytes, position + kMemberHeader, size));
+    visit(BytesAt(bytes, position + kMemberHeader, size));
     position += kMemberHeader + size + size % 2;
   }
   return true;

@@ -14,7 +14,7 @@
 namespace declarium::win32_library {
 namespace {
 
-using Failure = std::unexpected<std::string>;
+using NoConstant = std::unexpected<std::string>;
 
 constexpr std::size_t kLongestText = 900;
 
@@ -41,7 +41,7 @@ std::optional<std::string> RealLiteral(double value) {
   return literal;
 }
 
-std::string Quoted(const std::string& text) {
+std::string BasicLiteral(const std::string& text) {
   std::string quoted = "\"";
   for (const char c : text) quoted += c == '"' ? std::string("\"\"") : std::string(1, c);
   return quoted + "\"";
@@ -68,9 +68,9 @@ std::string NoValueReason(const std::vector<Token>& tokens) {
 std::expected<vb::Value, std::string> TextValue(const Constant& constant,
                                                 const MacroLookup& macros) {
   const auto text = StringOf(constant.tokens, macros);
-  if (!text) return Failure(NoValueReason(constant.tokens));
-  if (!SurvivesTheLineReader(*text)) return Failure("a text that the importer would change");
-  if (text->size() > kLongestText) return Failure("longer than a line of VB");
+  if (!text) return NoConstant(NoValueReason(constant.tokens));
+  if (!SurvivesTheLineReader(*text)) return NoConstant("a text that the importer would change");
+  if (text->size() > kLongestText) return NoConstant("longer than a line of VB");
   return vb::Value::String(FromUtf8(*text));
 }
 
@@ -79,10 +79,10 @@ std::expected<vb::Value, std::string> ValueFor(const Constant& constant,
   if (constant.value == Constant::Value::kInteger) {
     const auto number = LongOf(constant);
     return number ? std::expected<vb::Value, std::string>(vb::Value::Long(*number))
-                  : Failure("a value beyond 32 bits");
+                  : NoConstant("a value beyond 32 bits");
   }
   if (constant.value == Constant::Value::kReal) {
-    if (!RealLiteral(constant.real)) return Failure("a fraction of more than 15 digits");
+    if (!RealLiteral(constant.real)) return NoConstant("a fraction of more than 15 digits");
     return vb::Value::Double(constant.real);
   }
   return TextValue(constant, macros);
@@ -148,14 +148,14 @@ std::optional<long> ConstantTranslator::ValueOf(const std::string& name) const {
 
 vb::Evaluated ConstantTranslator::LookUp(std::string_view name) const {
   const auto value = ValueOf(std::string(name));
-  return value ? vb::Evaluated(vb::Value::Long(*value)) : Failure("not in the library");
+  return value ? vb::Evaluated(vb::Value::Long(*value)) : NoConstant("not in the library");
 }
 
 // An expression of other constants where VB computes the compiler's value from it, a literal
 // otherwise.
 std::string ConstantTranslator::TextFor(const Candidate& candidate) const {
   const auto& [constant, value] = candidate;
-  if (value.type == vb::Value::Type::kString) return Quoted(ToUtf8(value.text));
+  if (value.type == vb::Value::Type::kString) return BasicLiteral(ToUtf8(value.text));
   if (value.type == vb::Value::Type::kDouble) return *RealLiteral(value.real);
   const auto text = RewriteExpression(constant.tokens, [&](const std::string& name) {
     return ValueOf(name).has_value() && name != constant.name && !name.ends_with('_');

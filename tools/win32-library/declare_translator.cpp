@@ -15,14 +15,6 @@ namespace {
 
 using Failure = std::unexpected<std::string>;
 
-bool IsText(const HeaderType& type) {
-  return type.kind == TypeKind::kInteger && type.size == 1 && type.is_signed;
-}
-
-bool IsWideText(const HeaderType& type) {
-  return type.IsNamed("wchar_t") || type.IsNamed("WCHAR") || type.IsNamed("OLECHAR");
-}
-
 // Whether an untyped address is meant as the address of anything; a typedef of its own, of the
 // address (HANDLE, HINTERNET, PSID) or of what it points to (GpGraphics), makes it a value to pass
 // on.
@@ -274,8 +266,8 @@ DeclareTranslator::Argument DeclareTranslator::PointerOf(const HeaderType& type,
   const HeaderType& target = *type.target;
   if (target.kind == TypeKind::kVoid)
     return {IsPlainAddress(type) ? name + " As Any" : ByValue(name, AddressType())};
-  if (IsText(target) || target.IsNamed("SQLCHAR")) return {ByValue(name, "String")};
-  if (IsWideText(target) || target.kind == TypeKind::kFunction)
+  if (target.IsText() || target.IsNamed("SQLCHAR")) return {ByValue(name, "String")};
+  if (target.IsWideText() || target.kind == TypeKind::kFunction)
     return {ByValue(name, AddressType())};
   return ReferenceTo(target, name);
 }
@@ -286,7 +278,7 @@ DeclareTranslator::Argument DeclareTranslator::ReferenceTo(const HeaderType& tar
   if (target.kind == TypeKind::kArray) return ReferenceTo(*target.target, name);
   if (target.kind == TypeKind::kPointer) return {name + " As " + AddressType()};
   if (target.kind == TypeKind::kRecord) return ReferenceToRecord(target, name);
-  if (IsWideText(target)) return {ByValue(name, AddressType())};
+  if (target.IsWideText()) return {ByValue(name, AddressType())};
   // Bytes are how the headers speak of data of any form: registry values, keys, pixels.
   if (target.IsNamed("BYTE")) return {name + " As Any"};
   if (IsScalar(target)) return {name + " As " + ScalarType(target)};

@@ -31,6 +31,14 @@ struct HeaderType {
       if (passed == name) return true;
     return false;
   }
+
+  // Characters of 8 and of 16 bits.
+  [[nodiscard]] bool IsText() const {
+    return kind == TypeKind::kInteger && size == 1 && is_signed;
+  }
+  [[nodiscard]] bool IsWideText() const {
+    return IsNamed("WCHAR") || IsNamed("wchar_t") || IsNamed("OLECHAR");
+  }
 };
 
 struct Field {

@@ -50,9 +50,9 @@ class RowNames {
 };
 
 // The rows of one library, taken with what they need.
-class Part {
+class PartNames {
  public:
-  explicit Part(const RowNames& names) : names_(names) {}
+  explicit PartNames(const RowNames& names) : names_(names) {}
 
   void Take(const ConstRow& row) {
     if (!constants_.insert(&row).second || row.type == "String") return;
@@ -125,7 +125,7 @@ std::vector<LibraryPart> SplitLibrary(const Library& library, const Areas& areas
                                       const Prefixes& prefixes) {
   const Homes homes(library, areas, metadata);
   const RowNames names(library);
-  std::vector<Part> taken(areas.titles.size(), Part(names));
+  std::vector<PartNames> taken(areas.titles.size(), PartNames(names));
   for (const ConstRow& row : library.constants) taken[homes.Of(row)].Take(row);
   for (const TypeRow& row : library.types) taken[homes.Of(row)].Take(row);
   for (const DeclareRow& row : library.declares) taken[homes.Of(row)].Take(row);

@@ -11,7 +11,7 @@ namespace declarium::win32_library {
 namespace {
 
 // As a literal of C. What no literal of VB holds is escaped by its number.
-std::string Quoted(const std::string& text) {
+std::string CLiteral(const std::string& text) {
   std::string quoted = "\"";
   for (const char c : text) {
     const auto code = static_cast<unsigned char>(c);
@@ -52,7 +52,7 @@ std::string WholeText(std::int64_t value, bool is_flags) {
   return std::string(number < 0 ? "-0x" : "0x") + std::string(digits.data(), end.ptr);
 }
 
-bool IsWide(const std::string& type) {
+bool Has64Bits(const std::string& type) {
   return type == "Int64" || type == "UInt64";
 }
 
@@ -66,13 +66,13 @@ std::set<std::string> AmbiguousNames(const Metadata& metadata) {
   return ambiguous;
 }
 
-class Source {
+class Constants {
  public:
-  explicit Source(std::set<std::string> taken) : taken_(std::move(taken)) {}
+  explicit Constants(std::set<std::string> taken) : taken_(std::move(taken)) {}
 
   void Add(const MetaEnum& item) {
     for (const auto& [name, value] : item.values)
-      if (BeginLine(name, item.area)) AddWhole(name, value, IsWide(item.base), item.is_flags);
+      if (BeginLine(name, item.area)) AddWhole(name, value, Has64Bits(item.base), item.is_flags);
   }
 
   void Add(const MetaConstant& constant) {
@@ -80,7 +80,7 @@ class Source {
     if (const auto* whole = std::get_if<std::int64_t>(&constant.value))
       AddWhole(constant.name, *whole, constant.is_wide, *whole > 0xFFFF);
     else if (const auto* text = std::get_if<std::string>(&constant.value))
-      AddMacro(constant.name, Quoted(*text));
+      AddMacro(constant.name, CLiteral(*text));
     else
       AddMacro(constant.name, RealText(std::get<double>(constant.value)));
   }
@@ -116,7 +116,7 @@ class Source {
 
 std::string ConstantsSource(const Metadata& metadata, std::set<std::string> taken) {
   taken.merge(AmbiguousNames(metadata));
-  Source source(std::move(taken));
+  Constants source(std::move(taken));
   for (const MetaEnum& item : metadata.enums) source.Add(item);
   for (const MetaConstant& constant : metadata.constants) source.Add(constant);
   return source.Take();

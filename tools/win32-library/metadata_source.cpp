@@ -88,7 +88,7 @@ std::string Declaration(const std::string& type, const std::string& name) {
   return CType(type) + " " + Declarator(type, name);
 }
 
-const std::string kUncertain(kUncertainFolder.substr(kMetadataFolder.size()));
+const std::string kUncertainPrefix(kUncertainFolder.substr(kMetadataFolder.size()));
 
 class Source {
  public:
@@ -178,7 +178,7 @@ class Source {
     if (!HoldsKnownTypes(record)) return;
     AddHeldRecords(record);
     bit_fields_ = 0;
-    At(uncertain_.contains(record.name) ? kUncertain + record.area : record.area);
+    At(uncertain_.contains(record.name) ? kUncertainPrefix + record.area : record.area);
     BeginPacking(record);
     text_ += record.is_union ? "union " : "struct ";
     text_ += record.name == "VARIANT" ? "tagVARIANT" : record.name;

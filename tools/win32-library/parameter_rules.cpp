@@ -62,22 +62,14 @@ bool IsNamed(std::span<const NamedParameter> list, const Function& function,
   });
 }
 
-bool IsWideText(const HeaderType& target) {
-  return target.IsNamed("WCHAR") || target.IsNamed("wchar_t") || target.IsNamed("OLECHAR");
-}
-
-bool IsText(const HeaderType& target) {
-  return target.kind == TypeKind::kInteger && target.size == 1 && target.is_signed;
-}
-
 bool Frees(const std::string& procedure) {
   return procedure.find("Free") != std::string::npos || procedure.starts_with("free") ||
          procedure.find("Unmap") != std::string::npos;
 }
 
 bool IsUntypedOrText(const HeaderType& target) {
-  return target.kind == TypeKind::kVoid || target.IsNamed("BYTE") || IsText(target) ||
-         IsWideText(target);
+  return target.kind == TypeKind::kVoid || target.IsNamed("BYTE") || target.IsText() ||
+         target.IsWideText();
 }
 
 }  // namespace
@@ -129,7 +121,7 @@ bool ParameterRules::IsHandedOn(const HeaderType& target, bool freeing) const {
 }
 
 bool ParameterRules::IsRecordOrNumber(const HeaderType& target) const {
-  if (IsText(target) || IsWideText(target)) return false;
+  if (target.IsText() || target.IsWideText()) return false;
   if (target.kind != TypeKind::kRecord)
     return target.kind == TypeKind::kInteger || target.kind == TypeKind::kReal ||
            target.kind == TypeKind::kPointer;
@@ -142,7 +134,7 @@ Passed ParameterRules::Of(const Function& function, std::size_t index) const {
   const HeaderType& type = function.parameters[index].type;
   const bool pointer = type.kind == TypeKind::kPointer;
   const std::string name = vb::Lower(NameOf(function, index));
-  if (IsNamed(kAnything, function, name) && !(pointer && IsWideText(*type.target)))
+  if (IsNamed(kAnything, function, name) && !(pointer && type.target->IsWideText()))
     return Passed::kAsAnything;
   if (IsNamed(kAddresses, function, name)) return Passed::kAsAddress;
   if (!pointer) return Passed::kAsDeclared;

@@ -28,7 +28,7 @@ constexpr Rect SecondCheckAt(int row) {
   return {478, kFirstRow + row * kRowHeight + 2, 118, 17};
 }
 
-constexpr ControlDefinition Label(std::string_view name, std::u16string_view caption, int row) {
+constexpr ControlDefinition RowLabel(std::string_view name, std::u16string_view caption, int row) {
   return {.kind = ControlKind::kLabel, .name = name, .caption = caption, .bounds = LabelAt(row)};
 }
 constexpr ControlDefinition Text(std::string_view name, int row) {
@@ -50,16 +50,16 @@ constexpr ControlDefinition kControls[] = {
     Check("Check3", texts::kSearchTypes, {270, 27, 120, 17}),
 
     Frame("Frame2", texts::kSearchCriteria, {8, 58, kWidth - 16, 182}),
-    Label("Label1", texts::kSearchName, 0),
+    RowLabel("Label1", texts::kSearchName, 0),
     Text("Text1", 0),
     Check("Check4", texts::kWholeNames, CheckAt(0)),
-    Label("Label2", texts::kSearchType, 1),
+    RowLabel("Label2", texts::kSearchType, 1),
     Text("Text2", 1),
     Check("Check5", texts::kWholeNames, CheckAt(1)),
-    Label("Label3", texts::kSearchConst, 2),
+    RowLabel("Label3", texts::kSearchConst, 2),
     Text("Text3", 2),
     Check("Check6", texts::kWholeNames, CheckAt(2)),
-    Label("Label4", texts::kSearchValue, 3),
+    RowLabel("Label4", texts::kSearchValue, 3),
     Text("Text4", 3),
     Check("Check7", texts::kWholeValues, CheckAt(3)),
     {.kind = ControlKind::kCheckBox,
@@ -67,10 +67,10 @@ constexpr ControlDefinition kControls[] = {
      .caption = texts::kAsNumber,
      .bounds = SecondCheckAt(3),
      .tooltip = texts::kAsNumberTip},
-    Label("Label6", texts::kSearchArgument, 4),
+    RowLabel("Label6", texts::kSearchArgument, 4),
     Text("Text6", 4),
     Check("Check10", texts::kWholeNames, CheckAt(4)),
-    Label("Label5", texts::kSearchFullText, 5),
+    RowLabel("Label5", texts::kSearchFullText, 5),
     Text("Text5", 5),
     Check("Check8", texts::kWholeWords, CheckAt(5)),
 

@@ -8,7 +8,7 @@ namespace {
 
 constexpr Rect kPicture = {14, 20, 32, 32};
 
-constexpr ControlDefinition kControls[] = {
+constexpr ControlDefinition kWaitControls[] = {
     {.kind = ControlKind::kPictureBox, .name = "picEvent", .bounds = kPicture},
     {.kind = ControlKind::kLabel,
      .name = "Label1",
@@ -24,21 +24,21 @@ constexpr ControlDefinition kControls[] = {
      .bounds = {60, 46, 226, 17}},
 };
 
-constexpr FormDefinition kDefinition = {.name = "frmWait",
+constexpr FormDefinition kWaitForm = {.name = "frmWait",
                                         .caption = texts::kProgram,
                                         .size = {300, 74},
                                         .border = BorderStyle::kDialog,
                                         .start = StartPosition::kCentreOwner,
-                                        .controls = kControls};
+                                        .controls = kWaitControls};
 
 }  // namespace
 
 const FormDefinition& WaitWindowDefinition() {
-  return kDefinition;
+  return kWaitForm;
 }
 
 void WaitWindow::MakeForm() {
-  frmWait_ = toolkit_.CreateForm(kDefinition);
+  frmWait_ = toolkit_.CreateForm(kWaitForm);
   auto& picEvent = frmWait_->Get<PictureBox>("picEvent");
   picEvent.on_paint = [](Canvas& canvas) {
     canvas.DrawPicture({0, 0, kPicture.width, kPicture.height}, Icon::kFind);

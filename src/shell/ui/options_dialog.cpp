@@ -37,45 +37,45 @@ constexpr std::u16string_view kTargetRows[] = {texts::kTargetVb6, texts::kTarget
 static_assert(std::size(kTargetRows) == std::size(vb::kAudiences));
 
 // The target stands beside the colors and comes last, so that those keep their places and keys.
-constexpr ControlDefinition kControls[] = {LabelFor(0, "Label1", texts::kOptionsKeyword),
-                                           SwatchFor(0, "picColor0", texts::kOptionsKeyword),
-                                           LabelFor(1, "Label2", texts::kOptionsComment),
-                                           SwatchFor(1, "picColor1", texts::kOptionsComment),
-                                           LabelFor(2, "Label3", texts::kOptionsNormal),
-                                           SwatchFor(2, "picColor2", texts::kOptionsNormal),
-                                           {.kind = ControlKind::kCommandButton,
-                                            .name = "Command2",
-                                            .caption = texts::kOptionsOk,
-                                            .bounds = {84, 112, 76, 25},
-                                            .role = ButtonRole::kDefault},
-                                           {.kind = ControlKind::kCommandButton,
-                                            .name = "Command1",
-                                            .caption = texts::kCancel,
-                                            .bounds = {168, 112, 76, 25},
-                                            .role = ButtonRole::kCancel},
-                                           {.kind = ControlKind::kFrame,
-                                            .name = "Frame1",
-                                            .caption = texts::kOptionsTarget,
-                                            .bounds = {260, 8, 224, 129}},
-                                           {.kind = ControlKind::kComboBox,
-                                            .name = "cmbTarget",
-                                            .bounds = {272, 30, 200, 23},
-                                            .accessible_name = texts::kOptionsTarget,
-                                            .rows = kTargetRows},
-                                           {.kind = ControlKind::kLabel,
-                                            .name = "Label4",
-                                            .caption = texts::kTargetUse1,
-                                            .bounds = {272, 62, 204, 17}},
-                                           {.kind = ControlKind::kLabel,
-                                            .name = "Label5",
-                                            .caption = texts::kTargetUse2,
-                                            .bounds = {272, 80, 204, 17}}};
+constexpr ControlDefinition kOptionsControls[] = {LabelFor(0, "Label1", texts::kOptionsKeyword),
+                                                  SwatchFor(0, "picColor0", texts::kOptionsKeyword),
+                                                  LabelFor(1, "Label2", texts::kOptionsComment),
+                                                  SwatchFor(1, "picColor1", texts::kOptionsComment),
+                                                  LabelFor(2, "Label3", texts::kOptionsNormal),
+                                                  SwatchFor(2, "picColor2", texts::kOptionsNormal),
+                                                  {.kind = ControlKind::kCommandButton,
+                                                   .name = "Command2",
+                                                   .caption = texts::kOptionsOk,
+                                                   .bounds = {84, 112, 76, 25},
+                                                   .role = ButtonRole::kDefault},
+                                                  {.kind = ControlKind::kCommandButton,
+                                                   .name = "Command1",
+                                                   .caption = texts::kCancel,
+                                                   .bounds = {168, 112, 76, 25},
+                                                   .role = ButtonRole::kCancel},
+                                                  {.kind = ControlKind::kFrame,
+                                                   .name = "Frame1",
+                                                   .caption = texts::kOptionsTarget,
+                                                   .bounds = {260, 8, 224, 129}},
+                                                  {.kind = ControlKind::kComboBox,
+                                                   .name = "cmbTarget",
+                                                   .bounds = {272, 30, 200, 23},
+                                                   .accessible_name = texts::kOptionsTarget,
+                                                   .rows = kTargetRows},
+                                                  {.kind = ControlKind::kLabel,
+                                                   .name = "Label4",
+                                                   .caption = texts::kTargetUse1,
+                                                   .bounds = {272, 62, 204, 17}},
+                                                  {.kind = ControlKind::kLabel,
+                                                   .name = "Label5",
+                                                   .caption = texts::kTargetUse2,
+                                                   .bounds = {272, 80, 204, 17}}};
 
-constexpr FormDefinition kForm = {.name = "frmOptions",
-                                  .caption = texts::kOptionsCaption,
-                                  .size = {496, 149},
-                                  .help_topic = "options",
-                                  .controls = kControls};
+constexpr FormDefinition kOptionsForm = {.name = "frmOptions",
+                                         .caption = texts::kOptionsCaption,
+                                         .size = {496, 149},
+                                         .help_topic = "options",
+                                         .controls = kOptionsControls};
 
 class OptionsDialog {
  public:
@@ -84,7 +84,7 @@ class OptionsDialog {
         store_(store),
         colors_(colors),
         target_(target),
-        form_(toolkit.CreateForm(kForm)),
+        form_(toolkit.CreateForm(kOptionsForm)),
         swatches_{&form_->Get<PictureBox>("picColor0"), &form_->Get<PictureBox>("picColor1"),
                   &form_->Get<PictureBox>("picColor2")},
         cmbTarget_(form_->Get<ComboBox>("cmbTarget")) {
@@ -170,7 +170,7 @@ class OptionsDialog {
 }  // namespace
 
 const FormDefinition& OptionsFormDefinition() {
-  return kForm;
+  return kOptionsForm;
 }
 
 void ShowOptionsDialog(Toolkit& toolkit, Form* owner, SettingsStore& store, DisplayColors& colors,

@@ -11,7 +11,7 @@ namespace {
 constexpr Size kSize{420, 180};
 constexpr int kShownMilliseconds = 2000;
 
-constexpr ControlDefinition kControls[] = {
+constexpr ControlDefinition kSplashControls[] = {
     {.kind = ControlKind::kPictureBox,
      .name = "picSplash",
      .bounds = {0, 0, kSize.width, kSize.height},
@@ -20,12 +20,12 @@ constexpr ControlDefinition kControls[] = {
      .back_color = kWindowColor},
     {.kind = ControlKind::kTimer, .name = "tmrUnload", .interval = kShownMilliseconds}};
 
-constexpr FormDefinition kForm = {.name = "frmSplash",
+constexpr FormDefinition kSplashForm = {.name = "frmSplash",
                                   .caption = texts::kProgram,
                                   .size = kSize,
                                   .border = BorderStyle::kNone,
                                   .start = StartPosition::kCentreScreen,
-                                  .controls = kControls};
+                                  .controls = kSplashControls};
 
 void FrameEdge(Canvas& canvas) {
   const auto [width, height] = canvas.Extent();
@@ -52,10 +52,10 @@ void Paint(Canvas& canvas) {
 }  // namespace
 
 const FormDefinition& SplashFormDefinition() {
-  return kForm;
+  return kSplashForm;
 }
 
-Splash::Splash(Toolkit& toolkit) : form_(toolkit.CreateForm(kForm)) {
+Splash::Splash(Toolkit& toolkit) : form_(toolkit.CreateForm(kSplashForm)) {
   auto& timer = form_->Get<Timer>("tmrUnload");
   auto& picture = form_->Get<PictureBox>("picSplash");
   timer.on_timer = [this] { form_->Unload(); };

@@ -4,14 +4,14 @@
 namespace declarium {
 namespace {
 
-struct Case {
+struct SearchCase {
   std::u16string_view checks;  // Check1 to Check10
   std::vector<std::pair<std::string_view, std::u16string_view>> texts;
   std::vector<std::u16string> found;
 };
 
 TEST_F(SearchDialogTest, EveryTextAndCheckBoxGoesToItsCriterion) {
-  const Case cases[] = {
+  const SearchCase cases[] = {
       // Name, anywhere and whole.
       {u"1110111011",
        {{"Text1", u"getwindow"}},
