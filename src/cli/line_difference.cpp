@@ -10,16 +10,16 @@ namespace {
 
 constexpr std::size_t kContext = 3;
 
-using Lines16 = std::vector<std::u16string_view>;
+using LineViews = std::vector<std::u16string_view>;
 
 // Lines of the text, 0-based, that others take the place of.
 struct Change {
   std::size_t begin;
   std::size_t end;
-  Lines16 lines;
+  LineViews lines;
 };
 
-std::vector<Change> ChangesOf(const Lines16& lines, std::u16string_view text,
+std::vector<Change> ChangesOf(const LineViews& lines, std::u16string_view text,
                               std::span<const Replacement> replacements) {
   std::vector<Change> changes;
   std::size_t line = 0;
@@ -37,7 +37,7 @@ std::vector<Change> ChangesOf(const Lines16& lines, std::u16string_view text,
 
 class Writer {
  public:
-  explicit Writer(const Lines16& lines) : lines_(lines) {}
+  explicit Writer(const LineViews& lines) : lines_(lines) {}
 
   // Changes that are near each other share a hunk.
   std::string Write(std::span<const Change> changes) {
@@ -86,15 +86,15 @@ class Writer {
     if (!has_end) body += "\\ No newline at end of file\n";
   }
 
-  const Lines16& lines_;
+  const LineViews& lines_;
   std::string text_;
   std::size_t moved_ = 0;  // how many lines further the text behind stands now, modulo 2^64
 };
 
 }  // namespace
 
-Lines16 LinesWithEnds(std::u16string_view text) {
-  Lines16 lines;
+LineViews LinesWithEnds(std::u16string_view text) {
+  LineViews lines;
   while (!text.empty()) {
     auto end = text.find_first_of(u"\r\n");
     end = end == text.npos ? text.size() : end + (text.substr(end).starts_with(u"\r\n") ? 2 : 1);

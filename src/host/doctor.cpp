@@ -11,8 +11,7 @@
 namespace declarium {
 namespace {
 
-// The bits of LoadBehavior; 2, that the host has it loaded, says nothing of its next start.
-constexpr std::uint32_t kLoadAtStartup = 1;
+// A bit of LoadBehavior; 2, that the host has it loaded, says nothing of its next start.
 constexpr std::uint32_t kLoadOnCommandLine = 4;
 
 std::u16string_view RootName(RegistryRoot root) {

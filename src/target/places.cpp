@@ -8,7 +8,7 @@
 namespace declarium {
 namespace {
 
-constexpr std::u16string_view kAddress = u"LongPtr";
+constexpr std::u16string_view kLongPtr = u"LongPtr";
 
 // As the Declare is in its new form.
 vb::AddressPassing PassingOf(const vb::External& external, const FormFor64& form) {
@@ -21,10 +21,10 @@ vb::AddressPassing PassingOf(const vb::External& external, const FormFor64& form
       return vb::AddressPassingOf(*module.declarations.front().As<vb::External>());
   }
   auto passing = vb::AddressPassingOf(external);
-  passing.returns_address = passing.returns_address || form.result == kAddress;
+  passing.returns_address = passing.returns_address || form.result == kLongPtr;
   for (std::size_t i = 0; i < form.types.size() && i < external.parameters.size(); ++i) {
     const auto& parameter = external.parameters[i];
-    if (form.types[i] == kAddress && !parameter.is_array &&
+    if (form.types[i] == kLongPtr && !parameter.is_array &&
         parameter.passing == vb::Passing::kByReference)
       passing.by_reference[i] = true;
   }

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "text/text.h"
+#include "vb/name.h"
 
 namespace declarium::vb {
 namespace {
@@ -13,27 +14,6 @@ using Failure = std::unexpected<SyntaxError>;
 
 Failure Fail(const Token& found, std::string_view expected) {
   return Failure(SyntaxError{found.place, expected, found.text});
-}
-
-std::u16string_view TypeOfCharacter(char16_t character) {
-  switch (character) {
-    case u'%':
-      return u"Integer";
-    case u'&':
-      return u"Long";
-    case u'!':
-      return u"Single";
-    case u'#':
-      return u"Double";
-    case u'@':
-      return u"Currency";
-    case u'$':
-      return u"String";
-    case u'^':
-      return u"LongLong";
-    default:
-      return {};
-  }
 }
 
 bool IsBinaryOperator(const Token& token) {

@@ -87,4 +87,25 @@ std::string LegalName(std::string_view name) {
   return IsLegalName(result) ? result : std::string();
 }
 
+std::u16string_view TypeOfCharacter(char16_t character) {
+  switch (character) {
+    case u'%':
+      return u"Integer";
+    case u'&':
+      return u"Long";
+    case u'!':
+      return u"Single";
+    case u'#':
+      return u"Double";
+    case u'@':
+      return u"Currency";
+    case u'$':
+      return u"String";
+    case u'^':
+      return u"LongLong";
+    default:
+      return {};
+  }
+}
+
 }  // namespace declarium::vb

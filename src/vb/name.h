@@ -27,4 +27,7 @@ namespace declarium::vb {
 // ASCII lower case; names in headers and libraries hold nothing else.
 [[nodiscard]] std::string Lower(std::string_view text);
 
+// The type that a type character is short for; empty for another character.
+[[nodiscard]] std::u16string_view TypeOfCharacter(char16_t character);
+
 }  // namespace declarium::vb

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "text/text.h"
+#include "vb/name.h"
 
 namespace declarium::vb {
 namespace {
@@ -16,14 +17,6 @@ std::size_t EndOfItem(std::span<const Token> tokens) {
     if (tokens[i].IsOperator(u')')) --depth;
   }
   return tokens.size();
-}
-
-std::u16string_view TypeOfCharacter(std::u16string_view character) {
-  if (character == u"&") return u"Long";
-  if (character == u"%") return u"Integer";
-  if (character == u"$") return u"String";
-  if (character == u"^") return u"LongLong";
-  return {};
 }
 
 }  // namespace
@@ -66,7 +59,7 @@ std::vector<std::u16string> Variables::NamesOfType(std::u16string_view type) con
 Variable VariableOf(std::span<const Token> behind_name) {
   Variable variable;
   if (!behind_name.empty() && behind_name.front().kind == TokenKind::kTypeCharacter) {
-    variable.type = TypeOfCharacter(behind_name.front().text);
+    variable.type = TypeOfCharacter(behind_name.front().text.front());
     behind_name = behind_name.subspan(1);
   }
   variable.is_array = !behind_name.empty() && behind_name.front().IsOperator(u'(');

@@ -7,7 +7,7 @@
 namespace declarium::plan {
 namespace {
 
-constexpr std::string_view kLibrary =
+constexpr std::string_view kOffered =
     "Const SW_SHOW = 5\nConst Name = 1\nConst Caption = 2\nConst Command1 = 3\nConst Timer = 4\n"
     "Const both = 1\nConst Left = 1\nConst GWL_STYLE = -16\n"
     "Declare Sub Sleep Lib \"kernel32\" (ByVal ms As Long)\n"
@@ -20,7 +20,7 @@ constexpr std::string_view kLibrary =
 // "Sleep(3:2) SW_SHOW(4:7)": the names with their places, "?" behind those that are ambiguous.
 std::string MissingIn(std::u16string_view text, vb::ModuleKind kind = vb::ModuleKind::kStandard,
                       std::u16string_view other = u"") {
-  const auto first = LibraryOf(kLibrary);
+  const auto first = LibraryOf(kOffered);
   const auto second = LibraryOf("Const SW_SHOW = &H5\nConst GWL_STYLE = 16\n");
   const Library* const libraries[] = {&first, &second};
   const auto module = vb::ReadModule(text, kind);
@@ -112,7 +112,7 @@ TEST(MissingNames, AreNoMembersOfAForm) {
 TEST(MissingNames, OnceInsertedAreNone) {
   const std::u16string_view text =
       u"Sub S()\nDim r As RECT\nSleep SW_SHOW\nx = GetTickCount\nEnd Sub\n";
-  const auto library = LibraryOf(kLibrary);
+  const auto library = LibraryOf(kOffered);
   const Library* const libraries[] = {&library};
   const auto module = vb::ReadModule(text);
   const ModuleText modules[] = {{u"M", text, &module}};

@@ -5,7 +5,7 @@
 namespace declarium::plan {
 namespace {
 
-constexpr std::string_view kLibrary =
+constexpr std::string_view kChain =
     "Const A = 1\nConst B = A + 1\nDeclare Sub D Lib \"l\" (x As T)\n"
     "Type U\na(B) As Long\nEnd Type\nType T\na As U\nEnd Type\n";
 
@@ -51,7 +51,7 @@ std::u16string WithoutLinesOf(const std::u16string& changed, std::u16string_view
 
 // What every insertion promises.
 void ExpectSound(const std::u16string& before) {
-  PlannedProject project(LibraryOf(kLibrary));
+  PlannedProject project(LibraryOf(kChain));
   project.Add(u"M", before);
   const auto& plan = project.Plan({u"D", u"B"});
   for (const auto& entry : plan.Entries()) ASSERT_NE(entry.does, Does::kClash) << ToUtf8(before);
@@ -71,7 +71,7 @@ void ExpectSound(const std::u16string& before) {
         << ToUtf8(changed);
   }
 
-  PlannedProject again(LibraryOf(kLibrary));
+  PlannedProject again(LibraryOf(kChain));
   again.Add(u"M", changed);
   for (const auto& entry : again.Plan({u"D", u"B"}).Entries())
     EXPECT_EQ(entry.does, Does::kPresent) << ToUtf8(entry.name) << "\n" << ToUtf8(changed);

@@ -13,7 +13,7 @@
 namespace declarium {
 namespace {
 
-constexpr ControlDefinition kControls[] = {
+constexpr ControlDefinition kReadingControls[] = {
     {.kind = ControlKind::kLabel,
      .name = "Label1",
      .caption = texts::kReadingModules,
@@ -30,11 +30,11 @@ constexpr ControlDefinition kControls[] = {
     {.kind = ControlKind::kTimer, .name = "Timer1", .enabled = false, .interval = 15},
 };
 
-constexpr FormDefinition kDefinition = {.name = "frmReading",
-                                        .caption = texts::kReadingCaption,
-                                        .size = {340, 100},
-                                        .help_topic = "insert-missing",
-                                        .controls = kControls};
+constexpr FormDefinition kReadingForm = {.name = "frmReading",
+                                         .caption = texts::kReadingCaption,
+                                         .size = {340, 100},
+                                         .help_topic = "insert-missing",
+                                         .controls = kReadingControls};
 
 // One turn between two looks at the events.
 constexpr std::uint32_t kTurnTime = 100;  // milliseconds
@@ -65,7 +65,7 @@ class Reader {
 class ReadingWindow {
  public:
   ReadingWindow(Toolkit& toolkit, Reader& reader, const ProjectReading& reading)
-      : form_(toolkit.CreateForm(kDefinition)),
+      : form_(toolkit.CreateForm(kReadingForm)),
         reader_(reader),
         reading_(reading),
         bar_(form_->Get<ProgressBar>("PB")),
@@ -109,7 +109,7 @@ class ReadingWindow {
 }  // namespace
 
 const FormDefinition& ReadingFormDefinition() {
-  return kDefinition;
+  return kReadingForm;
 }
 
 ReadingEnd ReadWithWindow(Toolkit& toolkit, Form& owner, ProjectReading& reading,
