@@ -65,7 +65,7 @@ void CheckResult(const ModuleContext& module, const vb::Declaration& declaration
 }
 
 void CheckExternalFor64(const ModuleContext& module, const vb::Declaration& declaration,
-                   const vb::External& external) {
+                        const vb::External& external) {
   CheckPtrSafe(module, declaration, external);
   const auto* const known = module.whole.Libraries().FindEntry(
       DllKey(external.library), external.EntryOr(declaration.name), declaration.name);

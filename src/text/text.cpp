@@ -34,7 +34,6 @@ constexpr auto kLowerCase = [] {
   return table;
 }();
 
-
 void AppendCodePoint(char32_t code, std::u16string& out) {
   if (code < 0x10000) {
     out.push_back(static_cast<char16_t>(code));
