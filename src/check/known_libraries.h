@@ -13,11 +13,8 @@ namespace declarium::check {
 class KnownLibraries {
  public:
   KnownLibraries() = default;
-  // What the reference points to stays where it is.
-  KnownLibraries(KnownLibraries&&) = default;
   KnownLibraries(const KnownLibraries&) = delete;
   KnownLibraries& operator=(const KnownLibraries&) = delete;
-  ~KnownLibraries() = default;
 
   void Add(Library library, std::optional<FactsFile> facts) {
     libraries_.push_back(std::move(library));

@@ -71,6 +71,7 @@ std::optional<std::vector<LibraryFinding>> CheckLibrary(
   if (!goes_on) return std::nullopt;
   std::ranges::stable_sort(findings, std::greater(), &Finding::level);
   std::vector<LibraryFinding> described;
+  described.reserve(findings.size());
   for (const auto& finding : findings) described.push_back(Described(finding, source, known));
   return described;
 }

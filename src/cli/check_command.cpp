@@ -55,12 +55,6 @@ std::optional<FactsFile> FactsOf(const std::filesystem::path& library) {
   return OpenFacts(library);
 }
 
-check::KnownLibraries LoadKnown(const std::vector<std::string>& files) {
-  check::KnownLibraries known;
-  for (const auto& file : files) known.Add(LoadLibrary(file), FactsOf(PathOf(file)));
-  return known;
-}
-
 std::optional<check::WindowsVersion> VersionOf(const std::string& text) {
   if (text.empty()) return std::nullopt;
   const auto dot = text.find('.');
@@ -81,8 +75,9 @@ class Checker {
   Checker(const CheckOptions& options, const Session& session)
       : options_(options),
         session_(session),
-        libraries_(LoadKnown(AgainstOf(options, session))),
         rule_options_{.audience = options.target, .windows = VersionOf(options.windows)} {
+    for (const auto& file : AgainstOf(options, session))
+      libraries_.Add(LoadLibrary(file), FactsOf(PathOf(file)));
     if (!options.baseline.empty()) baseline_ = Baseline(options.baseline);
   }
 

@@ -192,10 +192,10 @@ class GuidePictures {
 
   void Save() {
     const auto file = folder_ / "moje.api";
-    const auto before = std::filesystem::file_size(file);
+    const auto before = std::filesystem::last_write_time(file);
     ClickToolbar(main_, "save");
     PostMessageW(In("Toolbar1"), WM_MOUSELEAVE, 0, 0);
-    WaitFor("the saved library", [&] { return std::filesystem::file_size(file) > before; });
+    WaitFor("the saved library", [&] { return std::filesystem::last_write_time(file) != before; });
   }
 
   void Close() {
