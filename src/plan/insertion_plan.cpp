@@ -102,7 +102,10 @@ void InsertionPlan::Renew() {
   }
   // The list grows while it is walked.
   for (std::size_t i = 0; i < needed.size(); ++i) {
-    if (!entries_[needed[i]].IsInserted()) continue;
+    // What the module has already may lack its needs; what another one has has them there.
+    const auto& entry = entries_[needed[i]];
+    const bool is_here = entry.does == Does::kPresent && entry.found->module == module_;
+    if (!entry.IsInserted() && !is_here) continue;
     for (const auto need : needs_[needed[i]])
       if (!std::exchange(entries_[need].is_needed, true)) needed.push_back(need);
   }

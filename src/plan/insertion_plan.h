@@ -34,7 +34,7 @@ struct PlannedEntry {
   std::u16string text;         // as it is or would be inserted: lines with CR LF between them
   std::u16string new_name;     // the other name that it is inserted under; empty for its own
   bool is_left_out = false;
-  bool is_needed = true;  // false when only what stays out needs it
+  bool is_needed = true;  // false when only what differs, clashes or is left out needs it
 
   [[nodiscard]] bool IsInserted() const {
     return is_needed && !is_left_out && (does == Does::kInsert || !new_name.empty());
