@@ -66,6 +66,7 @@ MainWindow::MainWindow(Toolkit& toolkit, SettingsStore& store, MainWindowOptions
   form_.mnuCheck.on_click = [this] { check_dialog_.Show(form_.frmMain.get()); };
   form_.mnuClose.on_click = [this] { form_.frmMain->Unload(UnloadReason::kUser); };
   form_.mnuInsertMissing.on_click = [this] { module_commands_.InsertMissing(); };
+  form_.mnuCompleteModule.on_click = [this] { module_commands_.CompleteModule(); };
   form_.mnuGuide.on_click = [this] { guide_.Open({}); };
   form_.mnuHelpHere.on_click = [this] { guide_.Open(MainFormDefinition().help_topic); };
   form_.mnuAbout.on_click = [this] { ShowAbout(toolkit_); };
@@ -131,6 +132,11 @@ LibrariesInUse MainWindow::LibrariesForModules() const {
     libraries.all.push_back(libraries.loaded.back().get());
   }
   return libraries;
+}
+
+void MainWindow::CodeModuleChanged() {
+  basket_view_.SetCEI();
+  form_.mnuCompleteModule.SetEnabled(options_.host.has_code_module());
 }
 
 SearchLinks MainWindow::LinksForSearch() {
@@ -229,7 +235,7 @@ void MainWindow::Form_Load() {
   commands_.OpenAtStart(options_.command_line, settings.last_database_index,
                         settings.last_database_name);
   form_.cmbSelector.SetListIndex(settings.selector);
-  basket_view_.SetCEI();
+  CodeModuleChanged();
   form_.CodeModuleChecker.SetEnabled(true);
 }
 

@@ -77,7 +77,7 @@ class MainWindow {
   // or that failed.
   bool KeepUnsaved() { return commands_.KeepUnsaved(); }
   // The host's active code module has come, gone or changed.
-  void CodeModuleChanged() { basket_view_.SetCEI(); }
+  void CodeModuleChanged();
 
   [[nodiscard]] MainForm& Controls() noexcept { return form_; }
 

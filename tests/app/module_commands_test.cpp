@@ -333,6 +333,33 @@ TEST_F(ModuleCommandsTest, ManyModulesAreReadBehindAWindowThatCancels) {
   EXPECT_NE(Code().find(u"Const A"), Code().npos);
 }
 
+TEST_F(ModuleCommandsTest, CompletesTheModuleByWhatItsCodeUses) {
+  Start({ModuleOf(u"Module1",
+                  u"Option Explicit\r\nSub X()\r\n  Dim r As RECT\r\n  Beep MAX_PATH\r\nEnd Sub")});
+  Script().InForm("frmPlan", [&](declarium::Form& plan) {
+    EXPECT_EQ(plan.Caption(), u"Doplniť modul 'Module1'");
+    EXPECT_THAT(Rows(plan), ElementsAre(u"[x] RECT – vloží sa", u"[x] MAX_PATH – vloží sa",
+                                        u"[x] POINTAPI – vloží sa; potrebuje to RECT"));
+    Agree(plan);
+  });
+  User().PressKey(Form().txtInput, 'M', {.control = true});
+  EXPECT_NE(Code().find(u"Private Type RECT"), Code().npos);
+  EXPECT_NE(Code().find(u"Private Const MAX_PATH = 260"), Code().npos);
+  EXPECT_EQ(Code().find(u"Const A"), Code().npos) << "the basket is not asked";
+}
+
+TEST_F(ModuleCommandsTest, AModuleThatLacksNothingSaysSo) {
+  Start({ModuleOf(u"Module1", kBefore)});
+  Script().InForm("frmPlan", [&](declarium::Form& plan) {
+    EXPECT_THAT(Rows(plan), IsEmpty());
+    EXPECT_EQ(plan.Get<Label>("labCount").Caption(), texts::kPlanNothing);
+    EXPECT_FALSE(plan.Get<CommandButton>("Command1").Enabled());
+    User().PressKey(plan.Get<ListView>("LV1"), key::kEscape);
+  });
+  User().ChooseMenu(*Form().frmMain, "mnuCompleteModule");
+  EXPECT_EQ(Code(), kBefore);
+}
+
 TEST_F(ModuleCommandsTest, CtrlEnterRunsIt) {
   Start({ModuleOf(u"Module1", kBefore)});
   Script().InForm("frmPlan", [&](declarium::Form& plan) { Agree(plan); });
@@ -349,6 +376,7 @@ TEST_F(ModuleCommandsTest, IsEnabledLikeInsert) {
   window_->CodeModuleChanged();
   EXPECT_FALSE(toolbar.ButtonEnabled("insert-missing"));
   EXPECT_FALSE(Form().mnuInsertMissing.Enabled());
+  EXPECT_FALSE(Form().mnuCompleteModule.Enabled());
 }
 
 TEST_F(ModuleCommandsTest, WithoutAHostItIsDisabled) {

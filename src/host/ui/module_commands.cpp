@@ -1,13 +1,16 @@
 #include "host/ui/module_commands.h"
 
+#include <algorithm>
 #include <deque>
+#include <iterator>
 #include <optional>
 #include <utility>
 
 #include "host/code_reading.h"
 #include "host/line_edits.h"
-#include "host/ui/plan_form.h"
 #include "host/ui/reading_window.h"
+#include "library/kind.h"
+#include "plan/missing_names.h"
 #include "text/text.h"
 #include "text/user_texts.h"
 #include "toolkit/held_flag.h"
@@ -49,6 +52,21 @@ std::u16string OutcomeText(const std::vector<LineEdit>& edits, const EditReport&
   return {};
 }
 
+// "Name – ambiguous: Const Name, Declare Name"
+std::vector<std::u16string> AmbiguousRows(const std::vector<plan::MissingName>& missing) {
+  std::vector<std::u16string> rows;
+  for (const auto& name : missing) {
+    if (!name.IsAmbiguous()) continue;
+    std::u16string row = name.name + u" – " + std::u16string(texts::kPlanAmbiguous);
+    for (const auto& candidate : name.candidates) {
+      if (&candidate != &name.candidates.front()) row += u", ";
+      row.append(KindName(candidate.item.kind)).append(u" ").append(candidate.item.name);
+    }
+    rows.push_back(std::move(row));
+  }
+  return rows;
+}
+
 std::vector<std::u16string> NotesOf(const plan::WantedItems& wanted,
                                     const std::vector<std::u16string>& unread) {
   std::vector<std::u16string> notes;
@@ -85,13 +103,23 @@ ModuleCommands::ModuleCommands(Toolkit& toolkit, Form& owner, const DisplayColor
     : toolkit_(toolkit), owner_(owner), colors_(colors), links_(std::move(links)) {}
 
 void ModuleCommands::InsertMissing() {
-  Run([this](Reading&, const LibrariesInUse& libraries) {
-    return plan::WithNeeds(links_.basket(), libraries.all);
+  Run(PlanPurpose::kInsertMissing, [this](Reading&, const LibrariesInUse& libraries) {
+    return Wanted{.items = plan::WithNeeds(links_.basket(), libraries.all)};
+  });
+}
+
+void ModuleCommands::CompleteModule() {
+  Run(PlanPurpose::kCompleteModule, [this](Reading& reading, const LibrariesInUse& libraries) {
+    const auto missing =
+        plan::FindMissing(*reading.modules, 0, libraries.all, links_.options().target);
+    return Wanted{.items = plan::WithNeeds(plan::CertainItems(missing), libraries.all),
+                  .ambiguous = AmbiguousRows(missing)};
   });
 }
 
 void ModuleCommands::Run(
-    const std::function<plan::WantedItems(Reading&, const LibrariesInUse&)>& find_wanted) {
+    PlanPurpose purpose,
+    const std::function<Wanted(Reading&, const LibrariesInUse&)>& find_wanted) {
   // Reading lets events in.
   if (running_) return;
   const HeldFlag running(running_);
@@ -101,9 +129,10 @@ void ModuleCommands::Run(
   if (!reading) return;
   const auto libraries = links_.libraries();
   const auto wanted = find_wanted(*reading, libraries);
-  plan::InsertionPlan plan(*reading->modules, 0, wanted.items, links_.options());
-  const PlanSubject subject{.module = reading->codes.front().name,
-                            .notes = NotesOf(wanted, reading->unread)};
+  plan::InsertionPlan plan(*reading->modules, 0, wanted.items.items, links_.options());
+  PlanSubject subject{
+      .purpose = purpose, .module = reading->codes.front().name, .notes = wanted.ambiguous};
+  std::ranges::move(NotesOf(wanted.items, reading->unread), std::back_inserter(subject.notes));
   if (AgreeToPlan(toolkit_, owner_, colors_, subject, plan)) Insert(*connection, *reading, plan);
 }
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "host/host_connection.h"
+#include "host/ui/plan_form.h"
 #include "library/library.h"
 #include "plan/insertion_plan.h"
 #include "plan/wanted_items.h"
@@ -37,11 +38,18 @@ class ModuleCommands {
 
   // Nothing happens without a host. While a command is running the others do nothing.
   void InsertMissing();
+  // Inserts what the code of the module uses and nothing declares.
+  void CompleteModule();
 
  private:
   struct Reading;
+  struct Wanted {
+    plan::WantedItems items;
+    std::vector<std::u16string> ambiguous = {};  // rows for the user
+  };
 
-  void Run(const std::function<plan::WantedItems(Reading&, const LibrariesInUse&)>& find_wanted);
+  void Run(PlanPurpose purpose,
+           const std::function<Wanted(Reading&, const LibrariesInUse&)>& find_wanted);
   [[nodiscard]] std::unique_ptr<Reading> Read(HostConnection& connection);
   void Insert(HostConnection& connection, const Reading& reading, const plan::InsertionPlan& plan);
   void Say(std::u16string_view text);

@@ -141,7 +141,9 @@ class PlanForm {
         list_(form_->Get<ListView>("LV1")),
         new_(form_->Get<RichText>("rtbNew"), colors),
         found_(form_->Get<RichText>("rtbFound"), colors) {
-    form_->SetCaption(std::u16string(texts::kPlanCaptionBefore)
+    form_->SetCaption(std::u16string(subject.purpose == PlanPurpose::kCompleteModule
+                                         ? texts::kCompleteCaptionBefore
+                                         : texts::kPlanCaptionBefore)
                           .append(subject.module)
                           .append(texts::kPlanCaptionBehind));
     Fill(subject);

@@ -14,7 +14,10 @@
 
 namespace declarium {
 
+enum class PlanPurpose { kInsertMissing, kCompleteModule };
+
 struct PlanSubject {
+  PlanPurpose purpose = PlanPurpose::kInsertMissing;
   std::u16string_view module;  // the name of the module
   // Rows behind the entries for what the plan says nothing about.
   std::vector<std::u16string> notes = {};

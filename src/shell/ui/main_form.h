@@ -55,6 +55,7 @@ struct MainForm {
   MenuItem& mnuCheck;
   MenuItem& mnuClose;
   MenuItem& mnuInsertMissing;
+  MenuItem& mnuCompleteModule;
   MenuItem& mnuPopupAddList;
   MenuItem& mnuDelOnce;
   MenuItem& mnuDelGroup;
