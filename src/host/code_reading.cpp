@@ -24,11 +24,12 @@ std::size_t CountLines(std::u16string_view text) {
 HostResult<std::u16string> ReadText(CodeModule& module) {
   const auto count = module.CountOfLines(BusyHost::kWaitFor);
   if (!count) return std::unexpected(count.error());
-  if (*count < 0 || *count > kMostLinesOfModule) return std::unexpected(kUnreliableAnswer);
+  if (*count < 0 || *count > kMostLinesOfModule)
+    return std::unexpected(HostError{kUnreliableAnswer});
   if (*count == 0) return std::u16string();
   auto text = module.Lines(1, *count);
   if (text && CountLines(*text) != static_cast<std::size_t>(*count)) {
-    return std::unexpected(kUnreliableAnswer);
+    return std::unexpected(HostError{kUnreliableAnswer});
   }
   return text;
 }
@@ -61,7 +62,7 @@ HostResult<> ProjectReading::Begin() {
   name_ = *std::move(name);
   const auto count = project_->CountOfComponents();
   if (!count) return std::unexpected(count.error());
-  if (*count < 0 || *count > kMostComponents) return std::unexpected(kUnreliableAnswer);
+  if (*count < 0 || *count > kMostComponents) return std::unexpected(HostError{kUnreliableAnswer});
   count_ = *count;
   return {};
 }
@@ -69,7 +70,7 @@ HostResult<> ProjectReading::Begin() {
 HostResult<> ProjectReading::Read(int position, std::u16string& name) {
   auto component = project_->Component(position);
   if (!component) return std::unexpected(component.error());
-  if (!*component) return std::unexpected(kUnreliableAnswer);
+  if (!*component) return std::unexpected(HostError{kUnreliableAnswer});
   if (read_ && (*component)->IsSameAs(*read_)) return {};
   ReadCode code{.component = *std::move(component)};
   auto own_name = code.component->Name();

@@ -15,7 +15,7 @@ inline constexpr int kMostLinesOfModule = 65534;
 inline constexpr int kMostComponents = 32767;
 
 // E_UNEXPECTED: the host's answers contradict each other or its own limits.
-inline constexpr HostError kUnreliableAnswer{static_cast<std::int32_t>(0x8000FFFF)};
+inline constexpr auto kUnreliableAnswer = static_cast<std::int32_t>(0x8000FFFF);
 
 // A module as it stood when it was read.
 struct ReadCode {
