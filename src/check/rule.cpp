@@ -252,6 +252,15 @@ constexpr Rule kRules[] = {
      "Nothing happens; one procedure has two names.",
      "Declare Function TicksNow Lib \"kernel32\" Alias \"GetTickCount\" () As Long",
      "Declare Function GetTickCount Lib \"kernel32\" () As Long"},
+    {RuleId::kDeclaredDifferently, "D604", texts::kD604, kWarning,
+     "Declared differently in several modules",
+     "The same name means one thing here and another there. declarium-cli audit finds it.",
+     "' Module1\nPublic Const LIMIT = 5\nSub Fill()\n  Debug.Print LIMIT\nEnd Sub\n' "
+     "Module2\nPrivate "
+     "Const LIMIT = 6\nSub Look()\n  Debug.Print LIMIT\nEnd Sub",
+     "' Module1\nPublic Const LIMIT = 5\nSub Fill()\n  Debug.Print LIMIT\nEnd Sub\n' "
+     "Module2\nPrivate "
+     "Const OWN_LIMIT = 6\nSub Look()\n  Debug.Print OWN_LIMIT\nEnd Sub"},
 };
 
 }  // namespace

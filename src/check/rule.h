@@ -67,6 +67,7 @@ enum class RuleId : std::uint16_t {
   kUnused = 601,
   kDeclaredTwice = 602,
   kOtherName = 603,
+  kDeclaredDifferently = 604,
 };
 
 struct Rule {

@@ -1,14 +1,13 @@
 #include "cli/check_command.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <map>
 #include <nlohmann/json.hpp>
 #include <ostream>
 #include <set>
 
 #include "cli/baseline.h"
-#include "cli/facts_command.h"
+#include "cli/known_libraries.h"
 #include "cli/library_files.h"
 #include "cli/mending.h"
 #include "cli/output.h"
@@ -20,7 +19,6 @@
 #include "check/known_libraries.h"
 #include "check/library_source.h"
 #include "check/rule_document.h"
-#include "facts/known_facts.h"
 #include "library/file_io.h"
 #include "text/text.h"
 
@@ -48,26 +46,10 @@ bool IsLibraryName(const std::string& name) {
          EqualIgnoringCase(text.substr(text.size() - kExtension.size()), kExtension);
 }
 
-// The facts beside a library; nullopt where there are none: a library of one's own has seldom any.
-std::optional<FactsFile> FactsOf(const std::filesystem::path& library) {
-  std::error_code ignored;
-  if (!std::filesystem::exists(FactsPathOf(library), ignored)) return std::nullopt;
-  return OpenFacts(library);
-}
-
 std::optional<check::WindowsVersion> VersionOf(const std::string& text) {
   if (text.empty()) return std::nullopt;
   const auto dot = text.find('.');
   return check::WindowsVersion{std::stoi(text.substr(0, dot)), std::stoi(text.substr(dot + 1))};
-}
-
-// The libraries of --against; without any those that come with the program.
-std::vector<std::string> AgainstOf(const CheckOptions& options, const Session& session) {
-  if (!options.against.empty()) return options.against;
-  std::vector<std::string> files;
-  for (const auto& path : BundledLibraries(session.streams.program))
-    files.push_back(PathText(path));
-  return files;
 }
 
 class Checker {
@@ -76,8 +58,7 @@ class Checker {
       : options_(options),
         session_(session),
         rule_options_{.audience = options.target, .windows = VersionOf(options.windows)} {
-    for (const auto& file : AgainstOf(options, session))
-      libraries_.Add(LoadLibrary(file), FactsOf(PathOf(file)));
+    LoadKnown(libraries_, options.against, session);
     if (!options.baseline.empty()) baseline_ = Baseline(options.baseline);
   }
 
@@ -248,14 +229,7 @@ void DefineChoices(CLI::App& command, CheckOptions& options) {
   command.add_option("--format", options.format, "How findings are printed: text, json or sarif")
       ->transform(OneOf({"text", "json", "sarif"}))
       ->type_name("FORMAT");
-  const std::map<std::string, Level> levels = {
-      {"error", Level::kError}, {"warning", Level::kWarning}, {"note", Level::kNote}};
-  command
-      .add_option("--fail-on", options.fail_on,
-                  "The lowest level that ends the command with 1: error, warning or note; warning "
-                  "unless said otherwise")
-      ->transform(CLI::CheckedTransformer(levels, CLI::ignore_case).description(""))
-      ->type_name("LEVEL");
+  DefineFailOn(command, options.fail_on, "warning");
 }
 
 }  // namespace
@@ -277,13 +251,7 @@ void AddCheckCommand(const CommandSet& set) {
                         "Visual Basic source files, projects (.vbp, .vbg, .mak), folders of "
                         "modules or libraries (.api); - is standard input")
             ->type_name("");
-        command
-            .add_option("--against", options.against,
-                        "A library that tells what is right, with the facts beside it; several "
-                        "times for several; those that come with the program when left out")
-            ->take_all()
-            ->allow_extra_args(false)
-            ->type_name("LIBRARY");
+        DefineAgainst(command, options.against);
         DefineChoices(command, options);
         command.add_option("--baseline", options.baseline, "Findings that are known already")
             ->type_name("FILE");

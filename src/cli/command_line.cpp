@@ -6,6 +6,7 @@
 #include <ostream>
 #include <stdexcept>
 
+#include "cli/audit_command.h"
 #include "cli/basket_commands.h"
 #include "cli/check_command.h"
 #include "cli/command_set.h"
@@ -68,6 +69,7 @@ void Define(CLI::App& app, Session& session) {
   AddImportCommand(set);
   AddParseCommand(set);
   AddCheckCommand(set);
+  AddAuditCommand(set);
   AddConvertCommand(set);
   AddShowCommand(set);
   AddSharedCommand(set);

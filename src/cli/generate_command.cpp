@@ -52,7 +52,7 @@ struct WantedModule {
 };
 
 std::string SyntaxReason(const ListFault& fault) {
-  const auto word = OneLine(fault.word);
+  auto word = OneLine(fault.word);
   switch (fault.kind) {
     case ListFaultKind::kUnknownDirective:
       return word + " is none of #library, #target and #module; a comment has a blank behind #";

@@ -131,5 +131,8 @@ inline constexpr RuleText kD602 = {u"Deklarované vo viacerých moduloch",
                                    u"Nič sa nestane; stačila by jedna deklarácia Public."};
 inline constexpr RuleText kD603 = {u"Deklarované ako v databázach, pod iným názvom",
                                    u"Nič sa nestane; jedna procedúra má dva názvy."};
+inline constexpr RuleText kD604 = {
+    u"V rôznych moduloch deklarované rôzne",
+    u"Ten istý názov tu znamená jedno a inde druhé. Nájde to declarium-cli audit."};
 
 }  // namespace declarium::texts

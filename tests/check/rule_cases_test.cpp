@@ -158,8 +158,14 @@ TEST_P(RuleCases, ItsEditsMend) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(All, RuleCases,
-                         testing::ValuesIn(std::vector<Rule>(Rules().begin(), Rules().end())),
+// What declarations of other modules mean is the audit's, and tried there.
+std::vector<Rule> RulesOfCheck() {
+  std::vector<Rule> rules(Rules().begin(), Rules().end());
+  std::erase_if(rules, [](const Rule& rule) { return rule.id == RuleId::kDeclaredDifferently; });
+  return rules;
+}
+
+INSTANTIATE_TEST_SUITE_P(All, RuleCases, testing::ValuesIn(RulesOfCheck()),
                          [](const auto& each) { return std::string(each.param.number); });
 
 }  // namespace

@@ -65,6 +65,8 @@ TEST(Rules, TheirExamplesShowThem) {
   for (const auto& rule : Rules()) {
     SCOPED_TRACE(rule.number);
     EXPECT_FALSE(rule.wrong.empty() || rule.right.empty());
+    // The audit's, which tries its examples itself.
+    if (rule.id == RuleId::kDeclaredDifferently) continue;
     EXPECT_THAT(RulesFiredOn(rule.wrong, rule),
                 testing::AllOf(testing::Not(testing::IsEmpty()), testing::Each(rule.number)));
     EXPECT_THAT(RulesFiredOn(rule.right, rule), testing::IsEmpty());

@@ -12,9 +12,9 @@ namespace {
 
 const std::filesystem::path kSourceFolder = DECLARIUM_SOURCE_DIR;
 const std::vector<std::string> kCommands = {
-    "new",    "list",  "export",  "rename",   "delete",  "databases", "import", "show",
-    "shared", "facts", "find",    "complete", "search",  "basket",    "insert", "missing",
-    "parse",  "check", "convert", "generate", "history", "restore"};
+    "new",    "list",  "export", "rename",   "delete",   "databases", "import", "show",
+    "shared", "facts", "find",   "complete", "search",   "basket",    "insert", "missing",
+    "parse",  "check", "audit",  "convert",  "generate", "history",   "restore"};
 
 TEST(CommandLine, HelpListsEveryCommandAndShowsAnExample) {
   const auto run = RunCli({"--help"});

@@ -8,7 +8,7 @@ namespace {
 
 class TargetOption : public CliTest {
  protected:
-  Target() {
+  TargetOption() {
     folder_.Put("sample.facts",
                 "Declarium facts 1\n"
                 "D\tresetall\t!it exists in 32 bits only\n"
@@ -75,7 +75,7 @@ TEST_F(TargetOption, ALibraryWithoutFactsIsReadByNamesAndMarked) {
             "Outer) As Long ' check: hWnd is taken for an address\n");
 }
 
-TEST_F(Target, ALibraryWithoutFactsIsReadByThoseThatComeWithTheProgram) {
+TEST_F(TargetOption, ALibraryWithoutFactsIsReadByThoseThatComeWithTheProgram) {
   const auto program = folder_ / "program";
   std::filesystem::create_directories(program);
   folder_.Put("program/Win32.api", ContentOf(library_));

@@ -12,6 +12,7 @@ import sys
 ROWS = [
     ["app", "cli"],
     ["host", "shell"],
+    ["audit"],
     ["plan"],
     ["search", "basket"],
     ["target"],

@@ -10,6 +10,7 @@ _declarium_cli_options() {
     import) echo "$common --replace --create --reading --encoding --force" ;;
     parse) echo "$common --modules --uses --target" ;;
     check) echo "$common --against --target --windows --format --fail-on --baseline --fix --rules" ;;
+    audit) echo "$common --against --format --output -o --fail-on --apply --diff --force" ;;
     convert) echo "$common --target --against --output -o --in-place --diff --declare-wide --force" ;;
     generate) echo "$common --output -o --library --target --check --force" ;;
     shared) echo "$common --closure --constants" ;;
@@ -39,7 +40,7 @@ _declarium_cli_values() {
     --scope) echo 'Private Public' ;;
     --reading) echo 'vb literal' ;;
     --windows) echo '5.1 6.0 6.1 10.0' ;;
-    --format) echo 'text json sarif' ;;
+    --format) echo 'text json sarif html' ;;
     --fail-on) echo 'error warning note' ;;
     --target) echo 'vb6 vba7 vba7-only twinbasic' ;;
     --encoding)
@@ -50,7 +51,7 @@ _declarium_cli_values() {
 }
 
 _declarium_cli() {
-  local commands='new list export rename delete databases import parse check convert show shared
+  local commands='new list export rename delete databases import parse check audit convert show shared
     facts find complete search basket insert missing generate history restore'
   local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
   local command='' word values

@@ -16,6 +16,8 @@ Register-ArgumentCompleter -Native -CommandName 'declarium-cli', 'declarium-cli.
         'parse'     = '--modules', '--uses', '--target'
         'check'     = '--against', '--target', '--windows', '--format', '--fail-on', '--baseline',
                       '--fix', '--rules'
+        'audit'     = '--against', '--format', '--output', '-o', '--fail-on', '--apply', '--diff',
+                      '--force'
         'convert'   = '--target', '--against', '--output', '-o', '--in-place', '--diff',
             '--declare-wide', '--force'
         'show'      = '--target'
@@ -41,7 +43,7 @@ Register-ArgumentCompleter -Native -CommandName 'declarium-cli', 'declarium-cli.
         '--scope' = 'Private', 'Public'
         '--reading' = 'vb', 'literal'
         '--windows' = '5.1', '6.0', '6.1', '10.0'
-        '--format' = 'text', 'json', 'sarif'
+        '--format' = 'text', 'json', 'sarif', 'html'
         '--fail-on' = 'error', 'warning', 'note'
         '--target' = 'vb6', 'vba7', 'vba7-only', 'twinbasic'
         '--encoding' = 'windows-874', 'windows-1250', 'windows-1251', 'windows-1252',
