@@ -84,15 +84,15 @@ TEST(Records, WithinTheLimitEveryNestedRecordIsMade) {
   Nest nest(100, {u"A", u"B", u"C"});
   EXPECT_THAT(nest.DroppedLines(), IsEmpty());
   EXPECT_THAT(TextsIn(nest.parsed[Kind::kType].items), ElementsAre(u"\x0C"
-                                                                 u"123456789\x0D"
-                                                                 u"123456789\x0D"
-                                                                 u"123456789",
-                                                                 u"\x0C"
-                                                                 u"123456789\x0D"
-                                                                 u"123456789",
-                                                                 u"\x0C"
-                                                                 u"123456789",
-                                                                 u""));
+                                                                   u"123456789\x0D"
+                                                                   u"123456789\x0D"
+                                                                   u"123456789",
+                                                                   u"\x0C"
+                                                                   u"123456789\x0D"
+                                                                   u"123456789",
+                                                                   u"\x0C"
+                                                                   u"123456789",
+                                                                   u""));
 }
 
 TEST(Records, BeyondTheLimitOnlyWhatAMergeKeepsIsMade) {

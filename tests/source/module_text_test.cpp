@@ -134,8 +134,8 @@ TEST(InsertIntoModule, TouchesNoByteOfAnyModule) {
     const auto at = module->bytes.find("<>");
     ASSERT_NE(at, std::string::npos);
     const auto line_end = module->line_end == LineEnd::kCrAndLf ? std::string("\r\n")
-                          : module->line_end == LineEnd::kLf ? std::string("\n")
-                                                             : std::string("\r");
+                          : module->line_end == LineEnd::kLf    ? std::string("\n")
+                                                                : std::string("\r");
     const auto before = module->bytes.substr(0, at);
     const auto behind = module->bytes.substr(at + 2 + line_end.size());
     ASSERT_TRUE(before.ends_with(line_end)) << old;

@@ -33,9 +33,7 @@ struct HeaderType {
   }
 
   // Characters of 8 and of 16 bits.
-  [[nodiscard]] bool IsText() const {
-    return kind == TypeKind::kInteger && size == 1 && is_signed;
-  }
+  [[nodiscard]] bool IsText() const { return kind == TypeKind::kInteger && size == 1 && is_signed; }
   [[nodiscard]] bool IsWideText() const {
     return IsNamed("WCHAR") || IsNamed("wchar_t") || IsNamed("OLECHAR");
   }

@@ -25,11 +25,11 @@ constexpr ControlDefinition kWaitControls[] = {
 };
 
 constexpr FormDefinition kWaitForm = {.name = "frmWait",
-                                        .caption = texts::kProgram,
-                                        .size = {300, 74},
-                                        .border = BorderStyle::kDialog,
-                                        .start = StartPosition::kCentreOwner,
-                                        .controls = kWaitControls};
+                                      .caption = texts::kProgram,
+                                      .size = {300, 74},
+                                      .border = BorderStyle::kDialog,
+                                      .start = StartPosition::kCentreOwner,
+                                      .controls = kWaitControls};
 
 }  // namespace
 

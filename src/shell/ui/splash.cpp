@@ -21,11 +21,11 @@ constexpr ControlDefinition kSplashControls[] = {
     {.kind = ControlKind::kTimer, .name = "tmrUnload", .interval = kShownMilliseconds}};
 
 constexpr FormDefinition kSplashForm = {.name = "frmSplash",
-                                  .caption = texts::kProgram,
-                                  .size = kSize,
-                                  .border = BorderStyle::kNone,
-                                  .start = StartPosition::kCentreScreen,
-                                  .controls = kSplashControls};
+                                        .caption = texts::kProgram,
+                                        .size = kSize,
+                                        .border = BorderStyle::kNone,
+                                        .start = StartPosition::kCentreScreen,
+                                        .controls = kSplashControls};
 
 void FrameEdge(Canvas& canvas) {
   const auto [width, height] = canvas.Extent();
