@@ -66,7 +66,7 @@ class Edit {
     return {};
   }
 
-  [[nodiscard]] EditReport Undo(HostError error) {
+  [[nodiscard]] EditReport Undo(const HostError& error) {
     EditReport report{.outcome = Outcome::kUnknown, .standing = {}, .error = error};
     if (!FindPlaces()) return report;
     for (std::size_t i = failing_ - 1; i < edits_.size(); ++i) {
@@ -137,9 +137,10 @@ class Edit {
 
   [[nodiscard]] std::u16string OldText(const Place& place) const {
     std::u16string text;
-    for (int i = 0; i < place.removed; ++i) {
+    const auto first = static_cast<std::size_t>(place.line - 1);
+    for (std::size_t i = 0; i < static_cast<std::size_t>(place.removed); ++i) {
       if (i > 0) text += kCrLf;
-      text += before_[static_cast<std::size_t>(place.line - 1 + i)];
+      text += before_[first + i];
     }
     return text;
   }

@@ -61,6 +61,7 @@ void InsertionPlan::ReadSources(std::span<const WantedItem> wanted) {
 
 void InsertionPlan::Decide() {
   std::vector<const vb::Module*> modules;
+  modules.reserve(sources_.size());
   for (const auto& source : sources_) modules.push_back(&source.module);
   PresenceFinder finder(project_, module_, options_.target, modules);
   for (std::size_t i = 0; i < entries_.size(); ++i) {

@@ -149,11 +149,11 @@ std::string MeaningsOf(std::u16string_view name) {
 }
 
 TEST(ProjectNames, ResolveUses) {
-  struct Case {
+  struct UseCase {
     std::u16string_view use;
     std::string_view meanings;
   };
-  const Case kCases[] = {
+  const UseCase kCases[] = {
       {u"A", "0:2 "},
       {u"a", "0:2 "},
       {u"B", ""},

@@ -70,6 +70,7 @@ std::vector<std::u16string> AmbiguousRows(const std::vector<plan::MissingName>& 
 std::vector<std::u16string> NotesOf(const plan::WantedItems& wanted,
                                     const std::vector<std::u16string>& unread) {
   std::vector<std::u16string> notes;
+  notes.reserve(wanted.unknown.size() + unread.size());
   for (const auto& need : wanted.unknown) {
     notes.push_back(need.name + u" – " + std::u16string(texts::kPlanUnknown) + need.via);
   }
