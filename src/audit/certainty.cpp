@@ -5,9 +5,9 @@
 #include <string>
 #include <unordered_set>
 
-#include "audit/form_members.h"
 #include "text/text.h"
 #include "vb/name_use.h"
+#include "vb/runtime_names.h"
 
 namespace declarium::audit {
 namespace {
@@ -167,7 +167,7 @@ Obstacle Certainty::ToStandFor(const std::vector<std::size_t>& group, std::size_
     if (row == keeper) continue;
     if (!IsStandard(subject_, module)) {
       if (rest.is_public[row]) return Obstacle::kShownByClass;
-      if (IsFormMember(rows_[row].declaration->name)) return Obstacle::kNameTaken;
+      if (vb::IsMemberOfDesigner(rows_[row].declaration->name)) return Obstacle::kNameTaken;
     }
     if (IsNamedWith(module, name, rest)) return Obstacle::kQualified;
   }

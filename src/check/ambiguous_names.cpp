@@ -1,6 +1,5 @@
 #include "check/ambiguous_names.h"
 
-#include <array>
 #include <cstdint>
 #include <deque>
 #include <functional>
@@ -9,6 +8,7 @@
 #include "check/row_table.h"
 #include "text/text.h"
 #include "vb/name_use.h"
+#include "vb/runtime_names.h"
 
 namespace declarium::check {
 namespace {
@@ -62,96 +62,12 @@ void ForEachPublic(const vb::Module& module, const Take& take) {
   }
 }
 
-// Members that every form and control has: in its own code they come before what modules declare.
-constexpr auto kFormMembers = std::to_array<std::u16string_view>({u"activecontrol",
-                                                                  u"appearance",
-                                                                  u"asyncread",
-                                                                  u"autoredraw",
-                                                                  u"backcolor",
-                                                                  u"borderstyle",
-                                                                  u"caption",
-                                                                  u"circle",
-                                                                  u"cls",
-                                                                  u"container",
-                                                                  u"controls",
-                                                                  u"count",
-                                                                  u"currentx",
-                                                                  u"currenty",
-                                                                  u"drawmode",
-                                                                  u"drawstyle",
-                                                                  u"drawwidth",
-                                                                  u"enabled",
-                                                                  u"extender",
-                                                                  u"fillcolor",
-                                                                  u"fillstyle",
-                                                                  u"font",
-                                                                  u"fontbold",
-                                                                  u"fontitalic",
-                                                                  u"fontname",
-                                                                  u"fontsize",
-                                                                  u"forecolor",
-                                                                  u"hasdc",
-                                                                  u"hdc",
-                                                                  u"height",
-                                                                  u"hide",
-                                                                  u"hwnd",
-                                                                  u"hyperlink",
-                                                                  u"icon",
-                                                                  u"image",
-                                                                  u"index",
-                                                                  u"keypreview",
-                                                                  u"left",
-                                                                  u"line",
-                                                                  u"linkexecute",
-                                                                  u"maskcolor",
-                                                                  u"maskpicture",
-                                                                  u"menuitems",
-                                                                  u"mouseicon",
-                                                                  u"mousepointer",
-                                                                  u"move",
-                                                                  u"moveable",
-                                                                  u"name",
-                                                                  u"oledrag",
-                                                                  u"ownerdraw",
-                                                                  u"paintpicture",
-                                                                  u"palette",
-                                                                  u"parent",
-                                                                  u"parentcontrols",
-                                                                  u"picture",
-                                                                  u"point",
-                                                                  u"popupmenu",
-                                                                  u"printform",
-                                                                  u"propertychanged",
-                                                                  u"pset",
-                                                                  u"refresh",
-                                                                  u"righttoleft",
-                                                                  u"scale",
-                                                                  u"scaleheight",
-                                                                  u"scaleleft",
-                                                                  u"scalemode",
-                                                                  u"scaletop",
-                                                                  u"scalewidth",
-                                                                  u"scalex",
-                                                                  u"scaley",
-                                                                  u"setfocus",
-                                                                  u"show",
-                                                                  u"showintaskbar",
-                                                                  u"size",
-                                                                  u"tag",
-                                                                  u"textheight",
-                                                                  u"textwidth",
-                                                                  u"top",
-                                                                  u"validatecontrols",
-                                                                  u"visible",
-                                                                  u"whatsthismode",
-                                                                  u"width",
-                                                                  u"windowstate",
-                                                                  u"zorder"});
-
 // The names that a module declares itself.
 class OwnNames {
  public:
-  explicit OwnNames(const vb::Module& module) {
+  explicit OwnNames(const vb::Module& module)
+      : is_designer_(module.kind != vb::ModuleKind::kStandard &&
+                     module.kind != vb::ModuleKind::kClass) {
     for (const auto& declaration : module.declarations) {
       if (declaration.scope != vb::Scope::kLocal) Add(declaration.name);
       if (const auto* const enumeration = declaration.As<vb::Enumeration>())
@@ -159,16 +75,16 @@ class OwnNames {
     }
     for (const auto& procedure : module.procedures) Add(procedure.name);
     for (const auto& member : module.members) Add(member.name);
-    const bool is_form =
-        module.kind != vb::ModuleKind::kStandard && module.kind != vb::ModuleKind::kClass;
-    if (is_form) names_.insert(kFormMembers.begin(), kFormMembers.end());
   }
 
   void Add(std::u16string_view name) { names_.insert(LowerCase(name)); }
-  [[nodiscard]] bool Has(const std::u16string& lowered) const { return names_.contains(lowered); }
+  [[nodiscard]] bool Has(const std::u16string& lowered) const {
+    return names_.contains(lowered) || (is_designer_ && vb::IsMemberOfDesigner(lowered));
+  }
 
  private:
   std::set<std::u16string, std::less<>> names_;
+  bool is_designer_;  // its object's own members come before what modules declare
 };
 
 }  // namespace
