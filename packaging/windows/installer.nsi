@@ -241,6 +241,12 @@ Section "!$(NameProgram)" SectionProgram
   Call InstallLibraries
   WriteUninstaller "$INSTDIR\Removal.exe"
   File "/oname=$INSTDIR\Uninstall.exe" "${UNINSTALLER}"
+  ; Only the running installer knows how large its own copy is.
+  FileOpen $0 "$INSTDIR\Removal.exe" r
+  FileSeek $0 0 END $1
+  FileClose $0
+  IntOp $1 $1 / 1024
+  IntOp $1 $1 + ${KILOBYTES}
   WriteRegStr HKCU "${UNINSTALL}" "DisplayName" "Declarium"
   WriteRegStr HKCU "${UNINSTALL}" "DisplayVersion" "${VERSION}"
   WriteRegStr HKCU "${UNINSTALL}" "Publisher" "${PUBLISHER}"
@@ -248,7 +254,7 @@ Section "!$(NameProgram)" SectionProgram
   WriteRegStr HKCU "${UNINSTALL}" "InstallLocation" "$INSTDIR"
   WriteRegStr HKCU "${UNINSTALL}" "UninstallString" '"$INSTDIR\Uninstall.exe"'
   WriteRegStr HKCU "${UNINSTALL}" "QuietUninstallString" '"$INSTDIR\Uninstall.exe" /S'
-  WriteRegDWORD HKCU "${UNINSTALL}" "EstimatedSize" ${KILOBYTES}
+  WriteRegDWORD HKCU "${UNINSTALL}" "EstimatedSize" $1
   WriteRegDWORD HKCU "${UNINSTALL}" "NoModify" 1
   WriteRegDWORD HKCU "${UNINSTALL}" "NoRepair" 1
 SectionEnd

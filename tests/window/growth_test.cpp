@@ -266,9 +266,9 @@ TEST_F(Growth, SwitchingLibrariesLeavesNothing) {
   ExpectNothingOfOurs([this](int changes) { SwitchLibraries(changes); }, kSwitches, {});
 }
 
-// As many as the windows of OpenForms have: seven, three, one and one.
+// As many as the windows of OpenForms have: seven, five, one and one.
 void MakeBareLabels(int rounds) {
-  for (int label = 0; label < rounds * (7 + 3 + 1 + 1); ++label) {
+  for (int label = 0; label < rounds * (7 + 5 + 1 + 1); ++label) {
     const HWND window = CreateWindowExW(0, L"STATIC", L"text", WS_POPUP, 0, 0, 10, 10, nullptr,
                                         nullptr, nullptr, nullptr);
     SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(GetStockObject(DEFAULT_GUI_FONT)),
