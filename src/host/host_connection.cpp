@@ -181,13 +181,22 @@ void HostConnection::Abandon() {
   application_.reset();
 }
 
+ModuleNaming HostConnection::Naming() const {
+  // The host may disconnect the add-in from within the call.
+  const auto application = application_;
+  const bool several =
+      other_hosts_ || (application && application->CountOfProjects().value_or(1) > 1);
+  return several ? ModuleNaming::kProjectAndComponent : ModuleNaming::kComponent;
+}
+
 std::expected<Insertion, InsertionFailure> HostConnection::Insert(
     const std::function<bool(std::u16string_view question)>& ask,
     const std::function<std::u16string()>& text) {
   // The question lets the host in, which may make another module the active one or disconnect. The
   // member is the only reference, so that disconnecting takes it back.
   inserted_into_ = active_->Module();
-  auto outcome = InsertIntoActiveModule([this] { return inserted_into_; }, ask, text);
+  if (!inserted_into_) return Insertion::kNoModule;
+  auto outcome = InsertIntoActiveModule([this] { return inserted_into_; }, Naming(), ask, text);
   const auto module = std::exchange(inserted_into_, nullptr);
   const auto application = application_;
   if (outcome && *outcome == Insertion::kInserted && module && application) {

@@ -68,13 +68,19 @@ class HostConnection : public std::enable_shared_from_this<HostConnection> {
   // say it.
   [[nodiscard]] std::uintptr_t MainWindow() const noexcept { return main_window_; }
 
-  // InsertIntoActiveModule on the active code module; the caret's line stays in view. A host that
+  // Tells the connection whether hosts beside its own are connected.
+  void SetOtherHosts(bool others) noexcept { other_hosts_ = others; }
+
+  // InsertIntoActiveModule on the active code module; the caret's line stays in view. The question
+  // names the project where more than one project or host is open. A host that
   // disconnects during the question has everything back when Disconnect returns.
   [[nodiscard]] std::expected<Insertion, InsertionFailure> Insert(
       const std::function<bool(std::u16string_view question)>& ask,
       const std::function<std::u16string()>& text);
 
  private:
+  [[nodiscard]] ModuleNaming Naming() const;
+
   struct StepFailure {
     int step;  // from 1 on
     HostError error;
@@ -107,6 +113,7 @@ class HostConnection : public std::enable_shared_from_this<HostConnection> {
   std::unique_ptr<Subscription> menu_handler_;
   std::unique_ptr<Subscription> button_handler_;
   std::shared_ptr<ActiveCodeModule> active_;
+  bool other_hosts_ = false;
 };
 
 }  // namespace declarium

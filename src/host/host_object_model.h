@@ -152,6 +152,9 @@ class HostApplication {
   // Null when no project is open.
   [[nodiscard]] virtual HostResult<std::unique_ptr<HostProject>> ActiveProject() = 0;
 
+  // The projects that are open.
+  [[nodiscard]] virtual HostResult<int> CountOfProjects() = 0;
+
   // The handle of the host's main window.
   [[nodiscard]] virtual HostResult<std::uintptr_t> MainWindow() = 0;
 

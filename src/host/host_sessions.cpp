@@ -9,8 +9,11 @@ HostSessions::HostSessions(FaceClipboard& clipboard, MainWindowLink& windows,
     : clipboard_(clipboard), windows_(windows), post_(std::move(post)) {}
 
 std::shared_ptr<HostConnection> HostSessions::Begin(std::unique_ptr<HostApplication> application) {
-  return connections_.emplace_back(
-      std::make_shared<HostConnection>(std::move(application), clipboard_, windows_, post_));
+  auto connection =
+      std::make_shared<HostConnection>(std::move(application), clipboard_, windows_, post_);
+  connections_.push_back(connection);
+  TellOfOthers();
+  return connection;
 }
 
 void HostSessions::Connect(HostConnection& connection) {
@@ -44,6 +47,11 @@ void HostSessions::Forget(HostConnection& connection) {
   }
   windows_.ForgetConnection(connection, successor);
   connections_.remove(connection.shared_from_this());
+  TellOfOthers();
+}
+
+void HostSessions::TellOfOthers() {
+  for (const auto& connection : connections_) connection->SetOtherHosts(connections_.size() > 1);
 }
 
 void HostSessions::UnloadIfUnused() {

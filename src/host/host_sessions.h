@@ -35,6 +35,7 @@ class HostSessions {
 
  private:
   void Forget(HostConnection& connection);
+  void TellOfOthers();
   void UnloadIfUnused();
 
   FaceClipboard& clipboard_;

@@ -36,15 +36,27 @@ HostResult<int> CountOfDeclarationLines(CodeModule& module) {
   return lines;
 }
 
+HostResult<std::u16string> NameOf(CodeModule& module, ModuleNaming naming) {
+  auto name = module.ComponentName();
+  if (!name || naming == ModuleNaming::kComponent) return name;
+  const auto component = module.Owner();
+  if (!component) return name;
+  const auto project = (*component)->Project();
+  if (!project || !*project) return name;
+  auto qualified = (*project)->Name();
+  if (!qualified || qualified->empty()) return name;
+  return qualified->append(u".").append(*name);
+}
+
 }  // namespace
 
 std::expected<Insertion, InsertionFailure> InsertIntoActiveModule(
-    const std::function<std::shared_ptr<CodeModule>()>& module,
+    const std::function<std::shared_ptr<CodeModule>()>& module, ModuleNaming naming,
     const std::function<bool(std::u16string_view question)>& ask,
     const std::function<std::u16string()>& text) {
   auto active = module();
   if (!active) return Insertion::kNoModule;
-  const auto name = active->ComponentName();
+  const auto name = NameOf(*active, naming);
   if (!name) return std::unexpected(InsertionFailure{InsertionStep::kName, u"", name.error()});
   // The host that disconnects during the question wants its module back at once.
   active.reset();
@@ -66,8 +78,8 @@ std::expected<Insertion, InsertionFailure> InsertIntoActiveModule(
 
 std::u16string InsertionFailureText(const InsertionFailure& failure) {
   std::u16string text(texts::kNotInserted);
-  if (!failure.component.empty()) {
-    text.append(texts::kNotInsertedInto).append(failure.component).append(u"'");
+  if (!failure.module.empty()) {
+    text.append(texts::kNotInsertedInto).append(failure.module).append(u"'");
   }
   text.append(u".").append(kCrLf).append(WhatFailed(failure.step)).append(u" ");
   text.append(ReasonText(failure.error)).append(kCrLf).append(kCrLf);

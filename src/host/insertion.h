@@ -22,20 +22,24 @@ enum class InsertionStep { kName, kDeclarations, kText };
 
 struct InsertionFailure {
   InsertionStep step;
-  std::u16string component;  // the name of the module's component, "" when that is what failed
+  std::u16string module;  // its name as it was asked with, "" when that is what failed
   HostError error;
 };
 
 // No module of the host has more lines.
 inline constexpr int kMostModuleLines = 65534;
 
-// Asks "Vložiť do 'NAME' ?" and on Yes inserts the text after the module's declarations section.
+// Whether a question names the project too: "Project1.Module1".
+enum class ModuleNaming { kComponent, kProjectAndComponent };
+
+// Asks "Vložiť do 'NAME' ?" and on Yes inserts the text after the module's declarations section. A
+// project whose name the host does not say is left out of NAME.
 // `module` gives the module, null when there is none; it is asked again after the question, during
 // which the host may take its module back: that ends the insertion as No does. `ask` shows a Yes/No
 // question and returns whether the answer was Yes; `text` is called only when the text is needed. A
 // failing call ends the insertion, and so does a count of lines that cannot be.
 [[nodiscard]] std::expected<Insertion, InsertionFailure> InsertIntoActiveModule(
-    const std::function<std::shared_ptr<CodeModule>()>& module,
+    const std::function<std::shared_ptr<CodeModule>()>& module, ModuleNaming naming,
     const std::function<bool(std::u16string_view question)>& ask,
     const std::function<std::u16string()>& text);
 

@@ -124,6 +124,15 @@ TEST_F(Connection, AnsweringNoLeavesTheModuleAlone) {
   EXPECT_EQ(InsertInto(ide, "no"), "ok Option Explicit");
 }
 
+TEST_F(Connection, QuestionNamesTheProjectWhenTwoAreOpen) {
+  IdeProcess ide;
+  OpenModule(ide, "Option Explicit");
+  ASSERT_EQ(ide.Tell("project Project2"), "ok");
+  ASSERT_EQ(ide.Tell("select Module1"), "ok");
+  InsertInto(ide, "no");
+  EXPECT_EQ(log_.Count("ask Vložiť do 'Project1.Module1' ?"), 1);
+}
+
 TEST_F(Connection, KeepsTheCaretInView) {
   IdeProcess ide;
   OpenModule(ide, "Option Explicit\\nSub X()\\nEnd Sub");

@@ -269,6 +269,7 @@ struct FakeHostState {
   std::shared_ptr<FakeModule> selected;
   std::shared_ptr<FakePaneState> pane;
   std::shared_ptr<FakeProjectState> project;
+  int projects = 1;
 
   // Opens a project of these modules and selects the first.
   void OpenProject(std::vector<std::shared_ptr<FakeModule>> modules) {
@@ -323,6 +324,12 @@ class FakeApplication final : public HostApplication {
     }
     if (!state_.project) return nullptr;
     return std::make_unique<FakeProject>(state_.project, state_.record);
+  }
+  HostResult<int> CountOfProjects() override {
+    if (auto entered = state_.record.Enter("CountOfProjects"); !entered) {
+      return std::unexpected(entered.error());
+    }
+    return state_.projects;
   }
   HostResult<std::uintptr_t> MainWindow() override { return state_.main_window; }
   HostResult<std::unique_ptr<CodePane>> ActivePane() override {

@@ -318,6 +318,31 @@ TEST_F(HostConnectionTest, ModuleThatIsSelectedDuringTheQuestionIsNotInsertedInt
   EXPECT_TRUE(other->insertions.empty());
 }
 
+TEST_F(HostConnectionTest, QuestionNamesTheProjectWhenSeveralProjectsOrHostsAreOpen) {
+  host_.OpenProject({std::make_shared<FakeModule>(FakeModule{.name = u"Module1"})});
+  HostConnection& connection = Connect();
+  const auto question = [&] {
+    std::u16string asked;
+    EXPECT_TRUE(connection.Insert(
+        [&](std::u16string_view text) {
+          asked = text;
+          return false;
+        },
+        [] { return std::u16string(); }));
+    return asked;
+  };
+  EXPECT_EQ(question(), u"Vložiť do 'Module1' ?");
+  host_.projects = 2;
+  EXPECT_EQ(question(), u"Vložiť do 'Project1.Module1' ?");
+  host_.record.failing = "CountOfProjects";
+  EXPECT_EQ(question(), u"Vložiť do 'Module1' ?");
+  FakeHostState other;
+  HostConnection& second = Connect(other);
+  EXPECT_EQ(question(), u"Vložiť do 'Project1.Module1' ?");
+  sessions_.Disconnect(second);
+  EXPECT_EQ(question(), u"Vložiť do 'Module1' ?");
+}
+
 TEST_F(HostConnectionTest, PollReadsOnlyTheCountOfLinesAndIgnoresItsFailure) {
   host_.selected = std::make_shared<FakeModule>();
   HostConnection& connection = Connect();

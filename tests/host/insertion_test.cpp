@@ -12,7 +12,7 @@ class InsertionTest : public testing::Test {
  protected:
   std::expected<Insertion, InsertionFailure> Insert(bool answer) {
     const std::shared_ptr<CodeModule> module = host_.Module(module_);
-    return InsertIntoActiveModule([&] { return module; },
+    return InsertIntoActiveModule([&] { return module; }, naming_,
                                   [&](std::u16string_view question) {
                                     question_ = question;
                                     return answer;
@@ -26,12 +26,35 @@ class InsertionTest : public testing::Test {
   FakeHostState host_;
   std::shared_ptr<FakeModule> module_ =
       std::make_shared<FakeModule>(FakeModule{.name = u"Modul č"});
+  ModuleNaming naming_ = ModuleNaming::kComponent;
   std::u16string question_;
 };
 
 TEST_F(InsertionTest, AsksWithTheComponentsName) {
   ASSERT_EQ(Insert(true).value(), Insertion::kInserted);
   EXPECT_EQ(question_, u"Vložiť do 'Modul č' ?");
+}
+
+TEST_F(InsertionTest, AsksWithTheProjectsNameWhereItIsWanted) {
+  host_.OpenProject({module_});
+  host_.project->name = u"Projekt1";
+  naming_ = ModuleNaming::kProjectAndComponent;
+  ASSERT_EQ(Insert(false).value(), Insertion::kDeclined);
+  EXPECT_EQ(question_, u"Vložiť do 'Projekt1.Modul č' ?");
+  host_.record.failing = "InsertLines";
+  EXPECT_EQ(Insert(true).error().module, u"Projekt1.Modul č");
+}
+
+TEST_F(InsertionTest, ProjectThatDoesNotSayItsNameIsLeftOutOfTheQuestion) {
+  naming_ = ModuleNaming::kProjectAndComponent;
+  EXPECT_TRUE(Insert(false));
+  EXPECT_EQ(question_, u"Vložiť do 'Modul č' ?") << "a component without project";
+  host_.OpenProject({module_});
+  for (const char* failing : {"Parent", "Collection", "Project.Name"}) {
+    host_.record.failing = failing;
+    EXPECT_TRUE(Insert(false)) << failing;
+    EXPECT_EQ(question_, u"Vložiť do 'Modul č' ?") << failing;
+  }
 }
 
 TEST_F(InsertionTest, InsertsBehindTheDeclarations) {
@@ -76,7 +99,7 @@ TEST_F(InsertionTest, FailingCallEndsItAndIsNamed) {
     outcome = Insert(true);
     ASSERT_FALSE(outcome);
     EXPECT_EQ(outcome.error().step, c.step);
-    EXPECT_EQ(outcome.error().component, u"Modul č");
+    EXPECT_EQ(outcome.error().module, u"Modul č");
   }
   EXPECT_TRUE(module_->insertions.empty());
 }

@@ -236,6 +236,11 @@ class VbApplication final : public HostApplication {
     return MakeProject(*std::move(project));
   }
 
+  HostResult<int> CountOfProjects() override {
+    return Then(application_.Object(vb::kVBProjects),
+                [](const HostObject& projects) { return projects.Number(vb::kCount); });
+  }
+
   HostResult<std::uintptr_t> MainWindow() override {
     const auto window = MainWindowOf(application_);
     if (!window) return std::unexpected(window.error());
