@@ -22,6 +22,7 @@ ManifestDPIAware true
 
 Name "Declarium ${VERSION}"
 OutFile "${SETUP}"
+!uninstfinalize 'packaging/windows/sign "%1" && cp "%1" "${REMOVAL}"' = 0
 InstallDir "$LOCALAPPDATA\Programs\Declarium"
 InstallDirRegKey HKCU "${UNINSTALL}" "InstallLocation"
 BrandingText " "

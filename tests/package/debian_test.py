@@ -114,6 +114,13 @@ class Installed(unittest.TestCase):
         self.assertTrue(changes.startswith(f"declarium-cli ({VERSION}) "), changes[:80])
 
 
+class Checked(unittest.TestCase):
+    def test_lintian_finds_no_error_and_warns_of_nothing(self):
+        done = subprocess.run(["lintian", "--allow-root", "--fail-on", "error,warning", PACKAGE],
+                              capture_output=True, text=True)
+        self.assertEqual(done.returncode, 0, done.stdout + done.stderr)
+
+
 class Removed(unittest.TestCase):
     def test_leaves_no_file(self):
         self.assertNotEqual(files_of(ROOT), before)

@@ -1,12 +1,16 @@
 """What ./package put into dist/: checksums, bill of materials, versions."""
 import hashlib
 import json
+import os
+import pathlib
 import re
+import shutil
 import subprocess
 import tempfile
 import unittest
 import zipfile
 
+from certificate import Certificate
 from products import DIST, VERSION, ZIP, product
 from wine_session import PROJECT
 
@@ -57,6 +61,15 @@ class BillOfMaterials(unittest.TestCase):
                                    capture_output=True).stdout.count(b"\n")
         self.assertEqual(count, sum(name.startswith("debian/") for name in self.stated))
 
+    def test_has_every_published_file_and_what_the_installer_adds(self):
+        published = {path.name for path in DIST.iterdir()
+                     if path.suffix in (".zip", ".exe", ".deb")}
+        self.assertEqual({name for name in self.stated if "/" not in name}, published)
+        for name in published:
+            self.assertEqual(self.digest(name), sha256((DIST / name).read_bytes()), name)
+        self.assertEqual({name for name in self.stated if name.startswith("uninstallers/")},
+                         {"uninstallers/Uninstall.exe", "uninstallers/Removal.exe"})
+
     def test_names_the_installed_version_of_every_material(self):
         for package in self.bill["packages"]:
             if package["supplier"] != "Organization: Debian":
@@ -89,6 +102,61 @@ class BillOfMaterials(unittest.TestCase):
             self.assertIn("SHA1", [sum["algorithm"] for sum in entry["checksums"]])
         for entry in self.bill["packages"]:
             self.assertTrue({"name", "downloadLocation"} <= entry.keys())
+
+
+class Signing(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.folder = pathlib.Path(cls.enterClassContext(tempfile.TemporaryDirectory()))
+        cls.certificate = Certificate(cls.folder)
+
+    def program(self):
+        with zipfile.ZipFile(ZIP) as archive:
+            program = self.folder / f"{self.id()}.exe"
+            program.write_bytes(archive.read(next(
+                name for name in archive.namelist() if name.endswith("/declarium-cli.exe"))))
+        return program
+
+    def sign(self, program, **environment):
+        return subprocess.run([PROJECT / "packaging/windows/sign", program], text=True,
+                              capture_output=True, env={
+                                  **os.environ, "SOURCE_DATE_EPOCH": "1600000000", **environment})
+
+    def test_leaves_a_program_alone_without_a_certificate(self):
+        program = self.program()
+        before = program.read_bytes()
+        self.assertEqual(self.sign(program).returncode, 0)
+        self.assertEqual(program.read_bytes(), before)
+        self.assertFalse(self.certificate.signed(program))
+
+    def test_signs_with_the_same_bytes_each_time(self):
+        first, second = self.program(), self.folder / "second.exe"
+        shutil.copy(first, second)
+        for program in (first, second):
+            done = self.sign(program, **self.certificate.signing)
+            self.assertEqual(done.returncode, 0, done.stderr)
+            self.assertTrue(self.certificate.signed(program))
+        self.assertEqual(first.read_bytes(), second.read_bytes())
+
+    def test_that_fails_is_told_and_leaves_the_program(self):
+        program = self.program()
+        before = program.read_bytes()
+        wrong = self.folder / "wrong"
+        wrong.write_text("wrong")
+        done = self.sign(program, **self.certificate.signing
+                         | {"DECLARIUM_CERTIFICATE_PASSWORD": str(wrong)})
+        self.assertEqual(done.returncode, 1)
+        self.assertIn(f"{program} was not signed: ", done.stderr)
+        self.assertEqual(program.read_bytes(), before)
+        self.assertEqual(list(self.folder.glob("*.signed")), [])
+
+    def test_that_was_changed_is_seen(self):
+        program = self.program()
+        self.sign(program, **self.certificate.signing)
+        data = bytearray(program.read_bytes())
+        data[len(data) // 2] ^= 1
+        program.write_bytes(data)
+        self.assertFalse(self.certificate.signed(program))
 
 
 class ProductInformation(unittest.TestCase):

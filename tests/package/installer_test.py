@@ -1,9 +1,13 @@
 """The installer for one user, in empty profiles under 32-bit Wine."""
+import hashlib
+import json
 import pathlib
 import shutil
+import tempfile
 import unittest
 import zipfile
 
+from certificate import Certificate
 from products import DIST, VERSION, newer_installer
 from wine_session import PROJECT, Profile, Session, windows_path
 
@@ -96,6 +100,15 @@ class SilentInstall(Installer):
         self.assertEqual(files_below(folder_of(installed)) - shipped,
                          {"Uninstall.exe", "Removal.exe", "installed-files.txt"})
 
+    def test_writes_the_uninstallers_that_the_bill_of_materials_names(self):
+        bill = json.loads((DIST / f"declarium-{VERSION}.spdx.json").read_text())
+        for name in ("Uninstall.exe", "Removal.exe"):
+            stated = next(entry["checksums"] for entry in bill["files"]
+                          if entry["fileName"] == f"./uninstallers/{name}")
+            data = (folder_of(installed) / name).read_bytes()
+            self.assertIn(hashlib.sha256(data).hexdigest(),
+                          [sum["checksumValue"] for sum in stated], name)
+
     def test_writes_an_entry_that_uninstalls(self):
         entry = installed.registry()[UNINSTALL]
         size = sum(path.stat().st_size for path in folder_of(installed).rglob("*") if path.is_file())
@@ -173,7 +186,9 @@ class Loading(InTheIde):
 class Upgrade(Installer):
     @classmethod
     def setUpClass(cls):
-        cls.setup, cls.new_library = newer_installer(NEWER)
+        cls.folder = pathlib.Path(cls.enterClassContext(tempfile.TemporaryDirectory()))
+        cls.certificate = Certificate(cls.folder)
+        cls.setup, cls.new_library = newer_installer(NEWER, cls.certificate.signing)
 
     def libraries_and_facts(self, profile):
         return {name for name in files_below(folder_of(profile))
@@ -189,6 +204,15 @@ class Upgrade(Installer):
                         f"{FOLDER}\\{name}.api", "Mine")
         self.assertNotEqual(library.read_bytes(), before)
         return library.read_bytes()
+
+    def test_is_signed_with_both_uninstallers(self):
+        profile = self.profile(installed)
+        self.upgrade(profile)
+        folder = folder_of(profile)
+        for program in (self.setup, folder / "Uninstall.exe", folder / "Removal.exe"):
+            self.assertTrue(self.certificate.signed(program), program)
+        self.uninstall(profile)
+        self.assertFalse((folder / "Declarium.exe").exists())
 
     def test_replaces_the_library_that_nobody_changed(self):
         profile = self.profile(installed)

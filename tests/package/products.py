@@ -27,9 +27,9 @@ def unpack(folder):
     return folder / f"declarium-{VERSION}-win32"
 
 
-def newer_installer(version):
+def newer_installer(version, signing=None):
     """An installer that says it is `version`, with another library and one file less; and that
-    library's bytes."""
+    library's bytes. `signing` is what packaging/windows/sign takes from the environment."""
     folder = WORK / "newer"
     shutil.rmtree(folder, ignore_errors=True)
     content = unpack(folder)
@@ -38,7 +38,8 @@ def newer_installer(version):
     subprocess.run([cli, "delete", library, "const:MAX_PATH"], check=True, capture_output=True)
     (content / "licences/nsis.txt").unlink()
     setup = WORK / f"declarium-{version}-setup.exe"
-    subprocess.run([PROJECT / "packaging/windows/installer", content, setup], check=True,
-                   stdout=subprocess.DEVNULL, env={
-                       **os.environ, **product(), "version": version, "SOURCE_DATE_EPOCH": "0"})
+    subprocess.run([PROJECT / "packaging/windows/installer", content, setup, WORK / "uninstallers"],
+                   check=True, stdout=subprocess.DEVNULL, env={
+                       **os.environ, **product(), **(signing or {}), "version": version,
+                       "SOURCE_DATE_EPOCH": "0"})
     return setup, library.read_bytes()
