@@ -77,7 +77,7 @@ class Seeker {
       has_found_ = has_found_ || !missing.empty();
       if (!IsDifference())
         for (const auto& name : missing) Print(project.modules[i], name);
-      if (!IsInserting() || missing.empty()) continue;
+      if (!IsInserting() || missing.empty() || project.modules[i].parsed.is_header_open) continue;
       const auto wanted = plan::WithNeeds(plan::CertainItems(missing), libraries_);
       const plan::InsertionPlan plan(for_plans->Modules(), i, wanted.items, plan_);
       const auto insertions = plan.Insertions();

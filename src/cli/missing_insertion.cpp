@@ -74,6 +74,7 @@ ExitStatus InsertMissing(const MissingInsertion& insertion, const Library& libra
   const auto [project, position] = FindModule(projects, insertion);
   SayErrors(session, *project);
   auto& module = project->modules[position];
+  if (module.parsed.is_header_open) return ExitStatus::kFileFailed;
   const auto view = ViewSource(insertion.module, session);
   module.text = DecodeText(view.bytes, RecognizeEncoding(view.bytes, insertion.encoding));
   module.parsed = vb::ReadModule(module.text, module.parsed.kind);

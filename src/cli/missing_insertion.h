@@ -23,7 +23,8 @@ struct MissingInsertion {
   Encoding encoding = kLibraryEncoding;  // of the module where its bytes do not tell
 };
 
-// Says what no library has. Throws CommandFailed, with nothing changed.
+// Says what no library has. kFileFailed, with nothing changed, when the module's header has no End.
+// Throws CommandFailed, with nothing changed.
 ExitStatus InsertMissing(const MissingInsertion& insertion, const Library& library,
                          std::span<const ItemView> items, const Session& session);
 

@@ -126,6 +126,8 @@ class SourceReader {
     module.name = std::move(name);
     module.text = std::move(text);
     module.parsed = vb::ReadModule(module.text, kind);
+    // All of its code may have been taken for the header.
+    if (module.parsed.is_header_open) project.has_all_files = false;
   }
 
   const Session& session_;
@@ -143,6 +145,12 @@ void SayErrors(const Session& session, const SourceProject& project) {
   for (const auto& error : project.project.errors)
     session.Say(project.name + ":" + std::to_string(error.place.line) + ": expected " +
                 std::string(error.expected) + ", found " + ToUtf8(error.found));
+  for (const auto& module : project.modules) {
+    if (!module.parsed.is_header_open) continue;
+    const auto& place = module.parsed.errors.front().place;
+    session.Say(module.name + ":" + std::to_string(place.line) + ":" +
+                std::to_string(place.column) + ": expected End: the module's header does not end");
+  }
 }
 
 }  // namespace declarium::cli

@@ -26,7 +26,7 @@ struct SourceProject {
   std::u16string text;  // what `project` refers into; empty for a folder
   vb::Project project;  // its errors tell of files that cannot be read, too
   std::deque<SourceModule> modules;
-  bool has_all_files = true;
+  bool has_all_files = true;  // false also when a module's header has no End
 };
 
 // Reads what the arguments name, "-" being standard input. The modules named one by one come first,
@@ -36,7 +36,8 @@ struct SourceProject {
 [[nodiscard]] std::deque<SourceProject> ReadSources(const std::vector<std::string>& arguments,
                                                     const Session& session);
 
-// Says what is wrong with the project's file and which of its modules cannot be read.
+// Says what is wrong with the project's file, which of its modules cannot be read, and where a
+// module's header should have ended.
 void SayErrors(const Session& session, const SourceProject& project);
 
 }  // namespace declarium::cli

@@ -156,11 +156,16 @@ std::u16string InsertionPlan::FreeName(std::size_t entry) const {
   }
 }
 
+bool InsertionPlan::IsRefused() const {
+  return project_.At(module_).parsed->is_header_open;
+}
+
 bool InsertionPlan::IsEmpty() const {
-  return std::ranges::none_of(entries_, &PlannedEntry::IsInserted);
+  return IsRefused() || std::ranges::none_of(entries_, &PlannedEntry::IsInserted);
 }
 
 std::vector<LineInsertion> InsertionPlan::Insertions() const {
+  if (IsRefused()) return {};
   std::vector<Piece> pieces;
   std::vector<std::size_t> entries;
   for (std::size_t i = 0; i < entries_.size(); ++i) {

@@ -70,6 +70,9 @@ class InsertionPlan {
   // A name like the entry's that InsertAs takes.
   [[nodiscard]] std::u16string FreeName(std::size_t entry) const;
 
+  // Whether the module takes nothing, as the header of its designer has no End: what is inserted
+  // would become a part of it. IsEmpty() holds then.
+  [[nodiscard]] bool IsRefused() const;
   // Whether anything would be inserted.
   [[nodiscard]] bool IsEmpty() const;
   // One for each place, from the top down. Made from the bottom up, the lines of those above stay

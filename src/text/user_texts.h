@@ -191,6 +191,8 @@ inline constexpr std::u16string_view kNoModuleToRead =
     u"Vo Visual Basicu nie je aktívny žiadny modul.";
 inline constexpr std::u16string_view kHostDoesNotAnswer =
     u"Visual Basic neodpovedá alebo modul nedovolí prečítať. Nič sa nezmenilo.";
+inline constexpr std::u16string_view kModuleHeaderOpen =
+    u"Hlavička modulu nie je ukončená riadkom End. Nič sa do neho nevložilo.";
 inline constexpr std::u16string_view kModuleChanged =
     u"Modul sa medzitým zmenil. Nič sa do neho nevložilo; skúste to znova.";
 inline constexpr std::u16string_view kEditRefused =

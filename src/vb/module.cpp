@@ -147,6 +147,9 @@ class ModuleReader {
         if (depth > 0 && first.IsWord(u"begin")) AddControl();
         ++depth;
         module_.header_end = first.place.line;
+      } else if (depth > 0 && IsModuleAttribute()) {
+        is_put_back_ = true;
+        return RefuseHeader({first.place, "End", statement_.Text()});
       } else if (depth > 0) {
         const bool ends = first.IsWord(u"end") || first.IsWord(u"endproperty");
         if (ends && Tokens().size() == 1) --depth;
@@ -158,6 +161,18 @@ class ModuleReader {
         module_.header_end = first.place.line;
       }
     }
+    if (depth > 0) RefuseHeader({reader_.Here(), "End", {}});
+  }
+
+  // "Attribute VB_Name = ...", which stands behind the header; a property has "=" behind its name.
+  [[nodiscard]] bool IsModuleAttribute() const {
+    return TokenAt(Tokens(), 0).IsWord(u"attribute") &&
+           TokenAt(Tokens(), 1).kind == TokenKind::kName;
+  }
+
+  void RefuseHeader(const SyntaxError& error) {
+    module_.is_header_open = true;
+    Refuse(error);
   }
 
   // "Begin VB.CommandButton Command1"

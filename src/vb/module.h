@@ -81,7 +81,8 @@ struct Module {
   std::vector<Condition> conditions = {{}};  // of #If; the first, for no branch, is empty
   std::vector<BranchLine> branch_lines;      // in the order of the source
   std::uint32_t header_end = 0;              // the last line of a designer's header
-  std::uint32_t declarations_end = 0;        // the last line in front of the first procedure
+  bool is_header_open = false;         // that header has no End, which is the first of the errors
+  std::uint32_t declarations_end = 0;  // the last line in front of the first procedure
   std::uint32_t lines = 0;
 
   // The value of VB_Name without quotes; empty without one.

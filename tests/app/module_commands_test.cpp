@@ -124,6 +124,15 @@ TEST_F(ModuleCommandsTest, CancellingOrClosingChangesNothing) {
   EXPECT_EQ(Code(), kBefore);
 }
 
+TEST_F(ModuleCommandsTest, AModuleWhoseHeaderHasNoEndIsToldOfAndStays) {
+  constexpr std::u16string_view kOpen = u"VERSION 5.00\r\nBegin VB.Form F\r\n  x = 1";
+  Start({ModuleOf(u"Module1", kOpen)});
+  Script().AnswerMessage(Answer::kOk);
+  Press();
+  EXPECT_THAT(Messages(), ElementsAre(texts::kModuleHeaderOpen));
+  EXPECT_EQ(Code(), kOpen);
+}
+
 TEST_F(ModuleCommandsTest, NeedsComeWithWhatNeedsThem) {
   Start({ModuleOf(u"Module1", kBefore)});
   Put(2, u"RECT");

@@ -46,6 +46,16 @@ constexpr const char* kApiAfter =
     "  Debug.Print LIMIT\r\n"
     "End Sub";
 
+TEST_F(AuditCommand, AModuleWhoseHeaderHasNoEndKeepsWhatItMayUse) {
+  folder_.Put("Project1.vbp", "Module=Main; Main.bas\r\nForm=Face.frm\r\n");
+  folder_.Put("Main.bas", "Public Const UNUSED = 1\r\n");
+  folder_.Put("Face.frm", "VERSION 5.00\r\nBegin VB.Form Face\r\n");
+  const auto run = Audit({"--apply"});
+  EXPECT_EQ(run.status, 3);
+  EXPECT_NE(run.err.find(Path("Face.frm") + ":3:1: expected End"), std::string::npos) << run.err;
+  EXPECT_EQ(ContentOf(folder_ / "Main.bas"), "Public Const UNUSED = 1\r\n");
+}
+
 TEST_F(AuditCommand, ShowsEveryDeclarationWithItsUsersAndWhatIsToBeDone) {
   folder_.Put("empty.api", "");
   ASSERT_EQ(RunCli({"new", Path("empty.api"), "Empty", "--force"}).status, 0);

@@ -130,6 +130,36 @@ TEST_F(PlannedProjectTest, EncodingMarkAndLineEndsOfTheModuleStay) {
   EXPECT_EQ(Bytes("end.bas"), "Const X = 1\r\nPrivate Const A_NEW = 1\r\n");
 }
 
+constexpr const char* kOpenHeader = "VERSION 5.00\r\nBegin VB.Form Face\r\n  Caption = \"x\"\r\n";
+
+TEST_F(PlannedProjectTest, AModuleWhoseHeaderHasNoEndTakesNothing) {
+  std::ofstream(folder_ / "Face.frm", std::ios::binary) << kOpenHeader;
+  const auto told = Path("Face.frm") + ":4:1: expected End: the module's header does not end";
+  for (const auto* const writing : {"--json", "--dry-run", "--diff"}) {
+    const auto run = Insert("Face.frm", {"A_NEW", writing});
+    EXPECT_EQ(run.status, 3);
+    EXPECT_EQ(run.out, "");
+    EXPECT_NE(run.err.find(told), std::string::npos) << run.err;
+    EXPECT_EQ(Bytes("Face.frm"), kOpenHeader);
+  }
+  // The others of its project still do.
+  EXPECT_EQ(Insert("Main.bas", {"A_NEW"}).status, 0);
+  EXPECT_NE(Bytes("Main.bas").find("Private Const A_NEW = 1\r\n"), std::string::npos);
+}
+
+TEST_F(PlannedProjectTest, MissingTellsOfAModuleWhoseHeaderHasNoEndAndInsertsIntoTheOthers) {
+  // Code behind the attributes is read, but where the header ends is not known.
+  const auto open = kOpenHeader + std::string("Attribute VB_Name = \"Face\"\r\nSub S()\r\n") +
+                    "  x = SW_SHOW\r\nEnd Sub\r\n";
+  std::ofstream(folder_ / "Face.frm", std::ios::binary) << open;
+  const auto before = Bytes("Worker.cls");
+  const auto run = Missing({"--insert"});
+  EXPECT_EQ(run.status, 3);
+  EXPECT_NE(run.err.find(Path("Face.frm") + ":4:1: expected End"), std::string::npos) << run.err;
+  EXPECT_EQ(Bytes("Face.frm"), open);
+  EXPECT_NE(Bytes("Worker.cls"), before);
+}
+
 TEST_F(PlannedProjectTest, MissingTellsWhatAProjectLacks) {
   const auto run = Missing({});
   const auto difference = Missing({"--diff"});

@@ -77,6 +77,20 @@ TEST(InsertionPlan, TellsForEachEntryWhatHappens) {
   ExpectRows(kRows);
 }
 
+TEST(InsertionPlan, PutsNothingIntoAModuleWhoseHeaderHasNoEnd) {
+  for (const auto* const text :
+       {u"VERSION 5.00\nBegin VB.Form M\n",
+        u"VERSION 5.00\nBegin VB.Form M\nAttribute VB_Name = \"M\"\nSub S()\nEnd Sub\n"}) {
+    auto project = Project(text, vb::ModuleKind::kForm);
+    const auto& plan = project.Plan({u"A"});
+    EXPECT_TRUE(plan.IsRefused());
+    EXPECT_TRUE(plan.IsEmpty());
+    EXPECT_TRUE(plan.Insertions().empty());
+  }
+  auto whole = Project(u"VERSION 5.00\nBegin VB.Form M\nEnd\n", vb::ModuleKind::kForm);
+  EXPECT_FALSE(whole.Plan({u"A"}).IsRefused());
+}
+
 TEST(InsertionPlan, CountsDeclarationsOfBranchesThatTheTargetCompiles) {
   const Row kRows[] = {
       {u"#If Win16 Then\nConst A = 5\n#End If\n", u"A", "insert A"},

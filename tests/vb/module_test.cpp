@@ -269,6 +269,52 @@ TEST(Refusals, OfAnOpenIfComeAtTheEnd) {
   EXPECT_EQ(module.errors[0].place.line, 3u);
 }
 
+TEST(Refusals, OfAHeaderWithoutEndComeWhereItShouldHaveEnded) {
+  struct Open {
+    std::u16string_view text;
+    std::u16string_view found;
+    unsigned line;
+    unsigned column;
+  };
+  const Open kOpen[] = {
+      {u"VERSION 5.00\nBegin VB.Form F\n", u"", 3, 1},
+      {u"VERSION 5.00\nBegin VB.Form F\n  Caption = \"x\"", u"", 3, 16},
+      {u"VERSION 5.00\nBegin VB.Form F\n  Begin VB.Label L\n  End\n", u"", 5, 1},
+      {u"VERSION 5.00\nBegin VB.Form F\n  BeginProperty Font\n", u"", 4, 1},
+      {u"VERSION 1.0 CLASS\nBEGIN\n  MultiUse = -1\n", u"", 4, 1},
+      {u"VERSION 1.0 CLASS\nBEGIN\n\n\n", u"", 5, 1},
+      {u"VERSION 1.0 CLASS\nBEGIN\nAttribute VB_Name = \"F\"\nConst A = 1\n",
+       u"Attribute VB_Name = \"F\"", 3, 1},
+  };
+  for (const auto& [text, found, line, column] : kOpen) {
+    const auto module = ReadModule(text, ModuleKind::kForm);
+    EXPECT_TRUE(module.is_header_open);
+    ASSERT_EQ(module.errors.size(), 1u) << ToUtf8(text);
+    EXPECT_EQ(module.errors[0].expected, "End");
+    EXPECT_EQ(ToUtf8(module.errors[0].found), ToUtf8(found));
+    EXPECT_EQ(module.errors[0].place.line, line) << ToUtf8(text);
+    EXPECT_EQ(module.errors[0].place.column, column) << ToUtf8(text);
+  }
+}
+
+TEST(Refusals, OfAHeaderWithoutEndLeaveTheCodeBehindItsAttributesReadable) {
+  const auto module = ReadModule(
+      u"VERSION 5.00\nBegin VB.Form F\nAttribute VB_Name = \"F\"\nConst A = 1\nSub S()\nEnd "
+      u"Sub\n",
+      ModuleKind::kForm);
+  EXPECT_EQ(module.Name(), u"F");
+  EXPECT_EQ(Names(module), "A ");
+  EXPECT_EQ(module.procedures.size(), 1u);
+  EXPECT_EQ(module.header_end, 2u);
+}
+
+TEST(Modules, OfFormsWithAPropertyNamedAttributeHaveAWholeHeader) {
+  const auto module = ReadModule(
+      u"VERSION 5.00\nBegin VB.Form F\n  Attribute = 1\nEnd\nConst A = 1\n", ModuleKind::kForm);
+  EXPECT_FALSE(module.is_header_open);
+  EXPECT_EQ(Only(module).name, u"A");
+}
+
 TEST(Modules, OfAnythingAreReadToTheEnd) {
   Random random(3);
   const std::u16string_view pieces[] = {u"Const ",

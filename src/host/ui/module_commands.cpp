@@ -128,6 +128,7 @@ void ModuleCommands::Run(
   if (!connection) return;
   const auto reading = Read(*connection);
   if (!reading) return;
+  if (reading->parsed.front().is_header_open) return Say(texts::kModuleHeaderOpen);
   const auto libraries = links_.libraries();
   const auto wanted = find_wanted(*reading, libraries);
   plan::InsertionPlan plan(*reading->modules, 0, wanted.items.items, links_.options());
