@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "text/encoding.h"
 #include "text/text.h"
 #include "vb/like.h"
 
@@ -16,6 +17,13 @@ std::u16string_view WithoutBlanks(std::u16string_view text) {
   const auto first = text.find_first_not_of(kBlanks);
   if (first == text.npos) return {};
   return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+}
+
+// Paths hold quotes, too.
+std::u16string_view WithoutCommentBehindBlank(std::u16string_view line) {
+  for (std::size_t i = 1; i < line.size(); ++i)
+    if (line[i] == u'\'' && kBlanks.contains(line[i - 1])) return line.substr(0, i);
+  return line;
 }
 
 // A quote inside [ ] is a character of the list.
@@ -51,10 +59,10 @@ class ListReader {
  private:
   void ReadLine(std::u16string_view line) {
     if (line.empty() || IsNumberSignComment(line)) return;
+    if (line.starts_with(u'#'))
+      return ReadDirective(WithoutBlanks(WithoutCommentBehindBlank(line)));
     const auto said = WithoutBlanks(WithoutComment(line));
-    if (said.empty()) return;
-    if (said.starts_with(u'#')) return ReadDirective(said);
-    ReadName(said);
+    if (!said.empty()) ReadName(said);
   }
 
   void Fault(ListFaultKind kind, std::u16string_view word) {
@@ -130,14 +138,24 @@ std::expected<ListFile, std::vector<ListFault>> ReadListFile(std::u16string_view
   return ListReader().Read(text);
 }
 
-std::u16string ListText(std::u16string_view library, const GroupedList& entries) {
+std::u16string ListText(std::span<const std::u16string> libraries, vb::Audience target,
+                        const GroupedList& entries) {
   std::u16string text;
-  if (!library.empty()) text.append(u"#library ").append(library).append(kCrLf);
+  for (const auto& library : libraries) text.append(u"#library ").append(library).append(kCrLf);
+  if (target != vb::Audience::kVb6)
+    text.append(u"#target ").append(FromUtf8(vb::AudienceName(target))).append(kCrLf);
   for (const auto& [name, icon] : entries) {
     text += LowerCase(KindName(*KindOfIcon(icon))) + u":" + Escaped(name);
     text += kCrLf;
   }
   return text;
+}
+
+std::string ListBytes(std::u16string_view text) {
+  const auto bytes = EncodeText(text, kLibraryEncoding);
+  if (bytes && DecodeText(*bytes, RecognizeEncoding(*bytes, kLibraryEncoding)) == text)
+    return *bytes;
+  return "\xEF\xBB\xBF" + ToUtf8(text);
 }
 
 }  // namespace declarium

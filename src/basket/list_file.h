@@ -3,7 +3,7 @@
 //   ' comment                on a line of its own or behind what stands there
 //   # comment                with a blank, another "#" or nothing behind the "#"
 //   #library Win32.api       where names are looked up; several lines, the first that has a name
-//                            counts
+//                            counts. A comment behind a path has a blank in front of its quote
 //   #target vba7             for whom the module is: vb6, vba7, vba7-only or twinbasic
 //   #module Api.bas          the module that is made from the list
 //   GetWindowRect            an item; const:, declare: or type: in front names the kind
@@ -20,6 +20,7 @@
 #include <cstdint>
 #include <expected>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -66,9 +67,14 @@ struct ListFault {
 [[nodiscard]] std::expected<ListFile, std::vector<ListFault>> ReadListFile(
     std::u16string_view text);
 
-// A list of these entries that names this library, empty for none: one line each in their order,
-// with the kind in front, CR LF behind each. What a name holds that means something in a list is
-// written so that reading the list finds that name.
-[[nodiscard]] std::u16string ListText(std::u16string_view library, const GroupedList& entries);
+// A list of these entries that names these libraries, and the target unless it is VB6: one line
+// each in their order, with the kind in front, CR LF behind each. What a name holds that means
+// something in a list is written so that reading the list finds that name.
+[[nodiscard]] std::u16string ListText(std::span<const std::u16string> libraries,
+                                      vb::Audience target, const GroupedList& entries);
+
+// The text as a file: in the code page of libraries where its bytes are recognized as that again,
+// else in UTF-8 with a mark.
+[[nodiscard]] std::string ListBytes(std::u16string_view text);
 
 }  // namespace declarium

@@ -17,6 +17,7 @@
 
 #include "basket/list_file.h"
 #include "basket/list_selection.h"
+#include "basket/listed_libraries.h"
 #include "basket/module_from_basket.h"
 #include "facts/known_facts.h"
 #include "library/file_io.h"
@@ -110,9 +111,8 @@ class Generator {
     throw CommandFailed(ExitStatus::kNothingFound, faults);
   }
 
-  // A path that the list has, from the folder of the list.
   [[nodiscard]] fs::path FromList(std::u16string_view written) const {
-    return PathOf(options_.list).parent_path() / PathOfName(Replace(written, u"\\", u"/"));
+    return PathFromList(PathOf(options_.list), written);
   }
 
   [[nodiscard]] fs::path ModulePath() const {

@@ -5,6 +5,7 @@
 
 #include "basket/basket.h"
 #include "basket/list_selection.h"
+#include "text/encoding.h"
 #include "text/text.h"
 
 namespace declarium {
@@ -39,6 +40,14 @@ TEST(ListFile, EveryLineEndCounts) {
 TEST(ListFile, CommentsSayNothing) {
   EXPECT_EQ(LinesOf(u"' all of it\n# more\n#\n## title\nA ' behind a name\n\t'\n#\tx"),
             (Strings{"5 A"}));
+}
+
+TEST(ListFile, PathsMayHoldQuotes) {
+  const auto list =
+      ReadListFile(u"#library O'Neil/a.api ' mine\n#library b.api '\n#module c.bas'\n");
+  ASSERT_TRUE(list.has_value());
+  EXPECT_EQ(list->libraries, (std::vector<std::u16string>{u"O'Neil/a.api", u"b.api"}));
+  EXPECT_EQ(list->module, u"c.bas'");
 }
 
 TEST(ListFile, WildcardsMakeAPattern) {
@@ -95,9 +104,27 @@ TEST(ListFile, EveryFaultIsToldWithItsLineAndWord) {
 }
 
 TEST(ListText, HasOneLineForEachEntry) {
-  EXPECT_EQ(ListText(u"Win32.api", {{u"A", 1}, {u"GetRect", 2}, {u"RECT", 3}}),
-            u"#library Win32.api\r\nconst:A\r\ndeclare:GetRect\r\ntype:RECT\r\n");
-  EXPECT_EQ(ListText(u"", {}), u"");
+  const std::u16string libraries[] = {u"Win32.api", u"../Own.api"};
+  EXPECT_EQ(ListText(libraries, vb::Audience::kVb6, {{u"A", 1}, {u"GetRect", 2}, {u"RECT", 3}}),
+            u"#library Win32.api\r\n#library ../Own.api\r\nconst:A\r\ndeclare:GetRect\r\n"
+            u"type:RECT\r\n");
+  EXPECT_EQ(ListText({}, vb::Audience::kVba7Only, {{u"A", 1}}),
+            u"#target vba7-only\r\nconst:A\r\n");
+  EXPECT_EQ(ListText({}, vb::Audience::kVb6, {}), u"");
+}
+
+TEST(ListText, IsTheSameInItsFileWhateverItsCharacters) {
+  constexpr std::u16string_view kTexts[] = {u"",
+                                            u"const:A\r\n",
+                                            u"#library Šimko/ž.api\r\n",
+                                            u"#library Кни/ж.api\r\n",
+                                            u"Ă\u02C7\r\n",
+                                            u"\uFEFFconst:A\r\n"};
+  for (const auto text : kTexts) {
+    const auto bytes = ListBytes(text);
+    EXPECT_EQ(ToUtf8(DecodeText(bytes, RecognizeEncoding(bytes, kLibraryEncoding))), ToUtf8(text));
+  }
+  EXPECT_EQ(ListBytes(u"Ž\r\n"), "\x8E\r\n");
 }
 
 // Names of any characters, which a library may hold.
@@ -113,7 +140,7 @@ TEST(ListText, ReadingItSelectsTheSameItems) {
       library.SetItems(kind, {{name}, {std::u16string(u"item")}});
       basket.Add(kind, name, u"item");
     }
-    const auto list = ReadListFile(ListText(u"", basket.Entries()));
+    const auto list = ReadListFile(ListText({}, vb::Audience::kVb6, basket.Entries()));
     ASSERT_TRUE(list.has_value());
     const Library* const libraries[] = {&library};
     const auto selection = SelectItems(*list, libraries);
