@@ -28,8 +28,8 @@ LibraryControls ForLibraries(MainForm& f) {
 }
 
 BasketControls ForBasket(MainForm& f) {
-  return {*f.frmMain,   f.lstAdd,      f.lstShare,  f.Toolbar1,        f.mnuPopupAddList,
-          f.mnuDelOnce, f.mnuDelGroup, f.mnuDelAll, f.mnuInsertMissing};
+  return {*f.frmMain,   f.lstAdd,      f.lstShare,  f.Toolbar1,    f.mnuPopupAddList,
+          f.mnuDelOnce, f.mnuDelGroup, f.mnuDelAll, f.mnuSaveList, f.mnuInsertMissing};
 }
 
 }  // namespace
@@ -52,6 +52,10 @@ MainWindow::MainWindow(Toolkit& toolkit, SettingsStore& store, MainWindowOptions
       export_command_(toolkit, saver_, library_, form_.mnuExport,
                       [this](std::u16string text) { return ForTarget(std::move(text)); }),
       basket_view_(library_, item_display_, ForBasket(form_), options_.host.has_code_module),
+      list_commands_(toolkit, saver_, library_, basket_view_, form_.mnuSaveList, form_.mnuOpenList,
+                     options_.folder,
+                     {.target = [this] { return writer_.Target(); },
+                      .offer_target = [this](vb::Audience target) { OfferTarget(target); }}),
       quick_find_(library_, selector_, {form_.txtInput, form_.txtFind, form_.lstFind},
                   [this](const ItemView& item) { basket_view_.Add(item); }),
       search_dialog_(toolkit, LinksForSearch()),
@@ -185,6 +189,18 @@ void MainWindow::SetTarget(vb::Audience target) {
   form_.RTB.SetToolTip(target == vb::Audience::kVb6
                            ? std::u16string()
                            : std::u16string(texts::kTipCode).append(TargetText(target)));
+}
+
+void MainWindow::OfferTarget(vb::Audience target) {
+  const auto question = std::u16string(texts::kAskListTargetBefore)
+                            .append(TargetText(target))
+                            .append(texts::kAskListTargetBehind);
+  if (toolkit_.ShowMessage({question, MessageButtons::kYesNo, MessageIcon::kQuestion}) !=
+      Answer::kYes)
+    return;
+  WriteTarget(store_, target);
+  SetTarget(target);
+  item_display_.ShowCodeAgain();
 }
 
 std::u16string MainWindow::ForTarget(std::u16string text) {

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "basket/ui/basket_view.h"
+#include "basket/ui/list_commands.h"
 #include "check/ui/check_dialog.h"
 #include "host/ui/module_commands.h"
 #include "host/ui/toolbar_commands.h"
@@ -93,6 +94,8 @@ class MainWindow {
   void ShowOptions();
   // Writes declarations for this target from now on.
   void SetTarget(vb::Audience target);
+  // Asks whether to do so, and remembers it.
+  void OfferTarget(vb::Audience target);
   // Source text of the library as the target wants it.
   [[nodiscard]] std::u16string ForTarget(std::u16string text);
   [[nodiscard]] std::u16string BasketText();
@@ -127,6 +130,7 @@ class MainWindow {
   AddDialog add_dialog_;
   ExportCommand export_command_;
   BasketView basket_view_;
+  ListCommands list_commands_;
   QuickFindView quick_find_;
   SearchDialog search_dialog_;
   CheckDialog check_dialog_;

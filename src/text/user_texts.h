@@ -128,6 +128,37 @@ inline constexpr std::u16string_view kNameSplitAddHeight = u"Výška výberu";
 inline constexpr std::u16string_view kDeleteOnce = u"Odstrániť &položku";
 inline constexpr std::u16string_view kDeleteGroup = u"Odstrániť &skupinu";
 inline constexpr std::u16string_view kDeleteAll = u"Odstrániť &všetko";
+inline constexpr std::u16string_view kMenuSaveList = u"&Uložiť výber...";
+inline constexpr std::u16string_view kMenuOpenList = u"&Otvoriť výber...";
+
+// The basket as a list file
+inline constexpr std::u16string_view kListFilter = u"Zoznam položiek|*.list|Textové súbory|*.txt";
+inline constexpr std::u16string_view kAskReplaceBasket =
+    u"Vo výbere už niečo je. Nahradiť ho položkami zo zoznamu? Ak zvolíte Nie, pridajú sa k nemu.";
+inline constexpr std::u16string_view kListMistakes =
+    u"Súbor nie je zoznam položiek. Výber zostáva, ako bol.";
+inline constexpr std::u16string_view kListEmpty =
+    u"Zoznam nedal ani jednu položku. Výber zostáva, ako bol.";
+inline constexpr std::u16string_view kListNotFound =
+    u"Položky zo zoznamu sú vo výbere, ale toto sa nenašlo:";
+inline constexpr std::u16string_view kListNotInLibraries =
+    u"Výber je uložený. Tieto jeho položky však žiadna databáza nemá, takže ich pri otvorení "
+    u"zoznamu nebude odkiaľ vziať:";
+inline constexpr std::u16string_view kListLine = u"riadok ";
+inline constexpr std::u16string_view kListMore = u"a ďalšie, počtom ";
+// Each before the word that it tells of.
+inline constexpr std::u16string_view kListUnreadable = u"databáza sa nedá otvoriť: ";
+inline constexpr std::u16string_view kListUnknown = u"v databáze nie je ";
+inline constexpr std::u16string_view kListSeveralSpellings = u"v databáze je s rôznymi písmenami ";
+inline constexpr std::u16string_view kListTakesNothing = u"nad ním nie je, čo by odobral: ";
+inline constexpr std::u16string_view kListUnknownDirective = u"neznáme slovo ";
+inline constexpr std::u16string_view kListValueMissing = u"niečo chýba za ";
+inline constexpr std::u16string_view kListUnknownTarget = u"neznámy cieľ ";
+inline constexpr std::u16string_view kListSaidTwice = u"druhý raz ";
+inline constexpr std::u16string_view kListBrokenPattern = u"zle napísané [ ] v ";
+inline constexpr std::u16string_view kAskListTargetBefore = u"Zoznam je určený pre: ";
+inline constexpr std::u16string_view kAskListTargetBehind =
+    u". Písať deklarácie odteraz pre tento cieľ?";
 
 // Insertion into the host's module
 inline constexpr std::u16string_view kAskInsertBefore = u"Vložiť do '";

@@ -24,10 +24,14 @@ class Session : public WindowTest {
     options_.files = &files_;
     WriteWinLibrary("a.api", u"Win");
     WriteFile("out.bas", "Const OLD = 1");
+    WriteFile("out.list", "OLD");
     Open();
     User().ChooseRow(Form().cmbDatabase, 0);
+    User().ChooseRow(Form().cmbSelector, 0);
+    User().ChooseRow(Form().lstConst, 0);
     Script().AnswerText(u"Mine");
     User().ChooseMenu(*Form().frmMain, "mnuRename");
+    User().ClickToolbar(Form().Toolbar1, "add");
   }
   void TestBody() override {}
 
@@ -68,6 +72,7 @@ constexpr Command kCommands[] = {
     {"mnuSaveAs", "b.api", "b.api"},
     {"mnuNew", "c.api", "c.api"},
     {"mnuExport", "out.bas", "out.bas"},
+    {"mnuSaveList", "out.list", "out.list"},
 };
 
 class WindowFileFaults : public testing::TestWithParam<std::size_t> {};

@@ -21,7 +21,7 @@ BasketView::BasketView(const Library& library, ItemDisplay& display, const Baske
       controls_(controls),
       has_code_module_(std::move(has_code_module)) {
   auto& [frmMain, lstAdd, lstShare, Toolbar1, mnuPopup, mnuDelOnce, mnuDelGroup, mnuDelAll,
-         mnuInsertMissing] = controls_;
+         mnuSaveList, mnuInsertMissing] = controls_;
   lstAdd.on_item_click = [this](int position) { lstAdd_ItemClick(position); };
   lstAdd.on_key_down = [this](KeyDown& key) { lstAdd_KeyDown(key); };
   lstAdd.on_context_menu = [this] { ShowPopup(controls_.lstAdd.Selected()); };
@@ -72,6 +72,7 @@ void BasketView::SetCEI() {
   controls_.Toolbar1.SetButtonEnabled("insert", can_insert);
   controls_.Toolbar1.SetButtonEnabled("insert-missing", can_insert);
   controls_.mnuInsertMissing.SetEnabled(can_insert);
+  controls_.mnuSaveList.SetEnabled(has_entries);
 }
 
 void BasketView::DeleteAddItem() {
@@ -96,6 +97,12 @@ void BasketView::mnuDelGroup_Click() {
 
 void BasketView::mnuDelAll_Click() {
   basket_.RemoveAll();
+  MirrorEntries();
+  SetCEI();
+}
+
+void BasketView::Replace(Basket contents) {
+  basket_ = std::move(contents);
   MirrorEntries();
   SetCEI();
 }

@@ -25,6 +25,7 @@ struct BasketControls {
   MenuItem& mnuDelOnce;
   MenuItem& mnuDelGroup;
   MenuItem& mnuDelAll;
+  MenuItem& mnuSaveList;
   MenuItem& mnuInsertMissing;
 };
 
@@ -45,6 +46,10 @@ class BasketView {
   // Enables the toolbar buttons that the basket's state allows; also called when the host's active
   // code module comes or goes.
   void SetCEI();
+
+  [[nodiscard]] const Basket& Contents() const noexcept { return basket_; }
+  // Shows these contents from now on.
+  void Replace(Basket contents);
 
   [[nodiscard]] std::vector<ItemView> Items() const { return basket_.Items(); }
   [[nodiscard]] std::u16string Text(std::u16string_view scope) const { return basket_.Text(scope); }

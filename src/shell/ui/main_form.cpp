@@ -181,6 +181,9 @@ constexpr MenuDefinition kMenus[] = {
     {.level = 1, .name = "mnuDelOnce", .caption = texts::kDeleteOnce},
     {.level = 1, .name = "mnuDelGroup", .caption = texts::kDeleteGroup},
     {.level = 1, .name = "mnuDelAll", .caption = texts::kDeleteAll},
+    {.level = 1, .name = "mnuLine5", .caption = u"-"},
+    {.level = 1, .name = "mnuSaveList", .caption = texts::kMenuSaveList, .enabled = false},
+    {.level = 1, .name = "mnuOpenList", .caption = texts::kMenuOpenList},
     {.level = 0, .name = "mnuHelp", .caption = texts::kMenuHelp},
     {.level = 1, .name = "mnuGuide", .caption = texts::kMenuGuide},
     {.level = 1,
@@ -244,6 +247,8 @@ MainForm::MainForm(Toolkit& toolkit)
       mnuDelOnce(frmMain->Get<MenuItem>("mnuDelOnce")),
       mnuDelGroup(frmMain->Get<MenuItem>("mnuDelGroup")),
       mnuDelAll(frmMain->Get<MenuItem>("mnuDelAll")),
+      mnuSaveList(frmMain->Get<MenuItem>("mnuSaveList")),
+      mnuOpenList(frmMain->Get<MenuItem>("mnuOpenList")),
       mnuGuide(frmMain->Get<MenuItem>("mnuGuide")),
       mnuHelpHere(frmMain->Get<MenuItem>("mnuHelpHere")),
       mnuAbout(frmMain->Get<MenuItem>("mnuAbout")) {}

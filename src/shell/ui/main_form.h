@@ -60,6 +60,8 @@ struct MainForm {
   MenuItem& mnuDelOnce;
   MenuItem& mnuDelGroup;
   MenuItem& mnuDelAll;
+  MenuItem& mnuSaveList;
+  MenuItem& mnuOpenList;
   MenuItem& mnuGuide;
   MenuItem& mnuHelpHere;
   MenuItem& mnuAbout;
