@@ -1,10 +1,12 @@
 #include "audit/report_page.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <map>
 #include <utility>
 
 #include "audit/use_picture.h"
+#include "check/rule.h"
 #include "text/text.h"
 
 namespace declarium::audit {
@@ -12,7 +14,9 @@ namespace {
 
 constexpr const char* kHead =
     "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
-    "<meta name=\"viewport\" content=\"width=device-width\">\n<title>Declarations</title>\n"
+    "<meta name=\"viewport\" content=\"width=device-width\">\n";
+
+constexpr const char* kStyle =
     "<style>\n"
     ":root { color-scheme: light dark; --ink: #1c1c1e; --paper: #fff; --quiet: #666; --line: #ddd;"
     " --mark: #0a5cad; --warn: #a8480f; --box: #eef4fa }\n"
@@ -20,20 +24,34 @@ constexpr const char* kHead =
     " --quiet: #a0a0a6; --line: #3a3b40; --mark: #78b4f0; --warn: #f0a070; --box: #222b35 } }\n"
     "body { font: 15px/1.45 system-ui, \"Segoe UI\", sans-serif; color: var(--ink);"
     " background: var(--paper); max-width: 72em; margin: 1.5em auto; padding: 0 1em }\n"
-    "h1 { font-size: 1.5em } h2 { font-size: 1.2em; margin-top: 2em }\n"
-    "table { border-collapse: collapse; width: 100%; font-size: .93em }\n"
+    "h1 { font-size: 1.5em } h2 { font-size: 1.25em; margin-top: 2em; overflow-wrap: anywhere }\n"
+    "h3 { font-size: 1.1em; margin-top: 1.8em }\n"
+    // Columns of given widths: one long name does not squeeze the others.
+    "table { border-collapse: collapse; width: 100%; table-layout: fixed; font-size: .93em }\n"
     "th, td { text-align: left; vertical-align: top; padding: .25em .6em .25em 0;"
     " border-bottom: 1px solid var(--line); overflow-wrap: anywhere }\n"
-    "th { color: var(--quiet); font-weight: 600 } td.place { white-space: nowrap }\n"
+    "th { color: var(--quiet); font-weight: 600 }\n"
+    ".findings th:nth-child(1) { width: 13% } .findings th:nth-child(2) { width: 24% }\n"
+    ".findings th:nth-child(4) { width: 19% }\n"
+    ".declarations th:nth-child(1) { width: 6% } .declarations th:nth-child(2) { width: 44% }\n"
+    ".counts { width: auto; table-layout: auto } .counts td { border: 0; padding-bottom: 0 }\n"
+    ".counts td:first-child { text-align: right; font-variant-numeric: tabular-nums }\n"
     "code { font-family: Consolas, \"DejaVu Sans Mono\", monospace }\n"
     ".warning, .error { color: var(--warn) } .quiet { color: var(--quiet) }\n"
-    "pre { background: var(--box); padding: .4em; margin: .2em 0; overflow-x: auto }\n"
-    "summary { cursor: pointer; padding: .2em 0 } svg { max-width: 100%; height: auto }\n"
+    "pre { background: var(--box); padding: .4em; margin: .2em 0; white-space: pre-wrap }\n"
+    "summary { cursor: pointer; padding: .2em 0 } details { margin-top: .3em }\n"
+    "svg { width: 100%; height: auto }\n"
     "svg text { fill: var(--ink); font: 13px system-ui, \"Segoe UI\", sans-serif }\n"
     "svg .count { fill: var(--quiet); font-size: 11px }\n"
     "svg rect { fill: var(--box); stroke: var(--mark) }\n"
     "svg path { fill: none; stroke: var(--mark); stroke-opacity: .45 }\n"
-    "</style>\n</head>\n<body>\n<h1>Declarations</h1>\n";
+    // On paper nothing can be opened, and no row breaks.
+    "@page { margin: 15mm }\n"
+    "@media print { body { font-size: 10pt; max-width: none; margin: 0; padding: 0 }"
+    " h2, h3, summary { break-after: avoid } tr, svg { break-inside: avoid }"
+    " summary { list-style: none; font-weight: 600 }"
+    " details::details-content { content-visibility: visible; block-size: auto } }\n"
+    "</style>\n";
 
 std::string Plural(std::size_t count, const char* what) {
   return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
@@ -42,7 +60,9 @@ std::string Plural(std::size_t count, const char* what) {
 class Page {
  public:
   std::string Write(std::span<const ReportedProject> projects) {
-    page_ = kHead;
+    const auto title = projects.size() == 1 ? ": " + HtmlText(projects[0].name) : std::string();
+    page_ = kHead + ("<title>Declarations" + title + "</title>\n") + kStyle +
+            "</head>\n<body>\n<h1>Declarations</h1>\n";
     for (const auto& project : projects) AddProject(project);
     return std::move(page_ += "</body>\n</html>\n");
   }
@@ -69,35 +89,53 @@ class Page {
              Plural(project_->audit->FindingCount(), "finding") + ". " + std::to_string(goes) +
              " can go and " + std::to_string(count(Fate::Does::kBecomesPublic)) +
              " can become Public for all; the rest is yours to decide.</p>\n";
+    AddCounts();
+  }
+
+  // How many findings there are of each rule.
+  void AddCounts() {
+    std::map<check::RuleId, std::size_t> counts;
+    for (const auto& row : project_->audit->rows)
+      for (const auto& found : row.findings) ++counts[found.finding.rule];
+    if (counts.empty()) return;
+    page_ += "<table class=\"counts\">\n";
+    for (const auto& [id, count] : counts) {
+      const auto& rule = check::RuleOf(id);
+      page_ += "<tr><td>" + std::to_string(count) + "</td><td>" + std::string(rule.number) +
+               "</td><td>" + HtmlText(rule.title) + "</td></tr>\n";
+    }
+    page_ += "</table>\n";
   }
 
   void AddFindings() {
     if (project_->audit->FindingCount() == 0) return;
     page_ +=
-        "<h2>What was found</h2>\n<table>\n<tr><th>where</th><th>what</th><th>finding</th>"
-        "<th>to do</th></tr>\n";
+        "<h3>What was found</h3>\n<table class=\"findings\">\n"
+        "<thead><tr><th>where</th><th>what</th><th>finding</th><th>to do</th></tr></thead>\n";
     const auto& rows = project_->audit->rows;
     for (std::size_t i = 0; i < rows.size(); ++i) {
-      const auto action = HtmlText(ActionText(*project_->audit, i, *project_->subject));
-      for (const auto& found : rows[i].findings) AddFinding(rows[i], found, action);
+      if (rows[i].findings.empty()) continue;
+      page_ += "<tr><td>" + PlaceOf(rows[i].row) + "</td><td>" + NameOf(rows[i].row) + "</td><td>";
+      for (const auto& found : rows[i].findings) AddFinding(found);
+      page_ += "</td><td>" + HtmlText(ActionText(*project_->audit, i, *project_->subject)) +
+               "</td></tr>\n";
     }
     page_ += "</table>\n";
   }
 
-  void AddFinding(const AuditedRow& row, const RowFinding& found, const std::string& action) {
+  void AddFinding(const RowFinding& found) {
     const auto& finding = found.finding;
     const auto level = std::string(check::LevelText(finding.level));
-    page_ += "<tr><td class=\"place\">" + PlaceOf(row.row) + "</td><td>" + NameOf(row.row) +
-             "</td><td class=\"" + level + "\">" + level + " " +
-             std::string(check::RuleOf(finding.rule).number) + ": " + HtmlText(finding.message);
+    page_ += "<div class=\"" + level + "\">" + level + " " +
+             std::string(check::RuleOf(finding.rule).number) + ": " + HtmlText(finding.message) +
+             "</div>";
     if (!found.library_form.empty())
       page_ += "<pre><code>" + HtmlText(ToUtf8(found.library_form)) + "</code></pre>";
-    page_ += "</td><td>" + action + "</td></tr>\n";
   }
 
   // The declarations of each module, closed until somebody wants to see them.
   void AddModules() {
-    page_ += "<h2>Every declaration</h2>\n";
+    page_ += "<h3>Every declaration</h3>\n";
     const auto& rows = project_->audit->rows;
     for (std::size_t i = 0; i < rows.size();) {
       const auto module = rows[i].row.module;
@@ -106,7 +144,8 @@ class Page {
       page_ += "<details><summary>" + HtmlText(ModuleNameText(*project_->subject, module)) +
                " <span class=\"quiet\">" + HtmlText(project_->sources[module]) + ", " +
                Plural(end - i, "declaration") +
-               "</span></summary>\n<table>\n<tr><th>line</th><th>what</th><th>used in</th></tr>\n";
+               "</span></summary>\n<table class=\"declarations\">\n"
+               "<thead><tr><th>line</th><th>what</th><th>used in</th></tr></thead>\n";
       for (; i < end; ++i) AddRow(rows[i]);
       page_ += "</table></details>\n";
     }
@@ -120,8 +159,8 @@ class Page {
     for (const auto& use : row.uses) ++counts[use.module];
     for (const auto& [module, count] : counts) {
       if (module != counts.begin()->first) page_ += ", ";
-      page_ += HtmlText(ModuleNameText(*project_->subject, module)) + " <span class=\"quiet\">" +
-               std::to_string(count) + "</span>";
+      page_ += HtmlText(ModuleNameText(*project_->subject, module)) +
+               "&#160;<span class=\"quiet\">" + std::to_string(count) + "</span>";
     }
     page_ += "</td></tr>\n";
   }

@@ -94,7 +94,7 @@ class Picture {
     const Side right(using_modules);
     const auto rows = std::max(left.Places().size(), right.Places().size());
     const auto height = std::to_string(kTop + static_cast<int>(rows) * kStep);
-    svg_ = "<h2>Who uses what</h2>\n<svg viewBox=\"0 0 " + std::to_string(kWidth) + " " + height +
+    svg_ = "<h3>Who uses what</h3>\n<svg viewBox=\"0 0 " + std::to_string(kWidth) + " " + height +
            "\" width=\"" + std::to_string(kWidth) + "\" height=\"" + height +
            "\" role=\"img\" aria-label=\"Modules that declare on the left, modules that use on the "
            "right\">\n<text class=\"count\" x=\"1\" y=\"16\">declares</text><text class=\"count\" "

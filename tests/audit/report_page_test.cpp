@@ -46,6 +46,23 @@ TEST(ReportPage, TellsFindingsAndWhatIsToBeDone) {
   EXPECT_THAT(page, HasSubstr("1 declaration in 1 module, 1 finding."));
 }
 
+TEST(ReportPage, ADeclarationHasOneRowWithAllThatWasFound) {
+  const auto page = PageOf(
+      Audited(Files{{"A", "Private Const ONE = 1\r\n"}, {"B", "Private Const ONE = 1\r\n"}}));
+  EXPECT_THAT(page, HasSubstr("<td>B:1</td>"));
+  EXPECT_THAT(page, HasSubstr("note D601: ONE is not used</div><div class=\"note\">note D602"));
+  EXPECT_THAT(page, HasSubstr("<tr><td>2</td><td>D601</td><td>Declared and not used</td></tr>"));
+  EXPECT_THAT(page, HasSubstr("<tr><td>1</td><td>D602</td>"));
+}
+
+TEST(ReportPage, ItsTitleNamesTheOnlyProject) {
+  const Audited project(Files{{"A", ""}});
+  EXPECT_THAT(PageOf(project), HasSubstr("<title>Declarations: Project &lt;1&gt;.vbp</title>"));
+  const ReportedProject reported{"P.vbp", &project.subject, &project.audit, {"A.bas"}};
+  const ReportedProject both[] = {reported, reported};
+  EXPECT_THAT(ReportPage(both), HasSubstr("<title>Declarations</title>"));
+}
+
 TEST(UsePicture, ALineForEachPairOfModules) {
   const Audited project(Files{{"A", "Public Const ONE = 1\r\nPublic Const TWO = 2\r\n"},
                               {"B", "Private m(ONE) As Long\r\nPrivate n(TWO) As Long\r\n"},
