@@ -76,7 +76,7 @@ HWND ShownMainWindow() {
 class AddInJob {
  public:
   void Do(const std::u16string& library) {
-    OpenModule();
+    OpenProject();
     Must("connect " + kAddIn);
     Say("Connected the add-in: its button is in the toolbar, its entry in the Add-Ins menu");
     Must("click Standard");
@@ -91,6 +91,7 @@ class AddInJob {
     Insert();
     TakePicture("addin", "*");
     InsertMissing();
+    CompleteModule();
     Must("disconnect " + kAddIn);
     WaitFor("the add-in's end", [this] { return !program_->Runs(); });
     Say("Disconnected; the add-in has ended");
@@ -103,7 +104,7 @@ class AddInJob {
     return answer;
   }
 
-  void OpenModule() {
+  void OpenProject() {
     Must("interfaces on");
     Must("project Project1");
     Must("component Project1 Module1 1");
@@ -111,9 +112,18 @@ class AddInJob {
         "text Module1 Option Explicit\\n\\nPrivate Sub Remember(ByVal Window As Long)\\n"
         "\\tDim Placement As WINDOWPLACEMENT\\n\\tPlacement.Length = Len(Placement)\\n"
         "\\tGetWindowPlacement Window, Placement\\nEnd Sub");
-    Must("pane Module1 1 40 1");
-    Must("select Module1");
-    PrintModule("The module before:");
+    Must("component Project1 Module2 1");
+    Must(
+        "text Module2 Option Explicit\\n\\nPublic Sub Raise(ByVal Window As Long)\\n"
+        "\\tIf IsIconic(Window) Then ShowWindow Window, SW_RESTORE\\n"
+        "\\tSetForegroundWindow Window\\nEnd Sub");
+    ShowModule("Module1");
+    PrintModule("Module1", "The module before:");
+  }
+
+  void ShowModule(const std::string& name) {
+    Must("pane " + name + " 1 40 1");
+    Must("select " + name);
   }
 
   void AttachToAddIn() {
@@ -148,7 +158,7 @@ class AddInJob {
     const auto before = ide_.Tell("lines Module1");
     PressInDialog(question, IDYES);
     WaitFor("the text", [&] { return ide_.Tell("lines Module1") != before; });
-    PrintModule("The module after:");
+    PrintModule("Module1", "The module after:");
   }
 
   // The module has what was inserted; of what is added now and what that needs some is missing.
@@ -158,17 +168,31 @@ class AddInJob {
     WaitFor("the toolbar's insert-missing",
             [this] { return ToolbarEnabled(main_, "insert-missing"); });
     ClickToolbar(main_, "insert-missing");
-    const HWND plan = program_->Form("frmPlan");
     Say("Pressed the button that inserts what is missing, which shows what it would do");
-    TakePicture("insert-missing", plan);
-    const auto before = ide_.Tell("lines Module1");
-    PressButton(FindControl(plan, "Command1"));
-    WaitFor("the text", [&] { return ide_.Tell("lines Module1") != before; });
-    PrintModule("The module with what was missing:");
+    AgreeToPlan("Module1", "insert-missing");
+    PrintModule("Module1", "The module with what was missing:");
   }
 
-  void PrintModule(const std::string& heading) {
-    auto text = Must("lines Module1").substr(3);
+  // The basket has nothing of what the other module's code uses.
+  void CompleteModule() {
+    ShowModule("Module2");
+    PrintModule("Module2", "Another module, whose code uses what nothing declares:");
+    ChooseMenu(main_, "mnuCompleteModule");
+    Say("Chose to complete the module, which shows what it found");
+    AgreeToPlan("Module2", "complete-module");
+    PrintModule("Module2", "The module with what its code uses:");
+  }
+
+  void AgreeToPlan(const std::string& module, const std::string& picture) {
+    const HWND plan = program_->Form("frmPlan");
+    TakePicture(picture, plan);
+    const auto before = ide_.Tell("lines " + module);
+    PressButton(FindControl(plan, "Command1"));
+    WaitFor("the text", [&] { return ide_.Tell("lines " + module) != before; });
+  }
+
+  void PrintModule(const std::string& name, const std::string& heading) {
+    auto text = Must("lines " + name).substr(3);
     ReplaceAll(text, "\\n", "\n  ");
     ReplaceAll(text, "\\t", "    ");
     Say(heading + "\n  " + text);
