@@ -92,9 +92,9 @@ HWND AddInTest::AskToInsert() {
   return Program().Dialog();
 }
 
-void AddInTest::Insert(int answer) {
+void AddInTest::Insert(int answer, std::u16string_view module) {
   ClickInsert();
-  AnswerMessage(u"Vložiť do 'Module1' ?", answer);
+  AnswerMessage(u"Vložiť do '" + std::u16string(module) + u"' ?", answer);
 }
 
 bool AddInTest::ModuleBecomes(IdeProcess& ide, const std::string& text) {

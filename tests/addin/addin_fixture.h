@@ -35,8 +35,8 @@ class AddInTest : public OutsideTest {
   // Clicks "insert" when it is enabled; AskToInsert returns the question that comes then.
   void ClickInsert();
   [[nodiscard]] HWND AskToInsert();
-  // Inserts the basket and answers the question.
-  void Insert(int answer);
+  // Inserts the basket and answers the question, which names `module`.
+  void Insert(int answer, std::u16string_view module = u"Module1");
   // Whether the module comes to hold this text, as the IDE's line protocol writes it.
   [[nodiscard]] bool ModuleBecomes(IdeProcess& ide, const std::string& text);
   [[nodiscard]] bool Ends();

@@ -132,7 +132,7 @@ TEST_F(AddInTest, SecondIdeThatConnectsLeavesTheWindowToTheFirst) {
   IdeProcess second;
   OpenModule(second, "' second");
   ASSERT_EQ(second.Tell("connect Declarium.Connect"), "ok");
-  Insert(IDYES);
+  Insert(IDYES, u"Project1.Module1");
   EXPECT_TRUE(ModuleBecomes(first, "' first\\n" + kConstant)) << first.Tell("lines Module1");
   EXPECT_EQ(second.Tell("lines Module1"), "ok ' second");
   Disconnect(first);
@@ -278,7 +278,7 @@ TEST_F(AddInTest, ServesTwoHostsAtOnceWithOneWindow) {
   ConnectAlso(second);
   ClickButton(second);
   EXPECT_EQ(Main(), window);
-  Insert(IDYES);
+  Insert(IDYES, u"Project1.Module1");
   EXPECT_TRUE(ModuleBecomes(second, "' second\\n" + kConstant));
   EXPECT_EQ(first.Tell("lines Module1"), "ok ' first");
   // The window passes to the host that is left.
