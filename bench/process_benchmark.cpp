@@ -98,6 +98,9 @@ void RegisterProjectBenchmarks(const BenchmarkFiles& files, const std::filesyste
                     {"ctags", "--languages=Basic", "-f", "/dev/null", "-R", folder});
   RegisterProcessor("check" + suffix, check);
   RegisterProcessor("convert" + suffix, convert);
+  Command audit = {tool, "audit", folder / "Program.vbp"};
+  audit.insert(audit.end(), against.begin(), against.end());
+  RegisterProcessor("audit" + suffix, audit);
 }
 
 void RegisterProcessBenchmarks(const BenchmarkFiles& files, const std::filesystem::path& tool,
