@@ -57,14 +57,15 @@ ListedLibraries OpenListed(const ListFile& list, const fs::path& path, const Lib
   return listed;
 }
 
-BasketSources FindSources(const GroupedList& entries, const Library& open,
+BasketSources FindSources(std::span<const ItemView> items, const Library& open,
                           const std::vector<fs::path>& others) {
   BasketSources sources;
-  GroupedList left = entries;
+  std::vector<ItemView> left(items.begin(), items.end());
   const auto take = [&](const Library& library, const fs::path& path) {
-    const auto found = std::erase_if(left, [&](const GroupedEntry& entry) {
-      const auto kind = KindOfIcon(entry.icon);
-      return kind && FindItem(library, *kind, entry.text);
+    const auto found = std::erase_if(left, [&](const ItemView& item) {
+      const auto in_library = FindItem(library, item.kind, item.name);
+      if (in_library && in_library->item != item.item) sources.lost.emplace_back(item.name);
+      return in_library.has_value();
     });
     if (found > 0 && !path.empty()) sources.libraries.push_back(path);
   };
@@ -74,7 +75,7 @@ BasketSources FindSources(const GroupedList& entries, const Library& open,
     if (IsSameFile(other, open.path)) continue;
     if (const auto library = LoadLibraryFile(other)) take(*library, other);
   }
-  for (auto& entry : left) sources.unknown.push_back(std::move(entry.text));
+  for (const auto& item : left) sources.lost.emplace_back(item.name);
   return sources;
 }
 

@@ -3,12 +3,12 @@
 
 #include <deque>
 #include <filesystem>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "basket/list_file.h"
-#include "library/grouped_list.h"
 #include "library/library.h"
 
 namespace declarium {
@@ -36,12 +36,14 @@ struct ListedLibraries {
 
 struct BasketSources {
   std::vector<std::filesystem::path> libraries;  // in the order to look names up in
-  std::vector<std::u16string> unknown;           // names of entries that none of them has
+  // Names of items that none of them has, or that the first with such an item has otherwise.
+  std::vector<std::u16string> lost;
 };
 
-// Where the entries can be found again: in `open` if it is in a file, else in the first of `others`
-// that has them. Libraries that give nothing are not among them.
-[[nodiscard]] BasketSources FindSources(const GroupedList& entries, const Library& open,
+// Where the items of a basket can be found again: in `open`, which has to be in a file for that,
+// else in the first of `others` that has one of the kind and name. Libraries that give nothing are
+// not among them.
+[[nodiscard]] BasketSources FindSources(std::span<const ItemView> items, const Library& open,
                                         const std::vector<std::filesystem::path>& others);
 
 }  // namespace declarium

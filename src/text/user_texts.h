@@ -142,10 +142,10 @@ inline constexpr std::u16string_view kListEmpty =
 inline constexpr std::u16string_view kListNotFound =
     u"Položky zo zoznamu sú vo výbere, ale toto sa nenašlo:";
 inline constexpr std::u16string_view kListNotInLibraries =
-    u"Výber je uložený. Tieto jeho položky však žiadna databáza nemá, takže ich pri otvorení "
-    u"zoznamu nebude odkiaľ vziať:";
+    u"Názvy položiek sú uložené. Tieto položky však v databázach nie sú alebo tam majú iný text, "
+    u"takže otvorenie zoznamu ich nevráti, ako sú:";
 inline constexpr std::u16string_view kListLine = u"riadok ";
-inline constexpr std::u16string_view kListMore = u"a ďalšie, počtom ";
+inline constexpr std::u16string_view kListMore = u"a ešte ďalších: ";
 // Each before the word that it tells of.
 inline constexpr std::u16string_view kListUnreadable = u"databáza sa nedá otvoriť: ";
 inline constexpr std::u16string_view kListUnknown = u"v databáze nie je ";

@@ -13,6 +13,14 @@ namespace {
 
 namespace fs = std::filesystem;
 
+constexpr std::u16string_view kItem =
+    u"Long\x0E"
+    u"1";
+
+ItemView One(std::u16string_view name) {
+  return {Kind::kConst, name, kItem};
+}
+
 class ListedLibrariesTest : public testing::Test {
  protected:
   ListedLibrariesTest() {
@@ -25,9 +33,7 @@ class ListedLibrariesTest : public testing::Test {
   // A library file with this constant.
   Library Put(const std::string& file, const std::u16string& name) {
     Library library;
-    library.SetItems(Kind::kConst, {{name},
-                                    {u"Long\x0E"
-                                     u"1"}});
+    library.SetItems(Kind::kConst, {{name}, {std::u16string(kItem)}});
     library.SetTitle(u"Library of " + name);
     std::ofstream(folder_ / file, std::ios::binary) << LibraryBytes(library);
     return library;
@@ -100,18 +106,26 @@ TEST_F(ListedLibrariesTest, OfABasketAreThoseThatHaveItsEntries) {
   const std::vector<fs::path> others = {folder_ / "program" / "b.api",
                                         folder_ / "program" / "gone.api",
                                         folder_ / "program" / "c.api"};
-  const auto both = FindSources({{u"A", 1}, {u"C", 1}, {u"X", 1}}, open_, others);
-  EXPECT_EQ(both.libraries, (std::vector<fs::path>{open_.path, others[2]}));
-  EXPECT_EQ(both.unknown, (std::vector<std::u16string>{u"X"}));
-  // Of another kind.
-  EXPECT_EQ(FindSources({{u"A", 2}}, open_, others).unknown.size(), 1u);
+  const auto all = FindSources(std::vector{One(u"A"), One(u"C"), One(u"X")}, open_, others);
+  EXPECT_EQ(all.libraries, (std::vector<fs::path>{open_.path, others[2]}));
+  EXPECT_EQ(all.lost, (std::vector<std::u16string>{u"X"}));
+}
+
+TEST_F(ListedLibrariesTest, OfABasketDoNotGiveBackWhatTheyHaveOtherwise) {
+  const ItemView items[] = {{Kind::kConst, u"A",
+                             u"Long\x0E"
+                             u"2"},
+                            {Kind::kDeclare, u"A", kItem}};
+  const auto sources = FindSources(items, open_, {});
+  EXPECT_EQ(sources.libraries, (std::vector<fs::path>{open_.path}));
+  EXPECT_EQ(sources.lost, (std::vector<std::u16string>{u"A", u"A"}));
 }
 
 TEST_F(ListedLibrariesTest, OfABasketAreNoneThatIsInNoFile) {
   open_.path.clear();
-  const auto sources = FindSources({{u"A", 1}}, open_, {});
+  const auto sources = FindSources(std::vector{One(u"A")}, open_, {});
   EXPECT_TRUE(sources.libraries.empty());
-  EXPECT_TRUE(sources.unknown.empty());
+  EXPECT_TRUE(sources.lost.empty());
 }
 
 }  // namespace

@@ -43,16 +43,16 @@ void ListCommands::Save(const std::filesystem::path& path) {
     const HourglassPointer hourglass(toolkit_);
     std::vector<std::filesystem::path> others;
     for (auto& entry : EnumDatabases(folder_)) others.push_back(std::move(entry.path));
-    return FindSources(basket_.Contents().Entries(), library_, others);
+    return FindSources(basket_.Items(), library_, others);
   }();
   std::vector<std::u16string> libraries;
   libraries.reserve(sources.libraries.size());
   for (const auto& library : sources.libraries) libraries.push_back(NameInList(path, library));
   const auto text = ListText(libraries, links_.target(), basket_.Contents().Entries());
   if (!TellSaved(toolkit_, saver_.Save(path, ListBytes(text)))) return;
-  std::vector<std::u16string> unknown;
-  for (const auto& name : sources.unknown) unknown.push_back(ShownWord(name));
-  if (!unknown.empty()) Say(texts::kListNotInLibraries, unknown);
+  std::vector<std::u16string> lost;
+  for (const auto& name : sources.lost) lost.push_back(ShownWord(name));
+  if (!lost.empty()) Say(texts::kListNotInLibraries, lost);
 }
 
 void ListCommands::mnuOpenList_Click() {

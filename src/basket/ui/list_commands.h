@@ -31,7 +31,7 @@ class ListCommands {
                ListLinks links);
 
   // Writes the basket's entries, the libraries that have them and the target into a file that the
-  // user chooses, and tells which entries no library has.
+  // user chooses, and tells which entries no library has so.
   void mnuSaveList_Click();
   // Puts what a list file names into the basket, in place of what is there or beside it, as the
   // user answers. Tells in one message what was not found. A file that is no list, and one that
