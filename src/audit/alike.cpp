@@ -82,12 +82,13 @@ using Inside = std::set<std::pair<std::size_t, std::size_t>>;
 std::vector<Inside> InsideOf(const Uses& uses, const Rest& rest,
                              const std::vector<std::size_t>& numbers) {
   std::vector<Inside> inside(numbers.size());
+  const Meant meant(uses, rest);
   for (const auto& use : uses.All()) {
     if (use.inside == kNoRow) continue;
     // What the project does not tell counts by its name.
     inside[use.inside].insert({use.name, kNoRow});
-    uses.ForEachMeant(
-        use, rest, [&](std::size_t row) { inside[use.inside].insert({use.name, numbers[row]}); });
+    meant.ForEach(use,
+                  [&](std::size_t row) { inside[use.inside].insert({use.name, numbers[row]}); });
   }
   return inside;
 }

@@ -96,8 +96,9 @@ class Auditor {
   }
 
   void FindPlaces() {
+    const Meant meant(uses_, all_);
     for (const auto& use : uses_.All()) {
-      uses_.ForEachMeant(use, all_, [&](std::size_t row) {
+      meant.ForEach(use, [&](std::size_t row) {
         if (row != use.inside) audit_.rows[row].uses.push_back({use.module, use.line});
       });
     }

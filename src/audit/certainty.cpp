@@ -105,11 +105,13 @@ void Certainty::FindOtherNames() {
   }
 }
 
-bool Certainty::IsNamedWith(std::size_t module, std::size_t name, const Rest& rest) const {
-  return std::ranges::any_of(uses_.OfName(name), [&](std::size_t position) {
+std::set<std::size_t> Certainty::NamedWith(std::size_t name, const Rest& rest) const {
+  std::set<std::size_t> modules;
+  for (const auto position : uses_.OfName(name)) {
     const auto& use = uses_.All()[position];
-    return IsThere(use, rest) && use.qualifier == module;
-  });
+    if (use.qualifier && IsThere(use, rest)) modules.insert(*use.qualifier);
+  }
+  return modules;
 }
 
 bool Certainty::IsUsedOutside(const std::vector<std::size_t>& group, const Rest& rest) const {
@@ -156,7 +158,7 @@ Obstacle Certainty::ToMerge(const std::vector<std::size_t>& group, const Likenes
 
 Obstacle Certainty::ToStandFor(const std::vector<std::size_t>& group, std::size_t keeper,
                                const Rest& rest) const {
-  const auto name = uses_.NameOf(keeper);
+  const auto qualifiers = NamedWith(uses_.NameOf(keeper), rest);
   bool has_public = false;
   for (const auto row : group) {
     const auto module = rows_[row].module;
@@ -169,7 +171,7 @@ Obstacle Certainty::ToStandFor(const std::vector<std::size_t>& group, std::size_
       if (rest.is_public[row]) return Obstacle::kShownByClass;
       if (vb::IsMemberOfDesigner(rows_[row].declaration->name)) return Obstacle::kNameTaken;
     }
-    if (IsNamedWith(module, name, rest)) return Obstacle::kQualified;
+    if (qualifiers.contains(module)) return Obstacle::kQualified;
   }
   if (!has_public && IsUsedOutside(group, rest)) return Obstacle::kOthersMeanIt;
   return Obstacle::kNone;

@@ -1,6 +1,7 @@
 // Which declarations can be changed without asking.
 #pragma once
 
+#include <set>
 #include <string_view>
 #include <vector>
 
@@ -57,8 +58,8 @@ class Certainty {
                                     const Rest& rest) const;
   [[nodiscard]] bool IsAlone(const std::vector<std::size_t>& group, const Rest& rest) const;
 
-  // Whether a use that is there names the module in front of the name.
-  [[nodiscard]] bool IsNamedWith(std::size_t module, std::size_t name, const Rest& rest) const;
+  // The modules that uses which are there name in front of the name.
+  [[nodiscard]] std::set<std::size_t> NamedWith(std::size_t name, const Rest& rest) const;
   // Whether modules that declare none of the group use its name.
   [[nodiscard]] bool IsUsedOutside(const std::vector<std::size_t>& group, const Rest& rest) const;
 

@@ -110,8 +110,9 @@ class CleanUp {
   bool RemoveThoseThatNeedPrivate(std::vector<Merge>& merges) {
     auto then = rest_;
     for (const auto& merge : merges) then.is_public[merge.keeper] = true;
+    const Meant meant(uses_, rest_);
     const auto needs_private = [&](const Merge& merge) {
-      const bool needs = NeedsPrivate(merge.keeper, then);
+      const bool needs = NeedsPrivate(merge.keeper, meant, then);
       if (needs)
         for (const auto row : merge.rows) fates_[row].to_merge = Obstacle::kNeedsPrivate;
       return needs;
@@ -119,11 +120,12 @@ class CleanUp {
     return std::erase_if(merges, needs_private) > 0;
   }
 
-  [[nodiscard]] bool NeedsPrivate(std::size_t keeper, const Rest& then) const {
+  [[nodiscard]] bool NeedsPrivate(std::size_t keeper, const Meant& meant,
+                                  const Rest& then) const {
     if (rows_[keeper].sort == Sort::kConst) return false;
     return std::ranges::any_of(uses_.InsideOf(keeper), [&](std::size_t use) {
       bool needs = false;
-      uses_.ForEachMeant(uses_.All()[use], rest_, [&](std::size_t row) {
+      meant.ForEach(uses_.All()[use], [&](std::size_t row) {
         const bool is_type = rows_[row].sort == Sort::kType || rows_[row].sort == Sort::kEnum;
         needs = needs || (is_type && !then.is_public[row]);
       });

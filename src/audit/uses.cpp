@@ -70,14 +70,22 @@ std::vector<bool> Uses::Needed(const Rest& rest, const std::vector<std::size_t>&
   for (std::size_t i = 0; i < rows_.size(); ++i)
     if (rest.is_there[i] && rows_[i].may_be_used_elsewhere) need(i);
   for (const auto row : kept) need(row);
+  const Meant meant(*this, rest);
   for (const auto& use : uses_)
-    if (use.inside == kNoRow) ForEachMeant(use, rest, need);
+    if (use.inside == kNoRow) meant.ForEach(use, need);
   while (!open.empty()) {
     const auto row = open.back();
     open.pop_back();
-    for (const auto use : inside_[row]) ForEachMeant(uses_[use], rest, need);
+    for (const auto use : inside_[row]) meant.ForEach(uses_[use], need);
   }
   return is_needed;
+}
+
+Meant::Meant(const Uses& uses, const Rest& rest)
+    : uses_(uses), rest_(rest), public_rows_(uses.rows_of_.size()) {
+  for (std::size_t name = 0; name < public_rows_.size(); ++name)
+    for (const auto row : uses.rows_of_[name])
+      if (rest.is_there[row] && rest.is_public[row]) public_rows_[name].push_back(row);
 }
 
 }  // namespace declarium::audit

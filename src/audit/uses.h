@@ -5,6 +5,7 @@
 // asked: a name that is used keeps all that bear it.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -53,28 +54,14 @@ class Uses {
   // The name of a declaration, without regard to case.
   [[nodiscard]] std::size_t NameOf(std::size_t row) const { return names_of_rows_[row]; }
 
-  // Calls `take` with every row that the use means.
-  template <class Take>
-  void ForEachMeant(const Use& use, const Rest& rest, const Take& take) const {
-    const auto& rows = rows_of_[use.name];
-    bool has_own = false;
-    for (const auto row : rows) {
-      if (!rest.is_there[row] || rows_[row].module != use.qualifier.value_or(use.module)) continue;
-      // A branch of #If may be left out, and then another one is meant.
-      has_own = has_own || rows_[row].declaration->condition == 0;
-      take(row);
-    }
-    if (has_own || use.qualifier) return;
-    for (const auto row : rows)
-      if (rest.is_there[row] && rest.is_public[row] && rows_[row].module != use.module) take(row);
-  }
-
   // By row, whether something needs it: code, what may be used elsewhere, `kept`, or a declaration
   // that is needed.
   [[nodiscard]] std::vector<bool> Needed(const Rest& rest,
                                          const std::vector<std::size_t>& kept = {}) const;
 
  private:
+  friend class Meant;
+
   struct Hash {
     using is_transparent = void;
     std::size_t operator()(std::u16string_view text) const {
@@ -95,12 +82,47 @@ class Uses {
   Names names_;  // by lower case
   // Most names in code are not declared by it: they are not looked up where no bit says so.
   std::vector<bool> filter_ = std::vector<bool>(kFilterBits);
-  std::vector<std::vector<std::size_t>> rows_of_;
+  std::vector<std::vector<std::size_t>> rows_of_;  // in the order of modules
   std::vector<std::size_t> names_of_rows_;
   std::vector<Use> uses_;
   std::vector<std::vector<std::size_t>> of_names_;
   std::vector<std::vector<std::size_t>> inside_;  // by row, the uses in its declaration
   std::u16string lowered_;                        // reused
+};
+
+// What uses mean when these rows are there. Made once for many questions: a name may be declared in
+// every module of thousands, and used there ten times.
+class Meant {
+ public:
+  // Both must outlive it, `rest` unchanged.
+  Meant(const Uses& uses, const Rest& rest);
+
+  // Calls `take` with every row that the use means.
+  template <class Take>
+  void ForEach(const Use& use, const Take& take) const {
+    const auto module = use.qualifier.value_or(use.module);
+    const auto& rows = uses_.rows_of_[use.name];
+    bool has_own = false;
+    for (auto own = std::ranges::lower_bound(rows, module, {}, ModuleOf());
+         own != rows.end() && uses_.rows_[*own].module == module; ++own) {
+      if (!rest_.is_there[*own]) continue;
+      // A branch of #If may be left out, and then another one is meant.
+      has_own = has_own || uses_.rows_[*own].declaration->condition == 0;
+      take(*own);
+    }
+    if (has_own || use.qualifier) return;
+    for (const auto row : public_rows_[use.name])
+      if (uses_.rows_[row].module != use.module) take(row);
+  }
+
+ private:
+  [[nodiscard]] auto ModuleOf() const {
+    return [this](std::size_t row) { return uses_.rows_[row].module; };
+  }
+
+  const Uses& uses_;
+  const Rest& rest_;
+  std::vector<std::vector<std::size_t>> public_rows_;  // by name, those that are there
 };
 
 }  // namespace declarium::audit
