@@ -1,8 +1,10 @@
 #include "app/main_window.h"
 
+#include <optional>
 #include <utility>
 
 #include "basket/insertion_text.h"
+#include "facts/facts_file.h"
 #include "facts/known_facts.h"
 #include "library/find_item_index.h"
 #include "library/library_file.h"
@@ -30,6 +32,12 @@ LibraryControls ForLibraries(MainForm& f) {
 BasketControls ForBasket(MainForm& f) {
   return {*f.frmMain,   f.lstAdd,      f.lstShare,  f.Toolbar1,    f.mnuPopupAddList,
           f.mnuDelOnce, f.mnuDelGroup, f.mnuDelAll, f.mnuSaveList, f.mnuInsertMissing};
+}
+
+std::optional<FactsFile> FactsOf(const std::filesystem::path& library) {
+  auto facts = FactsFile::OpenBeside(library);
+  if (!facts) return std::nullopt;
+  return *std::move(facts);
 }
 
 }  // namespace
@@ -61,6 +69,7 @@ MainWindow::MainWindow(Toolkit& toolkit, SettingsStore& store, MainWindowOptions
       search_dialog_(toolkit, LinksForSearch()),
       check_dialog_(toolkit, LinksForCheck()),
       module_commands_(toolkit, *form_.frmMain, colors_, LinksForModules()),
+      project_commands_(toolkit, *form_.frmMain, colors_, LinksForProject()),
       toolbar_(toolkit, saver_, form_.Toolbar1, ActionsForToolbar()),
       main_width_bar_(SplitterBars()[0], *form_.frmMain, panes_, [this] { Form_Resize(); }),
       rtb_height_bar_(SplitterBars()[1], *form_.frmMain, panes_, [this] { Form_Resize(); }),
@@ -71,6 +80,7 @@ MainWindow::MainWindow(Toolkit& toolkit, SettingsStore& store, MainWindowOptions
   form_.mnuClose.on_click = [this] { form_.frmMain->Unload(UnloadReason::kUser); };
   form_.mnuInsertMissing.on_click = [this] { module_commands_.InsertMissing(); };
   form_.mnuCompleteModule.on_click = [this] { module_commands_.CompleteModule(); };
+  form_.mnuProject.on_click = [this] { project_commands_.ShowProject(); };
   form_.mnuGuide.on_click = [this] { guide_.Open({}); };
   form_.mnuHelpHere.on_click = [this] { guide_.Open(MainFormDefinition().help_topic); };
   form_.mnuAbout.on_click = [this] { ShowAbout(toolkit_); };
@@ -125,6 +135,19 @@ ModuleCommandLinks MainWindow::LinksForModules() {
               }};
 }
 
+ProjectCommandLinks MainWindow::LinksForProject() {
+  return {.connection = options_.host.connection, .libraries = [this] {
+            auto known = std::make_unique<check::KnownLibraries>();
+            known->Add(library_, FactsOf(library_.path));
+            for (const auto& path : BundledLibraries(options_.folder)) {
+              if (IdentityOf(path) == IdentityOf(library_.path)) continue;
+              if (auto library = LoadLibraryFile(path))
+                known->Add(*std::move(library), FactsOf(path));
+            }
+            return known;
+          }};
+}
+
 // What the open library lacks is looked for in those that come with the program.
 LibrariesInUse MainWindow::LibrariesForModules() const {
   LibrariesInUse libraries{.all = {&library_}, .loaded = {}};
@@ -141,6 +164,7 @@ LibrariesInUse MainWindow::LibrariesForModules() const {
 void MainWindow::CodeModuleChanged() {
   basket_view_.SetCEI();
   form_.mnuCompleteModule.SetEnabled(options_.host.has_code_module());
+  form_.mnuProject.SetEnabled(options_.host.has_code_module());
 }
 
 SearchLinks MainWindow::LinksForSearch() {

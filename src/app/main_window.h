@@ -11,6 +11,7 @@
 #include "basket/ui/list_commands.h"
 #include "check/ui/check_dialog.h"
 #include "host/ui/module_commands.h"
+#include "host/ui/project_commands.h"
 #include "host/ui/toolbar_commands.h"
 #include "import/ui/add_dialog.h"
 #include "import/ui/import_command.h"
@@ -105,6 +106,7 @@ class MainWindow {
   bool GoTo(Kind kind, std::u16string_view name);
   [[nodiscard]] ToolbarActions ActionsForToolbar();
   [[nodiscard]] ModuleCommandLinks LinksForModules();
+  [[nodiscard]] ProjectCommandLinks LinksForProject();
   [[nodiscard]] LibrariesInUse LibrariesForModules() const;
 
   Toolkit& toolkit_;
@@ -135,6 +137,7 @@ class MainWindow {
   SearchDialog search_dialog_;
   CheckDialog check_dialog_;
   ModuleCommands module_commands_;
+  ProjectCommands project_commands_;
   ToolbarCommands toolbar_;
   Splitter main_width_bar_;
   Splitter rtb_height_bar_;

@@ -5,6 +5,9 @@
 #include <optional>
 #include <utility>
 
+#include "audit/fate_edits.h"
+#include "audit/library_form.h"
+#include "audit/replacing.h"
 #include "check/check.h"
 #include "check/suppression.h"
 #include "source/item_text.h"
@@ -36,34 +39,54 @@ bool ComparesWithLibrary(RuleId rule) {
   return group >= 2 && group <= 4;
 }
 
+// Whether the DLL has no procedure as the declaration writes it, so that every call fails.
+bool SaysThatItCallsNothing(const RowFinding& found) {
+  const auto rule = found.finding.rule;
+  return rule == RuleId::kSuffixMissing || rule == RuleId::kLettersDiffer ||
+         rule == RuleId::kWrongLibrary;
+}
+
+}  // namespace
+
 class Auditor {
  public:
-  Auditor(const Subject& subject, check::KnownLibraries& libraries)
+  Auditor(const Subject& subject, check::KnownLibraries& libraries, Differing differing)
       : subject_(subject),
         libraries_(libraries),
+        differing_(differing),
         modules_(subject.modules, subject.project_name, subject.constants),
         rows_(TableOf(subject)),
         finder_(subject, rows_),
         uses_(subject, modules_, rows_, finder_),
-        lines_(LinesOf(subject)) {
+        lines_(LinesOf(subject)),
+        certainty_(subject, rows_, uses_, finder_, lines_),
+        replacing_(subject, modules_, rows_, certainty_, libraries) {
     all_.is_there.assign(rows_.size(), true);
     for (const auto& row : rows_) all_.is_public.push_back(row.is_public);
     for (const auto& row : rows_) audit_.rows.push_back({row, {}, {}, {}});
   }
 
-  Audit Run() {
+  void Run() {
     FindQuiet();
     FindPlaces();
-    const Certainty certainty(subject_, rows_, uses_, finder_, lines_);
-    const auto likeness = LikenessOf(modules_, rows_, uses_, all_);
-    const auto fates = PlanCleanUp(rows_, uses_, certainty, likeness, all_, is_quiet_);
-    for (std::size_t i = 0; i < rows_.size(); ++i) audit_.rows[i].fate = fates[i];
+    likeness_ = LikenessOf(modules_, rows_, uses_, all_);
+    PlanFates();
     ReportUnused();
-    ReportTwins(likeness);
+    ReportTwins();
     if (!libraries_.AsReference().IsEmpty()) ReportDifferences();
+    PlanReplacing();
     MakeEdits();
-    return std::move(audit_);
   }
+
+  void LeaveOut(const std::vector<bool>& rows) {
+    for (std::size_t i = 0; i < rows_.size(); ++i)
+      if (kept_[i] != Obstacle::kQuiet) kept_[i] = rows[i] ? Obstacle::kLeftOut : Obstacle::kNone;
+    PlanFates();
+    PlanReplacing();
+    MakeEdits();
+  }
+
+  [[nodiscard]] Audit& Result() { return audit_; }
 
  private:
   static std::vector<ModuleLines> LinesOf(const Subject& subject) {
@@ -91,8 +114,14 @@ class Auditor {
     for (std::size_t i = 0; i < rows_.size(); ++i) {
       if (rows_[i].module != module) suppressions.emplace(subject_.modules[rows_[i].module].text);
       module = rows_[i].module;
-      is_quiet_.push_back(suppressions->Cover(FindingOf(i, RuleId::kUnused, {})));
+      const bool is_quiet = suppressions->Cover(FindingOf(i, RuleId::kUnused, {}));
+      kept_.push_back(is_quiet ? Obstacle::kQuiet : Obstacle::kNone);
     }
+  }
+
+  void PlanFates() {
+    auto fates = PlanCleanUp(rows_, uses_, certainty_, likeness_, all_, kept_);
+    for (std::size_t i = 0; i < rows_.size(); ++i) audit_.rows[i].fate = fates[i];
   }
 
   void FindPlaces() {
@@ -104,11 +133,12 @@ class Auditor {
     }
   }
 
-  void Report(std::size_t row, RuleId rule, Level level, std::string message) {
-    if (is_quiet_[row]) return;
+  void Report(std::size_t row, RuleId rule, Level level, std::string message,
+              std::size_t other = kNoRow) {
+    if (kept_[row] == Obstacle::kQuiet) return;
     auto finding = FindingOf(row, rule, std::move(message));
     finding.level = level;
-    audit_.rows[row].findings.push_back({std::move(finding), {}});
+    audit_.rows[row].findings.push_back({std::move(finding), {}, other});
   }
 
   void ReportUnused() {
@@ -125,7 +155,7 @@ class Auditor {
     }
   }
 
-  void ReportTwins(const Likeness& likeness) {
+  void ReportTwins() {
     std::map<std::pair<std::size_t, Sort>, std::vector<std::size_t>> groups;
     for (std::size_t i = 0; i < rows_.size(); ++i) {
       // Branches of #If have several on purpose.
@@ -133,10 +163,10 @@ class Auditor {
         groups[{uses_.NameOf(i), rows_[i].sort}].push_back(i);
     }
     for (const auto& [name, group] : groups)
-      if (group.size() > 1) ReportGroup(group, likeness);
+      if (group.size() > 1) ReportGroup(group);
   }
 
-  void ReportGroup(const std::vector<std::size_t>& group, const Likeness& likeness) {
+  void ReportGroup(const std::vector<std::size_t>& group) {
     const auto first = FirstOf(group);
     const bool has_public =
         std::ranges::any_of(group, [this](std::size_t row) { return rows_[row].is_public; });
@@ -144,13 +174,13 @@ class Auditor {
       // Two in one module do not compile, which is another matter.
       if (rows_[row].module == rows_[first].module) continue;
       const auto name = ToUtf8(rows_[row].declaration->name);
-      if (likeness.meaning[row] == likeness.meaning[first]) {
+      if (likeness_.meaning[row] == likeness_.meaning[first]) {
         const auto* const more = has_public ? "" : "; it could be Public once";
         Report(row, RuleId::kDeclaredTwice, Level::kNote,
-               name + " is declared alike in " + PlaceText(first) + more);
+               name + " is declared alike in " + PlaceText(first) + more, first);
       } else {
         Report(row, RuleId::kDeclaredDifferently, has_public ? Level::kWarning : Level::kNote,
-               name + " is declared differently in " + PlaceText(first));
+               name + " is declared differently in " + PlaceText(first), first);
       }
     }
   }
@@ -200,63 +230,95 @@ class Auditor {
     return text;
   }
 
+  void PlanReplacing() {
+    if (differing_ == Differing::kIsTold) return;
+    std::vector<bool> stands_for_others(rows_.size());
+    for (const auto& row : audit_.rows)
+      if (row.fate.keeper != kNoRow) stands_for_others[row.fate.keeper] = true;
+    for (std::size_t i = 0; i < rows_.size(); ++i) {
+      auto& [row, uses, findings, fate, lines, library_form] = audit_.rows[i];
+      const auto* const form = FormOf(i);
+      if (form == nullptr || fate.does != Fate::Does::kStays) continue;
+      // No news of what nothing is wrong with.
+      if (form->obstacle == Obstacle::kSaysTheSame && findings.empty()) continue;
+      if (form->obstacle != Obstacle::kSaysTheSame) library_form = form->text;
+      fate.to_replace = kept_[i] == Obstacle::kNone ? form->obstacle : kept_[i];
+      if (stands_for_others[i]) fate.to_replace = Obstacle::kStandsForOthers;
+      if (fate.to_replace == Obstacle::kNone) fate.does = Fate::Does::kReplaced;
+    }
+  }
+
+  struct Form {
+    Obstacle obstacle;  // to take the row's place
+    std::u16string text;
+  };
+
+  // What a library has of the row's name; null for nothing. Remembers what it finds: a plan that is
+  // made again changes nothing about it.
+  [[nodiscard]] const Form* FormOf(std::size_t row) {
+    const auto [known, is_new] = forms_.try_emplace(row);
+    auto& found = known->second;
+    if (is_new) found = FindForm(row);
+    return found ? &*found : nullptr;
+  }
+
+  [[nodiscard]] std::optional<Form> FindForm(std::size_t row) {
+    const auto& declaration = *rows_[row].declaration;
+    const auto kind = KindOf(rows_[row].sort);
+    const auto item = kind ? libraries_.Find(*kind, declaration.name) : std::nullopt;
+    if (!item) return std::nullopt;
+    const LibraryForm form(declaration, *item);
+    const bool calls_nothing =
+        std::ranges::any_of(audit_.rows[row].findings, SaysThatItCallsNothing);
+    return Form{replacing_.ToReplace(row, form, calls_nothing), std::u16string(form.Text())};
+  }
+
   void MakeEdits() {
-    std::vector<std::vector<std::size_t>> rows_of(subject_.modules.size());
-    for (std::size_t i = 0; i < rows_.size(); ++i) rows_of[rows_[i].module].push_back(i);
-    for (std::size_t module = 0; module < rows_of.size(); ++module) {
-      const auto edits = EditsOf(module, rows_of[module]);
+    audit_.edits.clear();
+    std::vector<std::vector<FatedDeclaration>> of_modules(subject_.modules.size());
+    for (std::size_t i = 0; i < rows_.size(); ++i) {
+      auto& row = audit_.rows[i];
+      row.lines = LinesFor(i);
+      of_modules[rows_[i].module].push_back({rows_[i].declaration, row.fate.does, row.lines});
+    }
+    for (std::size_t module = 0; module < of_modules.size(); ++module) {
+      const auto edits = EditsOf(module, lines_[module], of_modules[module]);
       audit_.edits.insert(audit_.edits.end(), edits.begin(), edits.end());
     }
   }
 
-  [[nodiscard]] std::vector<LineEdit> EditsOf(std::size_t module,
-                                              const std::vector<std::size_t>& rows) const {
-    std::vector<RemovedLines> declared;
-    std::vector<RemovedLines> removed;
-    std::vector<LineEdit> edits;
-    for (const auto row : rows) {
-      const auto& declaration = *rows_[row].declaration;
-      const auto does = audit_.rows[row].fate.does;
-      const RemovedLines own{declaration.place.line, declaration.end_line};
-      declared.push_back(own);
-      if (does == Fate::Does::kGoes || does == Fate::Does::kGoesForAnother) removed.push_back(own);
-      if (does == Fate::Does::kBecomesPublic)
-        edits.push_back({module, own.first, 1, PublicLine(module, declaration)});
+  [[nodiscard]] std::u16string LinesFor(std::size_t row) const {
+    const auto& [module, declaration, sort, is_public, elsewhere] = rows_[row];
+    switch (audit_.rows[row].fate.does) {
+      case Fate::Does::kBecomesPublic:
+        return PublicLines(*declaration, lines_[module]);
+      case Fate::Does::kReplaced:
+        return LinesWith(forms_.at(row)->text, *declaration, subject_.modules[module].text,
+                         lines_[module]);
+      case Fate::Does::kStays:
+      case Fate::Does::kGoes:
+      case Fate::Does::kGoesForAnother:
+        break;
     }
-    if (!removed.empty()) {
-      const auto gone = EditsToRemove(module, lines_[module], removed, declared);
-      edits.insert(edits.end(), gone.begin(), gone.end());
-    }
-    std::ranges::sort(edits, {}, &LineEdit::line);
-    return edits;
-  }
-
-  // The declaration's first line with Public in front.
-  [[nodiscard]] std::u16string PublicLine(std::size_t module,
-                                          const vb::Declaration& declaration) const {
-    constexpr std::u16string_view kPrivateWord = u"Private";
-    const auto line = lines_[module].At(declaration.place.line);
-    const auto indent = declaration.place.offset - lines_[module].Start(declaration.place.line);
-    auto rest = line.substr(indent);
-    const bool has_word = EqualIgnoringCase(rest.substr(0, kPrivateWord.size()), kPrivateWord);
-    if (has_word) rest.remove_prefix(kPrivateWord.size());
-    return std::u16string(line.substr(0, indent)) + (has_word ? u"Public" : u"Public ") +
-           std::u16string(rest);
+    return {};
   }
 
   const Subject& subject_;
   check::KnownLibraries& libraries_;
+  Differing differing_;
   plan::ProjectModules modules_;
   std::vector<Row> rows_;
   RowFinder finder_;
   Uses uses_;
   std::vector<ModuleLines> lines_;
+  Certainty certainty_;
+  Replacing replacing_;
+  Likeness likeness_;
   Rest all_;
-  std::vector<bool> is_quiet_;
+  std::vector<Obstacle> kept_;                        // by row, why it must stay as it is
+  std::map<std::size_t, std::optional<Form>> forms_;  // by row, as far as asked for
   Audit audit_;
 };
-
-}  // namespace
 
 std::size_t Audit::FindingCount() const {
   std::size_t count = 0;
@@ -264,8 +326,26 @@ std::size_t Audit::FindingCount() const {
   return count;
 }
 
-Audit AuditProject(const Subject& subject, check::KnownLibraries& libraries) {
-  return Auditor(subject, libraries).Run();
+ProjectAudit::ProjectAudit(const Subject& subject, check::KnownLibraries& libraries,
+                           Differing differing)
+    : auditor_(std::make_unique<Auditor>(subject, libraries, differing)) {
+  auditor_->Run();
+}
+
+ProjectAudit::~ProjectAudit() = default;
+
+const Audit& ProjectAudit::Result() const {
+  return auditor_->Result();
+}
+
+void ProjectAudit::LeaveOut(const std::vector<bool>& rows) {
+  auditor_->LeaveOut(rows);
+}
+
+Audit AuditProject(const Subject& subject, check::KnownLibraries& libraries, Differing differing) {
+  Auditor auditor(subject, libraries, differing);
+  auditor.Run();
+  return std::move(auditor.Result());
 }
 
 std::string ModuleNameText(const Subject& subject, std::size_t module) {
@@ -275,7 +355,7 @@ std::string ModuleNameText(const Subject& subject, std::size_t module) {
 }
 
 std::string ActionText(const Audit& audit, std::size_t row, const Subject& subject) {
-  const auto& [what, uses, findings, fate] = audit.rows[row];
+  const auto& [what, uses, findings, fate, lines, form] = audit.rows[row];
   switch (fate.does) {
     case Fate::Does::kGoes:
       return "remove it";
@@ -284,11 +364,13 @@ std::string ActionText(const Audit& audit, std::size_t row, const Subject& subje
              " has it for all";
     case Fate::Does::kBecomesPublic:
       return "make it Public for all";
+    case Fate::Does::kReplaced:
+      return "replace it by the library's form";
     case Fate::Does::kStays:
       break;
   }
-  if (findings.empty()) return {};
-  for (const auto obstacle : {fate.to_remove, fate.to_merge})
+  if (findings.empty() && fate.to_replace == Obstacle::kNone) return {};
+  for (const auto obstacle : {fate.to_remove, fate.to_replace, fate.to_merge})
     if (obstacle != Obstacle::kNone) return "left: " + std::string(ObstacleText(obstacle));
   const bool has_form = std::ranges::any_of(
       findings, [](const RowFinding& found) { return !found.library_form.empty(); });

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -24,7 +25,8 @@ struct UsePlace {
 struct RowFinding {
   check::Finding finding;  // without edits
   // What the library has for it, as source without a line end; empty for any other finding.
-  std::u16string library_form;
+  std::u16string library_form = {};
+  std::size_t other = kNoRow;  // the declaration of the name that it was compared with
 };
 
 struct AuditedRow {
@@ -32,6 +34,11 @@ struct AuditedRow {
   std::vector<UsePlace> uses;  // in the order of modules and places
   std::vector<RowFinding> findings;
   Fate fate;
+  // What comes for its lines when it becomes Public or is replaced; empty otherwise.
+  std::u16string lines = {};
+  // What a library has of this name where that says something else, as source with the row's scope
+  // word; looked for when differing rows are replaced, empty otherwise.
+  std::u16string library_form = {};
 };
 
 struct Audit {
@@ -41,10 +48,36 @@ struct Audit {
   [[nodiscard]] std::size_t FindingCount() const;
 };
 
-// What the libraries say of the declarations, which may be none, is a matter of the rules of
-// check/. What is returned refers into the subject. A comment "' nocheck" keeps a declaration as it
-// is, and quiet.
-[[nodiscard]] Audit AuditProject(const Subject& subject, check::KnownLibraries& libraries);
+// What becomes of declarations that differ from a library.
+enum class Differing : unsigned char {
+  kIsTold,
+  kIsReplaced,  // by the library's form, where that is safe; no rule needs to say a word about it
+};
+
+class Auditor;
+
+// An audit whose plan can be made again. What the libraries say of the declarations, which may be
+// none, is a matter of the rules of check/. A comment "' nocheck" keeps a declaration as it is, and
+// quiet.
+class ProjectAudit {
+ public:
+  // Both must outlive the audit.
+  ProjectAudit(const Subject& subject, check::KnownLibraries& libraries, Differing differing);
+  ~ProjectAudit();
+
+  // Refers into the subject.
+  [[nodiscard]] const Audit& Result() const;
+
+  // Plans again without changing these rows, by row. Fewer of the others may be changed then; what
+  // was found stays.
+  void LeaveOut(const std::vector<bool>& rows);
+
+ private:
+  std::unique_ptr<Auditor> auditor_;
+};
+
+[[nodiscard]] Audit AuditProject(const Subject& subject, check::KnownLibraries& libraries,
+                                 Differing differing = Differing::kIsTold);
 
 // What is to be done about the row, for people: "remove it", "left: it stands inside #If"; empty
 // for nothing.

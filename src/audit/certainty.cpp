@@ -30,6 +30,17 @@ constexpr std::string_view kObstacleTexts[] = {
     "code names a module in front of it",
     "another module has the name from elsewhere",
     "it holds a record that is Private",
+    "it was left out",
+    "the library's form differs in its words alone",
+    "the library's form cannot be read",
+    "the library's form calls another procedure",
+    "calls do not fit the library's form",
+    "code names its parameters, which the library's form names otherwise",
+    "the library's record has other members",
+    "the library's value is of another kind",
+    "the library's form uses names that this one does not",
+    "it holds comments",
+    "it becomes the one for other modules first",
 };
 
 bool IsStandard(const Subject& subject, std::size_t module) {

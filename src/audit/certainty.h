@@ -30,6 +30,17 @@ enum class Obstacle : unsigned char {
   kQualified,         // code names a module in front of it
   kOthersMeanIt,      // a module that does not declare it has the name from elsewhere
   kNeedsPrivate,      // it holds a record that is Private
+  kLeftOut,           // the user leaves it out
+  kSaysTheSame,       // the library's form differs in its words alone
+  kUnreadable,        // the library's form cannot be read
+  kOtherEntry,        // the library's form calls another procedure of a DLL
+  kOtherCalls,        // calls as they stand do not fit the library's form
+  kNamedArguments,    // code names parameters, which the library's form names otherwise
+  kOtherMembers,      // the library's record has members of other names or kinds
+  kOtherValue,        // the library's value is a text for a number, or none that can be told
+  kOtherNames,        // the library's form uses names that this one does not
+  kHoldsComments,     // its comments would be lost
+  kStandsForOthers,   // it becomes the one for other modules first
 };
 
 // A clause for people, "it stands inside #If".

@@ -18,12 +18,12 @@ struct Merge {
 class CleanUp {
  public:
   CleanUp(const std::vector<Row>& rows, const Uses& uses, const Certainty& certainty,
-          const Likeness& likeness, const Rest& all, const std::vector<bool>& is_quiet)
+          const Likeness& likeness, const Rest& all, const std::vector<Obstacle>& kept)
       : rows_(rows),
         uses_(uses),
         certainty_(certainty),
         likeness_(likeness),
-        is_quiet_(is_quiet),
+        kept_(kept),
         rest_(all),
         fates_(rows.size()) {}
 
@@ -40,14 +40,14 @@ class CleanUp {
   bool RemoveUnused() {
     const auto is_needed = uses_.Needed(rest_);
     std::vector<bool> goes(rows_.size());
-    std::vector<std::size_t> kept;
+    std::vector<std::size_t> stay;
     for (std::size_t i = 0; i < rows_.size(); ++i) {
       if (!rest_.is_there[i] || is_needed[i]) continue;
       fates_[i].to_remove = ToRemove(i);
       goes[i] = fates_[i].to_remove == Obstacle::kNone;
-      if (!goes[i]) kept.push_back(i);
+      if (!goes[i]) stay.push_back(i);
     }
-    const auto is_needed_then = uses_.Needed(rest_, kept);
+    const auto is_needed_then = uses_.Needed(rest_, stay);
     bool is_changed = false;
     for (std::size_t i = 0; i < rows_.size(); ++i) {
       if (!goes[i]) continue;
@@ -63,7 +63,7 @@ class CleanUp {
   }
 
   [[nodiscard]] Obstacle ToRemove(std::size_t row) const {
-    if (is_quiet_[row]) return Obstacle::kQuiet;
+    if (kept_[row] != Obstacle::kNone) return kept_[row];
     // One that others have got is theirs.
     return fates_[row].does == Does::kStays ? certainty_.ToChange(row) : Obstacle::kNeeded;
   }
@@ -101,8 +101,8 @@ class CleanUp {
   }
 
   [[nodiscard]] Obstacle ToMerge(const std::vector<std::size_t>& group, std::size_t& keeper) const {
-    if (std::ranges::any_of(group, [this](std::size_t row) { return is_quiet_[row]; }))
-      return Obstacle::kQuiet;
+    for (const auto row : group)
+      if (kept_[row] != Obstacle::kNone) return kept_[row];
     return certainty_.ToMerge(group, likeness_, rest_, keeper);
   }
 
@@ -120,8 +120,7 @@ class CleanUp {
     return std::erase_if(merges, needs_private) > 0;
   }
 
-  [[nodiscard]] bool NeedsPrivate(std::size_t keeper, const Meant& meant,
-                                  const Rest& then) const {
+  [[nodiscard]] bool NeedsPrivate(std::size_t keeper, const Meant& meant, const Rest& then) const {
     if (rows_[keeper].sort == Sort::kConst) return false;
     return std::ranges::any_of(uses_.InsideOf(keeper), [&](std::size_t use) {
       bool needs = false;
@@ -137,7 +136,7 @@ class CleanUp {
   const Uses& uses_;
   const Certainty& certainty_;
   const Likeness& likeness_;
-  const std::vector<bool>& is_quiet_;
+  const std::vector<Obstacle>& kept_;
   Rest rest_;
   std::vector<Fate> fates_;
 };
@@ -146,8 +145,8 @@ class CleanUp {
 
 std::vector<Fate> PlanCleanUp(const std::vector<Row>& rows, const Uses& uses,
                               const Certainty& certainty, const Likeness& likeness, const Rest& all,
-                              const std::vector<bool>& is_quiet) {
-  return CleanUp(rows, uses, certainty, likeness, all, is_quiet).Plan();
+                              const std::vector<Obstacle>& kept) {
+  return CleanUp(rows, uses, certainty, likeness, all, kept).Plan();
 }
 
 }  // namespace declarium::audit

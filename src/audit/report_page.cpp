@@ -88,8 +88,14 @@ class Page {
              Plural(project_->subject->modules.size(), "module") + ", " +
              Plural(project_->audit->FindingCount(), "finding") + ". " + std::to_string(goes) +
              " can go and " + std::to_string(count(Fate::Does::kBecomesPublic)) +
-             " can become Public for all; the rest is yours to decide.</p>\n";
+             " can become Public for all; " + Replaced(count(Fate::Does::kReplaced)) +
+             "the rest is yours to decide.</p>\n";
     AddCounts();
+  }
+
+  static std::string Replaced(std::size_t count) {
+    if (count == 0) return {};
+    return std::to_string(count) + " can become what the library has; ";
   }
 
   // How many findings there are of each rule.

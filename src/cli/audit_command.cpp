@@ -34,6 +34,7 @@ struct AuditOptions {
   std::string out;
   Level fail_on = Level::kNote;
   bool apply = false;
+  bool replace = false;
   bool difference = false;
   bool force = false;
 };
@@ -98,7 +99,9 @@ class ProjectAuditor {
     project.subject.project_name = source.project.name;
     project.subject.constants = source.project.constants;
     project.subject.is_whole = !source.name.empty() && source.has_all_files;
-    project.audit = audit::AuditProject(project.subject, libraries_);
+    project.audit = audit::AuditProject(
+        project.subject, libraries_,
+        options_.replace ? audit::Differing::kIsReplaced : audit::Differing::kIsTold);
   }
 
   // The line edits of each module that has some.
@@ -170,7 +173,7 @@ class ProjectAuditor {
 
   // A line a declaration, and one below it for each finding.
   void PrintRow(const AuditedProject& project, std::size_t i) const {
-    const auto& [row, uses, findings, fate] = project.audit.rows[i];
+    const auto& [row, uses, findings, fate, lines, form] = project.audit.rows[i];
     auto& out = session_.streams.out;
     const auto& place = row.declaration->name_place;
     out << OneLine(FromUtf8(project.source->modules[row.module].name)) << ':' << place.line << ':'
@@ -321,6 +324,8 @@ void DefineOutput(CLI::App& command, AuditOptions& options) {
       ->type_name("FILE");
   DefineFailOn(command, options.fail_on, "note");
   command.add_flag("--apply", options.apply, "Do in the modules what is certain");
+  command.add_flag("--replace", options.replace,
+                   "With --apply or --diff, replace what differs from the libraries, too");
   command.add_flag("--diff", options.difference, "Print what --apply changes as a patch");
   DefineForce(command, options.force, "Replace a file by -o that is no report");
 }
@@ -337,7 +342,7 @@ void AddAuditCommand(const CommandSet& set) {
        "several modules declare alike all but one, which becomes Public. What stands inside #If,\n"
        "shares its line, or would change what code means is left, with the reason. A comment\n"
        "' nocheck keeps a declaration as it is. What differs from the libraries of --against is\n"
-       "told and never changed.\n"
+       "told; with --replace the library's form takes its place where calls and uses fit it.\n"
        "Exit status: 1 when there is a finding of the level of --fail-on or above.\n\n"},
       [](CLI::App& command, AuditOptions& options) {
         command

@@ -49,9 +49,9 @@ bool IsEditedAt(const Lines& now, const Lines& before, std::span<const Place> pl
   return at + rest == now.size() && Equal(now, at, before, at_before, rest);
 }
 
-class Edit {
+class ModuleEdit {
  public:
-  Edit(CodeModule& module, std::u16string_view read, const std::vector<LineEdit>& edits)
+  ModuleEdit(CodeModule& module, std::u16string_view read, const std::vector<LineEdit>& edits)
       : module_(module), before_(Split(read, kCrLf)), edits_(edits) {
     for (const auto& edit : edits) places_.push_back({edit.line, 0, 0});
   }
@@ -159,7 +159,7 @@ EditReport ApplyEdits(CodeModule& module, std::u16string_view read,
   const auto now = ReadText(module);
   if (!now) return {.outcome = Outcome::kRefused, .standing = {}, .error = now.error()};
   if (*now != read) return {.outcome = Outcome::kChanged};
-  Edit edit(module, read, edits);
+  ModuleEdit edit(module, read, edits);
   const auto done = edit.Run();
   return done ? EditReport() : edit.Undo(done.error());
 }

@@ -235,6 +235,92 @@ inline constexpr std::u16string_view kEditUnknown =
     u"Visual Basic pri vkladaní prestal odpovedať. Pozrite, čo v module zostalo; Späť (Ctrl+Z) to "
     u"odstráni.";
 
+// Declarations of the project
+inline constexpr std::u16string_view kMenuProject = u"&Projekt...";
+inline constexpr std::u16string_view kProjectCaptionBefore = u"Projekt '";
+inline constexpr std::u16string_view kProjectCaptionBehind = u"'";
+inline constexpr std::u16string_view kProjectLabel = u"&Deklarácie projektu a čo sa s nimi stane";
+inline constexpr std::u16string_view kProjectBefore = u"Teraz";
+inline constexpr std::u16string_view kProjectAfter = u"Potom";
+inline constexpr std::u16string_view kProjectOnlyFindings = u"Len &nálezy";
+inline constexpr std::u16string_view kProjectCarryOut = u"&Vykonať...";
+inline constexpr std::u16string_view kProjectClose = u"&Zavrieť";
+inline constexpr std::u16string_view kProjectIn = u"v ";
+inline constexpr std::u16string_view kProjectUnused = u"nepoužíva sa";
+inline constexpr std::u16string_view kProjectUsed = u"používa: ";
+inline constexpr std::u16string_view kProjectMoreModules = u", ďalšie moduly: ";
+inline constexpr std::u16string_view kProjectAlike = u"rovnako v ";
+inline constexpr std::u16string_view kProjectOncePublic = u", stačila by raz ako Public";
+inline constexpr std::u16string_view kProjectDifferently = u"inak v ";
+inline constexpr std::u16string_view kProjectLibraryDiffers = u"inak v databáze";
+inline constexpr std::u16string_view kProjectGoes = u"odstráni sa";
+inline constexpr std::u16string_view kProjectGoesForAnother = u"odstráni sa, stačí v ";
+inline constexpr std::u16string_view kProjectBecomesPublic = u"bude Public pre všetky moduly";
+inline constexpr std::u16string_view kProjectReplaced = u"nahradí sa tým, čo má databáza";
+inline constexpr std::u16string_view kProjectStays = u"zostane: ";
+inline constexpr std::u16string_view kProjectGone = u"hotovo: odstránené";
+inline constexpr std::u16string_view kProjectGoneForAnother = u"hotovo: odstránené, stačí v ";
+inline constexpr std::u16string_view kProjectMadePublic = u"hotovo: Public pre všetky moduly";
+inline constexpr std::u16string_view kProjectWasReplaced = u"hotovo: nahradené z databázy";
+inline constexpr std::u16string_view kProjectDetailGoes = u"Odstráni sa";
+inline constexpr std::u16string_view kProjectDetailChanges = u"Zmení sa na";
+inline constexpr std::u16string_view kProjectDetailOther = u"Stačí";
+// Why a declaration stays, in the order of audit::Obstacle.
+inline constexpr std::u16string_view kProjectReasons[] = {
+    u"",
+    u"je vnútri #If",
+    u"modul má riadky, ktoré sa nedajú prečítať",
+    u"modul má aj iný projekt",
+    u"na jej riadkoch je aj niečo iné",
+    u"chýbajú moduly projektu",
+    u"drží ju poznámka",
+    u"potrebuje ju niečo, čo zostane",
+    u"ostatné tohto názvu sú iné",
+    u"líšia sa typy alebo názvy parametrov",
+    u"kód ju môže menovať pred jej členmi",
+    u"trieda ju ukazuje iným",
+    u"nemá ju žiadny štandardný modul",
+    u"ten istý názov má aj niečo iné",
+    u"kód pred ňou menuje modul",
+    u"iný modul má tento názov odinakiaľ",
+    u"drží záznam, ktorý je Private",
+    u"je vynechaná",
+    u"databáza má to isté inými slovami",
+    u"to, čo má databáza, sa nedá prečítať",
+    u"databáza má inú procedúru",
+    u"volania v kóde by nesedeli",
+    u"kód menuje jej parametre",
+    u"záznam v databáze má iné členy",
+    u"hodnota v databáze je iného druhu",
+    u"databáza v nej používa iné názvy",
+    u"sú v nej poznámky",
+    u"najprv bude jednou pre všetky moduly",
+};
+inline constexpr std::u16string_view kProjectDeclarations = u"Deklarácie: ";
+inline constexpr std::u16string_view kProjectFindings = u", nálezy: ";
+inline constexpr std::u16string_view kProjectChanges = u", zmeny: ";
+inline constexpr std::u16string_view kProjectDone = u"Hotovo. Zmenené moduly: ";
+inline constexpr std::u16string_view kProjectAskBefore = u"Zmeniť modul '";
+inline constexpr std::u16string_view kProjectAskBehind = u"'?";
+inline constexpr std::u16string_view kProjectAskRemoved = u"Odstránené deklarácie: ";
+inline constexpr std::u16string_view kProjectAskChanged = u"Zmenené deklarácie: ";
+inline constexpr std::u16string_view kProjectHasChanged =
+    u"Projekt sa medzitým zmenil a nič sa nevykonalo. Zavrite okno a otvorte ho znova. Zmenené "
+    u"moduly: ";
+inline constexpr std::u16string_view kProjectModuleBefore = u"Modul '";
+inline constexpr std::u16string_view kProjectModuleBehind = u"': ";
+inline constexpr std::u16string_view kProjectModuleChanged =
+    u"Medzitým sa zmenil a nič sa v ňom nevykonalo.";
+inline constexpr std::u16string_view kProjectEditRefused =
+    u"Visual Basic zmenu odmietol. Modul zostal taký, aký bol.";
+inline constexpr std::u16string_view kProjectEditPartly =
+    u"Visual Basic zmenu odmietol a časť sa nedala vziať späť. Zmenené zostali riadky: ";
+inline constexpr std::u16string_view kProjectEditUnknown =
+    u"Visual Basic pri zmene prestal odpovedať. Pozrite, čo v module zostalo; Späť (Ctrl+Z) to "
+    u"odstráni.";
+inline constexpr std::u16string_view kNoProjectToRead =
+    u"Vo Visual Basicu nie je otvorený žiadny projekt.";
+
 // Add dialog
 inline constexpr std::u16string_view kAddCaption = u"Pridať položku";
 inline constexpr std::u16string_view kAddLabel = u"Zdajte deklaráciu";

@@ -92,6 +92,7 @@ class AddInJob {
     TakePicture("addin", "*");
     InsertMissing();
     CompleteModule();
+    CleanUp();
     Must("disconnect " + kAddIn);
     WaitFor("the add-in's end", [this] { return !program_->Runs(); });
     Say("Disconnected; the add-in has ended");
@@ -189,6 +190,43 @@ class AddInJob {
     const auto before = ide_.Tell("lines " + module);
     PressButton(FindControl(plan, "Command1"));
     WaitFor("the text", [&] { return ide_.Tell("lines " + module) != before; });
+  }
+
+  // One more module declares and uses what the others have, and some of it otherwise.
+  void CleanUp() {
+    Must("component Project1 Windows 1");
+    Must(
+        "text Windows Option Explicit\\n\\nPrivate Type POINTAPI\\n\\tx As Long\\n\\ty As "
+        "Long\\nEnd Type\\nPrivate Const SW_HIDE = 5\\nPrivate Const SW_SHOW = 5\\n"
+        "Private Declare Function ShowWindow Lib \"user32\" (hWnd As Long, ByVal nCmdShow As "
+        "Integer) As Long\\nPrivate Declare Function GetTickCount Lib \"kernel32\" () As Long\\n\\n"
+        "Sub Hide(ByVal Window As Long)\\n\\tDim Place As POINTAPI\\n\\tShowWindow Window, "
+        "SW_HIDE\\nEnd Sub");
+    ChooseMenu(main_, "mnuProject");
+    const HWND form = program_->Form("frmProject");
+    Say("Chose Projekt..., which shows every declaration of the project");
+    TakePicture("project", form);
+    PressButton(FindControl(form, "Command1"));
+    const HWND count = FindControl(form, "labCount");
+    while (const HWND question = QuestionBefore(count, u"Hotovo")) {
+      Say("Asked: " + ToUtf8(MessageOf(question)));
+      PressInDialog(question, IDYES);
+    }
+    Say(ToUtf8(TextOf(count)));
+    TakePicture("project-done", form);
+    PressButton(FindControl(form, "Command2"));
+    WaitFor("the window's end", [&] { return !program_->FindForm("frmProject"); });
+    PrintModule("Windows", "The module that was added:");
+  }
+
+  // The next question; nullptr when the label says that there is none any more.
+  HWND QuestionBefore(HWND label, std::u16string_view end) const {
+    HWND question = nullptr;
+    WaitFor("a question or the end", [&] {
+      question = program_->FindDialog();
+      return question != nullptr || TextOf(label).starts_with(end);
+    });
+    return question;
   }
 
   void PrintModule(const std::string& name, const std::string& heading) {

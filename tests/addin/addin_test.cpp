@@ -205,6 +205,31 @@ TEST_F(AddInTest, AModuleThatChangesWhileThePlanIsShownIsLeftAlone) {
   EXPECT_TRUE(Ends());
 }
 
+TEST_F(AddInTest, CleansTheProjectUpModuleByModule) {
+  IdeProcess ide;
+  OpenModule(ide,
+             "Private Const N = 1\\nPrivate Const OLD = 2\\nSub X()\\n  Debug.Print N\\nEnd Sub");
+  const std::string code = "Sub Y()\\n  Debug.Print N\\nEnd Sub";
+  ASSERT_EQ(ide.Tell("component Project1 Module2 1"), "ok");
+  ASSERT_EQ(ide.Tell("text Module2 Private Const N = 1\\n" + code), "ok");
+  Connect(ide);
+  ClickButton(ide);
+  ChooseMenu("mnuProject");
+  const HWND form = Program().Form("frmProject");
+  window_driver::PressButton(window_driver::FindControl(form, "Command1"));
+  AnswerMessage(
+      u"Zmeniť modul 'Module1'?\r\n\r\nOdstránené deklarácie: 1\r\nZmenené deklarácie: 1", IDYES);
+  AnswerMessage(u"Zmeniť modul 'Module2'?\r\n\r\nOdstránené deklarácie: 1", IDYES);
+  EXPECT_TRUE(Eventually([&] { return ide.Tell("lines Module2") == "ok " + code; }))
+      << ide.Tell("lines Module2");
+  EXPECT_EQ(ide.Tell("lines Module1"),
+            "ok Public Const N = 1\\nSub X()\\n  Debug.Print N\\nEnd Sub");
+  window_driver::PressButton(window_driver::FindControl(form, "Command2"));
+  window_driver::WaitFor("the window's end", [&] { return !Program().FindForm("frmProject"); });
+  Disconnect(ide);
+  EXPECT_TRUE(Ends());
+}
+
 TEST_F(AddInTest, AnsweringNoLeavesTheModuleAlone) {
   IdeProcess ide;
   OpenModule(ide, "Option Explicit");

@@ -5,6 +5,7 @@
 
 #include "check/ui/check_form.h"
 #include "host/ui/plan_form.h"
+#include "host/ui/project_form.h"
 #include "host/ui/reading_window.h"
 #include "import/ui/add_dialog.h"
 #include "library/ui/history_dialog.h"
@@ -100,6 +101,7 @@ std::string SectionOf(const FormDefinition& form) {
 const FormDefinition* const kForms[] = {&MainFormDefinition(),    &AddDialogDefinition(),
                                         &HistoryFormDefinition(), &OptionsFormDefinition(),
                                         &CheckFormDefinition(),   &PlanFormDefinition(),
+                                         &ProjectFormDefinition(),
                                         &ReadingFormDefinition(), &SearchFormDefinition(),
                                         &WaitWindowDefinition(),  &SplashFormDefinition()};
 

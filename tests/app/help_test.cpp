@@ -4,6 +4,7 @@
 #include "app/window_fixture.h"
 #include "check/ui/check_form.h"
 #include "host/ui/plan_form.h"
+#include "host/ui/project_form.h"
 #include "host/ui/reading_window.h"
 #include "import/ui/add_dialog.h"
 #include "library/ui/history_dialog.h"
@@ -100,6 +101,7 @@ TEST(GuidePages, AreThereInBothLanguagesForEveryFormThatAsks) {
   const FormDefinition* const forms[] = {&MainFormDefinition(),    &AddDialogDefinition(),
                                          &HistoryFormDefinition(), &OptionsFormDefinition(),
                                          &CheckFormDefinition(),   &PlanFormDefinition(),
+                                         &ProjectFormDefinition(),
                                          &ReadingFormDefinition(), &SearchFormDefinition()};
   for (const auto* form : forms) {
     ASSERT_FALSE(form->help_topic.empty()) << form->name;

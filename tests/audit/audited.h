@@ -24,7 +24,8 @@ using Files = std::vector<SourceFile>;
 class Audited {
  public:
   explicit Audited(const std::vector<SourceFile>& files, bool is_whole = true,
-                   const Library* library = nullptr) {
+                   const Library* library = nullptr, Differing differing = Differing::kIsTold)
+      : differing_(differing) {
     for (const auto& [name, source, kind] : files) {
       names_.push_back(FromUtf8(name));
       texts_.push_back(FromUtf8(source));
@@ -40,7 +41,7 @@ class Audited {
   Audited& operator=(const Audited&) = delete;
 
   // Audits the subject as it is now.
-  void Again() { audit = AuditProject(subject, libraries_); }
+  void Again() { audit = AuditProject(subject, libraries_, differing_); }
 
   // "Main.MAX" and "Main.RECT" by the rows in order, each with what is to be done; those to which
   // nothing is done and of which nothing is said are left out.
@@ -89,6 +90,7 @@ class Audited {
   std::deque<vb::Module> parsed_;
   std::vector<plan::ModuleText> modules_;
   check::KnownLibraries libraries_;
+  Differing differing_;
 };
 
 }  // namespace declarium::audit

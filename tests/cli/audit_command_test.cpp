@@ -138,6 +138,34 @@ TEST_F(AuditCommand, WhatDiffersFromTheLibraryComesWithTheLibrarysForm) {
       << run.out;
 }
 
+TEST_F(AuditCommand, ReplaceTakesTheLibrarysFormWhereItFits) {
+  const std::string api =
+      "Attribute VB_Name = \"Api\"\r\n"
+      "Private Const LIMIT = 6\r\n"
+      "Private Const MAX_PATH = 255 ' \x8E\r\n"
+      "Sub Walk()\r\n"
+      "  Debug.Print LIMIT, MAX_PATH\r\n"
+      "End Sub\r\n";
+  folder_.Put("Api.bas", api);
+  EXPECT_EQ(Audit({"--apply"}).out.find("replace it"), std::string::npos);
+  EXPECT_EQ(Bytes("Api.bas"), api) << "only when asked for";
+  const auto difference = Audit({"--replace", "--diff"});
+  EXPECT_NE(difference.out.find("\n-Private Const MAX_PATH = 255 ' \xC5\xBD\n"
+                                "+Private Const MAX_PATH = 260 ' \xC5\xBD\n"),
+            std::string::npos)
+      << difference.out;
+  EXPECT_EQ(Bytes("Api.bas"), api);
+  const auto run = Audit({"--apply", "--replace"});
+  EXPECT_NE(run.out.find("    done: replace it by the library's form\n"), std::string::npos);
+  EXPECT_NE(run.out.find("    left: the library's form uses names that this one does not\n"),
+            std::string::npos)
+      << run.out;
+  EXPECT_EQ(Bytes("Api.bas"),
+            api.substr(0, api.find("255")) + "260" + api.substr(api.find("255") + 3));
+  const auto again = Audit({"--apply", "--replace"});
+  EXPECT_EQ(again.out.find("done:"), std::string::npos);
+}
+
 TEST_F(AuditCommand, SarifHasTheRulesAndThePlaces) {
   const auto log = nlohmann::json::parse(Audit({"--format", "sarif"}).out);
   EXPECT_EQ(log["version"], "2.1.0");

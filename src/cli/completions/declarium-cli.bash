@@ -10,7 +10,7 @@ _declarium_cli_options() {
     import) echo "$common --replace --create --reading --encoding --force" ;;
     parse) echo "$common --modules --uses --target" ;;
     check) echo "$common --against --target --windows --format --fail-on --baseline --fix --rules" ;;
-    audit) echo "$common --against --format --output -o --fail-on --apply --diff --force" ;;
+    audit) echo "$common --against --format --output -o --fail-on --apply --replace --diff --force" ;;
     convert) echo "$common --target --against --output -o --in-place --diff --declare-wide --force" ;;
     generate) echo "$common --output -o --library --target --check --force" ;;
     shared) echo "$common --closure --constants" ;;

@@ -16,8 +16,8 @@ Register-ArgumentCompleter -Native -CommandName 'declarium-cli', 'declarium-cli.
         'parse'     = '--modules', '--uses', '--target'
         'check'     = '--against', '--target', '--windows', '--format', '--fail-on', '--baseline',
                       '--fix', '--rules'
-        'audit'     = '--against', '--format', '--output', '-o', '--fail-on', '--apply', '--diff',
-                      '--force'
+        'audit'     = '--against', '--format', '--output', '-o', '--fail-on', '--apply',
+                      '--replace', '--diff', '--force'
         'convert'   = '--target', '--against', '--output', '-o', '--in-place', '--diff',
             '--declare-wide', '--force'
         'show'      = '--target'

@@ -8,6 +8,7 @@
 
 #include "host/code_reading.h"
 #include "host/line_edits.h"
+#include "host/ui/edit_outcome.h"
 #include "host/ui/reading_window.h"
 #include "library/kind.h"
 #include "plan/missing_names.h"
@@ -26,31 +27,10 @@ std::vector<LineEdit> EditsOf(const plan::InsertionPlan& plan) {
   return edits;
 }
 
-std::u16string LinesThatStand(const std::vector<LineEdit>& edits, const EditReport& report) {
-  std::u16string lines;
-  for (std::size_t i = 0; i < edits.size(); ++i) {
-    if (!report.standing[i]) continue;
-    if (!lines.empty()) lines += u", ";
-    lines += CountText(static_cast<std::uint64_t>(edits[i].line));
-  }
-  return lines;
-}
-
-std::u16string OutcomeText(const std::vector<LineEdit>& edits, const EditReport& report) {
-  switch (report.outcome) {
-    case EditReport::Outcome::kDone:
-      break;
-    case EditReport::Outcome::kChanged:
-      return std::u16string(texts::kModuleChanged);
-    case EditReport::Outcome::kRefused:
-      return std::u16string(texts::kEditRefused);
-    case EditReport::Outcome::kPartly:
-      return std::u16string(texts::kEditPartly) + LinesThatStand(edits, report);
-    case EditReport::Outcome::kUnknown:
-      return std::u16string(texts::kEditUnknown);
-  }
-  return {};
-}
+constexpr EditOutcomeTexts kInsertionTexts = {.changed = texts::kModuleChanged,
+                                              .refused = texts::kEditRefused,
+                                              .partly = texts::kEditPartly,
+                                              .unknown = texts::kEditUnknown};
 
 // "Name – ambiguous: Const Name, Declare Name"
 std::vector<std::u16string> AmbiguousRows(const std::vector<plan::MissingName>& missing) {
@@ -172,7 +152,8 @@ void ModuleCommands::Insert(HostConnection& connection, const Reading& reading,
   const auto& active = reading.codes.front();
   const auto edits = EditsOf(plan);
   const auto report = ApplyEdits(*active.module, active.text, edits);
-  if (report.outcome != EditReport::Outcome::kDone) return Say(OutcomeText(edits, report));
+  if (report.outcome != EditReport::Outcome::kDone)
+    return Say(OutcomeText(kInsertionTexts, edits, report));
   KeepCaretInView(*application, *active.module);
 }
 

@@ -56,6 +56,7 @@ struct MainForm {
   MenuItem& mnuClose;
   MenuItem& mnuInsertMissing;
   MenuItem& mnuCompleteModule;
+  MenuItem& mnuProject;
   MenuItem& mnuPopupAddList;
   MenuItem& mnuDelOnce;
   MenuItem& mnuDelGroup;
