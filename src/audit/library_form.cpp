@@ -51,8 +51,7 @@ std::u16string LinesWith(std::u16string_view form, const vb::Declaration& declar
   const auto first = lines.Start(declaration.place.line);
   const auto last = lines.Start(declaration.end_line);
   const auto indent = module_text.substr(first, begin - first);
-  const auto behind =
-      lines.At(declaration.end_line).substr(begin + declaration.text.size() - last);
+  const auto behind = lines.At(declaration.end_line).substr(begin + declaration.text.size() - last);
   std::u16string text;
   for (const auto line : Split(form, kCrLf)) {
     if (!text.empty()) text += kCrLf;

@@ -25,7 +25,7 @@ bool IsWhole(const vb::TypeReference& type) {
 // Of which a value of any other can be made, so that ByVal takes what ByRef took.
 bool IsOfTheLanguage(const vb::TypeReference& type) {
   constexpr std::array<std::u16string_view, 11> kNames = {
-      u"Byte", u"Integer", u"Long",   u"Boolean", u"Single", u"Double",
+      u"Byte", u"Integer", u"Long",   u"Boolean", u"Single",  u"Double",
       u"Date", u"String",  u"Object", u"Variant", u"Currency"};
   return IsOneOf(kNames, type.name);
 }

@@ -3,7 +3,8 @@
 //
 //   Declares   the same procedure of the same DLL, unless the one written is none; Sub or Function
 //              as before, as many parameters, and each takes the arguments that it took: the same
-//              type, Byte, Integer or Long for each other, ByVal for ByRef of a type of the language
+//              type, Byte, Integer or Long for each other, ByVal for ByRef of a type of the
+//              language
 //   constants  a number for a number, a text for a text
 //   records    the same members' names, in any order; types as above, arrays for arrays
 //

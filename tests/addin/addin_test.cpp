@@ -217,8 +217,8 @@ TEST_F(AddInTest, CleansTheProjectUpModuleByModule) {
   ChooseMenu("mnuProject");
   const HWND form = Program().Form("frmProject");
   window_driver::PressButton(window_driver::FindControl(form, "Command1"));
-  AnswerMessage(
-      u"Zmeniť modul 'Module1'?\r\n\r\nOdstránené deklarácie: 1\r\nZmenené deklarácie: 1", IDYES);
+  AnswerMessage(u"Zmeniť modul 'Module1'?\r\n\r\nOdstránené deklarácie: 1\r\nZmenené deklarácie: 1",
+                IDYES);
   AnswerMessage(u"Zmeniť modul 'Module2'?\r\n\r\nOdstránené deklarácie: 1", IDYES);
   EXPECT_TRUE(Eventually([&] { return ide.Tell("lines Module2") == "ok " + code; }))
       << ide.Tell("lines Module2");

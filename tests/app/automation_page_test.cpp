@@ -98,12 +98,11 @@ std::string SectionOf(const FormDefinition& form) {
   return section + buttons + MenuRows(form);
 }
 
-const FormDefinition* const kForms[] = {&MainFormDefinition(),    &AddDialogDefinition(),
-                                        &HistoryFormDefinition(), &OptionsFormDefinition(),
-                                        &CheckFormDefinition(),   &PlanFormDefinition(),
-                                         &ProjectFormDefinition(),
-                                        &ReadingFormDefinition(), &SearchFormDefinition(),
-                                        &WaitWindowDefinition(),  &SplashFormDefinition()};
+const FormDefinition* const kForms[] = {
+    &MainFormDefinition(),    &AddDialogDefinition(),   &HistoryFormDefinition(),
+    &OptionsFormDefinition(), &CheckFormDefinition(),   &PlanFormDefinition(),
+    &ProjectFormDefinition(), &ReadingFormDefinition(), &SearchFormDefinition(),
+    &WaitWindowDefinition(),  &SplashFormDefinition()};
 
 TEST(AutomationPage, ListsTheControlsOfEveryForm) {
   const auto page = ContentOf(DECLARIUM_SOURCE_DIR "/docs/automation.md") + "\n";

@@ -98,11 +98,10 @@ TEST_F(HelpTest, AMissingGuideIsReportedWithThePathOfThePage) {
 }
 
 TEST(GuidePages, AreThereInBothLanguagesForEveryFormThatAsks) {
-  const FormDefinition* const forms[] = {&MainFormDefinition(),    &AddDialogDefinition(),
-                                         &HistoryFormDefinition(), &OptionsFormDefinition(),
-                                         &CheckFormDefinition(),   &PlanFormDefinition(),
-                                         &ProjectFormDefinition(),
-                                         &ReadingFormDefinition(), &SearchFormDefinition()};
+  const FormDefinition* const forms[] = {
+      &MainFormDefinition(),    &AddDialogDefinition(),   &HistoryFormDefinition(),
+      &OptionsFormDefinition(), &CheckFormDefinition(),   &PlanFormDefinition(),
+      &ProjectFormDefinition(), &ReadingFormDefinition(), &SearchFormDefinition()};
   for (const auto* form : forms) {
     ASSERT_FALSE(form->help_topic.empty()) << form->name;
     for (const auto* language : {"sk", "en"}) {

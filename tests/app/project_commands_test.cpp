@@ -113,12 +113,13 @@ TEST_F(ProjectCommandsTest, ShowsEveryDeclarationWithWhatIsToBeDone) {
     EXPECT_EQ(form.Caption(), u"Projekt 'Project1'");
     EXPECT_THAT(
         Rows(form),
-        ElementsAre(u"[x] MAX_PATH – Main, riadok 2 – používa: Main – bude Public pre všetky moduly",
-                    u"[x] OLD – Main, riadok 3 – nepoužíva sa – odstráni sa",
-                    u"[x] MAX_PATH – Other, riadok 1 – používa: Other – rovnako v Main, riadok 2, "
-                    u"stačila by raz ako Public – odstráni sa, stačí v Main",
-                    u"[x] A – Other, riadok 2 – používa: Other – Konštanta má inú hodnotu než v "
-                    u"databázach; inak v databáze – nahradí sa tým, čo má databáza"));
+        ElementsAre(
+            u"[x] MAX_PATH – Main, riadok 2 – používa: Main – bude Public pre všetky moduly",
+            u"[x] OLD – Main, riadok 3 – nepoužíva sa – odstráni sa",
+            u"[x] MAX_PATH – Other, riadok 1 – používa: Other – rovnako v Main, riadok 2, "
+            u"stačila by raz ako Public – odstráni sa, stačí v Main",
+            u"[x] A – Other, riadok 2 – používa: Other – Konštanta má inú hodnotu než v "
+            u"databázach; inak v databáze – nahradí sa tým, čo má databáza"));
     EXPECT_EQ(Count(form), u"Deklarácie: 4, nálezy: 3, zmeny: 4");
     ExpectNothingDone();
   });
@@ -179,8 +180,9 @@ TEST_F(ProjectCommandsTest, NoLeavesTheModuleAndWhatDependsOnIt) {
     // Without a Public one in Main the module Other keeps its own.
     CarryOut(form, {Answer::kNo, Answer::kYes});
     EXPECT_EQ(Code(0), kMain);
-    EXPECT_EQ(Code(1), u"Private Const MAX_PATH = 260\r\nPrivate Const A = 1\r\n\r\n"
-                       u"Sub Walk()\r\n  Debug.Print MAX_PATH, A\r\nEnd Sub");
+    EXPECT_EQ(Code(1),
+              u"Private Const MAX_PATH = 260\r\nPrivate Const A = 1\r\n\r\n"
+              u"Sub Walk()\r\n  Debug.Print MAX_PATH, A\r\nEnd Sub");
     ExpectEnd(Rows(form)[0], u"– zostane: je vynechaná");
     EXPECT_EQ(Count(form), u"Hotovo. Zmenené moduly: 1");
   });
@@ -206,8 +208,9 @@ TEST_F(ProjectCommandsTest, BoxesLeaveActionsOutAndBringThemBack) {
     auto& list = form.Get<ListView>("LV1");
     User().ClickCheckBox(list, 3);
     // One for all is no longer wanted.
-    ExpectEnd(Rows(form)[0], u"[ ] MAX_PATH – Main, riadok 2 – používa: Main – "
-                                                 u"zostane: je vynechaná");
+    ExpectEnd(Rows(form)[0],
+              u"[ ] MAX_PATH – Main, riadok 2 – používa: Main – "
+              u"zostane: je vynechaná");
     EXPECT_EQ(Count(form), u"Deklarácie: 4, nálezy: 3, zmeny: 2");
     User().ClickCheckBox(list, 1);
     EXPECT_EQ(Count(form), u"Deklarácie: 4, nálezy: 3, zmeny: 4");
@@ -215,16 +218,18 @@ TEST_F(ProjectCommandsTest, BoxesLeaveActionsOutAndBringThemBack) {
     EXPECT_FALSE(form.Get<CommandButton>("Command1").Enabled());
     User().ClickCheckBox(list, 2);
     CarryOut(form, {Answer::kYes});
-    EXPECT_EQ(Code(0), u"Option Explicit\r\nPrivate Const MAX_PATH = 260\r\n\r\n"
-                       u"Sub Main()\r\n  Debug.Print MAX_PATH\r\nEnd Sub");
+    EXPECT_EQ(Code(0),
+              u"Option Explicit\r\nPrivate Const MAX_PATH = 260\r\n\r\n"
+              u"Sub Main()\r\n  Debug.Print MAX_PATH\r\nEnd Sub");
     EXPECT_EQ(Code(1), kOther);
   });
 }
 
 TEST_F(ProjectCommandsTest, WhatStaysSaysWhy) {
-  Start({ModuleOf(u"Main", u"#If A Then\r\nPrivate Const OLD = 1\r\n#End If\r\n"
-                           u"Private Declare Function Beep Lib \"kernel32\" (ByVal f As Long) As "
-                           u"Long\r\nSub Main()\r\n  Beep 1\r\nEnd Sub")});
+  Start({ModuleOf(u"Main",
+                  u"#If A Then\r\nPrivate Const OLD = 1\r\n#End If\r\n"
+                  u"Private Declare Function Beep Lib \"kernel32\" (ByVal f As Long) As "
+                  u"Long\r\nSub Main()\r\n  Beep 1\r\nEnd Sub")});
   InProject([&](declarium::Form& form) {
     ExpectEnd(Rows(form)[0], u"nepoužíva sa – zostane: je vnútri #If");
     ExpectEnd(Rows(form)[1], u"zostane: volania v kóde by nesedeli");
@@ -234,13 +239,13 @@ TEST_F(ProjectCommandsTest, WhatStaysSaysWhy) {
 }
 
 TEST_F(ProjectCommandsTest, OnlyFindingsHidesWhatIsInOrder) {
-  Start({ModuleOf(u"Main", u"Private Const FINE = 1\r\nPrivate Const OLD = 1\r\n"
-                           u"Sub Main()\r\n  Debug.Print FINE\r\nEnd Sub")});
+  Start({ModuleOf(u"Main",
+                  u"Private Const FINE = 1\r\nPrivate Const OLD = 1\r\n"
+                  u"Sub Main()\r\n  Debug.Print FINE\r\nEnd Sub")});
   InProject([&](declarium::Form& form) {
     EXPECT_EQ(Rows(form).size(), 2U);
     User().Click(form.Get<CheckBox>("Check1"));
-    EXPECT_THAT(Rows(form),
-                ElementsAre(u"[x] OLD – Main, riadok 2 – nepoužíva sa – odstráni sa"));
+    EXPECT_THAT(Rows(form), ElementsAre(u"[x] OLD – Main, riadok 2 – nepoužíva sa – odstráni sa"));
     EXPECT_EQ(form.Get<RichText>("rtbBefore").Text(), u"Private Const OLD = 1");
     User().Click(form.Get<CheckBox>("Check1"));
     EXPECT_EQ(Rows(form).size(), 2U);
@@ -366,10 +371,9 @@ TEST_F(ProjectCommandsTest, AModuleThatCannotBeReadIsNamedAndLessIsCertain) {
   lost->lines = -1;
   Start({ModuleOf(u"Main", u"Public Const OLD = 1\r\nPrivate Const OWN = 1"), lost});
   InProject([&](declarium::Form& form) {
-    EXPECT_THAT(Rows(form),
-                ElementsAre(u"    OLD – Main, riadok 1 – nepoužíva sa",
-                            u"[x] OWN – Main, riadok 2 – nepoužíva sa – odstráni sa",
-                            u"    Lost – modul sa nedá prečítať"));
+    EXPECT_THAT(Rows(form), ElementsAre(u"    OLD – Main, riadok 1 – nepoužíva sa",
+                                        u"[x] OWN – Main, riadok 2 – nepoužíva sa – odstráni sa",
+                                        u"    Lost – modul sa nedá prečítať"));
   });
 }
 

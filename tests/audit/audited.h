@@ -57,7 +57,7 @@ class Audited {
   [[nodiscard]] std::vector<std::string> Findings() const {
     std::vector<std::string> findings;
     for (std::size_t i = 0; i < audit.rows.size(); ++i)
-      for (const auto& [finding, form] : audit.rows[i].findings)
+      for (const auto& [finding, form, other] : audit.rows[i].findings)
         findings.push_back(NameOf(i) + " " + std::string(check::RuleOf(finding.rule).number) + " " +
                            finding.message);
     return findings;

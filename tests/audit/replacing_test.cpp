@@ -84,8 +84,9 @@ TEST(Replacing, TakesTheLibrarysFormWithTheScopeThatIsThere) {
       {"another whole type, on two lines",
        "Private Declare Sub Sleep Lib \"kernel32\" _\r\n  (ByVal ms As Integer)\r\n" + use,
        "Private Declare Sub Sleep Lib \"kernel32\" (ByVal dwMilliseconds As Long)\r\n" + use},
-      {"a result", "Declare Function GetTickCount Lib \"kernel32\" () As Integer\r\n" +
-                       Code("Debug.Print GetTickCount"),
+      {"a result",
+       "Declare Function GetTickCount Lib \"kernel32\" () As Integer\r\n" +
+           Code("Debug.Print GetTickCount"),
        "Declare Function GetTickCount Lib \"kernel32\" () As Long\r\n" +
            Code("Debug.Print GetTickCount")},
       {"a name that the DLL spells otherwise",
@@ -115,13 +116,13 @@ TEST(Replacing, LeavesWhatCodeWouldNotFitWithTheReason) {
       {"Declare Function SetText Lib \"user32\" Alias \"SetTextA\" (ByVal hwnd As Long, ByVal l As "
        "Long) As Long",
        "SetText 1, 2", "calls do not fit the library's form"},
-      {"Declare Function SetText Lib \"user32\" Alias \"SetTextA\" (ByVal hwnd As Long, lpString As "
+      {"Declare Function SetText Lib \"user32\" Alias \"SetTextA\" (ByVal hwnd As Long, lpString "
+       "As "
        "Any) As Long",
        "SetText 1, ByVal \"a\"", "calls do not fit the library's form"},
       {"Declare Sub Sleep Lib \"kernel32\" (ms As Long)", "Sleep ms:=1",
        "code names its parameters, which the library's form names otherwise"},
-      {"Private Const TITLE = 5", "Debug.Print TITLE",
-       "the library's value is of another kind"},
+      {"Private Const TITLE = 5", "Debug.Print TITLE", "the library's value is of another kind"},
       {"Private Const LATER = 5", "Debug.Print LATER",
        "the library's form uses names that this one does not"},
       {"Private Type BOX\r\n  left As Integer\r\n  top As Long\r\nEnd Type", "Dim b As BOX",
@@ -132,7 +133,8 @@ TEST(Replacing, LeavesWhatCodeWouldNotFitWithTheReason) {
        "the library's record has other members"},
       {"#If A Then\r\nPrivate Const MAX_PATH = 255\r\n#End If", "Debug.Print MAX_PATH",
        "it stands inside #If"},
-      {"Private Type POINTAPI\r\n#If A Then\r\n  x As Integer\r\n#End If\r\n  y As Long\r\nEnd Type",
+      {"Private Type POINTAPI\r\n#If A Then\r\n  x As Integer\r\n#End If\r\n  y As Long\r\nEnd "
+       "Type",
        "Dim p As POINTAPI", "it stands inside #If"},
       {"Private Const MAX_PATH = 255: Const OTHER = 1", "Debug.Print MAX_PATH, OTHER",
        "something else stands on its lines"},
@@ -148,8 +150,7 @@ TEST(Replacing, IsNotDoneUnlessAskedFor) {
       Files{{"A", "Private Const MAX_PATH = 255\r\n" + Code("Debug.Print MAX_PATH")}}, true,
       &Known());
   EXPECT_THAT(project.audit.edits, IsEmpty());
-  EXPECT_THAT(project.Actions(),
-              ElementsAre("A.MAX_PATH: choose: the library has another form"));
+  EXPECT_THAT(project.Actions(), ElementsAre("A.MAX_PATH: choose: the library has another form"));
 }
 
 TEST(Replacing, ACommentKeepsTheDeclaration) {
@@ -160,8 +161,7 @@ TEST(Replacing, ACommentKeepsTheDeclaration) {
 }
 
 TEST(Replacing, WhatOthersMayUseIsLeft) {
-  const Files files{
-      {"A", "Public Const MAX_PATH = 255\r\n" + Code("Debug.Print MAX_PATH")}};
+  const Files files{{"A", "Public Const MAX_PATH = 255\r\n" + Code("Debug.Print MAX_PATH")}};
   EXPECT_THAT(Audited(files, false, &Known(), Differing::kIsReplaced).Actions(),
               ElementsAre("A.MAX_PATH: left: not all modules of the project are there"));
 }

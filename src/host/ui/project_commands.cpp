@@ -36,9 +36,10 @@ void ProjectCommands::ShowProject() {
 
 std::optional<ReadProject> ProjectCommands::Read(HostConnection& connection, Form& owner) {
   const auto application = connection.Application();
-  auto project = application ? application->ActiveProject()
-                             : HostResult<std::unique_ptr<HostProject>>(
-                                   std::unexpected(HostError{kUnreliableAnswer}));
+  auto project =
+      application
+          ? application->ActiveProject()
+          : HostResult<std::unique_ptr<HostProject>>(std::unexpected(HostError{kUnreliableAnswer}));
   if (!project || !connection.IsConnected()) {
     Say(texts::kHostDoesNotAnswer);
     return std::nullopt;
@@ -52,8 +53,9 @@ std::optional<ReadProject> ProjectCommands::Read(HostConnection& connection, For
       ReadWithWindow(toolkit_, owner, reading, [&connection] { return connection.IsConnected(); });
   if (end == ReadingEnd::kFailed) Say(texts::kHostDoesNotAnswer);
   if (end != ReadingEnd::kWhole) return std::nullopt;
-  return ReadProject{
-      .name = reading.ProjectName(), .codes = std::move(reading.Modules()), .unread = reading.Unread()};
+  return ReadProject{.name = reading.ProjectName(),
+                     .codes = std::move(reading.Modules()),
+                     .unread = reading.Unread()};
 }
 
 void ProjectCommands::Say(std::u16string_view text) {

@@ -177,7 +177,8 @@ class ProjectForm {
       const int position = static_cast<int>(i) + 1;
       const auto text = ProjectRow(plan_, row);
       const auto entry = list_.Entry(position);
-      if (entry.text != text || (entry.check == CheckMark::kNone) != (Mark(row) == CheckMark::kNone)) {
+      if (entry.text != text ||
+          (entry.check == CheckMark::kNone) != (Mark(row) == CheckMark::kNone)) {
         list_.Remove(position);
         list_.Insert(position, {text, ProjectRowIcon(plan_, row), Mark(row)});
       } else if (entry.check != Mark(row)) {
@@ -193,9 +194,9 @@ class ProjectForm {
     const auto& rows = plan_.Rows();
     std::size_t findings = 0;
     for (const auto& row : rows) findings += row.findings.empty() ? 0 : 1;
-    const auto changes = rows.size() - static_cast<std::size_t>(std::ranges::count(
-                                           rows, RowDoes::kStays,
-                                           [](const auto& row) { return row.fate.does; }));
+    const auto changes =
+        rows.size() - static_cast<std::size_t>(std::ranges::count(
+                          rows, RowDoes::kStays, [](const auto& row) { return row.fate.does; }));
     std::u16string text(texts::kProjectDeclarations);
     text.append(CountText(rows.size())).append(texts::kProjectFindings).append(CountText(findings));
     text.append(texts::kProjectChanges).append(CountText(changes));
