@@ -21,14 +21,14 @@ using testing::IsEmpty;
 // Two modules that declare MAX_PATH alike, one thing that nobody uses, and one that the library has
 // otherwise.
 constexpr std::u16string_view kMain =
-    u"Option Explicit\r\nPrivate Const MAX_PATH = 260\r\nPrivate Const OLD = 1\r\n\r\n"
-    u"Sub Main()\r\n  Debug.Print MAX_PATH\r\nEnd Sub";
+    u"Option Explicit\r\nPrivate Const MAX_PATH = 260\r\nPrivate Const OLD = 1\r\n\r\nSub "
+    u"Main()\r\n  Debug.Print MAX_PATH\r\nEnd Sub";
 constexpr std::u16string_view kOther =
-    u"Private Const MAX_PATH = 260\r\nPrivate Const A = 7\r\n\r\n"
-    u"Sub Walk()\r\n  Debug.Print MAX_PATH, A\r\nEnd Sub";
+    u"Private Const MAX_PATH = 260\r\nPrivate Const A = 7\r\n\r\nSub Walk()\r\n  Debug.Print "
+    u"MAX_PATH, A\r\nEnd Sub";
 constexpr std::u16string_view kMainAfter =
-    u"Option Explicit\r\nPublic Const MAX_PATH = 260\r\n\r\n"
-    u"Sub Main()\r\n  Debug.Print MAX_PATH\r\nEnd Sub";
+    u"Option Explicit\r\nPublic Const MAX_PATH = 260\r\n\r\nSub Main()\r\n  Debug.Print "
+    u"MAX_PATH\r\nEnd Sub";
 constexpr std::u16string_view kOtherAfter =
     u"Private Const A = 1\r\n\r\nSub Walk()\r\n  Debug.Print MAX_PATH, A\r\nEnd Sub";
 
@@ -114,12 +114,11 @@ TEST_F(ProjectCommandsTest, ShowsEveryDeclarationWithWhatIsToBeDone) {
     EXPECT_THAT(
         Rows(form),
         ElementsAre(
-            u"[x] MAX_PATH – Main, riadok 2 – používa: Main – bude Public pre všetky moduly",
-            u"[x] OLD – Main, riadok 3 – nepoužíva sa – odstráni sa",
-            u"[x] MAX_PATH – Other, riadok 1 – používa: Other – rovnako v Main, riadok 2, "
-            u"stačila by raz ako Public – odstráni sa, stačí v Main",
-            u"[x] A – Other, riadok 2 – používa: Other – Konštanta má inú hodnotu než v "
-            u"databázach; inak v databáze – nahradí sa tým, čo má databáza"));
+            u"[x] MAX_PATH – Main, riadok 2 – bude Public pre všetky moduly – používa: Main",
+            u"[x] OLD – Main, riadok 3 – odstráni sa – nepoužíva sa",
+            u"[x] MAX_PATH – Other, riadok 1 – odstráni sa, stačí v Main – používa: Other",
+            u"[x] A – Other, riadok 2 – nahradí sa tým, čo má databáza – používa: Other – "
+            u"Konštanta má inú hodnotu než v databázach"));
     EXPECT_EQ(Count(form), u"Deklarácie: 4, nálezy: 3, zmeny: 4");
     ExpectNothingDone();
   });
@@ -158,10 +157,12 @@ TEST_F(ProjectCommandsTest, DoesEachModuleAfterYesAndSaysWhatWasDone) {
     EXPECT_THAT(Messages(), ElementsAre(kAskMain, kAskOther));
     EXPECT_EQ(Code(0), kMainAfter);
     EXPECT_EQ(Code(1), kOtherAfter);
-    ExpectEnd(Rows(form)[0], u"– hotovo: Public pre všetky moduly");
-    ExpectEnd(Rows(form)[1], u"– hotovo: odstránené");
-    ExpectEnd(Rows(form)[2], u"– hotovo: odstránené, stačí v Main");
-    ExpectEnd(Rows(form)[3], u"– hotovo: nahradené z databázy");
+    ExpectEnd(Rows(form)[0], u"– hotovo: Public pre všetky moduly – používa: Main");
+    ExpectEnd(Rows(form)[1], u"– hotovo: odstránené – nepoužíva sa");
+    ExpectEnd(Rows(form)[2], u"– hotovo: odstránené, stačí v Main – používa: Other");
+    ExpectEnd(Rows(form)[3],
+              u"– hotovo: nahradené z databázy – používa: Other – Konštanta má inú hodnotu než v "
+              u"databázach");
     EXPECT_TRUE(Rows(form)[0].starts_with(u"    "));
     EXPECT_EQ(Count(form), u"Hotovo. Zmenené moduly: 2");
     EXPECT_FALSE(form.Get<CommandButton>("Command1").Enabled());
@@ -181,9 +182,9 @@ TEST_F(ProjectCommandsTest, NoLeavesTheModuleAndWhatDependsOnIt) {
     CarryOut(form, {Answer::kNo, Answer::kYes});
     EXPECT_EQ(Code(0), kMain);
     EXPECT_EQ(Code(1),
-              u"Private Const MAX_PATH = 260\r\nPrivate Const A = 1\r\n\r\n"
-              u"Sub Walk()\r\n  Debug.Print MAX_PATH, A\r\nEnd Sub");
-    ExpectEnd(Rows(form)[0], u"– zostane: je vynechaná");
+              u"Private Const MAX_PATH = 260\r\nPrivate Const A = 1\r\n\r\nSub Walk()\r\n  "
+              u"Debug.Print MAX_PATH, A\r\nEnd Sub");
+    ExpectEnd(Rows(form)[0], u"– zostane: je vynechaná – používa: Main");
     EXPECT_EQ(Count(form), u"Hotovo. Zmenené moduly: 1");
   });
 }
@@ -209,8 +210,7 @@ TEST_F(ProjectCommandsTest, BoxesLeaveActionsOutAndBringThemBack) {
     User().ClickCheckBox(list, 3);
     // One for all is no longer wanted.
     ExpectEnd(Rows(form)[0],
-              u"[ ] MAX_PATH – Main, riadok 2 – používa: Main – "
-              u"zostane: je vynechaná");
+              u"[ ] MAX_PATH – Main, riadok 2 – zostane: je vynechaná – používa: Main");
     EXPECT_EQ(Count(form), u"Deklarácie: 4, nálezy: 3, zmeny: 2");
     User().ClickCheckBox(list, 1);
     EXPECT_EQ(Count(form), u"Deklarácie: 4, nálezy: 3, zmeny: 4");
@@ -219,20 +219,46 @@ TEST_F(ProjectCommandsTest, BoxesLeaveActionsOutAndBringThemBack) {
     User().ClickCheckBox(list, 2);
     CarryOut(form, {Answer::kYes});
     EXPECT_EQ(Code(0),
-              u"Option Explicit\r\nPrivate Const MAX_PATH = 260\r\n\r\n"
-              u"Sub Main()\r\n  Debug.Print MAX_PATH\r\nEnd Sub");
+              u"Option Explicit\r\nPrivate Const MAX_PATH = 260\r\n\r\nSub Main()\r\n  Debug.Print "
+              u"MAX_PATH\r\nEnd Sub");
     EXPECT_EQ(Code(1), kOther);
   });
 }
 
-TEST_F(ProjectCommandsTest, WhatStaysSaysWhy) {
-  Start({ModuleOf(u"Main",
-                  u"#If A Then\r\nPrivate Const OLD = 1\r\n#End If\r\n"
-                  u"Private Declare Function Beep Lib \"kernel32\" (ByVal f As Long) As "
-                  u"Long\r\nSub Main()\r\n  Beep 1\r\nEnd Sub")});
+TEST_F(ProjectCommandsTest, TheDetailNamesAllUsersAndTheOtherPlace) {
+  std::vector<std::shared_ptr<FakeModule>> modules = {
+      ModuleOf(u"M0",
+               u"Private Const N = 1\r\nPublic Const ALL = 1\r\n"
+               u"Sub X()\r\n  Debug.Print N, ALL\r\nEnd Sub")};
+  for (const auto* name : {u"M1", u"M2", u"M3", u"M4"})
+    modules.push_back(ModuleOf(name, u"Sub X()\r\n  Debug.Print ALL, ALL\r\nEnd Sub"));
+  modules.push_back(
+      ModuleOf(u"M5", u"Private Const N = 1 ' nocheck\r\nSub X()\r\n  Debug.Print N\r\nEnd Sub"));
+  modules.push_back(
+      ModuleOf(u"M6", u"Private Const N = 1\r\nSub X()\r\n  Debug.Print N\r\nEnd Sub"));
+  Start(std::move(modules));
   InProject([&](declarium::Form& form) {
-    ExpectEnd(Rows(form)[0], u"nepoužíva sa – zostane: je vnútri #If");
-    ExpectEnd(Rows(form)[1], u"zostane: volania v kóde by nesedeli");
+    ExpectEnd(Rows(form)[1], u"– používa: M0, M1 2, M2 2, M3 2, ďalšie moduly: 1");
+    User().ClickEntry(form.Get<ListView>("LV1"), 2);
+    EXPECT_EQ(form.Get<Label>("labDetail").Caption(), u"používa: M0, M1 2, M2 2, M3 2, M4 2");
+    ExpectEnd(Rows(form)[3],
+              u"– zostane: drží ju poznámka – používa: M6 – rovnako v M0, riadok 1, stačila by raz "
+              u"ako Public");
+    User().ClickEntry(form.Get<ListView>("LV1"), 4);
+    EXPECT_EQ(form.Get<Label>("labAfter").Caption(), u"V module M0, riadok 1");
+    EXPECT_EQ(form.Get<RichText>("rtbAfter").Text(), u"Private Const N = 1");
+  });
+}
+
+TEST_F(ProjectCommandsTest, WhatStaysSaysWhy) {
+  Start({ModuleOf(
+      u"Main",
+      u"#If A Then\r\nPrivate Const OLD = 1\r\n#End If\r\nPrivate Declare Function Beep Lib "
+      u"\"kernel32\" (ByVal f As Long) As Long\r\nSub Main()\r\n  Beep 1\r\nEnd Sub")});
+  InProject([&](declarium::Form& form) {
+    ExpectEnd(Rows(form)[0], u"zostane: je vnútri #If – nepoužíva sa");
+    ExpectEnd(Rows(form)[1],
+              u"zostane: volania v kóde by nesedeli – používa: Main – inak v databáze");
     EXPECT_TRUE(Rows(form)[1].starts_with(u"    ")) << "no box for what cannot be done";
     EXPECT_FALSE(form.Get<CommandButton>("Command1").Enabled());
   });
@@ -240,12 +266,12 @@ TEST_F(ProjectCommandsTest, WhatStaysSaysWhy) {
 
 TEST_F(ProjectCommandsTest, OnlyFindingsHidesWhatIsInOrder) {
   Start({ModuleOf(u"Main",
-                  u"Private Const FINE = 1\r\nPrivate Const OLD = 1\r\n"
-                  u"Sub Main()\r\n  Debug.Print FINE\r\nEnd Sub")});
+                  u"Private Const FINE = 1\r\nPrivate Const OLD = 1\r\nSub Main()\r\n  Debug.Print "
+                  u"FINE\r\nEnd Sub")});
   InProject([&](declarium::Form& form) {
     EXPECT_EQ(Rows(form).size(), 2U);
     User().Click(form.Get<CheckBox>("Check1"));
-    EXPECT_THAT(Rows(form), ElementsAre(u"[x] OLD – Main, riadok 2 – nepoužíva sa – odstráni sa"));
+    EXPECT_THAT(Rows(form), ElementsAre(u"[x] OLD – Main, riadok 2 – odstráni sa – nepoužíva sa"));
     EXPECT_EQ(form.Get<RichText>("rtbBefore").Text(), u"Private Const OLD = 1");
     User().Click(form.Get<CheckBox>("Check1"));
     EXPECT_EQ(Rows(form).size(), 2U);
@@ -372,7 +398,7 @@ TEST_F(ProjectCommandsTest, AModuleThatCannotBeReadIsNamedAndLessIsCertain) {
   Start({ModuleOf(u"Main", u"Public Const OLD = 1\r\nPrivate Const OWN = 1"), lost});
   InProject([&](declarium::Form& form) {
     EXPECT_THAT(Rows(form), ElementsAre(u"    OLD – Main, riadok 1 – nepoužíva sa",
-                                        u"[x] OWN – Main, riadok 2 – nepoužíva sa – odstráni sa",
+                                        u"[x] OWN – Main, riadok 2 – odstráni sa – nepoužíva sa",
                                         u"    Lost – modul sa nedá prečítať"));
   });
 }

@@ -26,6 +26,7 @@ constexpr int kCodeTop = kProjectSize.height - 2 * kEdge - 26 - kCodeHeight;
 constexpr int kCodeWidth = (kProjectSize.width - 3 * kEdge) / 2;
 constexpr int kFullWidth = kProjectSize.width - 2 * kEdge;
 constexpr int kCodeLabelTop = kCodeTop - 20;
+constexpr int kDetailTop = kCodeLabelTop - kEdge - 34;
 constexpr int kButtonTop = kProjectSize.height - kEdge - 26;
 constexpr int kRightHalf = 2 * kEdge + kCodeWidth;
 
@@ -36,8 +37,11 @@ constexpr ControlDefinition kProjectControls[] = {
      .bounds = {kEdge, kEdge, kFullWidth, 17}},
     {.kind = ControlKind::kListView,
      .name = "LV1",
-     .bounds = {kEdge, 28, kFullWidth, kCodeLabelTop - kEdge - 28},
+     .bounds = {kEdge, 28, kFullWidth, kDetailTop - kEdge - 28},
      .check_boxes = true},
+    {.kind = ControlKind::kLabel,
+     .name = "labDetail",
+     .bounds = {kEdge, kDetailTop, kFullWidth, 34}},
     {.kind = ControlKind::kLabel,
      .name = "labBefore",
      .bounds = {kEdge, kCodeLabelTop, kCodeWidth, 17}},
@@ -152,6 +156,7 @@ class ProjectForm {
     const auto detail = row ? DetailOf(plan_, *row) : ProjectRowDetail();
     before_.PrintFormatText(detail.before);
     after_.PrintFormatText(detail.after);
+    form_->Get<Label>("labDetail").SetCaption(Replace(detail.about, u"&", u"&&"));
     form_->Get<Label>("labBefore").SetCaption(Replace(detail.before_caption, u"&", u"&&"));
     form_->Get<Label>("labAfter").SetCaption(Replace(detail.after_caption, u"&", u"&&"));
   }

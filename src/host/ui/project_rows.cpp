@@ -30,15 +30,15 @@ std::u16string PlaceOf(const ProjectPlan& plan, std::size_t row) {
       .append(CountText(declaration->name_place.line));
 }
 
-// "používa: Main 2, Form1"
-std::u16string UsesText(const ProjectPlan& plan, const AuditedRow& row) {
+// "používa: Main 2, Form1", with so many modules at most.
+std::u16string UsesText(const ProjectPlan& plan, const AuditedRow& row, std::size_t most) {
   if (row.uses.empty()) return std::u16string(texts::kProjectUnused);
   std::map<std::size_t, std::size_t> counts;
   for (const auto& use : row.uses) ++counts[use.module];
   std::u16string text(texts::kProjectUsed);
   std::size_t shown = 0;
   for (const auto& [module, count] : counts) {
-    if (shown == kMostModules) break;
+    if (shown == most) break;
     if (shown++ > 0) text += u", ";
     text += plan.ModuleName(module);
     if (count > 1) text.append(u" ").append(CountText(count));
@@ -55,10 +55,12 @@ std::u16string FindingsText(const ProjectPlan& plan, const AuditedRow& row) {
     if (!text.empty()) text += u"; ";
     text += part;
   };
-  bool differs = !row.library_form.empty();
+  bool says_that_it_differs = false;
   for (const auto& found : row.findings) {
     const auto rule = found.finding.rule;
     if (rule == check::RuleId::kDeclaredTwice) {
+      // What becomes of it says so.
+      if (row.fate.does == RowDoes::kGoesForAnother) continue;
       add(texts::kProjectAlike);
       text += PlaceOf(plan, found.other);
       const bool is_public = row.row.is_public || plan.Rows()[found.other].row.is_public;
@@ -67,11 +69,11 @@ std::u16string FindingsText(const ProjectPlan& plan, const AuditedRow& row) {
       add(texts::kProjectDifferently);
       text += PlaceOf(plan, found.other);
     } else if (rule != check::RuleId::kUnused) {
-      differs = differs || !found.library_form.empty();
+      says_that_it_differs = true;
       add(check::RuleOf(rule).window.title);
     }
   }
-  if (differs) add(texts::kProjectLibraryDiffers);
+  if (!says_that_it_differs && !row.library_form.empty()) add(texts::kProjectLibraryDiffers);
   return text;
 }
 
@@ -173,7 +175,7 @@ std::u16string ProjectRow(const ProjectPlan& plan, std::size_t row) {
   std::u16string text(audited.row.declaration->name);
   text.append(kBetween).append(PlaceOf(plan, row));
   for (const auto& part :
-       {UsesText(plan, audited), FindingsText(plan, audited), ActionText(plan, row)})
+       {ActionText(plan, row), UsesText(plan, audited, kMostModules), FindingsText(plan, audited)})
     if (!part.empty()) text.append(kBetween).append(part);
   return text;
 }
@@ -206,6 +208,9 @@ bool IsProjectFinding(const ProjectPlan& plan, std::size_t row) {
 ProjectRowDetail DetailOf(const ProjectPlan& plan, std::size_t row) {
   ProjectRowDetail detail;
   const auto& audited = plan.Rows()[row];
+  const auto findings = FindingsText(plan, audited);
+  detail.about = UsesText(plan, audited, audited.uses.size());
+  if (!findings.empty()) detail.about.append(kBetween).append(findings);
   detail.before_caption = std::u16string(texts::kPlanSourceFound) + u" " + PlaceOf(plan, row);
   detail.before = TextOf(plan, row);
   ShowAfter(plan, audited, detail);

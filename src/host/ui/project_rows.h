@@ -9,7 +9,7 @@
 
 namespace declarium {
 
-// "MAX_PATH – Module1, riadok 3 – používa: Main 2, Form1 – inak v databáze – zostane: ..."
+// "MAX_PATH – Module1, riadok 3 – zostane: ... – používa: Main 2, Form1 – inak v databáze"
 [[nodiscard]] std::u16string ProjectRow(const ProjectPlan& plan, std::size_t row);
 
 // The icon of the row's kind; an enumeration has none.
@@ -23,6 +23,7 @@ namespace declarium {
 
 // What stands there now and what comes for it, with captions. An empty text shows nothing.
 struct ProjectRowDetail {
+  std::u16string about;  // all users and all that was found
   std::u16string before_caption;
   std::u16string before;
   std::u16string after_caption;
