@@ -102,8 +102,9 @@ class Meant {
   void ForEach(const Use& use, const Take& take) const {
     const auto module = use.qualifier.value_or(use.module);
     const auto& rows = uses_.rows_of_[use.name];
+    const auto module_of = [this](std::size_t row) { return uses_.rows_[row].module; };
     bool has_own = false;
-    for (auto own = std::ranges::lower_bound(rows, module, {}, ModuleOf());
+    for (auto own = std::ranges::lower_bound(rows, module, {}, module_of);
          own != rows.end() && uses_.rows_[*own].module == module; ++own) {
       if (!rest_.is_there[*own]) continue;
       // A branch of #If may be left out, and then another one is meant.
@@ -116,10 +117,6 @@ class Meant {
   }
 
  private:
-  [[nodiscard]] auto ModuleOf() const {
-    return [this](std::size_t row) { return uses_.rows_[row].module; };
-  }
-
   const Uses& uses_;
   const Rest& rest_;
   std::vector<std::vector<std::size_t>> public_rows_;  // by name, those that are there

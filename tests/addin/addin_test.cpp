@@ -208,8 +208,8 @@ TEST_F(AddInTest, AModuleThatChangesWhileThePlanIsShownIsLeftAlone) {
 TEST_F(AddInTest, CleansTheProjectUpModuleByModule) {
   IdeProcess ide;
   OpenModule(ide,
-             "Private Const N = 1\\nPrivate Const OLD = 2\\nSub X()\\n  Debug.Print N\\nEnd Sub");
-  const std::string code = "Sub Y()\\n  Debug.Print N\\nEnd Sub";
+             "Private Const N = 1\\nPrivate Const OLD = 2\\nSub X()\\n Debug.Print N\\nEnd Sub");
+  const std::string code = "Sub Y()\\n Debug.Print N\\nEnd Sub";
   ASSERT_EQ(ide.Tell("component Project1 Module2 1"), "ok");
   ASSERT_EQ(ide.Tell("text Module2 Private Const N = 1\\n" + code), "ok");
   Connect(ide);
@@ -223,7 +223,7 @@ TEST_F(AddInTest, CleansTheProjectUpModuleByModule) {
   EXPECT_TRUE(Eventually([&] { return ide.Tell("lines Module2") == "ok " + code; }))
       << ide.Tell("lines Module2");
   EXPECT_EQ(ide.Tell("lines Module1"),
-            "ok Public Const N = 1\\nSub X()\\n  Debug.Print N\\nEnd Sub");
+            "ok Public Const N = 1\\nSub X()\\n Debug.Print N\\nEnd Sub");
   window_driver::PressButton(window_driver::FindControl(form, "Command2"));
   window_driver::WaitFor("the window's end", [&] { return !Program().FindForm("frmProject"); });
   Disconnect(ide);

@@ -24,11 +24,10 @@ TEST(ModulesInOrder, AreThoseWithEdits) {
 
 TEST(ModulesInOrder, WhatStandsForOthersComesBeforeTheyGo) {
   // The only standard module is the last.
-  EXPECT_THAT(
-      OrderOf({{"A", std::string("Private Const N = 1\r\n") + kUse, vb::ModuleKind::kClass},
-               {"B", std::string("Private Const N = 1\r\n") + kUse, vb::ModuleKind::kForm},
-               {"C", std::string("Private Const N = 1\r\n") + kUse}}),
-      ElementsAre(2U, 0U, 1U));
+  EXPECT_THAT(OrderOf({{"A", std::string("Private Const N = 1\r\n") + kUse, vb::ModuleKind::kClass},
+                       {"B", std::string("Private Const N = 1\r\n") + kUse, vb::ModuleKind::kForm},
+                       {"C", std::string("Private Const N = 1\r\n") + kUse}}),
+              ElementsAre(2U, 0U, 1U));
 }
 
 TEST(ModulesInOrder, WhoUsesSomethingGoesBeforeIt) {
