@@ -206,7 +206,9 @@ class AddInJob {
     const HWND form = program_->Form("frmProject");
     Say("Chose Projekt..., which shows every declaration of the project");
     // To the constant that the library has otherwise.
-    for (int row = 0; row < 7; ++row) PressKey(FindControl(form, "LV1"), VK_DOWN);
+    const HWND list = FindControl(form, "LV1");
+    PressKey(list, VK_END);
+    for (int row = 0; row < 3; ++row) PressKey(list, VK_UP);
     WaitFor("the row", [&] { return TextOf(FindControl(form, "labAfter")).starts_with(u"Zmení"); });
     TakePicture("project", form);
     PressButton(FindControl(form, "Command1"));
