@@ -6,7 +6,6 @@
 #include <random>
 
 #include "app/window_fixture.h"
-#include "shell/settings.h"
 #include "support/faulty_files.h"
 #include "support/kept_versions.h"
 #include "text/text.h"
@@ -254,16 +253,18 @@ TEST_F(ListCommandsTest, TheTargetIsSavedAndOfferedAgain) {
   EXPECT_THAT(Messages(), IsEmpty()) << "declarations are written for it already";
   Clear();
   OpenList("#target vba7-only\r\nBeep\r\n", {Answer::kNo});
-  EXPECT_EQ(ReadTarget(*store_), vb::Audience::kVb6);
   EXPECT_FALSE(BasketText().contains(u"PtrSafe"));
   Clear();
   OpenList("#target vba7-only\r\nBeep\r\n", {Answer::kYes});
-  EXPECT_EQ(ReadTarget(*store_), vb::Audience::kVba7Only);
   EXPECT_TRUE(BasketText().contains(u"PtrSafe"));
   EXPECT_THAT(Messages(), ElementsAre(OpensWith(texts::kAskListTargetBefore),
                                       OpensWith(texts::kAskListTargetBefore)));
   Save();
   EXPECT_EQ(ReadFile("a.list"), "#library win.api\r\n#target vba7-only\r\ndeclare:Beep\r\n");
+  Reopen();
+  User().ChooseRow(Form().cmbDatabase, 0);
+  OpenList("Beep\r\n");
+  EXPECT_TRUE(BasketText().contains(u"PtrSafe")) << "the answer is remembered";
 }
 
 }  // namespace
