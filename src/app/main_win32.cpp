@@ -112,12 +112,13 @@ int Run() {
     case ServerTask::kServe:
       return Serve(switches.log);
     case ServerTask::kRegister:
+    case ServerTask::kRegisterVba:
     case ServerTask::kUnregister:
     case ServerTask::kDoctor:
     case ServerTask::kHelp:
       break;
   }
-  return com::RunServerTask(switches, kDeclariumServer);
+  return com::RunServerTask(switches, kDeclariumServer, &kVbaAddIn);
 }
 
 }  // namespace

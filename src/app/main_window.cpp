@@ -202,6 +202,15 @@ bool MainWindow::GoTo(Kind kind, std::u16string_view name) {
 void MainWindow::ShowOptions() {
   auto target = writer_.Target();
   ShowOptionsDialog(toolkit_, form_.frmMain.get(), store_, colors_, target);
+  TakeTarget(target);
+}
+
+void MainWindow::HostChanged() {
+  CodeModuleChanged();
+  if (IsLoaded()) TakeTarget(ReadTarget(store_, options_.host.target()));
+}
+
+void MainWindow::TakeTarget(vb::Audience target) {
   if (target == writer_.Target()) return;
   SetTarget(target);
   item_display_.ShowCodeAgain();
@@ -258,7 +267,7 @@ bool MainWindow::Unload() {
 
 void MainWindow::Form_Load() {
   colors_ = ReadColors(store_);
-  SetTarget(ReadTarget(store_));
+  SetTarget(ReadTarget(store_, options_.host.target()));
   const auto settings = ReadWindowSettings(store_);
   if (settings.size_saved) {
     const auto& edges = settings.edges;

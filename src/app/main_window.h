@@ -47,6 +47,8 @@ struct HostLink {
   // The connection to the host; null without one.
   std::function<std::shared_ptr<HostConnection>()> connection = [] { return nullptr; };
   std::function<void()> check_code_module = [] {};  // every 100 ms while the window is in use
+  // Whose declarations the host takes, unless the user chose others.
+  std::function<vb::Audience()> target = [] { return vb::Audience::kVb6; };
   std::function<void()> hidden = [] {};             // closing has hidden or unloaded the window
 };
 
@@ -80,6 +82,8 @@ class MainWindow {
   bool KeepUnsaved() { return commands_.KeepUnsaved(); }
   // The host's active code module has come, gone or changed.
   void CodeModuleChanged();
+  // The window works in another host: declarations are written for that one, unless the user chose.
+  void HostChanged();
 
   [[nodiscard]] MainForm& Controls() noexcept { return form_; }
 
@@ -93,6 +97,8 @@ class MainWindow {
   void WireLists();
   void WriteSettings();
   void ShowOptions();
+  // As SetTarget, and shows the selected item so.
+  void TakeTarget(vb::Audience target);
   // Writes declarations for this target from now on.
   void SetTarget(vb::Audience target);
   // Asks whether to do so, and remembers it.

@@ -64,7 +64,7 @@ void ProgramWindows::ShowMainWindow(HostConnection& connection) {
 
 void ProgramWindows::Show() {
   if (!hold_) hold_ = make_hold_();
-  window_->CodeModuleChanged();
+  window_->HostChanged();
   window_->ShowMainWindow();
 }
 
@@ -72,7 +72,7 @@ void ProgramWindows::ForgetConnection(HostConnection& connection, HostConnection
   CloseBoxes(connection);
   if (connection_ != &connection) return;
   connection_ = successor;
-  if (window_) window_->CodeModuleChanged();
+  if (window_) window_->HostChanged();
 }
 
 bool ProgramWindows::MayStay() {
@@ -129,6 +129,11 @@ HostLink ProgramWindows::LinkToHost() {
           .check_code_module =
               [this] {
                 CallHost([](HostConnection& connection) { connection.CheckActiveCodeModule(); });
+              },
+          .target =
+              [this] {
+                const auto application = connection_ ? connection_->Application() : nullptr;
+                return application ? application->Target() : vb::Audience::kVb6;
               },
           .hidden = [this] { hold_.reset(); }};
 }

@@ -41,9 +41,12 @@ void ActiveCodeModule::Refresh() {
 
 void ActiveCodeModule::Check() {
   // A slow host must not be asked again from within the call that it has not answered yet.
-  const auto module = module_;
-  if (!module || checking_) return;
+  const auto application = application_;
+  if (!application || checking_) return;
   const HeldFlag checking(checking_);
+  if (application->HasMovedSelection()) return Refresh();
+  const auto module = module_;
+  if (!module) return;
   [[maybe_unused]] const auto lines = module->CountOfLines(BusyHost::kGiveUp);
 }
 

@@ -67,6 +67,12 @@ void HostConnection::Connect() {
   windows_.ShowFailure(*this, text);
 }
 
+bool HostConnection::ConnectWithoutControls() {
+  if (!windows_.LoadMainWindow(*this)) return false;
+  active_->Follow();
+  return true;
+}
+
 void HostConnection::FindMainWindow() {
   main_window_ = application_->MainWindow().value_or(0);
 }
@@ -142,8 +148,7 @@ HostResult<> HostConnection::BindClicks() {
   return {};
 }
 
-void HostConnection::ButtonClicked() {
-  // The host waits until the handler returns, so the window is shown afterwards.
+void HostConnection::ShowMainWindowLater() {
   post_([weak = weak_from_this()] {
     if (const auto self = weak.lock()) self->ShowMainWindow();
   });

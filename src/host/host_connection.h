@@ -36,12 +36,20 @@ class HostConnection : public std::enable_shared_from_this<HostConnection> {
   // clipboard that cannot be had: the control then shows its caption.
   void Connect();
 
+  // As Connect for a host with controls of its own: only loads the main window and follows the
+  // active code module. False when the window cannot be loaded, which the host's add-in tells.
+  [[nodiscard]] bool ConnectWithoutControls();
+
   // Removes the controls and ends all events. Returns false when a step failed, which has been
   // shown then. Calling it again does nothing.
   bool Disconnect();
 
   // Ends all events without touching the controls: the host died and takes no calls.
   void Abandon();
+
+  // Shows the main window when the current call of the host has returned, since the host waits for
+  // it.
+  void ShowMainWindowLater();
 
   // Shows the main window, bound to this host.
   void ShowMainWindow();
@@ -98,7 +106,7 @@ class HostConnection : public std::enable_shared_from_this<HostConnection> {
   void GiveClipboardUp(bool restore);
   [[nodiscard]] HostResult<> BindClicks();
   // The toolbar button's click; the menu entry's forwards to it.
-  void ButtonClicked();
+  void ButtonClicked() { ShowMainWindowLater(); }
   void MenuClicked() { ButtonClicked(); }
 
   std::shared_ptr<HostApplication> application_;  // null when disconnected

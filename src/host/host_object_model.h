@@ -12,6 +12,7 @@
 #include <string_view>
 
 #include "host/busy_host.h"
+#include "vb/audience.h"
 #include "vb/module.h"
 
 namespace declarium {
@@ -27,6 +28,12 @@ struct HostError {
 
 // Whether the failure says that the host's process is no longer there to answer.
 [[nodiscard]] bool IsHostGone(const HostError& error) noexcept;
+
+// What the add-in in a VBA editor refuses, before the editor is asked.
+inline constexpr auto kProjectIsLocked = static_cast<std::int32_t>(0x80040201);
+inline constexpr auto kProgramRuns = static_cast<std::int32_t>(0x80040202);
+// A line that the editor would cut.
+inline constexpr auto kLineTooLong = static_cast<std::int32_t>(0x80040203);
 
 // DISP_E_TYPEMISMATCH: the host answered with something else than was asked for.
 inline constexpr std::int32_t kWrongAnswer = static_cast<std::int32_t>(0x80020005);
@@ -132,7 +139,8 @@ class HostApplication {
  public:
   virtual ~HostApplication() = default;
 
-  // Adds a button at the end of the command bar `bar`.
+  // Adds a button at the end of the command bar `bar`. An editor refuses: its own add-in has the
+  // controls there.
   [[nodiscard]] virtual HostResult<std::unique_ptr<CommandBarControl>> AddControl(
       std::u16string_view bar) = 0;
 
@@ -148,6 +156,13 @@ class HostApplication {
   // The module of the selected component, or of the active code pane when no component is selected;
   // null when there is neither.
   [[nodiscard]] virtual HostResult<std::unique_ptr<CodeModule>> ActiveModule() = 0;
+
+  // For a host that does not say when another component is selected, on each turn of a timer:
+  // whether it is to be asked again. The others are not called.
+  [[nodiscard]] virtual bool HasMovedSelection() = 0;
+
+  // Whose declarations it takes, unless the user chose others.
+  [[nodiscard]] virtual vb::Audience Target() const noexcept = 0;
 
   // Null when no project is open.
   [[nodiscard]] virtual HostResult<std::unique_ptr<HostProject>> ActiveProject() = 0;

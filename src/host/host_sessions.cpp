@@ -16,14 +16,28 @@ std::shared_ptr<HostConnection> HostSessions::Begin(std::unique_ptr<HostApplicat
   return connection;
 }
 
-void HostSessions::Connect(HostConnection& connection) {
+bool HostSessions::Connecting(HostConnection& connection, const std::function<bool()>& connect) {
   const auto kept = connection.shared_from_this();
+  bool connected = false;
   try {
-    connection.Connect();
+    connected = connect();
   } catch (...) {
     Disconnect(connection);
     throw;
   }
+  if (!connected) Disconnect(connection);
+  return connected;
+}
+
+void HostSessions::Connect(HostConnection& connection) {
+  Connecting(connection, [&] {
+    connection.Connect();
+    return true;
+  });
+}
+
+bool HostSessions::ConnectWithoutControls(HostConnection& connection) {
+  return Connecting(connection, [&] { return connection.ConnectWithoutControls(); });
 }
 
 void HostSessions::Disconnect(HostConnection& connection) {

@@ -2,6 +2,7 @@
 // main window passes from host to host.
 #pragma once
 
+#include <functional>
 #include <list>
 #include <memory>
 
@@ -20,6 +21,10 @@ class HostSessions {
   // Connects it; when that throws, it is disconnected.
   void Connect(HostConnection& connection);
 
+  // As Connect for a host with controls of its own. False when it could not be connected, and is
+  // disconnected.
+  [[nodiscard]] bool ConnectWithoutControls(HostConnection& connection);
+
   // The host of `connection`, which may still be connecting, is gone: its boxes close.
   void CloseBoxes(HostConnection& connection) { windows_.CloseBoxes(connection); }
 
@@ -34,6 +39,8 @@ class HostSessions {
   [[nodiscard]] bool IsEmpty() const noexcept { return connections_.empty(); }
 
  private:
+  // Runs `connect`; when that answers false or throws, the connection is disconnected.
+  bool Connecting(HostConnection& connection, const std::function<bool()>& connect);
   void Forget(HostConnection& connection);
   void TellOfOthers();
   void UnloadIfUnused();

@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "host/registry_writer.h"
+
 namespace declarium {
 namespace {
 
@@ -15,28 +17,7 @@ std::u16string Joined(std::u16string_view a, std::u16string_view b) {
   return std::u16string(a).append(b);
 }
 
-// Writes values until one fails and keeps that failure.
-class Writer {
- public:
-  explicit Writer(Registry& registry) : registry_(registry) {}
-  void Write(RegistryRoot root, std::u16string_view key, std::u16string_view name,
-             const RegistryValue& value) {
-    if (result_) result_ = registry_.Write(root, key, name, value);
-  }
-  // Leaves a number that is there already.
-  void WriteNumberOnce(RegistryRoot root, std::u16string_view key, std::u16string_view name,
-                       std::uint32_t number) {
-    const auto value = registry_.Read(root, key, name);
-    if (!value || !NumberOf(*value)) Write(root, key, name, NumberValue(number));
-  }
-  [[nodiscard]] std::expected<void, RegistryError> Result() const { return result_; }
-
- private:
-  Registry& registry_;
-  std::expected<void, RegistryError> result_;
-};
-
-void WriteClass(Writer& writer, const ServerIdentity& server, std::u16string_view program,
+void WriteClass(RegistryWriter& writer, const ServerIdentity& server, std::u16string_view program,
                 RegistryRoot root, ServerLog log) {
   const auto class_id = TextValue(server.class_id);
   const auto description = TextValue(server.description);
@@ -50,7 +31,7 @@ void WriteClass(Writer& writer, const ServerIdentity& server, std::u16string_vie
   writer.Write(root, LocalServerKey(server), u"ServerExecutable", TextValue(program));
 }
 
-void WriteAddIn(Writer& writer, const ServerIdentity& server) {
+void WriteAddIn(RegistryWriter& writer, const ServerIdentity& server) {
   const auto root = RegistryRoot::kCurrentUser;
   const auto key = AddInKey(server);
   writer.Write(root, key, u"FriendlyName", TextValue(server.friendly_name));
@@ -81,9 +62,17 @@ std::u16string AddInKey(const ServerIdentity& server) {
 std::expected<void, RegistryError> RegisterServer(Registry& registry, const ServerIdentity& server,
                                                   std::u16string_view program,
                                                   RegistrationScope scope, ServerLog log) {
-  Writer writer(registry);
+  RegistryWriter writer(registry);
   WriteClass(writer, server, program, ClassesRoot(scope), log);
   WriteAddIn(writer, server);
+  return writer.Result();
+}
+
+std::expected<void, RegistryError> RegisterServerClass(Registry& registry,
+                                                       const ServerIdentity& server,
+                                                       std::u16string_view program, ServerLog log) {
+  RegistryWriter writer(registry);
+  WriteClass(writer, server, program, RegistryRoot::kCurrentUser, log);
   return writer.Result();
 }
 

@@ -32,6 +32,14 @@ inline constexpr ServerIdentity kDeclariumServer = {
     u"Libraries of external declarations: Declare, Const and Type",
 };
 
+// The add-in in a VBA editor: a DLL in the editor's process, which starts the server.
+inline constexpr ServerIdentity kVbaAddIn = {
+    u"{2021681C-F335-4390-B8E0-53F2A23E0CCB}",
+    u"Declarium.Vba",
+    u"Declarium",
+    u"Libraries of external declarations: Declare, Const and Type",
+};
+
 // The bit of LoadBehavior that loads the add-in when the host starts.
 inline constexpr std::uint32_t kLoadAtStartup = 1;
 
@@ -57,6 +65,11 @@ enum class ServerLog { kOff, kOn };
                                                                 std::u16string_view program,
                                                                 RegistrationScope scope,
                                                                 ServerLog log = ServerLog::kOff);
+
+// As RegisterServer for the user, without the host's list: a class that other programs start.
+[[nodiscard]] std::expected<void, RegistryError> RegisterServerClass(
+    Registry& registry, const ServerIdentity& server, std::u16string_view program,
+    ServerLog log = ServerLog::kOff);
 
 // Removes everything RegisterServer wrote, also keys above that it had to create and that are empty
 // now. Goes on after a failure and returns the first one.

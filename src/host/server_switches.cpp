@@ -14,11 +14,13 @@ void SetTask(ServerSwitches& switches) {
   switches.scope = scope;
 }
 
-constexpr std::array<ServerSwitch, 10> kSwitches = {{
+constexpr std::array<ServerSwitch, 11> kSwitches = {{
     {u"RegServer", u"registers the add-in for the current user", SetTask<ServerTask::kRegister>},
     {u"RegServer:machine", u"registers it for every user; needs an administrator",
      SetTask<ServerTask::kRegister, RegistrationScope::kMachine>},
-    {u"UnregServer", u"removes the registration of the current user",
+    {u"RegServer:vba", u"registers the add-in of the VBA editors for the current user",
+     SetTask<ServerTask::kRegisterVba>},
+    {u"UnregServer", u"removes every registration of the current user",
      SetTask<ServerTask::kUnregister>},
     {u"UnregServer:machine", u"removes the registration of every user; needs an administrator",
      SetTask<ServerTask::kUnregister, RegistrationScope::kMachine>},

@@ -84,8 +84,8 @@ void WriteColors(SettingsStore& store, const DisplayColors& colors) {
   WriteColor(store, setting::kNormalColor, colors.normal);
 }
 
-vb::Audience ReadTarget(const SettingsStore& store) {
-  return vb::FindAudience(ReadSetting(store, setting::kTarget)).value_or(vb::Audience::kVb6);
+vb::Audience ReadTarget(const SettingsStore& store, vb::Audience otherwise) {
+  return vb::FindAudience(ReadSetting(store, setting::kTarget)).value_or(otherwise);
 }
 
 void WriteTarget(SettingsStore& store, vb::Audience target) {

@@ -75,7 +75,7 @@ inline constexpr IntegerSetting kLastDatabaseIndex{u"LastDatabaseIndex", 0, -1,
                                                    std::numeric_limits<std::int32_t>::max()};
 inline constexpr TextSetting kLastDatabaseName{u"LastDatabaseName", u""};
 // For whom declarations are written, by name.
-inline constexpr TextSetting kTarget{u"Target", u"vb6"};
+inline constexpr TextSetting kTarget{u"Target", u""};
 // The ten check boxes of the search dialog, a digit each.
 inline constexpr TextSetting kFindCheckBox{u"FindCheckBox", u"1110111011"};
 
@@ -90,8 +90,9 @@ void WriteSetting(SettingsStore& store, const TextSetting& setting, std::u16stri
 [[nodiscard]] DisplayColors ReadColors(const SettingsStore& store);
 void WriteColors(SettingsStore& store, const DisplayColors& colors);
 
-// VB6 for a name that is none.
-[[nodiscard]] vb::Audience ReadTarget(const SettingsStore& store);
+// `otherwise` when the user has chosen none.
+[[nodiscard]] vb::Audience ReadTarget(const SettingsStore& store,
+                                      vb::Audience otherwise = vb::Audience::kVb6);
 void WriteTarget(SettingsStore& store, vb::Audience target);
 
 // What the main window keeps from one run to the next.

@@ -172,6 +172,12 @@ inline constexpr std::u16string_view kTextRefused = u"Prostredie neprijalo text.
 inline constexpr std::u16string_view kHostIsBusy =
     u"Má otvorené dialógové okno alebo v ňom beží program; ukončite ho a skúste to znova.";
 inline constexpr std::u16string_view kHostIsGone = u"Už nebeží.";
+inline constexpr std::u16string_view kProjectIsLocked =
+    u"Projekt je zamknutý; odomknite ho jeho heslom a skúste to znova.";
+inline constexpr std::u16string_view kProgramRuns =
+    u"Program v editore beží alebo je prerušený; zastavte ho a skúste to znova.";
+inline constexpr std::u16string_view kLineTooLong =
+    u"Niektorý riadok je dlhší než 1022 znakov a editor by ho odrezal.";
 inline constexpr std::u16string_view kErrorBefore = u"(Chyba ";
 inline constexpr std::u16string_view kErrorBehind = u".)";
 inline constexpr std::u16string_view kBasketStays = u"Výber zostáva, ako bol.";
@@ -406,6 +412,10 @@ inline constexpr std::u16string_view kCheckGone = u"Táto položka už v otvoren
 // Registration, when there is no console
 inline constexpr std::u16string_view kRegistered =
     u"Doplnok je zaregistrovaný. Prostredie ho načíta pri svojom najbližšom spustení.";
+inline constexpr std::u16string_view kRegisteredForVba =
+    u"Doplnok editorov VBA je zaregistrovaný. Editor ho načíta pri svojom najbližšom spustení.";
+inline constexpr std::u16string_view kNoVbaDlls =
+    u"Vedľa programu Declarium.exe nie je DeclariumVba32.dll ani DeclariumVba64.dll.";
 inline constexpr std::u16string_view kUnregistered = u"Registrácia doplnku je zrušená.";
 inline constexpr std::u16string_view kRegistryRefused = u"Register systému sa nedal zmeniť:";
 
@@ -427,6 +437,13 @@ inline constexpr std::array<std::u16string_view, 7> kConnectionSteps = {
     u"Kliknutia na tlačidlo a položku sa nepripojili.",
     u"Obsah schránky sa nevrátil.",
 };
+
+// The button in a VBA editor
+inline constexpr std::u16string_view kProgramNotShown =
+    u"Declarium sa nedá otvoriť. V editore sa nič nezmenilo.";
+inline constexpr std::u16string_view kProgramNotInstalled =
+    u"Program Declarium.exe nie je zaregistrovaný alebo chýba; nainštalujte ho znova, alebo "
+    u"spustite Declarium.exe /RegServer:vba.";
 
 // Splash window
 inline constexpr std::u16string_view kSplashLine = u"Knižnica deklarácií pre Visual Basic 6.0";

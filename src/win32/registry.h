@@ -44,12 +44,15 @@ class Registry {
   [[nodiscard]] virtual std::expected<void, RegistryError> Write(RegistryRoot root,
                                                                  std::u16string_view key,
                                                                  std::u16string_view name,
-                                                                 const RegistryValue& value) = 0;
+                                                                 const RegistryValue& value,
+                                                                 RegistryView view =
+                                                                     RegistryView::kOwn) = 0;
   // Removes the key and everything below it; an absent key is fine.
-  [[nodiscard]] virtual std::expected<void, RegistryError> DeleteTree(RegistryRoot root,
-                                                                      std::u16string_view key) = 0;
+  [[nodiscard]] virtual std::expected<void, RegistryError> DeleteTree(
+      RegistryRoot root, std::u16string_view key, RegistryView view = RegistryView::kOwn) = 0;
   // Removes the key when it holds neither values nor keys.
-  virtual void DeleteIfEmpty(RegistryRoot root, std::u16string_view key) = 0;
+  virtual void DeleteIfEmpty(RegistryRoot root, std::u16string_view key,
+                             RegistryView view = RegistryView::kOwn) = 0;
 };
 
 }  // namespace declarium

@@ -41,9 +41,27 @@ UniqueRegistryKey Open(RegistryRoot root, std::u16string_view key, REGSAM access
   return UniqueRegistryKey(status == ERROR_SUCCESS ? opened : nullptr);
 }
 
-LSTATUS Create(RegistryRoot root, std::u16string_view key, UniqueRegistryKey& created) {
-  return RegCreateKeyExW(RootKey(root), WideString(key).c_str(), 0, nullptr, 0, KEY_SET_VALUE,
-                         nullptr, created.Receive(), nullptr);
+LSTATUS Create(RegistryRoot root, std::u16string_view key, RegistryView view,
+               UniqueRegistryKey& created) {
+  return RegCreateKeyExW(RootKey(root), WideString(key).c_str(), 0, nullptr, 0,
+                         KEY_SET_VALUE | ViewFlag(view), nullptr, created.Receive(), nullptr);
+}
+
+LSTATUS DeleteKey(RegistryRoot root, std::u16string_view key, RegistryView view) {
+  const std::wstring name = WideString(key);
+  if (view == RegistryView::kOwn) return RegDeleteKeyW(RootKey(root), name.c_str());
+  return RegDeleteKeyExW(RootKey(root), name.c_str(), ViewFlag(view), 0);
+}
+
+// With everything below it.
+LSTATUS DeleteTreeIn(RegistryRoot root, std::u16string_view key, RegistryView view) {
+  constexpr REGSAM kAll = DELETE | KEY_ENUMERATE_SUB_KEYS | KEY_QUERY_VALUE | KEY_SET_VALUE;
+  UniqueRegistryKey opened;
+  LSTATUS status = RegOpenKeyExW(RootKey(root), WideString(key).c_str(), 0, kAll | ViewFlag(view),
+                                 opened.Receive());
+  if (status == ERROR_SUCCESS) status = RegDeleteTreeW(opened.Get(), nullptr);
+  opened.Reset();
+  return status == ERROR_SUCCESS ? DeleteKey(root, key, view) : status;
 }
 
 std::expected<void, RegistryError> Outcome(RegistryRoot root, std::u16string_view key,
@@ -109,14 +127,15 @@ std::u16string SystemRegistry::Expand(std::u16string_view text) const {
 std::expected<void, RegistryError> SystemRegistry::CreateKey(RegistryRoot root,
                                                              std::u16string_view key) {
   UniqueRegistryKey created;
-  return Outcome(root, key, Create(root, key, created));
+  return Outcome(root, key, Create(root, key, RegistryView::kOwn, created));
 }
 
 std::expected<void, RegistryError> SystemRegistry::Write(RegistryRoot root, std::u16string_view key,
                                                          std::u16string_view name,
-                                                         const RegistryValue& value) {
+                                                         const RegistryValue& value,
+                                                         RegistryView view) {
   UniqueRegistryKey created;
-  LSTATUS status = Create(root, key, created);
+  LSTATUS status = Create(root, key, view, created);
   if (status == ERROR_SUCCESS) {
     status = RegSetValueExW(created.Get(), WideString(name).c_str(), 0, value.type,
                             reinterpret_cast<const BYTE*>(value.bytes.data()),
@@ -126,21 +145,22 @@ std::expected<void, RegistryError> SystemRegistry::Write(RegistryRoot root, std:
 }
 
 std::expected<void, RegistryError> SystemRegistry::DeleteTree(RegistryRoot root,
-                                                              std::u16string_view key) {
-  const LSTATUS status = RegDeleteTreeW(RootKey(root), WideString(key).c_str());
+                                                              std::u16string_view key,
+                                                              RegistryView view) {
+  const LSTATUS status = DeleteTreeIn(root, key, view);
   return Outcome(root, key, status == ERROR_FILE_NOT_FOUND ? ERROR_SUCCESS : status);
 }
 
-void SystemRegistry::DeleteIfEmpty(RegistryRoot root, std::u16string_view key) {
+void SystemRegistry::DeleteIfEmpty(RegistryRoot root, std::u16string_view key, RegistryView view) {
   DWORD keys = 1;
   DWORD values = 1;
-  auto opened = Open(root, key, KEY_QUERY_VALUE);
+  auto opened = Open(root, key, KEY_QUERY_VALUE | ViewFlag(view));
   if (!opened || RegQueryInfoKeyW(opened.Get(), nullptr, nullptr, nullptr, &keys, nullptr, nullptr,
                                   &values, nullptr, nullptr, nullptr, nullptr) != ERROR_SUCCESS) {
     return;
   }
   opened.Reset();
-  if (keys == 0 && values == 0) RegDeleteKeyW(RootKey(root), WideString(key).c_str());
+  if (keys == 0 && values == 0) DeleteKey(root, key, view);
 }
 
 }  // namespace declarium::win32

@@ -279,6 +279,8 @@ struct FakeHostState {
     project->modules = std::move(modules);
   }
   std::uintptr_t main_window = 4711;
+  bool selection_moved = false;  // once, without an event
+  vb::Audience target = vb::Audience::kVb6;
 
   std::unique_ptr<CodeModule> Module(const std::shared_ptr<FakeModule>& module) {
     if (!module) return nullptr;
@@ -318,6 +320,8 @@ class FakeApplication final : public HostApplication {
     }
     return state_.Module(state_.selected);
   }
+  bool HasMovedSelection() override { return std::exchange(state_.selection_moved, false); }
+  vb::Audience Target() const noexcept override { return state_.target; }
   HostResult<std::unique_ptr<HostProject>> ActiveProject() override {
     if (auto entered = state_.record.Enter("ActiveProject"); !entered) {
       return std::unexpected(entered.error());

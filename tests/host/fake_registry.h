@@ -59,25 +59,31 @@ class FakeRegistry final : public Registry {
   }
   std::expected<void, RegistryError> Write(RegistryRoot root, std::u16string_view key,
                                            std::u16string_view name,
-                                           const RegistryValue& value) override {
+                                           const RegistryValue& value,
+                                           RegistryView view = RegistryView::kOwn) override {
     if (root == read_only_root) return std::unexpected(RegistryError{root, std::u16string(key), 5});
-    values[KeyName(root, key) + u"|" + std::u16string(name)] = value;
+    In(view)[KeyName(root, key) + u"|" + std::u16string(name)] = value;
     return {};
   }
-  std::expected<void, RegistryError> DeleteTree(RegistryRoot root,
-                                                std::u16string_view key) override {
-    std::erase_if(values, [&](const auto& value) { return IsIn(value.first, KeyName(root, key)); });
+  std::expected<void, RegistryError> DeleteTree(RegistryRoot root, std::u16string_view key,
+                                                RegistryView view = RegistryView::kOwn) override {
+    std::erase_if(In(view), [&](const auto& value) { return IsIn(value.first, KeyName(root, key)); });
     return {};
   }
-  void DeleteIfEmpty(RegistryRoot root, std::u16string_view key) override {
+  void DeleteIfEmpty(RegistryRoot root, std::u16string_view key,
+                     RegistryView view = RegistryView::kOwn) override {
     const auto name = KeyName(root, key);
-    for (const auto& value : values) {
+    for (const auto& value : In(view)) {
       if (IsIn(value.first, name)) return;
     }
     emptied.push_back(name);
   }
 
  private:
+  // What is written to the 64-bit view is in that one alone.
+  std::map<std::u16string, RegistryValue>& In(RegistryView view) {
+    return view == RegistryView::k64Bit ? wide_values : values;
+  }
   static std::u16string KeyName(RegistryRoot root, std::u16string_view key) {
     const char16_t* names[] = {u"HKCU\\", u"HKLM\\", u"HKU\\"};
     return names[static_cast<int>(root)] + std::u16string(key);

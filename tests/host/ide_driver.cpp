@@ -77,10 +77,11 @@ bool Eventually(const std::function<bool()>& condition) {
   return true;
 }
 
-IdeProcess::IdeProcess() {
+IdeProcess::IdeProcess(Face face) {
   Pipe input(&Pipe::write);
   Pipe output(&Pipe::read);
-  process_ = Start(L"\"" + Beside(L"../vbhost/vbhost.exe").wstring() + L"\"", input.read.Get(),
+  const auto* const arguments = face == Face::kVbaEditor ? L"\" vba" : L"\"";
+  process_ = Start(L"\"" + Beside(L"../vbhost/vbhost.exe").wstring() + arguments, input.read.Get(),
                    output.write.Get());
   input_ = std::move(input.write);
   output_ = std::move(output.read);

@@ -23,7 +23,8 @@ int RunProgram(const std::wstring& command_line, std::string& output);
 // A running stand-in IDE. It is ended with the object.
 class IdeProcess {
  public:
-  IdeProcess();
+  enum class Face { kIde, kVbaEditor };
+  explicit IdeProcess(Face face = Face::kIde);
   IdeProcess(const IdeProcess&) = delete;
   IdeProcess& operator=(const IdeProcess&) = delete;
   ~IdeProcess();

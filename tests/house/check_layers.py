@@ -10,7 +10,7 @@ import sys
 
 # Top to bottom. Folders of one row do not include each other.
 ROWS = [
-    ["app", "cli"],
+    ["app", "cli", "vba"],
     ["host", "shell"],
     ["audit"],
     ["plan"],
@@ -35,7 +35,7 @@ INCLUDE = re.compile(r'^\s*#\s*include\s+(?:"([^"]+)"|<([^>]+)>)')
 
 
 def may_include_windows(path):
-    return (path.parts[:2] == ("toolkit", "win32") or path.parts[0] in ("win32", "host", "app")
+    return (path.parts[:2] == ("toolkit", "win32") or path.parts[0] in ("win32", "host", "app", "vba")
             or path.stem.endswith("_win32"))
 
 

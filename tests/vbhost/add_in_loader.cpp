@@ -10,6 +10,10 @@ namespace declarium::vbhost {
 namespace {
 
 constexpr std::u16string_view kList = u"Software\\Microsoft\\Visual Basic\\6.0\\Addins";
+// VBA editors of either bitness have a list of their own.
+constexpr std::u16string_view kVbaList = sizeof(void*) == 8
+                                             ? u"Software\\Microsoft\\VBA\\VBE\\6.0\\Addins64"
+                                             : u"Software\\Microsoft\\VBA\\VBE\\6.0\\Addins";
 constexpr std::uint32_t kLoadAtStartup = 1;
 
 constexpr IID kExtensibility = {0x0002E151, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
@@ -43,6 +47,7 @@ class CustomArray {
   CustomArray(const CustomArray&) = delete;
   CustomArray& operator=(const CustomArray&) = delete;
   ~CustomArray() { SafeArrayDestroy(array_); }
+  [[nodiscard]] SAFEARRAY** pointer() { return &array_; }
   [[nodiscard]] VARIANT value() {
     VARIANT value{};
     value.vt = VT_BYREF | VT_ARRAY | VT_VARIANT;
@@ -54,11 +59,35 @@ class CustomArray {
   SAFEARRAY* array_;
 };
 
+// The text of a value below the user's classes; "" when there is none.
+std::u16string ClassText(const std::u16string& key) {
+  const auto value = win32::SystemRegistry().Read(RegistryRoot::kCurrentUser,
+                                                  u"Software\\Classes\\" + key, u"");
+  return value ? TextOf(*value) : std::u16string();
+}
+
+// The factory of a class in a DLL, which stays loaded.
+HRESULT FactoryInProcess(const std::u16string& prog_id, ComPtr<IClassFactory>& factory) {
+  const auto class_text = ClassText(prog_id + u"\\CLSID");
+  const auto dll = ClassText(u"CLSID\\" + class_text + u"\\InprocServer32");
+  CLSID class_id{};
+  if (FAILED(CLSIDFromString(win32::WideString(class_text).c_str(), &class_id)) || dll.empty()) {
+    return REGDB_E_CLASSNOTREG;
+  }
+  const HMODULE module = LoadLibraryW(win32::WideString(dll).c_str());
+  if (!module) return HRESULT_FROM_WIN32(GetLastError());
+  using GetClass = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**);
+  const auto get_class =
+      reinterpret_cast<GetClass>(reinterpret_cast<void*>(GetProcAddress(module, "DllGetClassObject")));
+  if (!get_class) return TYPE_E_DLLFUNCTIONNOTFOUND;
+  return get_class(class_id, IID_IClassFactory, reinterpret_cast<void**>(factory.Receive()));
+}
+
 }  // namespace
 
-std::vector<std::u16string> AddInLoader::Listed() {
+std::vector<std::u16string> AddInLoader::Listed() const {
   const win32::SystemRegistry registry;
-  const std::u16string list(kList);
+  const std::u16string list(model_.face() == Face::kVbaEditor ? kVbaList : kList);
   std::vector<std::u16string> listed;
   for (const auto& name : registry.SubKeys(RegistryRoot::kCurrentUser, list)) {
     const auto behavior =
@@ -70,6 +99,7 @@ std::vector<std::u16string> AddInLoader::Listed() {
 }
 
 HRESULT AddInLoader::Connect(const std::u16string& prog_id, EntryInterface entries, int mode) {
+  if (model_.face() == Face::kVbaEditor) return ConnectInProcess(prog_id, mode);
   CLSID class_id{};
   HRESULT status = CLSIDFromProgID(win32::WideString(prog_id).c_str(), &class_id);
   if (FAILED(status)) return status;
@@ -98,11 +128,41 @@ HRESULT AddInLoader::Connect(const std::u16string& prog_id, EntryInterface entri
   return status;
 }
 
+HRESULT AddInLoader::ConnectInProcess(const std::u16string& prog_id, int mode) {
+  ComPtr<IClassFactory> factory;
+  HRESULT status = FactoryInProcess(prog_id, factory);
+  if (FAILED(status)) return status;
+  ComPtr<IDispatch> created;
+  status =
+      factory->CreateInstance(nullptr, IID_IDispatch, reinterpret_cast<void**>(created.Receive()));
+  if (FAILED(status)) return status;
+  const auto table = created.Query<com::AddInEntries>(kExtensibility2);
+  if (!table) return E_NOINTERFACE;
+  add_ins_[prog_id] = {factory, created, table};
+  CustomArray custom;
+  status = table->OnConnection(model_.Vbe().Get(), mode, model_.AddIn(prog_id).Get(),
+                               custom.pointer());
+  if (FAILED(status)) {
+    [[maybe_unused]] const auto written = win32::SystemRegistry().Write(
+        RegistryRoot::kCurrentUser, std::u16string(kVbaList) + u"\\" + prog_id, u"LoadBehavior",
+        NumberValue(0));
+  } else if (mode == 1) {
+    status = table->OnStartupComplete(custom.pointer());
+  }
+  return status;
+}
+
 HRESULT AddInLoader::Disconnect(const std::u16string& prog_id, int mode) {
   const auto found = add_ins_.find(prog_id);
   if (found == add_ins_.end()) return S_FALSE;
   const auto add_in = found->second.entries;
   CustomArray custom;
+  if (const auto table = found->second.table) {
+    if (mode == 0) table->OnBeginShutdown(custom.pointer());
+    const HRESULT disconnected = table->OnDisconnection(mode, custom.pointer());
+    add_ins_.erase(prog_id);
+    return disconnected;
+  }
   const HRESULT status = CallEntry(*add_in, 2, {custom.value(), Number(mode)});
   add_ins_.erase(prog_id);
   return status;

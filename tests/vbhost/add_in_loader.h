@@ -8,6 +8,7 @@
 #include <vector>
 #include <windows.h>
 
+#include "host/com/add_in_object.h"
 #include "vbhost/object_model.h"
 
 namespace declarium::vbhost {
@@ -20,11 +21,12 @@ class AddInLoader {
   explicit AddInLoader(ObjectModel& model) : model_(model) {}
 
   // The ProgIDs in the user's list that are to be loaded at start.
-  [[nodiscard]] static std::vector<std::u16string> Listed();
+  [[nodiscard]] std::vector<std::u16string> Listed() const;
 
   // Creates the add-in and calls OnConnection, with mode 1 (startup) followed by OnStartupComplete.
   HRESULT Connect(const std::u16string& prog_id, EntryInterface entries, int mode);
-  // Calls OnDisconnection and releases the add-in, also when the call fails.
+  // Calls OnDisconnection and releases the add-in, also when the call fails. A VBA editor that ends
+  // calls OnBeginShutdown before.
   HRESULT Disconnect(const std::u16string& prog_id, int mode);
   // Releases the add-in without a call.
   void Forget(const std::u16string& prog_id) { add_ins_.erase(prog_id); }
@@ -42,7 +44,12 @@ class AddInLoader {
   struct AddIn {
     ComPtr<IClassFactory> factory;
     ComPtr<IDispatch> entries;
+    ComPtr<com::AddInEntries> table = {};  // of an add-in in this process
   };
+
+  // As a VBA editor does: the class is looked up in the user's part of the registry and comes from
+  // a DLL. An add-in that answers with a failure is not loaded again: LoadBehavior becomes 0.
+  HRESULT ConnectInProcess(const std::u16string& prog_id, int mode);
 
   ObjectModel& model_;
   std::map<std::u16string, AddIn> add_ins_;

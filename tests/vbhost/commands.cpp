@@ -170,6 +170,24 @@ void Commands::AddStateCommands() {
                             ide_.active_project = project;
                             return Outcome(model_.FireProject(kItemAdded, project));
                           }};
+  // mode PROJECT MODE, protection PROJECT PROTECTION: of a VBA project
+  commands_["mode"] = {2, [this](const Words& words) {
+                         ProjectNamed(words[0])->mode = Number(words[1]);
+                         return Ok();
+                       }};
+  commands_["protection"] = {2, [this](const Words& words) {
+                               ProjectNamed(words[0])->protection = Number(words[1]);
+                               return Ok();
+                             }};
+  // leftover BAR TAG: a control that an add-in left behind
+  commands_["leftover"] = {2, [this](const Words& words) {
+                             for (const auto& bar : ide_.bars) {
+                               if (ToUtf8(bar->name) != words[0]) continue;
+                               bar->controls.push_back(std::make_shared<Control>());
+                               bar->controls.back()->tag = FromUtf8(words[1]);
+                             }
+                             return Ok();
+                           }};
   // component PROJECT NAME TYPE: a type below 0 has no code
   commands_["component"] = {3, [this](const Words& words) {
                               const auto project = ProjectNamed(words[0]);
@@ -262,9 +280,9 @@ void Commands::AddEventCommands() {
 }
 
 void Commands::AddAddInCommands() {
-  commands_["listed"] = {0, [](const Words&) {
+  commands_["listed"] = {0, [this](const Words&) {
                            std::string names;
-                           for (const auto& name : AddInLoader::Listed())
+                           for (const auto& name : loader_.Listed())
                              names += ToUtf8(name) + " ";
                            return Ok(names.substr(0, names.find_last_not_of(' ') + 1));
                          }};
@@ -331,6 +349,7 @@ void Commands::AddReportCommands() {
                              std::string all;
                              for (const auto& bar : ide_.bars) {
                                for (const auto& control : bar->controls) {
+                                 if (control->menu) continue;
                                  if (!all.empty()) all += '\t';
                                  all += ToUtf8(bar->name) + "|" + ToUtf8(control->caption) + "|" +
                                         ToUtf8(control->tooltip) + "|" +
@@ -345,7 +364,7 @@ void Commands::AddReportCommands() {
         long long count = 0;
         for (const auto& bar : ide_.bars) {
           count +=
-              std::ranges::count_if(bar->controls, [](const auto& one) { return !one->temporary; });
+              std::ranges::count_if(bar->controls, [](const auto& one) { return !one->temporary && !one->menu; });
         }
         return Ok(count);
       }};
@@ -370,6 +389,7 @@ void Commands::AddReportCommands() {
                           }
                           return Ok(count);
                         }};
+  commands_["reset-questions"] = {0, [this](const Words&) { return Ok(ide_.reset_questions); }};
   commands_["objects"] = {0, [](const Words&) { return Ok(ModelObject::count()); }};
   commands_["process"] = {
       0, [](const Words&) { return Ok(static_cast<long long>(GetCurrentProcessId())); }};

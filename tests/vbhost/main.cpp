@@ -4,6 +4,7 @@
 #include <iostream>
 #include <mutex>
 #include <string>
+#include <string_view>
 #include <thread>
 #include <windows.h>
 #include <objbase.h>
@@ -12,6 +13,7 @@
 #include "vbhost/commands.h"
 #include "vbhost/ide_window.h"
 #include "vbhost/kept_interfaces.h"
+#include "vbhost/vba_face.h"
 
 namespace declarium::vbhost {
 namespace {
@@ -81,6 +83,13 @@ class LineRunner {
   bool running_ = false;
 };
 
+void AddIdeBars(Ide& ide) {
+  for (const char16_t* name : {u"Standard", u"Add-Ins"}) {
+    ide.bars.push_back(std::make_shared<Bar>());
+    ide.bars.back()->name = name;
+  }
+}
+
 void ReadLines(LineQueue& queue, HWND window) {
   std::string line;
   while (std::getline(std::cin, line)) {
@@ -94,13 +103,15 @@ void ReadLines(LineQueue& queue, HWND window) {
   TerminateProcess(GetCurrentProcess(), 4);
 }
 
-int Run() {
+int Run(Face face) {
   if (FAILED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) return 1;
   KeepInterfacesInUse();
   Ide ide;
-  for (const char16_t* name : {u"Standard", u"Add-Ins"}) {
-    ide.bars.push_back(std::make_shared<Bar>());
-    ide.bars.back()->name = name;
+  ide.face = face;
+  if (face == Face::kVbaEditor) {
+    AddVbaBars(ide);
+  } else {
+    AddIdeBars(ide);
   }
   {
     ObjectModel model(ide);
@@ -132,6 +143,9 @@ int Run() {
 }  // namespace
 }  // namespace declarium::vbhost
 
-int main() {
-  return declarium::vbhost::Run();
+// With the argument "vba" it has the face of a VBA editor.
+int main(int count, char** arguments) {
+  using declarium::vbhost::Face;
+  const bool vba = count > 1 && std::string_view(arguments[1]) == "vba";
+  return declarium::vbhost::Run(vba ? Face::kVbaEditor : Face::kIde);
 }

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "text/text.h"
+#include "vbhost/vba_face.h"
 #include "win32/clipboard.h"
 
 namespace declarium::vbhost {
@@ -130,7 +131,18 @@ ComPtr<IDispatch> ObjectModel::CommandBars() {
   return Make("CommandBars", [this](ModelObject& bars) {
     bars.Add(0, L"Item", Access::kGet, 1, 1, [this](Call& c) {
       const auto bar = ItemOf(ide_.bars, c.arguments[0]);
-      return bar ? Answer(c, Of(bar)) : E_INVALIDARG;
+      return bar && bar->found_by_name ? Answer(c, Of(bar)) : E_INVALIDARG;
+    });
+    // Type, Id, Tag, Visible: only by the tag
+    bars.Add(0x60030008, L"FindControl", Access::kMethod, 3, 4, [this](Call& c) {
+      std::u16string tag;
+      if (FAILED(c.arguments[2].ToText(tag))) return E_INVALIDARG;
+      for (const auto& bar : ide_.bars) {
+        for (const auto& control : bar->controls) {
+          if (control->tag == tag) return Answer(c, Of(control));
+        }
+      }
+      return Answer(c, ComPtr<IDispatch>());
     });
     bars.Add(0x60030003, L"Count", Access::kGet, 0, 0,
              [this](Call& c) { return Answer(c, static_cast<int>(ide_.bars.size())); });
@@ -208,12 +220,20 @@ ComPtr<IDispatch> ObjectModel::Of(const std::shared_ptr<Control>& control) {
     });
     add(0x60050005, L"PasteFace", Access::kMethod, 0,
         [this, control](Call&) { return PasteFace(*control); });
-    add(0x60040028, L"Type", Access::kGet, 0, [](Call& c) { return Answer(c, 1); });
+    add(0x60040028, L"Type", Access::kGet, 0,
+        [control](Call& c) { return Answer(c, control->menu ? 10 : 1); });
+    if (control->menu) {
+      add(0x60050000, L"CommandBar", Access::kGet, 0,
+          [this, control](Call& c) { return Answer(c, Of(control->menu)); });
+    } else if (ide_.face == Face::kVbaEditor) {
+      AddVbaButtonMembers(object, control);
+    }
   });
 }
 
 ComPtr<IDispatch> ObjectModel::Events() {
   return Make("Events", [this](ModelObject& object) {
+    if (ide_.face == Face::kVbaEditor) return;
     object.Add(200, L"VBProjectsEvents", Access::kGet, 0, 0, [this](Call& c) {
       return Answer(c, Source("VBProjectsEvents", kProjectEvents, ide_.project_events));
     });
@@ -252,10 +272,16 @@ ComPtr<IDispatch> ObjectModel::Projects() {
 
 ComPtr<IDispatch> ObjectModel::Of(const std::shared_ptr<Project>& project) {
   return Find(project.get(), Role::kSelf, "VBProject", [&](ModelObject& object) {
-    object.Add(0, L"Name", Access::kGet, 0, 0,
-               [project](Call& c) { return Answer(c, project->name); });
-    object.Add(135, L"VBComponents", Access::kGet, 0, 0,
-               [this, project](Call& c) { return Answer(c, ComponentsOf(project)); });
+    if (ide_.face == Face::kVbaEditor) {
+      AddVbaProjectMembers(object, project);
+    } else {
+      object.Add(0, L"Name", Access::kGet, 0, 0,
+                 [project](Call& c) { return Answer(c, project->name); });
+    }
+    object.Add(135, L"VBComponents", Access::kGet, 0, 0, [this, project](Call& c) {
+      const HRESULT unlocked = CheckVbaUnlocked(*project);
+      return unlocked == S_OK ? Answer(c, ComponentsOf(project)) : unlocked;
+    });
   });
 }
 
@@ -299,6 +325,16 @@ ComPtr<IDispatch> ObjectModel::ModuleOf(const std::shared_ptr<Component>& compon
       object.Add(id, name, access, least, most,
                  [component, handler](Call& c) { return component->removed ? kGone : handler(c); });
     };
+    const auto add_change = [&](DISPID id, const wchar_t* name, int least,
+                                ModelObject::Handler handler) {
+      add(id, name, Access::kMethod, least, 2, [this, component, handler](Call& c) {
+        const HRESULT may_change = CheckVbaChange(ide_, *component);
+        return may_change == S_OK ? handler(c) : may_change;
+      });
+    };
+    const auto as_kept = [this](const std::u16string& text) {
+      return ide_.face == Face::kVbaEditor ? CutAsVba(text) : text;
+    };
     add(0x60020000, L"Parent", Access::kGet, 0, 0,
         [this, component](Call& c) { return Answer(c, Of(component)); });
     add(0, L"Name", Access::kGet, 0, 0,
@@ -310,11 +346,11 @@ ComPtr<IDispatch> ObjectModel::ModuleOf(const std::shared_ptr<Component>& compon
     });
     add(0x60020007, L"CountOfLines", Access::kGet, 0, 0,
         [component](Call& c) { return Answer(c, component->code.CountOfLines()); });
-    add(0x60020008, L"InsertLines", Access::kMethod, 2, 2, [this, component](Call& c) {
+    add_change(0x60020008, L"InsertLines", 2, [this, component, as_kept](Call& c) {
       const int line = NumberAt(c, 0);
       const int before = component->code.CountOfLines();
       std::u16string text;
-      if (FAILED(TakeText(c, text)) || !component->code.InsertLines(line, text)) {
+      if (FAILED(TakeText(c, text)) || !component->code.InsertLines(line, as_kept(text))) {
         return E_INVALIDARG;
       }
       // The caret moves down with its line.
@@ -324,17 +360,17 @@ ComPtr<IDispatch> ObjectModel::ModuleOf(const std::shared_ptr<Component>& compon
       ide_.changed();
       return S_OK;
     });
-    add(0x60020009, L"DeleteLines", Access::kMethod, 1, 2, [this, component](Call& c) {
+    add_change(0x60020009, L"DeleteLines", 1, [this, component](Call& c) {
       const int count = c.arguments.size() > 1 ? NumberAt(c, 1) : 1;
       if (!component->code.DeleteLines(NumberAt(c, 0), count)) return E_INVALIDARG;
       ide_.changed();
       return S_OK;
     });
-    add(0x6002000A, L"ReplaceLine", Access::kMethod, 2, 2, [this, component](Call& c) {
+    add_change(0x6002000A, L"ReplaceLine", 2, [this, component, as_kept](Call& c) {
       const int line = NumberAt(c, 0);
       std::u16string text;
       if (FAILED(TakeText(c, text)) || !component->code.DeleteLines(line, 1) ||
-          !component->code.InsertLines(line, text)) {
+          !component->code.InsertLines(line, as_kept(text))) {
         return E_INVALIDARG;
       }
       ide_.changed();
@@ -388,6 +424,7 @@ ComPtr<IDispatch> ObjectModel::AddIn(std::u16string prog_id) {
 
 HRESULT ObjectModel::FireClick(const std::shared_ptr<Control>& control) {
   const auto object = Of(control);
+  if (ide_.face == Face::kVbaEditor) return FireVbaClick(control, object);
   VARIANT_BOOL handled = VARIANT_FALSE;
   VARIANT_BOOL cancel_default = VARIANT_FALSE;
   std::vector<VARIANT> arguments(3);

@@ -21,6 +21,7 @@ class ObjectModel {
   [[nodiscard]] ComPtr<IDispatch> Of(const std::shared_ptr<Control>& control);
   [[nodiscard]] ComPtr<IDispatch> Of(const std::shared_ptr<Project>& project);
   [[nodiscard]] ComPtr<IDispatch> Of(const std::shared_ptr<Component>& component);
+  [[nodiscard]] Face face() const noexcept { return ide_.face; }
   // The object that stands for an add-in.
   [[nodiscard]] ComPtr<IDispatch> AddIn(std::u16string prog_id);
 

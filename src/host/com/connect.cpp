@@ -1,13 +1,12 @@
 #include "host/com/connect.h"
 
-#include <array>
 #include <functional>
+#include <memory>
 #include <optional>
-#include <string_view>
 #include <utility>
 
-#include "host/com/automation.h"
-#include "host/com/com_object.h"
+#include "host/com/editor_application.h"
+#include "host/com/editor_interface.h"
 #include "host/com/host_calls.h"
 #include "host/com/process_watch.h"
 #include "host/com/vb_host_application.h"
@@ -15,53 +14,45 @@
 namespace declarium::com {
 namespace {
 
-// The ids of the entries, for hosts that call by Invoke.
-enum EntryId : DISPID {
-  kOnConnection = 1,
-  kOnDisconnection = 2,
-  kOnAddInsUpdate = 3,
-  kOnStartupComplete = 4,
-  kOnBeginShutdown = 5,
+// How a host is taken: the IDE, whose objects are called from here, or a VBA editor, which has an
+// add-in of its own in its process.
+struct HostKind {
+  std::unique_ptr<HostApplication> (*make_application)(ComPtr<IDispatch> host, Boundary& boundary);
+  HostResult<HWND> (*main_window)(const ComPtr<IDispatch>& host);
+  // False when it has failed without a box.
+  bool (*connect)(HostSessions& sessions, HostConnection& connection);
 };
 
-struct EntryName {
-  std::wstring_view name;
-  DISPID id;
-};
+constexpr HostKind kIde = {MakeHostApplication, HostMainWindow,
+                           [](HostSessions& sessions, HostConnection& connection) {
+                             sessions.Connect(connection);
+                             return true;
+                           }};
+constexpr HostKind kVbaEditor = {MakeEditorApplication, EditorMainWindow,
+                                 [](HostSessions& sessions, HostConnection& connection) {
+                                   return sessions.ConnectWithoutControls(connection);
+                                 }};
 
-constexpr std::array<EntryName, 5> kEntryNames = {{{L"OnConnection", kOnConnection},
-                                                   {L"OnDisconnection", kOnDisconnection},
-                                                   {L"OnAddInsUpdate", kOnAddInsUpdate},
-                                                   {L"OnStartupComplete", kOnStartupComplete},
-                                                   {L"OnBeginShutdown", kOnBeginShutdown}}};
-
-class Connect final : public DispatchObject<AddInEntries> {
+class Connect final : public AddInObject {
  public:
   explicit Connect(ConnectContext& context)
       : context_(context), hold_(std::in_place, context.process) {}
 
-  STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID,
-                             DISPID* ids) noexcept override;
-  STDMETHODIMP Invoke(DISPID entry, REFIID, LCID, WORD flags, DISPPARAMS* parameters, VARIANT*,
-                      EXCEPINFO*, UINT* wrong_argument) noexcept override;
-
   STDMETHODIMP OnConnection(IDispatch* application, int, IDispatch*, SAFEARRAY**) noexcept override;
   STDMETHODIMP OnDisconnection(int, SAFEARRAY**) noexcept override;
-  STDMETHODIMP OnAddInsUpdate(SAFEARRAY**) noexcept override { return S_OK; }
-  STDMETHODIMP OnStartupComplete(SAFEARRAY**) noexcept override { return S_OK; }
-  STDMETHODIMP OnBeginShutdown(SAFEARRAY**) noexcept override { return S_OK; }
 
  private:
   ~Connect() override;
-  [[nodiscard]] void* Find(REFIID iid) noexcept override;
+  HRESULT InvokeOther(DISPID entry, const DISPPARAMS& parameters) noexcept override;
   template <class Action>
   HRESULT Try(Action action) noexcept {
     return context_.posted_calls.Guard().Run(action) ? S_OK : E_FAIL;
   }
-  HRESULT InvokeOnConnection(const DISPPARAMS& parameters, UINT* wrong_argument);
-  void ConnectTo(const ComPtr<IDispatch>& host);
+  // `OnConnection` of a host of this kind.
+  HRESULT TakeHost(const ComPtr<IDispatch>& host, const HostKind& kind) noexcept;
+  [[nodiscard]] bool ConnectTo(const ComPtr<IDispatch>& host, const HostKind& kind);
   // Does what was put off while the connection was being made.
-  void CatchUp(const ComPtr<IDispatch>& host);
+  void CatchUp(const ComPtr<IDispatch>& host, const HostKind& kind);
   // A call of HostDied for posting; it does nothing when the object is gone by then.
   [[nodiscard]] static std::function<void()> HostDiedOf(std::weak_ptr<Connect*> connect);
   void HostDied();
@@ -83,82 +74,52 @@ Connect::~Connect() {
   Try([this] { EndConnection(); });
 }
 
-void* Connect::Find(REFIID iid) noexcept {
-  const bool has = iid == IID_IUnknown || iid == IID_IDispatch || iid == kIDTExtensibility ||
-                   iid == kIDTExtensibility2;
-  return has ? static_cast<AddInEntries*>(this) : nullptr;
-}
-
-STDMETHODIMP Connect::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID,
-                                    DISPID* ids) noexcept {
-  if (!names || !ids || count == 0) return E_INVALIDARG;
-  for (UINT i = 0; i < count; ++i) ids[i] = DISPID_UNKNOWN;
-  for (const auto& entry : kEntryNames) {
-    if (lstrcmpiW(names[0], entry.name.data()) == 0) ids[0] = entry.id;
-  }
-  return ids[0] == DISPID_UNKNOWN || count > 1 ? DISP_E_UNKNOWNNAME : S_OK;
-}
-
-STDMETHODIMP Connect::Invoke(DISPID entry, REFIID, LCID, WORD flags, DISPPARAMS* parameters,
-                             VARIANT*, EXCEPINFO*, UINT* wrong_argument) noexcept {
-  if (!parameters) return E_POINTER;
-  if (!(flags & DISPATCH_METHOD)) return DISP_E_MEMBERNOTFOUND;
-  switch (entry) {
-    case kOnConnection:
-      return InvokeOnConnection(*parameters, wrong_argument);
-    case kOnDisconnection:
-      return OnDisconnection(0, nullptr);
-    case kOnAddInsUpdate:
-      return OnAddInsUpdate(nullptr);
-    case kOnStartupComplete:
-      return OnStartupComplete(nullptr);
-    case kOnBeginShutdown:
-      return OnBeginShutdown(nullptr);
-    default:
-      return DISP_E_MEMBERNOTFOUND;
-  }
-}
-
-HRESULT Connect::InvokeOnConnection(const DISPPARAMS& parameters, UINT* wrong_argument) {
-  if (parameters.cArgs == 0) return DISP_E_BADPARAMCOUNT;
-  const auto application =
-      Variant::Dereferenced(parameters.rgvarg[parameters.cArgs - 1]).ToObject();
-  if (application) return OnConnection(application.Get(), 0, nullptr, nullptr);
-  if (wrong_argument) *wrong_argument = parameters.cArgs - 1;
-  return DISP_E_TYPEMISMATCH;
-}
-
 STDMETHODIMP Connect::OnConnection(IDispatch* application, int, IDispatch*, SAFEARRAY**) noexcept {
   if (!application) return E_INVALIDARG;
-  if (connecting_) return E_UNEXPECTED;
-  WriteToCallLog("OnConnection");
-  const ComPtr<IDispatch> host(application);
-  connecting_ = true;
-  const HRESULT connected = Try([&] { ConnectTo(host); });
-  connecting_ = false;
-  WriteToCallLog("connected");
-  const HRESULT caught_up = Try([&] { CatchUp(host); });
-  return FAILED(connected) ? connected : caught_up;
+  return TakeHost(ComPtr<IDispatch>(application), kIde);
 }
 
-void Connect::ConnectTo(const ComPtr<IDispatch>& host) {
+HRESULT Connect::InvokeOther(DISPID entry, const DISPPARAMS& parameters) noexcept {
+  if (entry == editor::kConnectEditor.id) {
+    const auto editor = ObjectArgument(parameters, 0);
+    return editor ? TakeHost(editor, kVbaEditor) : E_INVALIDARG;
+  }
+  if (entry != editor::kShowWindow.id) return DISP_E_MEMBERNOTFOUND;
+  const auto connection = connection_.lock();
+  if (!connection) return E_UNEXPECTED;
+  return Try([&] { connection->ShowMainWindowLater(); });
+}
+
+HRESULT Connect::TakeHost(const ComPtr<IDispatch>& host, const HostKind& kind) noexcept {
+  if (connecting_) return E_UNEXPECTED;
+  WriteToCallLog("OnConnection");
+  connecting_ = true;
+  bool done = false;
+  Try([&] { done = ConnectTo(host, kind); });
+  connecting_ = false;
+  WriteToCallLog("connected");
+  const HRESULT caught_up = Try([&] { CatchUp(host, kind); });
+  return done ? caught_up : E_FAIL;
+}
+
+bool Connect::ConnectTo(const ComPtr<IDispatch>& host, const HostKind& kind) {
   EndConnection();
   // Watched from the first call on: the host may die in any of them.
   watch_ = std::make_unique<ProcessWatch>(
-      HostMainWindow(host).value_or(nullptr),
+      kind.main_window(host).value_or(nullptr),
       [&posted_calls = context_.posted_calls, weak = std::weak_ptr<Connect*>(self_)] {
         posted_calls.Post(HostDiedOf(weak));
       });
   const auto connection =
-      context_.sessions.Begin(MakeHostApplication(host, context_.posted_calls.Guard()));
+      context_.sessions.Begin(kind.make_application(host, context_.posted_calls.Guard()));
   connection_ = connection;
-  context_.sessions.Connect(*connection);
+  return kind.connect(context_.sessions, *connection);
 }
 
-void Connect::CatchUp(const ComPtr<IDispatch>& host) {
+void Connect::CatchUp(const ComPtr<IDispatch>& host, const HostKind& kind) {
   // A host that died in the very first calls has no window to watch it by.
   if (!watch_ || !watch_->IsWatching()) {
-    const auto window = HostMainWindow(host);
+    const auto window = kind.main_window(host);
     if (!window && IsHostGone(window.error())) died_while_connecting_ = true;
   }
   const bool disconnected = std::exchange(disconnected_while_connecting_, false);
@@ -212,19 +173,10 @@ void Connect::HostDied() {
   hold_.reset();
 }
 
-class ConnectFactory final : public ComObject<IClassFactory> {
+class ConnectFactory final : public AddInFactory {
  public:
   explicit ConnectFactory(ConnectContext& context) : context_(context) {}
 
-  STDMETHODIMP CreateInstance(IUnknown* outer, REFIID iid, void** object) noexcept override {
-    if (!object) return E_POINTER;
-    *object = nullptr;
-    if (outer) return CLASS_E_NOAGGREGATION;
-    HRESULT result = E_OUTOFMEMORY;
-    context_.posted_calls.Guard().Run(
-        [&] { result = MakeConnect(context_)->QueryInterface(iid, object); });
-    return result;
-  }
   STDMETHODIMP LockServer(BOOL lock) noexcept override {
     if (lock) {
       context_.process.AddHold();
@@ -235,9 +187,10 @@ class ConnectFactory final : public ComObject<IClassFactory> {
   }
 
  private:
-  [[nodiscard]] void* Find(REFIID iid) noexcept override {
-    const bool has = iid == IID_IUnknown || iid == IID_IClassFactory;
-    return has ? static_cast<IClassFactory*>(this) : nullptr;
+  ComPtr<AddInEntries> Make() noexcept override {
+    ComPtr<AddInEntries> made;
+    context_.posted_calls.Guard().Run([&] { made = MakeConnect(context_); });
+    return made;
   }
 
   ConnectContext& context_;

@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include "host/doctor.h"
+#include "host/vba_registration.h"
 #include "text/text.h"
 #include "text/user_texts.h"
 #include "vb/number.h"
@@ -76,16 +77,58 @@ Outcome Diagnose(const Registry& registry, const ServerIdentity& server) {
   return {report, report, CanBeLoaded(findings)};
 }
 
-Outcome Run(const ServerSwitches& switches, const ServerIdentity& server) {
+bool IsWindowsOf64Bits() {
+  BOOL emulated = FALSE;
+  return sizeof(void*) == 8 || (IsWow64Process(GetCurrentProcess(), &emulated) && emulated);
+}
+
+// The DLLs beside the program that an editor here can load.
+VbaDlls FindVbaDlls() {
+  const auto program = win32::ProgramPath();
+  const auto folder = program.substr(0, program.find_last_of(u'\\') + 1);
+  VbaDlls dlls;
+  for (const auto& editors : kVbaEditors) {
+    if (editors.view == RegistryView::k64Bit && !IsWindowsOf64Bits()) continue;
+    auto path = folder + std::u16string(editors.file);
+    if (KindOf(path) == FileKind::kFile) dlls.*editors.dll = std::move(path);
+  }
+  return dlls;
+}
+
+Outcome RegisterForVba(Registry& registry, const ServerIdentity& server,
+                       const ServerIdentity& add_in, ServerLog log) {
+  const auto dlls = FindVbaDlls();
+  if (dlls.narrow.empty() && dlls.wide.empty()) {
+    return {u"DeclariumVba32.dll, DeclariumVba64.dll: not beside Declarium.exe\r\n",
+            std::u16string(texts::kNoVbaDlls), false};
+  }
+  auto written = RegisterServerClass(registry, server, win32::ProgramPath(), log);
+  if (written) written = RegisterVba(registry, add_in, dlls);
+  return Written(u"registered for VBA editors", texts::kRegisteredForVba, written);
+}
+
+std::expected<void, RegistryError> Unregister(Registry& registry, const ServerIdentity& server,
+                                              const ServerIdentity* vba, RegistrationScope scope) {
+  const auto result = UnregisterServer(registry, server, scope);
+  if (vba == nullptr || scope != RegistrationScope::kUser) return result;
+  const auto of_vba = UnregisterVba(registry, *vba);
+  return result ? of_vba : result;
+}
+
+Outcome Run(const ServerSwitches& switches, const ServerIdentity& server,
+            const ServerIdentity* vba) {
   win32::SystemRegistry registry;
+  const auto log = switches.log ? ServerLog::kOn : ServerLog::kOff;
   switch (switches.task) {
     case ServerTask::kRegister:
       return Written(u"registered", texts::kRegistered,
-                     RegisterServer(registry, server, win32::ProgramPath(), switches.scope,
-                                    switches.log ? ServerLog::kOn : ServerLog::kOff));
+                     RegisterServer(registry, server, win32::ProgramPath(), switches.scope, log));
+    case ServerTask::kRegisterVba:
+      if (vba != nullptr) return RegisterForVba(registry, server, *vba, log);
+      break;
     case ServerTask::kUnregister:
       return Written(u"unregistered", texts::kUnregistered,
-                     UnregisterServer(registry, server, switches.scope));
+                     Unregister(registry, server, vba, switches.scope));
     case ServerTask::kDoctor:
       return Diagnose(registry, server);
     case ServerTask::kHelp:
@@ -98,8 +141,9 @@ Outcome Run(const ServerSwitches& switches, const ServerIdentity& server) {
 
 }  // namespace
 
-int RunServerTask(const ServerSwitches& switches, const ServerIdentity& server) {
-  return Tell(Run(switches, server), switches.quiet);
+int RunServerTask(const ServerSwitches& switches, const ServerIdentity& server,
+                  const ServerIdentity* vba) {
+  return Tell(Run(switches, server, vba), switches.quiet);
 }
 
 }  // namespace declarium::com

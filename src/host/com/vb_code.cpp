@@ -33,28 +33,9 @@ class VbComponent final : public HostComponent {
 };
 
 HostResult<std::optional<declarium::vb::ModuleKind>> VbComponent::Kind() {
-  using declarium::vb::ModuleKind;
   const auto type = component_.Number(vb::kComponentType);
   if (!type) return std::unexpected(type.error());
-  switch (*type) {
-    case vb::kStandardModule:
-      return ModuleKind::kStandard;
-    case vb::kMSForm:
-    case vb::kVBForm:
-    case vb::kVBMDIForm:
-      return ModuleKind::kForm;
-    case vb::kPropertyPage:
-      return ModuleKind::kPropertyPage;
-    case vb::kUserControl:
-      return ModuleKind::kControl;
-    case vb::kDocObject:
-      return ModuleKind::kDocument;
-    case vb::kResourceFile:
-    case vb::kRelatedDocument:
-      return std::nullopt;
-    default:  // what is not known may declare only what a class may
-      return ModuleKind::kClass;
-  }
+  return KindOfComponent(*type);
 }
 
 class VbCodeModule final : public CodeModule {
@@ -158,6 +139,29 @@ HostResult<int> VbCodePane::CaretLine() {
 }
 
 }  // namespace
+
+std::optional<declarium::vb::ModuleKind> KindOfComponent(int type) noexcept {
+  using declarium::vb::ModuleKind;
+  switch (type) {
+    case vb::kStandardModule:
+      return ModuleKind::kStandard;
+    case vb::kMSForm:
+    case vb::kVBForm:
+    case vb::kVBMDIForm:
+      return ModuleKind::kForm;
+    case vb::kPropertyPage:
+      return ModuleKind::kPropertyPage;
+    case vb::kUserControl:
+      return ModuleKind::kControl;
+    case vb::kDocObject:
+      return ModuleKind::kDocument;
+    case vb::kResourceFile:
+    case vb::kRelatedDocument:
+      return std::nullopt;
+    default:  // what is not known, and an Office document, may declare only what a class may
+      return ModuleKind::kClass;
+  }
+}
 
 IUnknown* IdentityOf(const HostObject& object) {
   return ComPtr<IDispatch>(object.Get()).Query<IUnknown>(IID_IUnknown).Get();

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 
 #include "host/com/host_calls.h"
 #include "host/host_object_model.h"
@@ -10,6 +11,9 @@ namespace declarium::com {
 
 // The identity of an object: proxies of one object compare equal by it.
 [[nodiscard]] IUnknown* IdentityOf(const HostObject& object);
+
+// What the host says as a component's type; none for what holds no code.
+[[nodiscard]] std::optional<declarium::vb::ModuleKind> KindOfComponent(int type) noexcept;
 
 // Each is null for Nothing.
 [[nodiscard]] std::unique_ptr<CodeModule> MakeCodeModule(HostObject module);

@@ -230,6 +230,10 @@ class VbApplication final : public HostApplication {
     return MakeCodeModule(*module);
   }
 
+  bool HasMovedSelection() override { return false; }
+
+  declarium::vb::Audience Target() const noexcept override { return declarium::vb::Audience::kVb6; }
+
   HostResult<std::unique_ptr<HostProject>> ActiveProject() override {
     auto project = application_.Object(vb::kActiveVBProject);
     if (!project) return std::unexpected(project.error());

@@ -1,0 +1,14 @@
+// The add-in object that a VBA editor creates, one for each editor.
+#pragma once
+
+#include <windows.h>
+#include <unknwn.h>
+
+#include "win32/com_ptr.h"
+
+namespace declarium::vba {
+
+// The factory of add-in objects; null without memory.
+[[nodiscard]] win32::ComPtr<IClassFactory> MakeEditorAddInFactory();
+
+}  // namespace declarium::vba
