@@ -5,6 +5,7 @@
 #include <optional>
 #include <utility>
 
+#include "host/vba_registration.h"
 #include "text/text.h"
 #include "vb/number.h"
 
@@ -42,23 +43,9 @@ const FindingText& TextOf(FindingKind kind) {
 constexpr std::array<RegistryRoot, 2> kClassesInOrder = {RegistryRoot::kCurrentUser,
                                                          RegistryRoot::kLocalMachine};
 
-class Examination {
+// Findings as they are made.
+class FindingList {
  public:
-  Examination(const Registry& registry, const ServerIdentity& server, const DoctorFacts& facts)
-      : registry_(registry), server_(server), facts_(facts) {}
-
-  std::vector<Finding> Run() {
-    ExamineAddInList();
-    for (const auto root : kClassesInOrder) ExamineClassId(root);
-    // A 32-bit program gets the 32-bit server where there is one.
-    for (const auto root : kClassesInOrder) ExamineServer(root, RegistryView::k32Bit);
-    const bool narrow = server_found_;
-    for (const auto root : kClassesInOrder) ExamineServer(root, RegistryView::k64Bit);
-    Judge(narrow);
-    return std::move(findings_);
-  }
-
- private:
   // `subject`, which may be empty, stands between the place and what is found of it.
   void Add(FindingKind kind, std::u16string_view place, std::u16string_view subject = {}) {
     Add(kind, TextOf(kind).level, place, subject);
@@ -76,6 +63,45 @@ class Examination {
     findings_.push_back({kind, level, std::move(text)});
   }
 
+  [[nodiscard]] std::vector<Finding> Take() { return std::move(findings_); }
+
+ private:
+  std::vector<Finding> findings_;
+};
+
+// A text as COM reads it.
+std::optional<std::u16string> ReadText(const Registry& registry, RegistryRoot root,
+                                       std::u16string_view key, std::u16string_view name,
+                                       RegistryView view) {
+  const auto value = registry.Read(root, key, name, view);
+  if (!value) return std::nullopt;
+  if (value->type == kRegistryText) return declarium::TextOf(*value);
+  if (value->type == kRegistryExpandableText) return registry.Expand(declarium::TextOf(*value));
+  return std::nullopt;
+}
+
+class Examination {
+ public:
+  Examination(const Registry& registry, const ServerIdentity& server, const DoctorFacts& facts)
+      : registry_(registry), server_(server), facts_(facts) {}
+
+  std::vector<Finding> Run() {
+    ExamineAddInList();
+    for (const auto root : kClassesInOrder) ExamineClassId(root);
+    // A 32-bit program gets the 32-bit server where there is one.
+    for (const auto root : kClassesInOrder) ExamineServer(root, RegistryView::k32Bit);
+    const bool narrow = server_found_;
+    for (const auto root : kClassesInOrder) ExamineServer(root, RegistryView::k64Bit);
+    Judge(narrow);
+    return findings_.Take();
+  }
+
+ private:
+  template <class... Arguments>
+  void Add(FindingKind kind, const Arguments&... arguments) {
+    findings_.Add(kind, arguments...);
+  }
+
   // A broken entry does no harm behind the one that is taken.
   void AddEntry(bool& found, FindingKind kind, std::u16string_view place,
                 std::u16string_view subject) {
@@ -83,14 +109,9 @@ class Examination {
     Add(kind, std::min(TextOf(kind).level, worst), place, subject);
   }
 
-  // As COM reads it.
   std::optional<std::u16string> Text(RegistryRoot root, std::u16string_view key,
                                      std::u16string_view name, RegistryView view) const {
-    const auto value = registry_.Read(root, key, name, view);
-    if (!value) return std::nullopt;
-    if (value->type == kRegistryText) return declarium::TextOf(*value);
-    if (value->type == kRegistryExpandableText) return registry_.Expand(declarium::TextOf(*value));
-    return std::nullopt;
+    return ReadText(registry_, root, key, name, view);
   }
 
   void ExamineAddInList() {
@@ -205,8 +226,33 @@ class Examination {
   bool server_found_ = false;
   bool machine_class_id_ = false;
   bool machine_server_ = false;
-  std::vector<Finding> findings_;
+  FindingList findings_;
 };
+
+// What there is of the add-in for the VBA editors of one bitness.
+void ExamineVbaEditors(FindingList& findings, const Registry& registry,
+                       const ServerIdentity& add_in, const DoctorFacts& facts,
+                       const VbaEditors& editors) {
+  const auto root = RegistryRoot::kCurrentUser;
+  const auto listed = VbaAddInKey(editors, add_in);
+  const std::u16string list = std::u16string(RootName(root)) + listed;
+  const auto load = registry.Read(root, listed, u"LoadBehavior", RegistryView::kOwn);
+  if (!load) return findings.Add(FindingKind::kEditorsNotRegistered, list);
+  const auto behavior = NumberOf(*load).value_or(0);
+  findings.Add(behavior == kLoadInEditors ? FindingKind::kEditorsLoad : FindingKind::kEditorsGaveUp,
+               list, u"LoadBehavior " + NumberText(behavior));
+  const auto key = InprocServerKey(add_in);
+  const std::u16string where =
+      std::u16string(RootName(root)) + key + std::u16string(ViewName(editors.view));
+  const auto dll = ReadText(registry, root, key, u"", editors.view);
+  if (!dll) return findings.Add(FindingKind::kNoDll, where);
+  const auto file_name = FileNameOf(facts.program).size();
+  const auto own = facts.program.substr(0, facts.program.size() - file_name) +
+                   std::u16string(editors.file);
+  auto kind = EqualIgnoringCase(*dll, own) ? FindingKind::kDll : FindingKind::kDllIsOtherCopy;
+  if (facts.kind_of(*dll) != FileKind::kFile) kind = FindingKind::kDllIsMissing;
+  findings.Add(kind, where, *dll);
+}
 
 std::u16string_view LevelName(FindingLevel level) {
   switch (level) {
@@ -242,16 +288,36 @@ std::vector<Finding> ExamineRegistration(const Registry& registry, const ServerI
   return Examination(registry, server, facts).Run();
 }
 
+std::vector<Finding> ExamineVbaRegistration(const Registry& registry, const ServerIdentity& add_in,
+                                            const DoctorFacts& facts) {
+  FindingList findings;
+  for (const auto& editors : kVbaEditors) {
+    ExamineVbaEditors(findings, registry, add_in, facts, editors);
+  }
+  return findings.Take();
+}
+
 bool CanBeLoaded(std::span<const Finding> findings) {
   return std::ranges::find(findings, FindingLevel::kWrong, &Finding::level) == findings.end();
 }
 
-std::u16string DoctorReport(std::span<const Finding> findings) {
+std::u16string DoctorReport(std::span<const Finding> findings, std::span<const Finding> of_vba) {
   std::u16string report;
-  for (const auto& finding : findings) {
-    report.append(LevelName(finding.level)).append(finding.text).append(kCrLf);
+  for (const auto& part : {findings, of_vba}) {
+    for (const auto& finding : part) {
+      report.append(LevelName(finding.level)).append(finding.text).append(kCrLf);
+    }
   }
-  return report.append(Verdict(findings)).append(kCrLf);
+  report.append(Verdict(findings)).append(kCrLf);
+  const bool registered = std::ranges::any_of(of_vba, [](const Finding& finding) {
+    return finding.kind != FindingKind::kEditorsNotRegistered;
+  });
+  if (registered) {
+    report.append(CanBeLoaded(of_vba) ? u"The VBA editors can load the add-in."
+                                      : u"The VBA editors cannot load the add-in.");
+    report.append(kCrLf);
+  }
+  return report;
 }
 
 }  // namespace declarium

@@ -34,6 +34,13 @@ enum class FindingKind {
   kOnlyWideServer,
   kCannotStart,
   kUserOnly,
+  kEditorsNotRegistered,
+  kEditorsLoad,
+  kEditorsGaveUp,
+  kNoDll,
+  kDll,
+  kDllIsMissing,
+  kDllIsOtherCopy,
 };
 
 // What is said of a kind of finding, in the report and in the guide.
@@ -66,10 +73,18 @@ struct DoctorFacts {
                                                        const ServerIdentity& server,
                                                        const DoctorFacts& facts);
 
+// The same for the add-in of the VBA editors, one bitness after the other. Editors that it is not
+// registered for are fine.
+[[nodiscard]] std::vector<Finding> ExamineVbaRegistration(const Registry& registry,
+                                                          const ServerIdentity& add_in,
+                                                          const DoctorFacts& facts);
+
 // Whether the host can load the add-in: nothing wrong was found.
 [[nodiscard]] bool CanBeLoaded(std::span<const Finding> findings);
 
-// One line per finding, "ok", "warning" or "WRONG" first, and a last line with the verdict. CR LF.
-[[nodiscard]] std::u16string DoctorReport(std::span<const Finding> findings);
+// One line per finding, "ok", "warning" or "WRONG" first, and a last line with the verdict on the
+// IDE, and on VBA editors where the add-in is registered for them. CR LF.
+[[nodiscard]] std::u16string DoctorReport(std::span<const Finding> findings,
+                                          std::span<const Finding> of_vba);
 
 }  // namespace declarium

@@ -10,10 +10,11 @@ using enum FindingKind;
 using enum FindingLevel;
 
 constexpr std::u16string_view kRegister = u"run /RegServer";
+constexpr std::u16string_view kRegisterVba = u"run /RegServer:vba";
 constexpr std::u16string_view kCheckInManager =
     u"check Load on Startup in the IDE's Add-In Manager to have it always";
 
-constexpr std::array<FindingText, 19> kTexts = {{
+constexpr std::array<FindingText, 26> kTexts = {{
     {kLoadsAtStart, kFine, u"the IDE loads the add-in at its start", u""},
     {kLoadsByHand, kWarning, u"the IDE loads the add-in by hand only, with Loaded/Unloaded",
      kCheckInManager},
@@ -43,6 +44,15 @@ constexpr std::array<FindingText, 19> kTexts = {{
      u"The class is registered for this user only: an IDE that runs as administrator does not see "
      u"it",
      u"run /RegServer:machine as administrator if yours does"},
+    {kEditorsNotRegistered, kFine, u"not registered for these VBA editors", u""},
+    {kEditorsLoad, kFine, u"these VBA editors load the add-in at their start", u""},
+    {kEditorsGaveUp, kWrong, u"these VBA editors do not load the add-in, as after a failure",
+     kRegisterVba},
+    {kNoDll, kWrong, u"no DLL is registered", kRegisterVba},
+    {kDll, kFine, u"this program's DLL", u""},
+    {kDllIsMissing, kWrong, u"the DLL does not exist", kRegisterVba},
+    {kDllIsOtherCopy, kWarning, u"is the DLL of another copy of the program",
+     u"run /RegServer:vba with the copy that the editors are to load"},
 }};
 
 constexpr bool StandInTheOrderOfTheKinds() {

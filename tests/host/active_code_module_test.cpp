@@ -114,6 +114,19 @@ TEST_F(ActiveCodeModuleTest, SlowHostIsNotPolledInsideAPoll) {
   EXPECT_EQ(host_.record.Count("CountOfLines"), 2);
 }
 
+TEST_F(ActiveCodeModuleTest, AHostWithoutEventsIsAskedOnceItsSelectionHasMoved) {
+  active_->Follow();
+  host_.selected = Named(u"A");
+  active_->Check();
+  EXPECT_EQ(ActiveName(), u"none");
+  host_.selection_moved = true;
+  active_->Check();
+  EXPECT_EQ(ActiveName(), u"A");
+  EXPECT_EQ(host_.record.Count("CountOfLines"), 0);
+  active_->Check();
+  EXPECT_EQ(host_.record.Count("CountOfLines"), 1);
+}
+
 TEST_F(ActiveCodeModuleTest, SelectionReportedWhileTheHostIsAskedCounts) {
   host_.selected = Named(u"A");
   active_->Follow();

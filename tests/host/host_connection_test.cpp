@@ -61,6 +61,29 @@ TEST_F(HostConnectionTest, ConnectsStepByStep) {
                           "SubscribeComponents", "ActiveModule", "module changed"));
 }
 
+TEST_F(HostConnectionTest, AHostWithControlsOfItsOwnIsOnlyFollowed) {
+  const auto connection = sessions_.Begin(std::make_unique<FakeApplication>(host_));
+  EXPECT_TRUE(sessions_.ConnectWithoutControls(*connection));
+  EXPECT_THAT(entries(),
+              ElementsAre("load", "SubscribeComponents", "ActiveModule", "module changed"));
+  entries().clear();
+  connection->ShowMainWindowLater();
+  EXPECT_TRUE(entries().empty());
+  RunPosted();
+  EXPECT_THAT(entries(), testing::Contains("show"));
+  sessions_.Disconnect(*connection);
+  EXPECT_TRUE(sessions_.IsEmpty());
+  EXPECT_TRUE(Boxes().empty());
+}
+
+TEST_F(HostConnectionTest, AHostWithControlsOfItsOwnIsToldThatTheWindowIsNotLoaded) {
+  host_.record.failing = "load";
+  const auto connection = sessions_.Begin(std::make_unique<FakeApplication>(host_));
+  EXPECT_FALSE(sessions_.ConnectWithoutControls(*connection));
+  EXPECT_TRUE(sessions_.IsEmpty());
+  EXPECT_TRUE(Boxes().empty());
+}
+
 std::string ConnectionFailure(int step) {
   return "Vyskytla sa chyba vo funkcii 'IDTExtensibility_OnConnection' na riadku '" +
          std::to_string(step) + "'.";

@@ -8,6 +8,7 @@
 #include "host/doctor.h"
 #include "host/fake_registry.h"
 #include "host/server_switches.h"
+#include "host/vba_registration.h"
 #include "support/temporary_folder.h"
 #include "text/text.h"
 
@@ -20,6 +21,9 @@ const std::u16string kOtherProgram = u"D:\\a.exe";
 const std::u16string kOtherCopy = u"D:\\Declarium.exe";
 const std::u16string kFolder = u"D:\\Folder";
 const std::u16string kClassId(kDeclariumServer.class_id);
+const VbaDlls kDlls = {u"C:\\Program Files\\Declarium\\DeclariumVba32.dll",
+                       u"C:\\Program Files\\Declarium\\DeclariumVba64.dll"};
+const std::u16string kOtherDll = u"D:\\DeclariumVba64.dll";
 
 TEST(Registration, WritesTheClassAndTheIdesList) {
   FakeRegistry registry;
@@ -108,12 +112,16 @@ class DoctorTest : public testing::Test {
   std::u16string Report(bool file_exists = true) {
     const DoctorFacts facts{kProgram, [=](std::u16string_view path) {
                               if (path == kFolder) return FileKind::kFolder;
-                              const bool there =
-                                  path == kProgram || path == kOtherProgram || path == kOtherCopy;
+                              const bool there = path == kProgram || path == kOtherProgram ||
+                                                 path == kOtherCopy || path == kDlls.wide ||
+                                                 path == kOtherDll;
                               return file_exists && there ? FileKind::kFile : FileKind::kMissing;
                             }};
     findings_ = ExamineRegistration(registry_, kDeclariumServer, facts);
-    return DoctorReport(findings_);
+    const auto of_vba = ExamineVbaRegistration(registry_, kVbaAddIn, facts);
+    const auto report = DoctorReport(findings_, of_vba);
+    findings_.insert(findings_.end(), of_vba.begin(), of_vba.end());
+    return report;
   }
   void Register(RegistrationScope scope) {
     ASSERT_TRUE(RegisterServer(registry_, kDeclariumServer, kProgram, scope));
@@ -137,6 +145,18 @@ class DoctorTest : public testing::Test {
     registry_.values[kAddIn + u"|LoadBehavior"] = value;
   }
 
+  void RegisterWideVba() {
+    ASSERT_TRUE(RegisterVba(registry_, kVbaAddIn, {.wide = kDlls.wide}));
+  }
+  std::u16string VbaVerdict() {
+    const auto report = Report();
+    return report.substr(report.rfind(u"\r\n", report.size() - 3) + 2);
+  }
+
+  inline static const std::u16string kWideVbaList =
+      u"HKCU\\Software\\Microsoft\\VBA\\VBE\\6.0\\Addins64\\Declarium.Vba|LoadBehavior";
+  inline static const std::u16string kWideDll =
+      u"HKCU\\" + InprocServerKey(kVbaAddIn) + u"|";
   inline static const std::u16string kAddIn =
       u"HKCU\\Software\\Microsoft\\Visual Basic\\6.0\\Addins\\Declarium.Connect";
   FakeRegistry registry_;
@@ -196,6 +216,29 @@ TEST_F(DoctorTest, EveryFindingIsMadeWithItsMendAndItsVerdict) {
        [this] { registry_.hidden_view = RegistryView::k32Bit; }},
       {FindingKind::kCannotStart, false, [this] { registry_.values.erase(ServerName(u"")); }},
       {FindingKind::kUserOnly, true, [] {}},
+      {FindingKind::kEditorsNotRegistered, true, [] {}},
+      {FindingKind::kEditorsLoad, true, [this] { RegisterWideVba(); }},
+      {FindingKind::kEditorsGaveUp, false,
+       [this] {
+         RegisterWideVba();
+         registry_.values[kWideVbaList] = NumberValue(0);
+       }},
+      {FindingKind::kNoDll, false,
+       [this] {
+         RegisterWideVba();
+         registry_.wide_values.erase(kWideDll);
+       }},
+      {FindingKind::kDll, true, [this] { RegisterWideVba(); }},
+      {FindingKind::kDllIsMissing, false,
+       [this] {
+         RegisterWideVba();
+         registry_.wide_values[kWideDll] = TextValue(u"D:\\gone.dll");
+       }},
+      {FindingKind::kDllIsOtherCopy, true,
+       [this] {
+         RegisterWideVba();
+         registry_.wide_values[kWideDll] = TextValue(kOtherDll);
+       }},
   };
   std::set<FindingKind> seen;
   for (const auto& c : cases) {
@@ -212,7 +255,8 @@ TEST_F(DoctorTest, EveryFindingIsMadeWithItsMendAndItsVerdict) {
     EXPECT_TRUE(found->text.ends_with(ending)) << ToUtf8(found->text);
     EXPECT_EQ(said.mend.empty(), said.level == FindingLevel::kFine);
     EXPECT_EQ(CanBeLoaded(findings_), c.loadable) << ToUtf8(report);
-    EXPECT_EQ(Has(report, u"The IDE can load the add-in"), c.loadable);
+    const bool of_vba = c.kind >= FindingKind::kEditorsNotRegistered;
+    EXPECT_EQ(Has(report, u"The IDE can load the add-in"), c.loadable || of_vba);
     seen.insert(c.kind);
   }
   EXPECT_EQ(seen.size(), FindingTexts().size()) << "a finding that no case makes";
@@ -328,6 +372,82 @@ TEST_F(DoctorTest, TheProgramsPathMayNameEnvironmentVariables) {
   EXPECT_TRUE(Has(Report(), u": " + kProgram + u": this program\r\n"));
 }
 
+TEST_F(DoctorTest, VbaEditorsHaveAVerdictOfTheirOwnOnceTheyAreRegistered) {
+  Register(RegistrationScope::kUser);
+  EXPECT_EQ(VbaVerdict(), u"The IDE can load the add-in.\r\n");
+  RegisterWideVba();
+  EXPECT_EQ(VbaVerdict(), u"The VBA editors can load the add-in.\r\n");
+  registry_.values[kWideVbaList] = NumberValue(2);
+  EXPECT_EQ(VbaVerdict(), u"The VBA editors cannot load the add-in.\r\n");
+}
+
+TEST(VbaRegistration, WritesBothListsAndTheDllOfEachBitnessToItsOwnView) {
+  FakeRegistry registry;
+  ASSERT_TRUE(RegisterVba(registry, kVbaAddIn, kDlls));
+  for (const auto* bits : {u"", u"64"}) {
+    const auto list = std::u16string(u"HKCU\\Software\\Microsoft\\VBA\\VBE\\6.0\\Addins") + bits +
+                      u"\\Declarium.Vba|";
+    EXPECT_EQ(registry.Text(list + u"FriendlyName"), u"Declarium");
+    EXPECT_FALSE(registry.Text(list + u"Description").empty());
+    EXPECT_EQ(registry.Number(list + u"LoadBehavior"), 3u);
+    EXPECT_EQ(registry.Number(list + u"CommandLineSafe"), 0u);
+  }
+  EXPECT_EQ(registry.Text(u"HKCU\\Software\\Classes\\Declarium.Vba\\CLSID|"), kVbaAddIn.class_id);
+  const auto server = u"HKCU\\" + InprocServerKey(kVbaAddIn) + u"|";
+  EXPECT_EQ(registry.Text(server), kDlls.narrow);
+  EXPECT_EQ(registry.Text(server + u"ThreadingModel"), u"Apartment");
+  EXPECT_EQ(TextOf(registry.wide_values.at(server)), kDlls.wide);
+  EXPECT_EQ(TextOf(registry.wide_values.at(server + u"ThreadingModel")), u"Apartment");
+}
+
+TEST(VbaRegistration, EditorsOfABitnessWithoutADllAreLeftAlone) {
+  FakeRegistry registry;
+  ASSERT_TRUE(RegisterVba(registry, kVbaAddIn, {.narrow = kDlls.narrow}));
+  EXPECT_TRUE(registry.wide_values.empty());
+  for (const auto& [name, data] : registry.values) {
+    EXPECT_EQ(name.find(u"Addins64"), std::u16string::npos) << ToUtf8(name);
+  }
+}
+
+TEST(VbaRegistration, HasAnEditorThatGaveUpLoadTheAddInAgain) {
+  FakeRegistry registry;
+  const std::u16string load =
+      u"HKCU\\Software\\Microsoft\\VBA\\VBE\\6.0\\Addins\\Declarium.Vba|LoadBehavior";
+  for (const std::uint32_t before : {0U, 1U, 2U}) {
+    registry.values[load] = NumberValue(before);
+    ASSERT_TRUE(RegisterVba(registry, kVbaAddIn, kDlls));
+    EXPECT_EQ(registry.Number(load), 3u);
+  }
+}
+
+TEST(VbaRegistration, UnregisteringLeavesNothingOfItsOwnAndAllOfOthers) {
+  FakeRegistry registry;
+  registry.values[u"HKCU\\Software\\Microsoft\\VBA\\VBE\\6.0\\Addins\\Other.Vba|X"] = NumberValue(1);
+  const auto before = registry.values;
+  ASSERT_TRUE(RegisterVba(registry, kVbaAddIn, kDlls));
+  ASSERT_TRUE(UnregisterVba(registry, kVbaAddIn));
+  EXPECT_EQ(registry.values, before);
+  EXPECT_TRUE(registry.wide_values.empty());
+}
+
+TEST(VbaRegistration, RefusedWriteIsReported) {
+  FakeRegistry registry;
+  registry.read_only_root = RegistryRoot::kCurrentUser;
+  const auto result = RegisterVba(registry, kVbaAddIn, kDlls);
+  ASSERT_FALSE(result);
+  EXPECT_EQ(result.error().code, 5u);
+}
+
+TEST(VbaRegistration, TheClassOfTheServerComesWithoutTheIdesList) {
+  FakeRegistry registry;
+  ASSERT_TRUE(RegisterServerClass(registry, kDeclariumServer, kProgram));
+  for (const auto& [name, data] : registry.values) {
+    EXPECT_TRUE(name.starts_with(u"HKCU\\Software\\Classes\\")) << ToUtf8(name);
+  }
+  EXPECT_EQ(registry.Text(u"HKCU\\" + LocalServerKey(kDeclariumServer) + u"|ServerExecutable"),
+            kProgram);
+}
+
 TEST(ServerSwitches, AreFoundWithEitherMarkAndAnyCase) {
   const struct {
     std::u16string argument;
@@ -341,6 +461,7 @@ TEST(ServerSwitches, AreFoundWithEitherMarkAndAnyCase) {
       {u"-REGSERVER:machine", ServerTask::kRegister, RegistrationScope::kMachine},
       {u"/UnregServer", ServerTask::kUnregister, RegistrationScope::kUser},
       {u"-unregserver:Machine", ServerTask::kUnregister, RegistrationScope::kMachine},
+      {u"/RegServer:VBA", ServerTask::kRegisterVba, RegistrationScope::kUser},
       {u"/Doctor", ServerTask::kDoctor, RegistrationScope::kUser},
       {u"/?", ServerTask::kHelp, RegistrationScope::kUser},
       {u"-?", ServerTask::kHelp, RegistrationScope::kUser},

@@ -1,6 +1,7 @@
 #include "host/com/server_tasks.h"
 
 #include <utility>
+#include <vector>
 #include <windows.h>
 
 #include "host/doctor.h"
@@ -70,11 +71,14 @@ FileKind KindOf(std::u16string_view path) {
   return attributes & FILE_ATTRIBUTE_DIRECTORY ? FileKind::kFolder : FileKind::kFile;
 }
 
-Outcome Diagnose(const Registry& registry, const ServerIdentity& server) {
+Outcome Diagnose(const Registry& registry, const ServerIdentity& server,
+                 const ServerIdentity* vba) {
   const DoctorFacts facts{win32::ProgramPath(), KindOf};
   const auto findings = ExamineRegistration(registry, server, facts);
-  const auto report = DoctorReport(findings);
-  return {report, report, CanBeLoaded(findings)};
+  std::vector<Finding> of_vba;
+  if (vba != nullptr) of_vba = ExamineVbaRegistration(registry, *vba, facts);
+  const auto report = DoctorReport(findings, of_vba);
+  return {report, report, CanBeLoaded(findings) && CanBeLoaded(of_vba)};
 }
 
 bool IsWindowsOf64Bits() {
@@ -130,7 +134,7 @@ Outcome Run(const ServerSwitches& switches, const ServerIdentity& server,
       return Written(u"unregistered", texts::kUnregistered,
                      Unregister(registry, server, vba, switches.scope));
     case ServerTask::kDoctor:
-      return Diagnose(registry, server);
+      return Diagnose(registry, server, vba);
     case ServerTask::kHelp:
     case ServerTask::kNone:
     case ServerTask::kServe:
