@@ -49,7 +49,7 @@ struct HostLink {
   std::function<void()> check_code_module = [] {};  // every 100 ms while the window is in use
   // Whose declarations the host takes, unless the user chose others.
   std::function<vb::Audience()> target = [] { return vb::Audience::kVb6; };
-  std::function<void()> hidden = [] {};             // closing has hidden or unloaded the window
+  std::function<void()> hidden = [] {};  // closing has hidden or unloaded the window
 };
 
 struct MainWindowOptions {

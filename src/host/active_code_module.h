@@ -30,8 +30,8 @@ class ActiveCodeModule final : public ComponentEvents,
   // Null when there is none. Who keeps the module over a call that lets events in keeps a share.
   [[nodiscard]] std::shared_ptr<CodeModule> Module() const noexcept { return module_; }
 
-  // One turn of the 100 ms timer CodeModuleChecker: reads CountOfLines and ignores any error. A host
-  // that does not say when another component is selected is asked for it instead. Does nothing
+  // One turn of the 100 ms timer CodeModuleChecker: reads CountOfLines and ignores any error. A
+  // host that does not say when another component is selected is asked for it instead. Does nothing
   // while a turn before it waits for its answer.
   void Check();
 

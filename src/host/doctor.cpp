@@ -247,8 +247,8 @@ void ExamineVbaEditors(FindingList& findings, const Registry& registry,
   const auto dll = ReadText(registry, root, key, u"", editors.view);
   if (!dll) return findings.Add(FindingKind::kNoDll, where);
   const auto file_name = FileNameOf(facts.program).size();
-  const auto own = facts.program.substr(0, facts.program.size() - file_name) +
-                   std::u16string(editors.file);
+  const auto own =
+      facts.program.substr(0, facts.program.size() - file_name) + std::u16string(editors.file);
   auto kind = EqualIgnoringCase(*dll, own) ? FindingKind::kDll : FindingKind::kDllIsOtherCopy;
   if (facts.kind_of(*dll) != FileKind::kFile) kind = FindingKind::kDllIsMissing;
   findings.Add(kind, where, *dll);

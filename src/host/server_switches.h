@@ -11,13 +11,13 @@
 namespace declarium {
 
 enum class ServerTask {
-  kNone,        // the user started the program
-  kServe,       // started for a host: wait for it, show nothing
-  kRegister,    // write the registration and end
+  kNone,         // the user started the program
+  kServe,        // started for a host: wait for it, show nothing
+  kRegister,     // write the registration and end
   kRegisterVba,  // write that for VBA editors and end
-  kUnregister,  // remove the registration and end
-  kDoctor,      // report on the registration and end
-  kHelp,        // show the switches and end
+  kUnregister,   // remove the registration and end
+  kDoctor,       // report on the registration and end
+  kHelp,         // show the switches and end
 };
 
 struct ServerSwitches {

@@ -12,7 +12,7 @@ constexpr std::array<std::u16string_view, 3> kAboveLists = {u"Software\\Microsof
                                                             u"Software\\Microsoft\\VBA"};
 
 void WriteDllClass(RegistryWriter& writer, const ServerIdentity& add_in, const VbaEditors& editors,
-                std::u16string_view dll) {
+                   std::u16string_view dll) {
   const auto description = TextValue(add_in.description);
   const auto in = [&](const std::u16string& key, std::u16string_view name,
                       const RegistryValue& value) {
@@ -57,8 +57,7 @@ std::expected<void, RegistryError> RegisterVba(Registry& registry, const ServerI
   return writer.Result();
 }
 
-std::expected<void, RegistryError> UnregisterVba(Registry& registry,
-                                                 const ServerIdentity& add_in) {
+std::expected<void, RegistryError> UnregisterVba(Registry& registry, const ServerIdentity& add_in) {
   std::expected<void, RegistryError> result;
   const auto keep_first = [&result](std::expected<void, RegistryError> outcome) {
     if (result) result = std::move(outcome);

@@ -13,8 +13,7 @@ STDAPI DllGetClassObject(REFCLSID wanted, REFIID iid, void** object) {
   *object = nullptr;
   try {
     CLSID own{};
-    const HRESULT known =
-        CLSIDFromString(win32::WideString(kVbaAddIn.class_id).c_str(), &own);
+    const HRESULT known = CLSIDFromString(win32::WideString(kVbaAddIn.class_id).c_str(), &own);
     if (FAILED(known) || wanted != own) return CLASS_E_CLASSNOTAVAILABLE;
     const auto factory = vba::MakeEditorAddInFactory();
     return factory ? factory->QueryInterface(iid, object) : E_OUTOFMEMORY;

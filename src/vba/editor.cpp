@@ -100,9 +100,8 @@ HostResult<Variant> Editor::Answer(DISPID member, std::span<const Variant> argum
 }
 
 HostResult<Variant> Editor::Window(const Arguments&) {
-  return Answered(Then(application_.Object(vb::kMainWindow), [](const HostObject& window) {
-    return window.Number(vb::kHWnd);
-  }));
+  return Answered(Then(application_.Object(vb::kMainWindow),
+                       [](const HostObject& window) { return window.Number(vb::kHWnd); }));
 }
 
 HostObject Editor::SelectedComponent() const {
@@ -156,8 +155,8 @@ HostResult<HostObject> Editor::ComponentsOf(const Arguments& project) const {
 }
 
 HostResult<Variant> Editor::CountOfComponents(const Arguments& project) {
-  return Answered(Then(ComponentsOf(project),
-                       [](const HostObject& all) { return all.Number(vb::kCount); }));
+  return Answered(
+      Then(ComponentsOf(project), [](const HostObject& all) { return all.Number(vb::kCount); }));
 }
 
 HostResult<Variant> Editor::ComponentAt(const Arguments& project_and_position) {

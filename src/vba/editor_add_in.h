@@ -1,8 +1,8 @@
 // The add-in object that a VBA editor creates, one for each editor.
 #pragma once
 
-#include <windows.h>
 #include <unknwn.h>
+#include <windows.h>
 
 #include "win32/com_ptr.h"
 

@@ -14,8 +14,8 @@ namespace declarium::vba {
 class EditorControls {
  public:
   // Places them; `clicked` is called for clicks on either. What an editor that crashed kept of
-  // earlier ones is removed first. A control that cannot be placed, or whose clicks cannot be heard,
-  // is left out; one whose picture is refused shows its caption.
+  // earlier ones is removed first. A control that cannot be placed, or whose clicks cannot be
+  // heard, is left out; one whose picture is refused shows its caption.
   EditorControls(const com::HostObject& application, Boundary& boundary,
                  const std::function<void()>& clicked);
   EditorControls(const EditorControls&) = delete;

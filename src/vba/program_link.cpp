@@ -24,8 +24,7 @@ constexpr HostMember kOnDisconnection{2, L"OnDisconnection"};
 HostResult<HostObject> StartProgram() {
   CLSID class_id{};
   win32::ComPtr<IDispatch> program;
-  HRESULT status =
-      CLSIDFromString(win32::WideString(kDeclariumServer.class_id).c_str(), &class_id);
+  HRESULT status = CLSIDFromString(win32::WideString(kDeclariumServer.class_id).c_str(), &class_id);
   if (SUCCEEDED(status)) {
     status = CoCreateInstance(class_id, nullptr, CLSCTX_LOCAL_SERVER, IID_IDispatch,
                               reinterpret_cast<void**>(program.Receive()));

@@ -17,7 +17,7 @@ inline constexpr std::int32_t kNotProtected = 0;
 
 // CommandBars, CommandBar, CommandBarControls, CommandBarPopup, CommandBarButton
 inline constexpr HostMember kFindControl{0x60030008, L"FindControl"};  // Type, Id, Tag, Visible
-inline constexpr HostMember kBarName{0x6004000E, L"Name"};  // the same in every language
+inline constexpr HostMember kBarName{0x6004000E, L"Name"};             // the same in every language
 inline constexpr HostMember kCountOfControls{0x60030001, L"Count"};
 inline constexpr HostMember kControlType{0x60040028, L"Type"};
 inline constexpr std::int32_t kControlPopup = 10;

@@ -41,12 +41,9 @@ class Registry {
   [[nodiscard]] virtual std::expected<void, RegistryError> CreateKey(RegistryRoot root,
                                                                      std::u16string_view key) = 0;
   // Creates the key where it is missing.
-  [[nodiscard]] virtual std::expected<void, RegistryError> Write(RegistryRoot root,
-                                                                 std::u16string_view key,
-                                                                 std::u16string_view name,
-                                                                 const RegistryValue& value,
-                                                                 RegistryView view =
-                                                                     RegistryView::kOwn) = 0;
+  [[nodiscard]] virtual std::expected<void, RegistryError> Write(
+      RegistryRoot root, std::u16string_view key, std::u16string_view name,
+      const RegistryValue& value, RegistryView view = RegistryView::kOwn) = 0;
   // Removes the key and everything below it; an absent key is fine.
   [[nodiscard]] virtual std::expected<void, RegistryError> DeleteTree(
       RegistryRoot root, std::u16string_view key, RegistryView view = RegistryView::kOwn) = 0;

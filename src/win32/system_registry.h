@@ -19,8 +19,7 @@ class SystemRegistry final : public Registry {
       RegistryRoot root, std::u16string_view key, std::u16string_view name,
       const RegistryValue& value, RegistryView view = RegistryView::kOwn) override;
   [[nodiscard]] std::expected<void, RegistryError> DeleteTree(
-      RegistryRoot root, std::u16string_view key,
-      RegistryView view = RegistryView::kOwn) override;
+      RegistryRoot root, std::u16string_view key, RegistryView view = RegistryView::kOwn) override;
   void DeleteIfEmpty(RegistryRoot root, std::u16string_view key,
                      RegistryView view = RegistryView::kOwn) override;
 };

@@ -5,12 +5,6 @@
 namespace declarium {
 namespace {
 
-// Runs a task of the program that ends by itself.
-int RunTask(const std::filesystem::path& program, const wchar_t* task) {
-  std::string output;
-  return RunProgram(L"\"" + program.wstring() + L"\" " + task, output);
-}
-
 BOOL CALLBACK FindMainWindow(HWND window, LPARAM found) {
   if (window_driver::NameOf(window) != "frmMain") return TRUE;
   *reinterpret_cast<HWND*>(found) = window;
@@ -28,10 +22,19 @@ DWORD ProcessWithMainWindow() {
 
 }  // namespace
 
-void AddInTest::SetUp() {
+int RunTask(const std::filesystem::path& program, const wchar_t* task) {
+  std::string output;
+  return RunProgram(L"\"" + program.wstring() + L"\" " + task, output);
+}
+
+void AddInTest::PutLibrary() {
   Put("win.api", WinLibrary());
   WriteSetting(store_, setting::kLastDatabaseIndex, 0);
   WriteSetting(store_, setting::kLastDatabaseName, u"Win");
+}
+
+void AddInTest::SetUp() {
+  PutLibrary();
   // Wine looks classes up for the machine only.
   ASSERT_EQ(RunTask(FileAt("Declarium.exe"), L"/RegServer:machine"), 0);
   ASSERT_EQ(IdeProcess().Tell("interfaces on"), "ok");

@@ -10,6 +10,9 @@ namespace declarium {
 
 inline const std::string kAddIn = "Declarium.Connect";
 
+// Runs a task of the program that ends by itself; its exit status.
+int RunTask(const std::filesystem::path& program, const wchar_t* task);
+
 // What the basket with the constant A inserts; its text ends with a line break.
 inline const std::string kConstant = "Private Const A = 1\\n";
 
@@ -17,6 +20,8 @@ inline const std::string kConstant = "Private Const A = 1\\n";
 class AddInTest : public OutsideTest {
  protected:
   void SetUp() override;
+  // The library and the settings that open it.
+  void PutLibrary();
   // Requires that the process of the add-in has ended by then.
   void TearDown() override;
 

@@ -7,6 +7,7 @@
 #include "app/window_fixture.h"
 #include "host/fake_host.h"
 #include "host/host_sessions.h"
+#include "shell/settings.h"
 #include "toolkit/headless/form.h"
 
 namespace declarium {
@@ -65,6 +66,22 @@ class ProgramWindowsTest : public WindowTest {
                            posted_.push_back(std::move(call));
                          }};
 };
+
+TEST_F(ProgramWindowsTest, DeclarationsAreWrittenForTheHostUnlessTheUserChose) {
+  other_.target = vb::Audience::kVba7;
+  HostConnection& ide = Connect(host_);
+  HostConnection& editor = Connect(other_);
+  const auto told = [this] { return Main().Get<RichText>("RTB").ToolTip(); };
+  Show(ide);
+  EXPECT_EQ(told(), u"");
+  Show(editor);
+  EXPECT_EQ(told(), u"Zdrojový text pre: VBA 7 aj Visual Basic 6.0");
+  Show(ide);
+  EXPECT_EQ(told(), u"");
+  WriteTarget(*store_, vb::Audience::kVb6);
+  Show(editor);
+  EXPECT_EQ(told(), u"");
+}
 
 TEST_F(ProgramWindowsTest, ConnectingLoadsTheWindowAndHoldsNothing) {
   const auto before = FormCount();

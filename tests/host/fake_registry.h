@@ -58,8 +58,7 @@ class FakeRegistry final : public Registry {
     return {};
   }
   std::expected<void, RegistryError> Write(RegistryRoot root, std::u16string_view key,
-                                           std::u16string_view name,
-                                           const RegistryValue& value,
+                                           std::u16string_view name, const RegistryValue& value,
                                            RegistryView view = RegistryView::kOwn) override {
     if (root == read_only_root) return std::unexpected(RegistryError{root, std::u16string(key), 5});
     In(view)[KeyName(root, key) + u"|" + std::u16string(name)] = value;
@@ -67,7 +66,8 @@ class FakeRegistry final : public Registry {
   }
   std::expected<void, RegistryError> DeleteTree(RegistryRoot root, std::u16string_view key,
                                                 RegistryView view = RegistryView::kOwn) override {
-    std::erase_if(In(view), [&](const auto& value) { return IsIn(value.first, KeyName(root, key)); });
+    std::erase_if(In(view),
+                  [&](const auto& value) { return IsIn(value.first, KeyName(root, key)); });
     return {};
   }
   void DeleteIfEmpty(RegistryRoot root, std::u16string_view key,

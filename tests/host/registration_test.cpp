@@ -145,9 +145,7 @@ class DoctorTest : public testing::Test {
     registry_.values[kAddIn + u"|LoadBehavior"] = value;
   }
 
-  void RegisterWideVba() {
-    ASSERT_TRUE(RegisterVba(registry_, kVbaAddIn, {.wide = kDlls.wide}));
-  }
+  void RegisterWideVba() { ASSERT_TRUE(RegisterVba(registry_, kVbaAddIn, {.wide = kDlls.wide})); }
   std::u16string VbaVerdict() {
     const auto report = Report();
     return report.substr(report.rfind(u"\r\n", report.size() - 3) + 2);
@@ -155,8 +153,7 @@ class DoctorTest : public testing::Test {
 
   inline static const std::u16string kWideVbaList =
       u"HKCU\\Software\\Microsoft\\VBA\\VBE\\6.0\\Addins64\\Declarium.Vba|LoadBehavior";
-  inline static const std::u16string kWideDll =
-      u"HKCU\\" + InprocServerKey(kVbaAddIn) + u"|";
+  inline static const std::u16string kWideDll = u"HKCU\\" + InprocServerKey(kVbaAddIn) + u"|";
   inline static const std::u16string kAddIn =
       u"HKCU\\Software\\Microsoft\\Visual Basic\\6.0\\Addins\\Declarium.Connect";
   FakeRegistry registry_;
@@ -422,7 +419,8 @@ TEST(VbaRegistration, HasAnEditorThatGaveUpLoadTheAddInAgain) {
 
 TEST(VbaRegistration, UnregisteringLeavesNothingOfItsOwnAndAllOfOthers) {
   FakeRegistry registry;
-  registry.values[u"HKCU\\Software\\Microsoft\\VBA\\VBE\\6.0\\Addins\\Other.Vba|X"] = NumberValue(1);
+  registry.values[u"HKCU\\Software\\Microsoft\\VBA\\VBE\\6.0\\Addins\\Other.Vba|X"] =
+      NumberValue(1);
   const auto before = registry.values;
   ASSERT_TRUE(RegisterVba(registry, kVbaAddIn, kDlls));
   ASSERT_TRUE(UnregisterVba(registry, kVbaAddIn));

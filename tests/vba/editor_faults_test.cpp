@@ -169,8 +169,7 @@ TEST_F(VbaFaultTest, RegisteringAgainHasAnEditorThatGaveUpLoadTheAddIn) {
   ASSERT_TRUE(registry.Write(RegistryRoot::kCurrentUser, key, u"LoadBehavior", NumberValue(0)));
   VbaEditor editor;
   EXPECT_EQ(editor.Tell("listed"), "ok ");
-  std::string output;
-  ASSERT_EQ(RunProgram(L"\"" + FileAt("Declarium.exe").wstring() + L"\" /RegServer:vba", output), 0);
+  ASSERT_EQ(RunTask(FileAt("Declarium.exe"), L"/RegServer:vba"), 0);
   EXPECT_EQ(editor.Tell("listed"), "ok Declarium.Vba");
 }
 

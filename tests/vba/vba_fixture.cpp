@@ -8,13 +8,7 @@
 namespace declarium {
 namespace {
 
-constexpr const wchar_t* kDll =
-    sizeof(void*) == 8 ? L"DeclariumVba64.dll" : L"DeclariumVba32.dll";
-
-int RunTask(const std::filesystem::path& program, const wchar_t* task) {
-  std::string output;
-  return RunProgram(L"\"" + program.wstring() + L"\" " + task, output);
-}
+constexpr const wchar_t* kDll = sizeof(void*) == 8 ? L"DeclariumVba64.dll" : L"DeclariumVba32.dll";
 
 using UniqueService = win32::UniqueHandle<SC_HANDLE, CloseServiceHandle>;
 
@@ -36,13 +30,16 @@ void ForgetDeadClasses() {
 void VbaTest::SetUp() {
   std::filesystem::copy_file(Beside(std::filesystem::path("../../src/vba") / kDll),
                              FileAt("Declarium.exe").parent_path() / kDll);
-  AddInTest::SetUp();
+  PutLibrary();
+  // Wine looks the program's class up for the machine only.
+  ASSERT_EQ(RunTask(FileAt("Declarium.exe"), L"/RegServer:machine"), 0);
   ASSERT_EQ(RunTask(FileAt("Declarium.exe"), L"/RegServer:vba"), 0);
 }
 
 void VbaTest::TearDown() {
+  EXPECT_TRUE(IsGone()) << "the process stays";
   EXPECT_EQ(RunTask(FileAt("Declarium.exe"), L"/UnregServer"), 0);
-  AddInTest::TearDown();
+  EXPECT_EQ(RunTask(FileAt("Declarium.exe"), L"/UnregServer:machine"), 0);
 }
 
 void VbaTest::Connect(VbaEditor& editor) {

@@ -61,8 +61,8 @@ class CustomArray {
 
 // The text of a value below the user's classes; "" when there is none.
 std::u16string ClassText(const std::u16string& key) {
-  const auto value = win32::SystemRegistry().Read(RegistryRoot::kCurrentUser,
-                                                  u"Software\\Classes\\" + key, u"");
+  const auto value =
+      win32::SystemRegistry().Read(RegistryRoot::kCurrentUser, u"Software\\Classes\\" + key, u"");
   return value ? TextOf(*value) : std::u16string();
 }
 
@@ -77,8 +77,8 @@ HRESULT FactoryInProcess(const std::u16string& prog_id, ComPtr<IClassFactory>& f
   const HMODULE module = LoadLibraryW(win32::WideString(dll).c_str());
   if (!module) return HRESULT_FROM_WIN32(GetLastError());
   using GetClass = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**);
-  const auto get_class =
-      reinterpret_cast<GetClass>(reinterpret_cast<void*>(GetProcAddress(module, "DllGetClassObject")));
+  const auto get_class = reinterpret_cast<GetClass>(
+      reinterpret_cast<void*>(GetProcAddress(module, "DllGetClassObject")));
   if (!get_class) return TYPE_E_DLLFUNCTIONNOTFOUND;
   return get_class(class_id, IID_IClassFactory, reinterpret_cast<void**>(factory.Receive()));
 }
@@ -140,8 +140,8 @@ HRESULT AddInLoader::ConnectInProcess(const std::u16string& prog_id, int mode) {
   if (!table) return E_NOINTERFACE;
   add_ins_[prog_id] = {factory, created, table};
   CustomArray custom;
-  status = table->OnConnection(model_.Vbe().Get(), mode, model_.AddIn(prog_id).Get(),
-                               custom.pointer());
+  status =
+      table->OnConnection(model_.Vbe().Get(), mode, model_.AddIn(prog_id).Get(), custom.pointer());
   if (FAILED(status)) {
     [[maybe_unused]] const auto written = win32::SystemRegistry().Write(
         RegistryRoot::kCurrentUser, std::u16string(kVbaList) + u"\\" + prog_id, u"LoadBehavior",

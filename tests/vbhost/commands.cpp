@@ -282,8 +282,7 @@ void Commands::AddEventCommands() {
 void Commands::AddAddInCommands() {
   commands_["listed"] = {0, [this](const Words&) {
                            std::string names;
-                           for (const auto& name : loader_.Listed())
-                             names += ToUtf8(name) + " ";
+                           for (const auto& name : loader_.Listed()) names += ToUtf8(name) + " ";
                            return Ok(names.substr(0, names.find_last_not_of(' ') + 1));
                          }};
   // connect PROGID [v2|v1|dispatch] [MODE]: mode 0 is "after startup", 1 "startup"
@@ -363,8 +362,8 @@ void Commands::AddReportCommands() {
       0, [this](const Words&) {
         long long count = 0;
         for (const auto& bar : ide_.bars) {
-          count +=
-              std::ranges::count_if(bar->controls, [](const auto& one) { return !one->temporary && !one->menu; });
+          count += std::ranges::count_if(
+              bar->controls, [](const auto& one) { return !one->temporary && !one->menu; });
         }
         return Ok(count);
       }};

@@ -75,7 +75,7 @@ struct Ide {
   std::shared_ptr<Project> active_project;
   std::shared_ptr<Component> selected;     // in the project window
   std::shared_ptr<Component> active_pane;  // whose code window is the active one
-  int reset_questions = 0;  // a VBA editor asked whether to end the running program
+  int reset_questions = 0;                 // a VBA editor asked whether to end the running program
   HWND window = nullptr;
   std::function<void()> changed = [] {};  // what the window shows changed
 };

@@ -35,8 +35,7 @@ class Share {
   [[nodiscard]] const HostObject& Editor() const noexcept { return editor_; }
   [[nodiscard]] int Number() const noexcept { return number_; }
 
-  [[nodiscard]] HostResult<int> Ask(HostMember member,
-                                    BusyHost busy = BusyHost::kWaitFor) const {
+  [[nodiscard]] HostResult<int> Ask(HostMember member, BusyHost busy = BusyHost::kWaitFor) const {
     return NumberIn(editor_.Get(member, {Variant(number_)}, busy));
   }
   [[nodiscard]] HostResult<std::u16string> Text(HostMember member) const {
@@ -91,8 +90,8 @@ class EditorModule final : public CodeModule {
     return Write(editor::kInsertLines, line, text);
   }
   HostResult<> DeleteLines(int first, int count) override {
-    return component_->Editor().Do(
-        editor::kDeleteLines, {Variant(component_->Number()), Variant(first), Variant(count)});
+    return component_->Editor().Do(editor::kDeleteLines,
+                                   {Variant(component_->Number()), Variant(first), Variant(count)});
   }
   HostResult<> ReplaceLine(int line, std::u16string_view text) override {
     return Write(editor::kReplaceLine, line, text);
@@ -142,14 +141,11 @@ class EditorProject final : public HostProject {
  public:
   explicit EditorProject(SharePtr project) : project_(std::move(project)) {}
   HostResult<std::u16string> Name() override { return project_->Text(editor::kProjectName); }
-  HostResult<int> CountOfComponents() override {
-    return project_->Ask(editor::kCountOfComponents);
-  }
+  HostResult<int> CountOfComponents() override { return project_->Ask(editor::kCountOfComponents); }
   HostResult<std::unique_ptr<HostComponent>> Component(int position) override {
     const auto& object = project_->Editor();
     const auto component = ShareIn(
-        object,
-        object.Get(editor::kComponentAt, {Variant(project_->Number()), Variant(position)}));
+        object, object.Get(editor::kComponentAt, {Variant(project_->Number()), Variant(position)}));
     if (!component) return std::unexpected(component.error());
     if (!*component) return std::unexpected(HostError{kWrongAnswer});
     return std::make_unique<EditorComponent>(*component);
@@ -167,8 +163,8 @@ HostResult<std::unique_ptr<HostProject>> ProjectIn(const HostResult<SharePtr>& s
 
 HostResult<std::unique_ptr<HostProject>> EditorComponent::Project() {
   const auto& object = component_->Editor();
-  return ProjectIn(ShareIn(
-      object, object.Get(editor::kComponentProject, {Variant(component_->Number())})));
+  return ProjectIn(
+      ShareIn(object, object.Get(editor::kComponentProject, {Variant(component_->Number())})));
 }
 
 class NoSubscription final : public Subscription {};
