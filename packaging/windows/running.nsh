@@ -55,10 +55,16 @@ FunctionEnd
 ; Goes on when no program of the folder runs. Until then the user is asked; without one, or when he
 ; gives up, it ends here.
 Function ${un}RequireClosed
-  ${For} $1 1 2
+  ${For} $1 1 4
     StrCpy $R9 "$INSTDIR\Declarium.exe"
     ${If} $1 = 2
       StrCpy $R9 "$INSTDIR\declarium-cli.exe"
+    ${ElseIf} $1 > 2
+      ; An editor of Office has it loaded.
+      StrCpy $R9 "$INSTDIR\DeclariumVba32.dll"
+      ${If} $1 = 4
+        StrCpy $R9 "$INSTDIR\DeclariumVba64.dll"
+      ${EndIf}
     ${EndIf}
     ${DoWhile} ${FileExists} $R9
       ; A program that runs cannot be opened for writing.

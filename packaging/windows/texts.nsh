@@ -19,8 +19,8 @@
   "Zaradí Declarium do správcu doplnkov, iba pre vás; správca počítača nie je potrebný."
 
 !insertmacro Text InUse \
-  "$R9 is running or cannot be written.$\r$\n$\r$\nClose Declarium and every IDE that has loaded it, then try again. Nothing is closed by force and nothing has been changed yet." \
-  "$R9 je spustený alebo sa nedá zapísať.$\r$\n$\r$\nZatvorte Declarium aj každé prostredie, ktoré ho má načítané, a skúste to znova. Nič sa nezatvára násilím a zatiaľ sa nič nezmenilo."
+  "$R9 is running or cannot be written.$\r$\n$\r$\nClose Declarium and every IDE or editor that has loaded it, then try again. Nothing is closed by force and nothing has been changed yet." \
+  "$R9 je spustený alebo sa nedá zapísať.$\r$\n$\r$\nZatvorte Declarium aj každé prostredie a každý editor, ktoré ho majú načítané, a skúste to znova. Nič sa nezatvára násilím a zatiaľ sa nič nezmenilo."
 !insertmacro Text NotRegistered \
   "Registering for the IDE failed ($0). The window works; see Declarium.exe /Doctor." \
   "Registrácia pre prostredie zlyhala ($0). Okno funguje; pozrite Declarium.exe /Doctor."

@@ -63,12 +63,13 @@ int Editor::Arguments::Number(std::size_t index) const {
 
 const Editor::Member* Editor::FindMember(DISPID id) {
   using namespace com;
-  static constexpr std::array<Member, 18> kMembers = {{
+  static constexpr std::array<Member, 19> kMembers = {{
       {editor::kWindow.id, "", &Editor::Window},
       {editor::kSelection.id, "", &Editor::Selection},
       {editor::kActiveComponent.id, "", &Editor::ActiveComponent},
       {editor::kActiveProject.id, "", &Editor::ActiveProject},
       {editor::kGiveBack.id, "n", &Editor::GiveBack},
+      {editor::kCountOfProjects.id, "", &Editor::CountOfProjects},
       {editor::kProjectName.id, "n", &Editor::ProjectName},
       {editor::kCountOfComponents.id, "n", &Editor::CountOfComponents},
       {editor::kComponentAt.id, "nn", &Editor::ComponentAt},
@@ -140,6 +141,11 @@ HostResult<Variant> Editor::ActiveProject(const Arguments&) {
 HostResult<Variant> Editor::GiveBack(const Arguments& number) {
   shares_.GiveBack(number.Number(0));
   return Variant();
+}
+
+HostResult<Variant> Editor::CountOfProjects(const Arguments&) {
+  return Answered(Then(application_.Object(vb::kVBProjects),
+                       [](const HostObject& all) { return all.Number(vb::kCount); }));
 }
 
 HostResult<Variant> Editor::ProjectName(const Arguments& project) {

@@ -44,6 +44,7 @@ class Editor {
   HostResult<com::Variant> ActiveComponent(const Arguments&);
   HostResult<com::Variant> ActiveProject(const Arguments&);
   HostResult<com::Variant> GiveBack(const Arguments& number);
+  HostResult<com::Variant> CountOfProjects(const Arguments&);
   HostResult<com::Variant> ProjectName(const Arguments& project);
   HostResult<com::Variant> CountOfComponents(const Arguments& project);
   HostResult<com::Variant> ComponentAt(const Arguments& project_and_position);

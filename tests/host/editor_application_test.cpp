@@ -58,9 +58,8 @@ TEST_F(EditorApplicationTest, TheLastLineIsWrittenWithoutItsEnd) {
   ASSERT_TRUE(module->InsertLines(1, u"Const A = 1"));
   ASSERT_TRUE(module->InsertLines(1, u""));
   ASSERT_TRUE(module->ReplaceLine(1, u"Const C = 3\r\n"));
-  EXPECT_EQ(editor_->written,
-            (std::vector<std::u16string>{u"Const A = 1\r\nConst B = 2", u"Const A = 1", u"",
-                                         u"Const C = 3"}));
+  EXPECT_EQ(editor_->written, (std::vector<std::u16string>{u"Const A = 1\r\nConst B = 2",
+                                                           u"Const A = 1", u"", u"Const C = 3"}));
 }
 
 TEST_F(EditorApplicationTest, ALineThatTheEditorWouldCutIsRefusedBeforeAnythingIsWritten) {

@@ -206,6 +206,8 @@ class EditorApplication final : public HostApplication {
     return declarium::vb::Audience::kVba7;
   }
 
+  HostResult<int> CountOfProjects() override { return editor_.Number(editor::kCountOfProjects); }
+
   HostResult<std::unique_ptr<HostProject>> ActiveProject() override {
     return ProjectIn(ShareIn(editor_, editor_.Get(editor::kActiveProject)));
   }

@@ -23,6 +23,7 @@ inline constexpr HostMember kSelection{2, L"Selection"};
 inline constexpr HostMember kActiveComponent{3, L"ActiveComponent"};
 inline constexpr HostMember kActiveProject{4, L"ActiveProject"};
 inline constexpr HostMember kGiveBack{5, L"GiveBack"};  // number
+inline constexpr HostMember kCountOfProjects{6, L"CountOfProjects"};
 
 inline constexpr HostMember kProjectName{10, L"ProjectName"};              // project
 inline constexpr HostMember kCountOfComponents{11, L"CountOfComponents"};  // project
