@@ -35,9 +35,9 @@ HostResult<HostObject> StartProgram() {
 
 // How the system says that there is no such program.
 bool IsNotInstalled(const HostError& error) {
-  static constexpr HRESULT kMissing[] = {REGDB_E_CLASSNOTREG, CO_E_SERVER_EXEC_FAILURE,
-                                         HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND),
-                                         HRESULT_FROM_WIN32(ERROR_PATH_NOT_FOUND)};
+  static constexpr HRESULT kMissing[] = {
+      REGDB_E_CLASSNOTREG, REGDB_E_KEYMISSING, CO_E_SERVER_EXEC_FAILURE,
+      HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND), HRESULT_FROM_WIN32(ERROR_PATH_NOT_FOUND)};
   return std::ranges::find(kMissing, static_cast<HRESULT>(error.code)) != std::end(kMissing);
 }
 
