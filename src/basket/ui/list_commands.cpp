@@ -51,6 +51,7 @@ void ListCommands::Save(const std::filesystem::path& path) {
   const auto text = ListText(libraries, links_.target(), basket_.Contents().Entries());
   if (!TellSaved(toolkit_, saver_.Save(path, ListBytes(text)))) return;
   std::vector<std::u16string> lost;
+  lost.reserve(sources.lost.size());
   for (const auto& name : sources.lost) lost.push_back(ShownWord(name));
   if (!lost.empty()) Say(texts::kListNotInLibraries, lost);
 }
