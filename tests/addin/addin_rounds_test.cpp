@@ -26,7 +26,7 @@ TEST_F(AddInRoundsTest, ManyRoundsLeaveNothingBehindInEitherProcess) {
       ASSERT_EQ(ide.Tell("text Module1 Option Explicit"), "ok");
       ConnectAlso(ide);
       ASSERT_EQ(ide.Tell("click Standard"), "ok");
-      Insert(IDYES);
+      Insert(IDYES, u"Project1.Module1");
       ASSERT_TRUE(ModuleBecomes(ide, "Option Explicit\\n" + kConstant));
       Disconnect(ide);
     }
