@@ -207,7 +207,7 @@ void MainWindow::ShowOptions() {
 
 void MainWindow::HostChanged() {
   CodeModuleChanged();
-  if (IsLoaded()) TakeTarget(ReadTarget(store_, options_.host.target()));
+  if (IsLoaded()) TakeTarget(ReadAudience(store_, options_.host.target()));
 }
 
 void MainWindow::TakeTarget(vb::Audience target) {
@@ -231,7 +231,7 @@ void MainWindow::OfferTarget(vb::Audience target) {
   if (toolkit_.ShowMessage({question, MessageButtons::kYesNo, MessageIcon::kQuestion}) !=
       Answer::kYes)
     return;
-  WriteTarget(store_, target);
+  WriteAudience(store_, target);
   SetTarget(target);
   item_display_.ShowCodeAgain();
 }
@@ -267,7 +267,7 @@ bool MainWindow::Unload() {
 
 void MainWindow::Form_Load() {
   colors_ = ReadColors(store_);
-  SetTarget(ReadTarget(store_, options_.host.target()));
+  SetTarget(ReadAudience(store_, options_.host.target()));
   const auto settings = ReadWindowSettings(store_);
   if (settings.size_saved) {
     const auto& edges = settings.edges;

@@ -84,11 +84,11 @@ void WriteColors(SettingsStore& store, const DisplayColors& colors) {
   WriteColor(store, setting::kNormalColor, colors.normal);
 }
 
-vb::Audience ReadTarget(const SettingsStore& store, vb::Audience otherwise) {
+vb::Audience ReadAudience(const SettingsStore& store, vb::Audience otherwise) {
   return vb::FindAudience(ReadSetting(store, setting::kTarget)).value_or(otherwise);
 }
 
-void WriteTarget(SettingsStore& store, vb::Audience target) {
+void WriteAudience(SettingsStore& store, vb::Audience target) {
   WriteSetting(store, setting::kTarget, FromUtf8(vb::AudienceName(target)));
 }
 

@@ -91,9 +91,9 @@ void WriteSetting(SettingsStore& store, const TextSetting& setting, std::u16stri
 void WriteColors(SettingsStore& store, const DisplayColors& colors);
 
 // `otherwise` when the user has chosen none.
-[[nodiscard]] vb::Audience ReadTarget(const SettingsStore& store,
-                                      vb::Audience otherwise = vb::Audience::kVb6);
-void WriteTarget(SettingsStore& store, vb::Audience target);
+[[nodiscard]] vb::Audience ReadAudience(const SettingsStore& store,
+                                        vb::Audience otherwise = vb::Audience::kVb6);
+void WriteAudience(SettingsStore& store, vb::Audience target);
 
 // What the main window keeps from one run to the next.
 struct WindowSettings {

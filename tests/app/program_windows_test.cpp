@@ -78,7 +78,7 @@ TEST_F(ProgramWindowsTest, DeclarationsAreWrittenForTheHostUnlessTheUserChose) {
   EXPECT_EQ(told(), u"Zdrojový text pre: VBA 7 aj Visual Basic 6.0");
   Show(ide);
   EXPECT_EQ(told(), u"");
-  WriteTarget(*store_, vb::Audience::kVb6);
+  WriteAudience(*store_, vb::Audience::kVb6);
   Show(editor);
   EXPECT_EQ(told(), u"");
 }

@@ -63,12 +63,12 @@ TEST(Settings, HaveTheNamesAndDefaultsThatStoredOnesHave) {
 
 TEST(Settings, KeepTheTargetByItsName) {
   MemoryStore store;
-  EXPECT_EQ(ReadTarget(store), vb::Audience::kVb6);
+  EXPECT_EQ(ReadAudience(store), vb::Audience::kVb6);
   for (const auto target : vb::kAudiences) {
-    WriteTarget(store, target);
-    EXPECT_EQ(ReadTarget(store), target);
+    WriteAudience(store, target);
+    EXPECT_EQ(ReadAudience(store), target);
   }
-  WriteTarget(store, vb::Audience::kVba7Only);
+  WriteAudience(store, vb::Audience::kVba7Only);
   EXPECT_EQ(ReadSetting(store, setting::kTarget), u"vba7-only");
   EXPECT_EQ(store.Type(kSettingsKey, u"Target"), 1U);
 }
@@ -77,12 +77,12 @@ TEST(Settings, AnUnknownTargetIsVb6) {
   MemoryStore store;
   for (const auto* text : {u"", u"vb5", u"1", u"vba7 ", u"vba70"}) {
     WriteSetting(store, setting::kTarget, text);
-    EXPECT_EQ(ReadTarget(store), vb::Audience::kVb6);
+    EXPECT_EQ(ReadAudience(store), vb::Audience::kVb6);
   }
   WriteSetting(store, setting::kTarget, u"VBA7");
-  EXPECT_EQ(ReadTarget(store), vb::Audience::kVba7);
+  EXPECT_EQ(ReadAudience(store), vb::Audience::kVba7);
   store.SetValue(kSettingsKey, u"Target", ValueType::kInteger, 2);
-  EXPECT_EQ(ReadTarget(store), vb::Audience::kVb6);
+  EXPECT_EQ(ReadAudience(store), vb::Audience::kVb6);
 }
 
 TEST(Settings, KeepTheUpperEdgeUnderTheNameLeft) {

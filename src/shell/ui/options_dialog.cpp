@@ -154,7 +154,7 @@ class OptionsDialog {
   void TakeTarget(vb::Audience chosen) {
     if (chosen == target_) return;
     target_ = chosen;
-    WriteTarget(store_, target_);
+    WriteAudience(store_, target_);
   }
 
   Toolkit& toolkit_;

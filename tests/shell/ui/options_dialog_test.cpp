@@ -235,9 +235,9 @@ TEST_F(OptionsDialogTest, OkTakesTheTargetOverAndStoresIt) {
     EXPECT_EQ(target_, vb::Audience::kVb6);
   });
   EXPECT_EQ(target_, vb::Audience::kVba7Only);
-  EXPECT_EQ(ReadTarget(store_), vb::Audience::kVba7Only);
+  EXPECT_EQ(ReadAudience(store_), vb::Audience::kVba7Only);
   Open("Command2", [this](Form& form) { user_.ChooseRow(form.Get<ComboBox>("cmbTarget"), 0); });
-  EXPECT_EQ(ReadTarget(store_), vb::Audience::kVb6);
+  EXPECT_EQ(ReadAudience(store_), vb::Audience::kVb6);
 }
 
 TEST_F(OptionsDialogTest, CancelKeepsTheTarget) {
