@@ -4,8 +4,7 @@
 #include <algorithm>
 #include <gmock/gmock.h>
 
-#include "app/window_fixture.h"
-#include "host/fake_host.h"
+#include "app/host_window_fixture.h"
 #include "host/ui/plan_form.h"
 #include "text/user_texts.h"
 #include "toolkit/headless/form.h"
@@ -20,30 +19,11 @@ using testing::IsEmpty;
 
 constexpr std::u16string_view kBefore = u"Option Explicit\r\n\r\nSub X()\r\nEnd Sub";
 
-class ModuleCommandsTest : public WindowTest {
+class ModuleCommandsTest : public HostWindowTest {
  protected:
-  ModuleCommandsTest() {
-    WriteWinLibrary();
-    options_.mode = RunMode::kInHost;
-    options_.host.connection = [this] { return connection_; };
-    options_.host.has_code_module = [this] {
-      return connection_ && connection_->HasActiveCodeModule();
-    };
-  }
-  ~ModuleCommandsTest() override {
-    if (window_) (void)window_->Unload();
-    if (connection_) connection_->Abandon();
-  }
-
-  // Connects a host with a project of these modules and opens the window, the library and the
-  // constants A and B in the basket.
+  // The same with the constants A and B in the basket.
   void Start(std::vector<std::shared_ptr<FakeModule>> modules) {
-    host_.OpenProject(std::move(modules));
-    connection_ = std::make_shared<HostConnection>(std::make_unique<FakeApplication>(host_),
-                                                   clipboard_, windows_, [](auto) {});
-    connection_->Connect();
-    Open();
-    User().ChooseRow(Form().cmbDatabase, 0);
+    HostWindowTest::Start(std::move(modules));
     Put(0, u"A");
     Put(0, u"B");
     host_.record = {};
@@ -62,28 +42,8 @@ class ModuleCommandsTest : public WindowTest {
     Script().InForm("frmPlan", std::move(action));
     Press();
   }
-  static std::vector<std::u16string> Rows(declarium::Form& plan) {
-    std::vector<std::u16string> rows;
-    const auto& list = plan.Get<ListView>("LV1");
-    for (int i = 1; i <= list.Count(); ++i) {
-      const auto entry = list.Entry(i);
-      const auto* mark = entry.check == CheckMark::kNone      ? u"    "
-                         : entry.check == CheckMark::kChecked ? u"[x] "
-                                                              : u"[ ] ";
-      rows.push_back(mark + std::u16string(entry.text));
-    }
-    return rows;
-  }
   void Agree(declarium::Form& plan) { User().Click(plan.Get<CommandButton>("Command1")); }
   void Cancel(declarium::Form& plan) { User().Click(plan.Get<CommandButton>("Command2")); }
-  [[nodiscard]] std::u16string Code(int module = 0) const {
-    return host_.project->modules[static_cast<std::size_t>(module)]->code.text();
-  }
-
-  FakeHostState host_;
-  FakeClipboard clipboard_{host_.record};
-  FakeWindows windows_{host_.record};
-  std::shared_ptr<HostConnection> connection_;
 };
 
 TEST_F(ModuleCommandsTest, ShowsThePlanAndInsertsWhatIsMissing) {

@@ -4,8 +4,7 @@
 #include <algorithm>
 #include <gmock/gmock.h>
 
-#include "app/window_fixture.h"
-#include "host/fake_host.h"
+#include "app/host_window_fixture.h"
 #include "host/ui/project_form.h"
 #include "text/user_texts.h"
 #include "toolkit/headless/form.h"
@@ -37,30 +36,8 @@ constexpr std::u16string_view kAskMain =
 constexpr std::u16string_view kAskOther =
     u"Zmeniť modul 'Other'?\r\n\r\nOdstránené deklarácie: 1\r\nZmenené deklarácie: 1";
 
-class ProjectCommandsTest : public WindowTest {
+class ProjectCommandsTest : public HostWindowTest {
  protected:
-  ProjectCommandsTest() {
-    WriteWinLibrary();
-    options_.mode = RunMode::kInHost;
-    options_.host.connection = [this] { return connection_; };
-    options_.host.has_code_module = [this] {
-      return connection_ && connection_->HasActiveCodeModule();
-    };
-  }
-  ~ProjectCommandsTest() override {
-    if (window_) (void)window_->Unload();
-    if (connection_) connection_->Abandon();
-  }
-
-  void Start(std::vector<std::shared_ptr<FakeModule>> modules) {
-    host_.OpenProject(std::move(modules));
-    connection_ = std::make_shared<HostConnection>(std::make_unique<FakeApplication>(host_),
-                                                   clipboard_, windows_, [](auto) {});
-    connection_->Connect();
-    Open();
-    User().ChooseRow(Form().cmbDatabase, 0);
-    host_.record = {};
-  }
   void StartTwo() { Start({ModuleOf(u"Main", kMain), ModuleOf(u"Other", kOther)}); }
   void Choose() { User().ChooseMenu(*Form().frmMain, "mnuProject"); }
   // Runs the command and does this in the project's form.
@@ -70,18 +47,6 @@ class ProjectCommandsTest : public WindowTest {
       if (form.IsLoaded()) User().PressKey(form.Get<ListView>("LV1"), key::kEscape);
     });
     Choose();
-  }
-  static std::vector<std::u16string> Rows(declarium::Form& form) {
-    std::vector<std::u16string> rows;
-    const auto& list = form.Get<ListView>("LV1");
-    for (int i = 1; i <= list.Count(); ++i) {
-      const auto entry = list.Entry(i);
-      const auto* mark = entry.check == CheckMark::kNone      ? u"    "
-                         : entry.check == CheckMark::kChecked ? u"[x] "
-                                                              : u"[ ] ";
-      rows.push_back(mark + std::u16string(entry.text));
-    }
-    return rows;
   }
   static void ExpectEnd(const std::u16string& row, std::u16string_view end) {
     EXPECT_TRUE(row.ends_with(end)) << ToUtf8(row);
@@ -93,18 +58,10 @@ class ProjectCommandsTest : public WindowTest {
   static std::u16string Count(declarium::Form& form) {
     return form.Get<Label>("labCount").Caption();
   }
-  [[nodiscard]] std::u16string Code(std::size_t module = 0) const {
-    return host_.project->modules[module]->code.text();
-  }
   void ExpectNothingDone() const {
     EXPECT_EQ(Code(0), kMain);
     EXPECT_EQ(Code(1), kOther);
   }
-
-  FakeHostState host_;
-  FakeClipboard clipboard_{host_.record};
-  FakeWindows windows_{host_.record};
-  std::shared_ptr<HostConnection> connection_;
 };
 
 TEST_F(ProjectCommandsTest, ShowsEveryDeclarationWithWhatIsToBeDone) {
