@@ -18,6 +18,8 @@ ManifestDPIAware true
 !define CLASS "Software\Classes\CLSID\{E935511A-4C2D-4094-9A51-D7CF1373CE55}"
 !define SERVER "${CLASS}\LocalServer32"
 !define PROG_ID "Software\Classes\Declarium.Connect"
+!define IDE_LIST "Software\Microsoft\Visual Basic\6.0\Addins\Declarium.Connect"
+!define VBA_LIST "Software\Microsoft\VBA\VBE\6.0\Addins\Declarium.Vba"
 !define STATUS_NOT_REGISTERED 4
 
 Name "Declarium ${VERSION}"
@@ -152,7 +154,7 @@ Function ${un}DeleteUnchangedLibraries
   ${Loop}
 FunctionEnd
 
-; The program that the IDE starts, "" when none is registered for the user.
+; The program that the IDE and the VBA editors start, "" when none is registered for the user.
 Function ${un}RegisteredProgram
   Push $0
   ReadRegStr $0 HKCU "${SERVER}" "ServerExecutable"
@@ -164,6 +166,7 @@ FunctionEnd
 
 ; ---- installing ----
 
+Var InVbaEditors  ; "" when the VBA editors' list has no Declarium
 Var Library  ; a library's name, without ".api"
 Var Hash     ; of the new one
 Var Place    ; the name that the new one goes to, "" when it is not written
@@ -281,9 +284,16 @@ Section -Unchosen
   ${IfNot} ${SectionIsSelected} ${SectionIde}
     Call RegisteredProgram
     Pop $0
+    ReadRegStr $1 HKCU "${IDE_LIST}" "FriendlyName"
     ${If} $0 == "$INSTDIR\Declarium.exe"
+    ${AndIf} $1 != ""
       ExecWait '"$INSTDIR\Declarium.exe" /UnregServer /Quiet' $0
     ${EndIf}
+  ${EndIf}
+  ; An editor that stopped loading the add-in loads it again, and what was taken away with the IDE's
+  ; registration comes back.
+  ${If} $InVbaEditors != ""
+    ExecWait '"$INSTDIR\Declarium.exe" /RegServer:vba /Quiet' $0
   ${EndIf}
   Push "$(Installed)"
   Call Say
@@ -314,8 +324,13 @@ Function .onInit
   ${If} $0 != ""
     Call RegisteredProgram
     Pop $1
+    ReadRegStr $2 HKCU "${IDE_LIST}" "FriendlyName"
     ${If} $1 != "$0\Declarium.exe"
+    ${OrIf} $2 == ""
       !insertmacro UnselectSection ${SectionIde}
+    ${EndIf}
+    ${If} $1 == "$0\Declarium.exe"
+      ReadRegStr $InVbaEditors HKCU "${VBA_LIST}" "FriendlyName"
     ${EndIf}
     ${IfNot} ${FileExists} "$SMPROGRAMS\Declarium.lnk"
       !insertmacro UnselectSection ${SectionMenu}

@@ -163,10 +163,10 @@ class ProductInformation(unittest.TestCase):
     def test_is_that_of_the_build_in_every_windows_program(self):
         with zipfile.ZipFile(ZIP) as archive:
             programs = {name: archive.read(name) for name in archive.namelist()
-                        if name.endswith(".exe")}
+                        if name.endswith((".exe", ".dll"))}
         setup = DIST / f"declarium-{VERSION}-win32-setup.exe"
         programs[setup.name] = setup.read_bytes()
-        self.assertEqual(len(programs), 3)
+        self.assertEqual(len(programs), 5)
         texts = {"FileVersion": VERSION, "ProductVersion": VERSION, "ProductName": "Declarium",
                  "CompanyName": product()["publisher"], "LegalCopyright": product()["copyright"]}
         for name, data in programs.items():
@@ -202,7 +202,7 @@ class PortableFolder(unittest.TestCase):
     def test_has_programs_that_name_no_folder_of_the_build(self):
         with zipfile.ZipFile(ZIP) as archive:
             for name in archive.namelist():
-                if name.endswith(".exe"):
+                if name.endswith((".exe", ".dll")):
                     self.assertNotIn(str(PROJECT).encode(), archive.read(name), name)
 
 

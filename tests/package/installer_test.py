@@ -17,6 +17,7 @@ FOLDER = r"C:\users\root\AppData\Local\Programs\Declarium"
 UNINSTALL = r"hkcu\software\microsoft\windows\currentversion\uninstall\declarium"
 SETTINGS = r"hkcu\software\brindlework\declarium 3.0"
 ADD_IN = r"hkcu\software\microsoft\visual basic\6.0\addins\declarium.connect"
+VBA_ADD_IN = r"hkcu\software\microsoft\vba\vbe\6.0\addins\declarium.vba"
 CLASS = r"software\classes\clsid\{e935511a-4c2d-4094-9a51-d7cf1373ce55}"
 PROG_ID = r"software\classes\declarium.connect"
 VBHOST = PROJECT / "build/win32/tests/vbhost/vbhost.exe"
@@ -296,6 +297,30 @@ class Upgrade(Installer):
                 self.assertEqual(registry[ADD_IN]["LoadBehavior"], f"dword:{behavior:08x}")
                 self.assertEqual(registry[f"hkcu\\{CLASS}\\localserver32"]["ServerExecutable"],
                                  FOLDER + r"\Declarium.exe")
+
+    def register_for_vba(self, profile):
+        self.run_to_end(profile, FOLDER + r"\Declarium.exe", "/RegServer:vba", "/Quiet")
+        profile.settle()
+        self.assertIn(VBA_ADD_IN, profile.registry())
+
+    def test_after_vba_editors_alone_registers_nothing_for_the_ide_and_mends_the_editors(self):
+        profile = self.profile(empty)
+        self.run_to_end(profile, windows_path(SETUP), "/S", "/NOIDE")
+        self.register_for_vba(profile)
+        self.run_to_end(profile, "reg", "add", VBA_ADD_IN, "/v", "LoadBehavior",
+                        "/t", "REG_DWORD", "/d", "0", "/f")
+        self.upgrade(profile)
+        profile.settle()
+        self.assertNotIn(ADD_IN, profile.registry())
+        self.assertEqual(profile.registry()[VBA_ADD_IN]["LoadBehavior"], "dword:00000003")
+
+    def test_without_the_ide_keeps_the_registration_for_vba_editors(self):
+        profile = self.profile(installed)
+        self.register_for_vba(profile)
+        self.run_to_end(profile, windows_path(self.setup), "/S", "/NOIDE")
+        profile.settle()
+        self.assertNotIn(ADD_IN, profile.registry())
+        self.assertIn(VBA_ADD_IN, profile.registry())
 
     def test_without_the_ide_takes_the_registration_back(self):
         profile = self.profile(installed)
